@@ -1,0 +1,34 @@
+#include "app/Application.h"
+
+#include "platform/ErrorReport.h"
+#include "platform/Pictures.h"
+
+#include <QLibraryInfo>
+#include <QLocale>
+#include <QTranslator>
+
+using namespace Qt::StringLiterals;
+
+namespace tarvessa {
+
+Application::Application(int& argc, char** argv) : QApplication(argc, argv) {
+    setApplicationName(u"Tarvessa"_s);
+    setWindowIcon(pictures::application());
+    QLocale::setDefault(QLocale(QLocale::Portuguese, QLocale::Brazil));
+    auto* texts = new QTranslator(this);
+    // Beside the program where it is packaged so, otherwise where Qt is installed.
+    if (texts->load(u"qtbase_pt_BR"_s, applicationDirPath() + u"/translations"_s) ||
+        texts->load(u"qtbase_pt_BR"_s, QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
+        installTranslator(texts);
+}
+
+bool Application::notify(QObject* receiver, QEvent* event) {
+    try {
+        return QApplication::notify(receiver, event);
+    } catch (const RuntimeError& error) {
+        showErrorReport(activeWindow(), error);
+    }
+    return true;
+}
+
+} // namespace tarvessa

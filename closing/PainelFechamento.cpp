@@ -1,0 +1,84 @@
+#include "closing/PainelFechamento.h"
+
+#include "closing/Colunas.h"
+#include "closing/ProgressoLote.h"
+#include "core/Esquema.h"
+#include "core/Numeros.h"
+#include "core/Teclado.h"
+#include "platform/Guard.h"
+#include "platform/MessageBoxes.h"
+#include "platform/Pictures.h"
+#include "platform/Twips.h"
+#include "ui_PainelFechamento.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+
+using namespace Qt::StringLiterals;
+
+namespace tarvessa {
+
+namespace {
+
+constexpr int larguraDoTotalTwips = 1800;
+constexpr int ladoDaImagem = 24;
+const QString inicioDeDesmarcar = u"Desmarcar"_s;
+
+} // namespace
+
+PainelFechamento::PainelFechamento(QWidget* parent)
+    : QMainWindow(parent), ui(std::make_unique<Ui::PainelFechamento>()),
+      m_progresso(new ProgressoLote(this)) {
+    ui->setupUi(this);
+    statusBar()->addPermanentWidget(m_progresso, 1);
+    m_contaCTB.fill(esquema::contaAusente.toString());
+    ui->Text1->setFixedWidth(twipsToPixels(this, larguraDoTotalTwips));
+    ui->picSucesso->setPixmap(pictures::check().pixmap(ladoDaImagem));
+    ui->picErro->setPixmap(pictures::error().pixmap(ladoDaImagem));
+    ui->Grid1->setFormat(u"PEDIDO|^TIPO|<CLIENTE|<VENDEDOR|<CIDADE|>R$ TOTAL|>DIAS VENC|>FORMA PAGTO|^TABELA|"
+                         "^SELEÇÃO|CODIGOCLI"_s);
+    ui->Grid1->setTickColumn(colunas::Selecao, pictures::check());
+
+    new Teclado(this, [] { QApplication::quit(); });
+    onSignal(ui->Command1, &QPushButton::clicked, this, [this](bool) { Command1_Click(); });
+    onSignal(ui->Command3, &QPushButton::clicked, this, [this](bool) { Command3_Click(); });
+    onSignal(ui->Command4, &QPushButton::clicked, this, [this](bool) { Command4_Click(); });
+    onSignal(ui->Grid1, &Grid::cellClicked, this,
+             [this](int linha, int coluna) { Grid1_Click(linha, coluna); });
+}
+
+PainelFechamento::~PainelFechamento() = default;
+
+void PainelFechamento::TotalSelecionado() {
+    Dinheiro total;
+    for (int linha = 1; linha < ui->Grid1->rows(); ++linha)
+        if (ui->Grid1->isTicked(linha))
+            total += ValorNumerico(ui->Grid1->text(linha, colunas::Total));
+    ui->Text1->setText(FormataDinheiro(total));
+}
+
+void PainelFechamento::closeEvent(QCloseEvent* evento) {
+    evento->accept();
+    QApplication::quit();
+}
+
+void PainelFechamento::Command1_Click() {
+    if (ui->Grid1->rows() == 1) {
+        boxes::inform(this, u"Não há registro de venda. Verifique!!!"_s);
+        return;
+    }
+    const bool desmarca = ui->Command1->text().startsWith(inicioDeDesmarcar);
+    for (int linha = 1; linha < ui->Grid1->rows(); ++linha)
+        ui->Grid1->setTicked(linha, !desmarca);
+    ui->Command1->setText(desmarca ? u"Seleciona todos os registros"_s : u"Desmarcar todos os registros"_s);
+    TotalSelecionado();
+}
+
+void PainelFechamento::Grid1_Click(int linha, int coluna) {
+    if (coluna == colunas::Selecao) {
+        ui->Grid1->setTicked(linha, !ui->Grid1->isTicked(linha));
+        TotalSelecionado();
+    }
+}
+
+} // namespace tarvessa

@@ -1,0 +1,58 @@
+#include "core/AcessoDados.h"
+
+#include "platform/MessageBoxes.h"
+#include "platform/RuntimeError.h"
+
+using namespace Qt::StringLiterals;
+
+namespace tarvessa {
+
+odbc::Connection Connection;
+odbc::ResultSet rs;
+odbc::ResultSet rs2;
+bool TemRegistro = false;
+std::unique_ptr<ShellHost> Shell;
+
+bool IniciaBanco() {
+    Shell = std::make_unique<ShellHost>();
+    try {
+        Connection.open(u"dsn=QDX"_s);
+    } catch (const RuntimeError&) {
+        boxes::inform(nullptr, u"Não foi possível conectar ao banco de dados. Verifique!!!"_s);
+        return false;
+    }
+    return true;
+}
+
+void EncerraBanco() {
+    rs.close();
+    rs2.close();
+    Connection.close();
+    Shell.reset();
+}
+
+bool AbreRS(const QString& sql) {
+    rs.open(Connection, sql);
+    return !rs.atEnd();
+}
+
+bool AbreRS2(const QString& sql) {
+    rs2.open(Connection, sql);
+    return !rs2.atEnd();
+}
+
+odbc::ResultSet NovoRS(const QString& sql) {
+    odbc::ResultSet proprio;
+    proprio.open(Connection, sql);
+    return proprio;
+}
+
+void Executa(const QString& sql) {
+    Connection.execute(sql);
+}
+
+QString NuloVazio(const odbc::Field& campo) {
+    return campo.text().trimmed();
+}
+
+} // namespace tarvessa

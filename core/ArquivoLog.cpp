@@ -1,0 +1,32 @@
+#include "core/ArquivoLog.h"
+
+#include "core/Pastas.h"
+#include "platform/RuntimeError.h"
+
+using namespace Qt::StringLiterals;
+
+namespace tarvessa {
+
+namespace {
+
+[[noreturn]] void naoGravou(const QFile& arquivo) {
+    throw RuntimeError(ErrorNumber::FileNotWritable, u"Não foi possível gravar o arquivo %1: %2"_s.arg(
+                                                         arquivo.fileName(), arquivo.errorString()));
+}
+
+} // namespace
+
+void ArquivoLog::cria(const QString& nome) {
+    fecha();
+    m_arquivo.setFileName(PastaDoPrograma() + u'/' + nome);
+    if (!m_arquivo.open(QIODevice::WriteOnly | QIODevice::Truncate))
+        naoGravou(m_arquivo);
+}
+
+void ArquivoLog::linha(const QString& texto) {
+    const QByteArray bytes = texto.toUtf8() + "\r\n";
+    if (m_arquivo.write(bytes) != bytes.size() || !m_arquivo.flush())
+        naoGravou(m_arquivo);
+}
+
+} // namespace tarvessa

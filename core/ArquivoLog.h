@@ -1,0 +1,26 @@
+#pragma once
+
+#include <QFile>
+
+namespace tarvessa {
+
+/// A plain-text log in the program's folder: UTF-8, lines ended by carriage return and line feed, each
+/// written through at once so that a later failure loses none.
+class ArquivoLog {
+  public:
+    /// Creates the file empty, or empties it. Raises RuntimeError when it cannot.
+    void cria(const QString& nome);
+
+    /// Writes one line. Raises RuntimeError when it cannot.
+    void linha(const QString& texto);
+
+    void fecha() { m_arquivo.close(); }
+
+    /// The full path of the last created file.
+    QString caminho() const { return m_arquivo.fileName(); }
+
+  private:
+    QFile m_arquivo;
+};
+
+} // namespace tarvessa

@@ -1,0 +1,68 @@
+#pragma once
+
+#include <QStringView>
+
+/// Value codes of the shop's database, and the names by which the screens read its columns. The statements
+/// themselves stand whole where they are sent.
+namespace tarvessa::esquema {
+
+// Column names, letter case ignored by the reader
+
+namespace orcamento {
+inline constexpr QStringView nrPedido = u"nrpedido";
+inline constexpr QStringView tipoOperacao = u"TipoOperacao";
+inline constexpr QStringView codigoCli = u"codigocli";
+inline constexpr QStringView nomeVendedor = u"nomevendedor";
+inline constexpr QStringView vendedor = u"Vendedor";
+inline constexpr QStringView codigo = u"codigo";
+inline constexpr QStringView quantidade = u"quantidade";
+inline constexpr QStringView totalPed = u"totalped";
+} // namespace orcamento
+
+namespace clientes {
+inline constexpr QStringView nome = u"nome";
+inline constexpr QStringView cidade = u"cidade";
+inline constexpr QStringView prazo = u"prazo";
+inline constexpr QStringView formaPg = u"formapg";
+inline constexpr QStringView colunaPreco = u"colunapreco";
+inline constexpr QStringView cnpjCpf = u"CNPJ_CPF";
+} // namespace clientes
+
+namespace empresa {
+inline constexpr QStringView contaCtb1 = u"ContaCTB1";
+inline constexpr QStringView pafEcf = u"PAF_ECF";
+} // namespace empresa
+
+namespace finalizadoras {
+inline constexpr QStringView descricao = u"Descricao";
+inline constexpr QStringView avista = u"avista";
+} // namespace finalizadoras
+
+namespace fichaTecnica {
+inline constexpr QStringView codigo = u"codigo";
+inline constexpr QStringView quantidade = u"quantidade";
+} // namespace fichaTecnica
+
+// Value codes
+
+/// `Finalizadoras`.`avista`, `produtos`.`ativo`, `clientes`.`ativocad`, `vendedores`.`Ativo`
+inline constexpr QStringView sim = u"S";
+
+/// `empresa`.`PAF_ECF`: switched on
+inline constexpr QStringView ligado = u"SIM";
+
+/// `clientes`.`formapg`: payment methods the closing knows by name
+inline constexpr QStringView dinheiro = u"DINHEIRO";
+inline constexpr QStringView cartao = u"CARTÃO";
+inline constexpr QStringView cheque = u"CHEQUE";
+inline constexpr QStringView ticket = u"TICKET";
+inline constexpr QStringView outros = u"OUTROS";
+inline constexpr QStringView nenhumaForma = u"(Nenhuma)";
+
+/// `empresa`.`ContaCTB1`: what an account that the setting does not provide counts as
+inline constexpr QStringView contaAusente = u"00.000";
+
+/// First characters of `orcamento`.`codigo` on a line that is a note and no product
+inline constexpr QStringView notaDoPedido = u"***";
+
+} // namespace tarvessa::esquema

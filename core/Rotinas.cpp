@@ -1,0 +1,95 @@
+#include "core/Rotinas.h"
+
+#include "core/AcessoDados.h"
+#include "core/Datas.h"
+#include "core/Esquema.h"
+#include "core/Numeros.h"
+#include "platform/Windows1252.h"
+
+#include <QLineEdit>
+
+using namespace Qt::StringLiterals;
+
+namespace tarvessa {
+
+namespace {
+
+// The log names who moved the stock; the program has no login of its own, so the desktop's user it is.
+QString usuario() {
+    for (const char* variavel : {"USERNAME", "USER", "LOGNAME"}) {
+        const QString nome = qEnvironmentVariable(variavel);
+        if (!nome.isEmpty())
+            return LimpaTexto(nome);
+    }
+    return {};
+}
+
+} // namespace
+
+qint16 BaixaEstoque(const QString& codigo, Dinheiro quantidade, const QString& tela) {
+    odbc::ResultSet ficha = NovoRS(
+        u"select codigo, codigoprod, quantidade from FichaTecnica where Codigoprod = '"_s + codigo + u"'"_s);
+    const QString hoje = TextoSQL(Hoje());
+    if (ficha.atEnd()) {
+        GravaLogEstoque(tela, codigo, -quantidade, Connection);
+        Executa(u"update Produtos Set Ultima_Saida='"_s + hoje + u"',Quantidade=Quantidade - "_s +
+                quantidade.ponto() + u", Nitem=Nitem"_s + (quantidade.negativo() ? u"-1"_s : u"+1"_s) +
+                u" Where CodFabr='"_s + codigo.trimmed() + u"'"_s);
+    }
+    while (!ficha.atEnd()) {
+        const QString componente = ficha.field(esquema::fichaTecnica::codigo).text();
+        const Dinheiro parte =
+            quantidade * Dinheiro::dePonto(ficha.field(esquema::fichaTecnica::quantidade).text());
+        GravaLogEstoque(tela, componente, -parte, Connection);
+        Executa(u"Update Produtos Set Ultima_Saida='"_s + hoje + u"', Quantidade = Quantidade - "_s +
+                parte.ponto() + u" where Codfabr = '"_s + componente + u"'"_s);
+        ficha.moveNext();
+    }
+    ficha.close();
+    return 0;
+}
+
+qint16 GravaLogEstoque(const QString& tela, const QString& codigo, Dinheiro quantidade,
+                       odbc::Connection& conexao) {
+    const QDateTime agora = Agora();
+    conexao.execute(u"INSERT INTO logestoque SET data = '"_s + DataSQL(agora.date()) + u"', hora = '"_s +
+                    agora.toString(u"HH:mm:ss"_s) + u"', "_s + u"usuario = '"_s + usuario() + u"', "_s +
+                    u"tela = '"_s + LimpaTexto(tela) + u"', "_s + u"codproduto = '"_s + codigo + u"', "_s +
+                    u"qtdLoja = "_s + quantidade.ponto());
+    return 0;
+}
+
+QString LimpaTexto(const QString& texto) {
+    constexpr char16_t ultimoControle = 31;
+    constexpr unsigned char codigoRetirado = 131;
+    QString limpo;
+    limpo.reserve(texto.size());
+    for (const QChar c : texto) {
+        if (c == u'\'')
+            limpo += QChar(u'´');
+        else if (c == u'\\')
+            limpo += u'/';
+        else if (c.unicode() > ultimoControle && windows1252::codeOf(c.unicode()) != codigoRetirado)
+            limpo += c;
+    }
+    return limpo;
+}
+
+QString SoNumeros(const QString& texto) {
+    QString digitos;
+    for (const QChar c : texto)
+        if (c >= u'0' && c <= u'9')
+            digitos += c;
+    return digitos;
+}
+
+qint32 CodigoDaLista(const QString& texto) {
+    const qsizetype marca = texto.indexOf("<<"_L1);
+    return marca < 0 ? 0 : ValorInteiro(QStringView(texto).sliced(marca + 2));
+}
+
+void SelecionaTexto(QLineEdit* caixa) {
+    caixa->setSelection(0, static_cast<int>(caixa->text().size()));
+}
+
+} // namespace tarvessa

@@ -1,0 +1,35 @@
+#pragma once
+
+#include "core/Dinheiro.h"
+#include "platform/odbc/ResultSet.h"
+
+#include <QString>
+
+class QLineEdit;
+
+namespace tarvessa {
+
+/// Takes a quantity (four places; negative for a return) of a product out of the stock, or its components
+/// when it has a technical sheet, and logs each movement under the screen text. Reads FichaTecnica, writes
+/// Produtos and logestoque. Raises RuntimeError; the status is 0 and no caller uses it.
+qint16 BaixaEstoque(const QString& codigo, Dinheiro quantidade, const QString& tela);
+
+/// Writes one row of logestoque on the given connection; the quantity is signed, negative for an exit. Raises
+/// RuntimeError; the status is 0 and no caller uses it.
+qint16 GravaLogEstoque(const QString& tela, const QString& codigo, Dinheiro quantidade,
+                       odbc::Connection& conexao);
+
+/// A text made fit for a quoted SQL literal: "'" becomes "´", "\" becomes "/"; control characters and the one
+/// with code 131 of Windows-1252 are dropped.
+QString LimpaTexto(const QString& texto);
+
+/// The characters of the text that are digits 0 to 9, in order.
+QString SoNumeros(const QString& texto);
+
+/// The code at the end of a pick list's text, the number after the first "<<"; 0 without it.
+qint32 CodigoDaLista(const QString& texto);
+
+/// Selects the whole content of a text box.
+void SelecionaTexto(QLineEdit* caixa);
+
+} // namespace tarvessa

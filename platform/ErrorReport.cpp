@@ -1,0 +1,29 @@
+#include "platform/ErrorReport.h"
+
+#include <QMessageBox>
+
+using namespace Qt::StringLiterals;
+
+namespace tarvessa {
+
+void showErrorReport(QWidget* parent, const RuntimeError& error) {
+    QMessageBox box(QMessageBox::Critical, u"Erro de execução"_s,
+                    u"Erro em tempo de execução %1:\n\n%2"_s.arg(error.number()).arg(error.text()),
+                    QMessageBox::Ok, parent);
+    box.setTextFormat(Qt::PlainText);
+    box.setInformativeText(
+        error.isConnectionLost()
+            ? u"A operação foi interrompida; o que já foi executado permanece gravado. "
+              "A conexão com o banco de dados foi perdida: feche o programa e inicie-o novamente."_s
+            : u"A operação foi interrompida; o que já foi executado permanece gravado."_s);
+    QStringList details;
+    if (!error.sqlState().isEmpty())
+        details.append(u"SQLSTATE: "_s + error.sqlState());
+    if (!error.statement().isEmpty())
+        details.append(u"Comando SQL:\n"_s + error.statement());
+    if (!details.isEmpty())
+        box.setDetailedText(details.join(u'\n'));
+    box.exec();
+}
+
+} // namespace tarvessa

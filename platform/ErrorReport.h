@@ -1,0 +1,13 @@
+#pragma once
+
+#include "platform/RuntimeError.h"
+
+class QWidget;
+
+namespace tarvessa {
+
+/// Shows a run-time error to the operator: number and text, and under details the SQLSTATE and the statement.
+/// Says in words when the program must be started again.
+void showErrorReport(QWidget* parent, const RuntimeError& error);
+
+} // namespace tarvessa

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "platform/ErrorReport.h"
+
+#include <QObject>
+#include <QWidget>
+
+#include <utility>
+
+namespace tarvessa {
+
+/// Runs a handler of a form. A run-time error below ends it there and becomes the error report; the program
+/// stays usable.
+template <typename Body>
+void guarded(QWidget* form, Body&& body) {
+    try {
+        std::forward<Body>(body)();
+    } catch (const RuntimeError& error) {
+        showErrorReport(form, error);
+    }
+}
+
+/// Connects a signal to a handler of `form` through the guard; the way every handler is connected.
+template <typename Sender, typename Signal, typename Handler>
+void onSignal(Sender* sender, Signal signal, QWidget* form, Handler handler) {
+    QObject::connect(sender, signal, form, [form, handler](auto&&... arguments) {
+        guarded(form, [&] { handler(std::forward<decltype(arguments)>(arguments)...); });
+    });
+}
+
+} // namespace tarvessa

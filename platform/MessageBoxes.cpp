@@ -1,0 +1,29 @@
+#include "platform/MessageBoxes.h"
+
+using namespace Qt::StringLiterals;
+
+namespace tarvessa::boxes {
+
+namespace {
+
+int show(QWidget* parent, const QString& text, QMessageBox::Icon icon, QMessageBox::StandardButtons buttons) {
+    QMessageBox box(icon, u"Atenção!!!"_s, text, buttons, parent);
+    box.setTextFormat(Qt::PlainText);
+    return box.exec();
+}
+
+} // namespace
+
+void inform(QWidget* parent, const QString& text) {
+    show(parent, text, QMessageBox::Information, QMessageBox::Ok);
+}
+
+void exclaim(QWidget* parent, const QString& text) {
+    show(parent, text, QMessageBox::Warning, QMessageBox::Ok);
+}
+
+bool ask(QWidget* parent, const QString& text, QMessageBox::Icon icon) {
+    return show(parent, text, icon, QMessageBox::Yes | QMessageBox::No) == QMessageBox::Yes;
+}
+
+} // namespace tarvessa::boxes

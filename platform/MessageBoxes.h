@@ -1,0 +1,17 @@
+#pragma once
+
+#include <QMessageBox>
+
+/// The program's modal boxes, titled "Atenção!!!". Texts are shown as they are, never as rich text.
+namespace tarvessa::boxes {
+
+/// Information icon, OK.
+void inform(QWidget* parent, const QString& text);
+
+/// Exclamation icon, OK.
+void exclaim(QWidget* parent, const QString& text);
+
+/// Yes and No; true for Yes. Escape and closing the box mean No.
+bool ask(QWidget* parent, const QString& text, QMessageBox::Icon icon);
+
+} // namespace tarvessa::boxes

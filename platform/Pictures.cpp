@@ -1,0 +1,77 @@
+#include "platform/Pictures.h"
+
+#include <QPainter>
+#include <QPainterPath>
+
+#include <array>
+
+namespace tarvessa::pictures {
+
+namespace {
+
+// Drawn on a square of this many units.
+constexpr double canvas = 32.0;
+constexpr std::array<int, 7> sizes = {16, 20, 24, 32, 48, 64, 128};
+
+QIcon drawn(void (*draw)(QPainter&)) {
+    QIcon icon;
+    for (const int size : sizes) {
+        QPixmap pixmap(size, size);
+        pixmap.fill(Qt::transparent);
+        QPainter painter(&pixmap);
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.scale(size / canvas, size / canvas);
+        draw(painter);
+        painter.end();
+        icon.addPixmap(pixmap);
+    }
+    return icon;
+}
+
+void drawCheck(QPainter& painter) {
+    painter.setPen(QPen(QColor(0x1B, 0x87, 0x3B), 5.0, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    QPainterPath mark(QPointF(6, 17));
+    mark.lineTo(13, 24);
+    mark.lineTo(26, 8);
+    painter.drawPath(mark);
+}
+
+void drawError(QPainter& painter) {
+    painter.setPen(QPen(QColor(0xC6, 0x28, 0x28), 5.0, Qt::SolidLine, Qt::RoundCap));
+    painter.drawLine(QPointF(8, 8), QPointF(24, 24));
+    painter.drawLine(QPointF(24, 8), QPointF(8, 24));
+}
+
+// A document with its settled mark.
+void drawApplication(QPainter& painter) {
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(QColor(0x1F, 0x4E, 0x79));
+    painter.drawRoundedRect(QRectF(1, 1, 30, 30), 6, 6);
+    painter.setBrush(Qt::white);
+    painter.drawRoundedRect(QRectF(7, 5, 18, 22), 2, 2);
+    painter.setPen(QPen(QColor(0x9A, 0xB3, 0xCC), 2.0));
+    painter.drawLine(QPointF(10, 10), QPointF(22, 10));
+    painter.drawLine(QPointF(10, 14), QPointF(22, 14));
+    painter.setPen(QPen(QColor(0x1B, 0x87, 0x3B), 3.0, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    QPainterPath mark(QPointF(11, 21));
+    mark.lineTo(14, 24);
+    mark.lineTo(21, 17);
+    painter.setBrush(Qt::NoBrush);
+    painter.drawPath(mark);
+}
+
+} // namespace
+
+QIcon check() {
+    return drawn(drawCheck);
+}
+
+QIcon error() {
+    return drawn(drawError);
+}
+
+QIcon application() {
+    return drawn(drawApplication);
+}
+
+} // namespace tarvessa::pictures

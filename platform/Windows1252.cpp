@@ -1,0 +1,49 @@
+#include "platform/Windows1252.h"
+
+#include <algorithm>
+#include <array>
+
+namespace tarvessa::windows1252 {
+
+namespace {
+
+constexpr unsigned char firstSpecial = 0x80;
+constexpr unsigned char lastSpecial = 0x9F;
+
+constexpr std::array<char16_t, 32> special = {0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021,
+                                              0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, 0x008D, 0x017D, 0x008F,
+                                              0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
+                                              0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
+
+} // namespace
+
+QString decode(const char* bytes, qsizetype length) {
+    QString text = QString::fromLatin1(bytes, length);
+    for (QChar& c : text)
+        if (c.unicode() >= firstSpecial && c.unicode() <= lastSpecial)
+            c = special[c.unicode() - firstSpecial];
+    return text;
+}
+
+std::optional<unsigned char> codeOf(char32_t character) {
+    if (character < firstSpecial || (character > lastSpecial && character <= 0xFF))
+        return static_cast<unsigned char>(character);
+    const auto* found = std::find(special.begin(), special.end(), character);
+    if (found == special.end())
+        return std::nullopt;
+    return static_cast<unsigned char>(firstSpecial + (found - special.begin()));
+}
+
+std::optional<QByteArray> encode(const QString& text) {
+    QByteArray bytes;
+    bytes.reserve(text.size());
+    for (const QChar c : text) {
+        const auto code = codeOf(c.unicode());
+        if (!code)
+            return std::nullopt;
+        bytes.append(static_cast<char>(*code));
+    }
+    return bytes;
+}
+
+} // namespace tarvessa::windows1252

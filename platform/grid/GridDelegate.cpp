@@ -1,0 +1,31 @@
+#include "platform/grid/GridDelegate.h"
+
+#include <QIcon>
+#include <QPainter>
+
+namespace tarvessa {
+
+namespace {
+constexpr int largestPicture = 20;
+constexpr int pictureMargin = 3;
+} // namespace
+
+void GridDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
+                         const QModelIndex& index) const {
+    const QVariant decoration = index.data(Qt::DecorationRole);
+    if (decoration.isNull()) {
+        QStyledItemDelegate::paint(painter, option, index);
+        return;
+    }
+    QStyleOptionViewItem background = option;
+    initStyleOption(&background, index);
+    background.features &= ~QStyleOptionViewItem::HasDecoration;
+    background.text.clear();
+    option.widget->style()->drawControl(QStyle::CE_ItemViewItem, &background, painter, option.widget);
+    const int side = qMin(largestPicture, option.rect.height() - pictureMargin);
+    QRect place(0, 0, side, side);
+    place.moveCenter(option.rect.center());
+    qvariant_cast<QIcon>(decoration).paint(painter, place);
+}
+
+} // namespace tarvessa

@@ -1,0 +1,84 @@
+#pragma once
+
+#include <QAbstractTableModel>
+#include <QColor>
+#include <QIcon>
+
+#include <map>
+#include <vector>
+
+namespace tarvessa {
+
+/// The texts and the looks of a grid's cells. Rows count from 0 here; the grid's header row is not among
+/// them. A row is one packed text, so that a hundred thousand rows stay small; looks are kept only where set.
+class GridModel : public QAbstractTableModel {
+    Q_OBJECT
+
+  public:
+    /// What a cell may have besides its text; an invalid colour and a null picture mean "as usual".
+    struct Look {
+        QColor background;
+        QColor foreground;
+        bool bold = false;
+        QIcon picture;
+    };
+
+    using QAbstractTableModel::QAbstractTableModel;
+
+    int rowCount(const QModelIndex& parent = {}) const override;
+    int columnCount(const QModelIndex& parent = {}) const override;
+    QVariant data(const QModelIndex& index, int role) const override;
+    QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+
+    /// Captions and alignments of the columns, one each; removes all rows.
+    void setColumns(const QStringList& captions, const QList<Qt::Alignment>& alignments);
+
+    /// Number of rows, those of an unfinished fill included.
+    int size() const { return static_cast<int>(m_rows.size()); }
+
+    /// Cuts or adds empty rows at the end.
+    void resize(int rows);
+
+    /// Adds a row of these cell texts; missing ones are empty, surplus ones are dropped.
+    void append(const QStringList& cells);
+
+    /// Between the two, rows are added without telling the view; endFill tells it once.
+    void beginFill();
+    void endFill();
+
+    QString text(int row, int column) const;
+    void setText(int row, int column, const QString& text);
+    const QString& caption(int column) const { return m_captions[column]; }
+    void setCaption(int column, const QString& text);
+    bool isHeaderBold(int column) const { return m_headerBold[static_cast<size_t>(column)]; }
+    void setHeaderBold(int column, bool bold);
+    Qt::Alignment alignment(int column) const { return m_alignments[column]; }
+
+    /// The look of a cell as set; all usual when none was.
+    Look look(int row, int column) const;
+    void setLook(int row, int column, const Look& look);
+
+    /// In this column a text of one blank means "selected": it shows the picture and says so to a screen
+    /// reader. -1 for none.
+    void setTickColumn(int column, const QIcon& picture);
+    int tickColumn() const { return m_tickColumn; }
+
+  private:
+    struct Row {
+        QString packed;
+        std::map<int, Look> looks;
+    };
+
+    void cellChanged(int row, int column);
+
+    std::vector<Row> m_rows;
+    int m_shownRows = 0;
+    bool m_filling = false;
+    QStringList m_captions;
+    QList<Qt::Alignment> m_alignments;
+    std::vector<bool> m_headerBold;
+    int m_tickColumn = -1;
+    QIcon m_tick;
+};
+
+} // namespace tarvessa

@@ -1,0 +1,139 @@
+#include "platform/odbc/Connection.h"
+
+#include "platform/RuntimeError.h"
+#include "platform/Windows1252.h"
+
+#include <array>
+#include <cstdint>
+
+using namespace Qt::StringLiterals;
+
+namespace tarvessa::odbc {
+
+namespace {
+
+#ifdef _WIN32
+constexpr bool narrowCallsCarryAllTexts = false;
+#else
+constexpr bool narrowCallsCarryAllTexts = true;
+#endif
+
+SQLPOINTER asPointer(std::uintptr_t value) {
+    return reinterpret_cast<SQLPOINTER>(value); // NOLINT(performance-no-int-to-ptr): the form ODBC asks for
+}
+
+} // namespace
+
+Connection& Connection::operator=(Connection&& other) noexcept {
+    close();
+    m_environment = std::move(other.m_environment);
+    m_connection = std::move(other.m_connection);
+    m_encoding = other.m_encoding;
+    return *this;
+}
+
+Connection::~Connection() {
+    close();
+}
+
+void Connection::open(const QString& connectionString, bool preferWide) {
+    close();
+    try {
+        connectWith(connectionString, preferWide || !narrowCallsCarryAllTexts);
+        m_encoding = preferWide || !narrowCallsCarryAllTexts ? Encoding::Wide : detectEncoding();
+        // A narrow connection in a character set of its own: let the driver convert instead.
+        if (m_encoding == Encoding::Wide && !preferWide && narrowCallsCarryAllTexts) {
+            close();
+            connectWith(connectionString, true);
+        }
+    } catch (const RuntimeError&) {
+        close();
+        throw;
+    }
+}
+
+void Connection::connectWith(const QString& connectionString, bool useWideCalls) {
+    m_environment = EnvironmentHandle(SQL_NULL_HANDLE);
+    check(SQLSetEnvAttr(m_environment.get(), SQL_ATTR_ODBC_VERSION, asPointer(SQL_OV_ODBC3), 0),
+          SQL_HANDLE_ENV, m_environment.get());
+    m_connection = ConnectionHandle(m_environment.get());
+    SQLSMALLINT length = 0;
+    SQLRETURN code = SQL_ERROR;
+    if (useWideCalls) {
+        std::array<SQLWCHAR, 1024> full{};
+        code = SQLDriverConnectW(m_connection.get(), nullptr, wide(connectionString), SQL_NTS, full.data(),
+                                 full.size(), &length, SQL_DRIVER_NOPROMPT);
+    } else {
+        QByteArray text = connectionString.toUtf8();
+        std::array<SQLCHAR, 1024> full{};
+        code = SQLDriverConnect(m_connection.get(), nullptr, reinterpret_cast<SQLCHAR*>(text.data()), SQL_NTS,
+                                full.data(), full.size(), &length, SQL_DRIVER_NOPROMPT);
+    }
+    check(code, SQL_HANDLE_DBC, m_connection.get());
+}
+
+// The driver tells the connection's collation without asking the server, so no statement of ours precedes the
+// first one of a screen.
+Encoding Connection::detectEncoding() const {
+    std::array<char, 128> name{};
+    SQLSMALLINT length = 0;
+    if (!SQL_SUCCEEDED(SQLGetInfo(m_connection.get(), SQL_COLLATION_SEQ, name.data(), name.size(), &length)))
+        return Encoding::Wide;
+    const auto collation = QLatin1StringView(name.data());
+    if (collation.startsWith("utf8"_L1))
+        return Encoding::Utf8;
+    if (collation.startsWith("latin1"_L1))
+        return Encoding::Windows1252;
+    return Encoding::Wide;
+}
+
+void Connection::close() {
+    if (m_connection)
+        SQLDisconnect(m_connection.get());
+    m_connection = ConnectionHandle();
+    m_environment = EnvironmentHandle();
+}
+
+StatementHandle Connection::newStatement() const {
+    if (!m_connection)
+        throw RuntimeError(ErrorNumber::ConnectionClosed,
+                           u"A conexão com o banco de dados não está aberta."_s);
+    StatementHandle statement(m_connection.get());
+    // Braces in a text are data, never an escape sequence of the driver.
+    SQLSetStmtAttr(statement.get(), SQL_ATTR_NOSCAN, asPointer(SQL_NOSCAN_ON), 0);
+    return statement;
+}
+
+void Connection::execute(const QString& sql) {
+    const StatementHandle statement = newStatement();
+    executeOn(statement, sql);
+}
+
+void Connection::executeOn(const StatementHandle& statement, const QString& sql) const {
+    SQLRETURN code = SQL_ERROR;
+    if (m_encoding == Encoding::Wide) {
+        code = SQLExecDirectW(statement.get(), wide(sql), static_cast<SQLINTEGER>(sql.size()));
+    } else {
+        QByteArray bytes;
+        if (m_encoding == Encoding::Utf8) {
+            bytes = sql.toUtf8();
+        } else if (const auto encoded = windows1252::encode(sql)) {
+            bytes = *encoded;
+        } else {
+            throw RuntimeError(
+                static_cast<int>(ErrorNumber::TypeMismatch),
+                u"O comando tem um caractere que a fonte de dados (CHARSET=latin1) não transporta."_s, {},
+                sql);
+        }
+        code = SQLExecDirect(statement.get(), reinterpret_cast<SQLCHAR*>(bytes.data()),
+                             static_cast<SQLINTEGER>(bytes.size()));
+    }
+    check(code, SQL_HANDLE_STMT, statement.get(), sql);
+}
+
+QString Connection::decode(const char* bytes, qsizetype length) const {
+    return m_encoding == Encoding::Windows1252 ? windows1252::decode(bytes, length)
+                                               : QString::fromUtf8(bytes, length);
+}
+
+} // namespace tarvessa::odbc

@@ -1,0 +1,76 @@
+#pragma once
+
+#include "platform/odbc/Connection.h"
+#include "platform/odbc/Field.h"
+
+#include <QHash>
+
+#include <memory>
+#include <vector>
+
+namespace tarvessa::odbc {
+
+/// The rows of one query: static cursor, optimistic concurrency asked for, walked forward from the first row.
+/// Rows arrive in blocks into bound buffers; a text longer than its buffer is fetched on its own.
+class ResultSet {
+  public:
+    ResultSet() = default;
+    ResultSet(ResultSet&&) = default;
+    ResultSet& operator=(ResultSet&&) = default;
+
+    /// Runs the query and stands on its first row, or at the end when there is none; an earlier result is
+    /// released. Raises RuntimeError with the statement.
+    void open(const Connection& connection, const QString& sql);
+
+    bool isOpen() const { return static_cast<bool>(m_statement); }
+
+    /// True past the last row. Raises RuntimeError on a closed result.
+    bool atEnd() const;
+
+    /// Goes to the next row. Raises RuntimeError at the end, on a closed result or when the server is lost.
+    void moveNext();
+
+    /// Goes back to the first row. Raises RuntimeError on a closed result.
+    void moveFirst();
+
+    /// Releases the result; does nothing on a closed one.
+    void close();
+
+    /// The place of a column by its name, letter case ignored; resolve it once before a long walk.
+    /// Raises RuntimeError when the query has no such column.
+    int column(QStringView name) const;
+
+    /// All column names as the query gives them.
+    const QStringList& columnNames() const { return m_names; }
+
+    /// The cell of the current row. Raises RuntimeError at the end and for an unknown name.
+    Field field(int column) const;
+    Field field(QStringView name) const { return field(column(name)); }
+
+  private:
+    struct Column {
+        SQLLEN cellBytes = 0;
+        std::vector<char> cells;
+        std::vector<SQLLEN> indicators;
+    };
+
+    void describeColumns();
+    void bindColumns();
+    void fetchBlock(SQLSMALLINT orientation);
+    QString longText(int column) const;
+    QString decodeCell(const char* bytes, SQLLEN length) const;
+
+    const Connection* m_connection = nullptr;
+    // The buffers outlive the statement that writes into them.
+    std::vector<Column> m_columns;
+    std::unique_ptr<SQLULEN> m_rowsFetched;
+    StatementHandle m_statement;
+    QString m_sql;
+    QStringList m_names;
+    QHash<QString, int> m_columnByName;
+    SQLULEN m_rowInBlock = 0;
+    bool m_atEnd = true;
+    bool m_empty = true;
+};
+
+} // namespace tarvessa::odbc
