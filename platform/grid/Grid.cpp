@@ -81,6 +81,7 @@ void Grid::setColumnTwips(int column, int twips) {
     setColumnHidden(column, twips == 0);
     if (twips > 0)
         setColumnWidth(column, twipsToPixels(this, twips));
+    fitCaptions();
 }
 
 void Grid::setMinimumRowTwips(int twips) {
@@ -201,6 +202,27 @@ void Grid::changeEvent(QEvent* event) {
 void Grid::applyWidths() {
     for (size_t column = 0; column < m_columnTwips.size(); ++column)
         setColumnTwips(static_cast<int>(column), m_columnTwips[column]);
+}
+
+// Captions are never cut: the widths are fixed, so the header's font gives way, all columns alike.
+void Grid::fitCaptions() {
+    constexpr double step = 0.25;
+    constexpr double smallest = 5.0;
+    const int margin = 2 * (style()->pixelMetric(QStyle::PM_HeaderMargin, nullptr, this) + 1);
+    QFont chosen = font();
+    for (double size = chosen.pointSizeF(); size >= smallest; size -= step) {
+        chosen.setPointSizeF(size);
+        QFont bold = chosen;
+        bold.setBold(true);
+        const QFontMetrics metrics(bold);
+        bool fits = true;
+        for (int column = 0; column < columns(); ++column)
+            fits = fits && (isColumnHidden(column) ||
+                            metrics.horizontalAdvance(text(0, column)) + margin <= columnWidth(column));
+        if (fits)
+            break;
+    }
+    m_model->setHeaderFont(chosen);
 }
 
 int Grid::minimumRowPixels() const {

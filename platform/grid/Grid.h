@@ -114,6 +114,7 @@ class Grid : public QTableView {
 
   private:
     void applyWidths();
+    void fitCaptions();
     int minimumRowPixels() const;
     void changeLook(int row, int column, const std::function<void(GridModel::Look&)>& change);
 

@@ -1,6 +1,5 @@
 #include "platform/grid/GridModel.h"
 
-#include <QApplication>
 #include <QFont>
 
 using namespace Qt::StringLiterals;
@@ -81,7 +80,7 @@ QVariant GridModel::headerData(int section, Qt::Orientation orientation, int rol
     if (role == Qt::TextAlignmentRole)
         return QVariant::fromValue(alignment(section));
     if (role == Qt::FontRole) {
-        QFont font = QApplication::font("QHeaderView");
+        QFont font = m_headerFont;
         font.setBold(isHeaderBold(section));
         return font;
     }
@@ -158,6 +157,11 @@ void GridModel::setCaption(int column, const QString& text) {
 void GridModel::setHeaderBold(int column, bool bold) {
     m_headerBold[static_cast<size_t>(column)] = bold;
     Q_EMIT headerDataChanged(Qt::Horizontal, column, column);
+}
+
+void GridModel::setHeaderFont(const QFont& font) {
+    m_headerFont = font;
+    Q_EMIT headerDataChanged(Qt::Horizontal, 0, columnCount() - 1);
 }
 
 GridModel::Look GridModel::look(int row, int column) const {

@@ -2,6 +2,7 @@
 
 #include <QAbstractTableModel>
 #include <QColor>
+#include <QFont>
 #include <QIcon>
 
 #include <map>
@@ -54,6 +55,9 @@ class GridModel : public QAbstractTableModel {
     void setHeaderBold(int column, bool bold);
     Qt::Alignment alignment(int column) const { return m_alignments[column]; }
 
+    /// The font of the captions; bold is added where set.
+    void setHeaderFont(const QFont& font);
+
     /// The look of a cell as set; all usual when none was.
     Look look(int row, int column) const;
     void setLook(int row, int column, const Look& look);
@@ -77,6 +81,7 @@ class GridModel : public QAbstractTableModel {
     QStringList m_captions;
     QList<Qt::Alignment> m_alignments;
     std::vector<bool> m_headerBold;
+    QFont m_headerFont;
     int m_tickColumn = -1;
     QIcon m_tick;
 };
