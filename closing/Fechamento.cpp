@@ -80,7 +80,7 @@ bool PainelFechamento::fechaLinha(int linha) {
         registraRecusa(linha, u" - O PEDIDO É DE PESSOA FÍSICA E FOI CANCELADO"_s);
         return false;
     }
-    if (!ui->Grid1->isTicked(linha))
+    if (!ui->Grid1->isTicked(linha) || m_iniciadas.contains(ValorInteiro(pedido)))
         return true;
     // Without a customer record nobody could be charged; it is never taken for a person.
     if (!clienteExiste) {
@@ -90,6 +90,7 @@ bool PainelFechamento::fechaLinha(int linha) {
     const bool pagamento = formaValida(linha);
     const bool estoque = temEstoque(linha);
     if (pagamento && estoque) {
+        m_iniciadas.insert(ValorInteiro(pedido));
         FechaPV(ValorInteiro(pedido), ui->Grid1->text(linha, colunas::FormaPagto),
                 ValorNumerico(ui->Grid1->text(linha, colunas::Total)),
                 vencimento(ValorNumerico(ui->Grid1->text(linha, colunas::DiasVenc))),

@@ -72,6 +72,7 @@ void PainelFechamento::carregaInicio() {
 void PainelFechamento::DefineGrid() {
     const bool dav = m_layout == Layout::Dav;
     ui->Grid1->setRows(1);
+    m_iniciadas.clear();
     for (const LarguraDeColuna& largura : larguras)
         ui->Grid1->setColumnTwips(largura.coluna, dav ? largura.dav : largura.pv);
     ui->Grid1->setMinimumRowTwips(dav ? alturaDav : alturaPv);

@@ -13,6 +13,7 @@
 
 #include <QApplication>
 #include <QCloseEvent>
+#include <QShortcut>
 
 using namespace Qt::StringLiterals;
 
@@ -39,6 +40,7 @@ PainelFechamento::PainelFechamento(QWidget* parent)
                          "^SELEÇÃO|CODIGOCLI"_s);
     ui->Grid1->setTickColumn(colunas::Selecao, pictures::check());
 
+    defineAtalhos();
     new Teclado(this, [] { QApplication::quit(); });
     onSignal(ui->Command1, &QPushButton::clicked, this, [this](bool) { Command1_Click(); });
     onSignal(ui->Command3, &QPushButton::clicked, this, [this](bool) { Command3_Click(); });
@@ -48,6 +50,27 @@ PainelFechamento::PainelFechamento(QWidget* parent)
 }
 
 PainelFechamento::~PainelFechamento() = default;
+
+// The captions have no mnemonics of their own, so the keys stand in the tool tips.
+void PainelFechamento::defineAtalhos() {
+    const auto botao = [](QPushButton* controle, Qt::Key letra) {
+        const QKeySequence teclas(Qt::ALT | letra);
+        controle->setShortcut(teclas);
+        controle->setToolTip(u"Tecla de atalho: "_s + teclas.toString(QKeySequence::NativeText));
+    };
+    botao(ui->Command1, Qt::Key_S);
+    botao(ui->Command2, Qt::Key_T);
+    botao(ui->Command3, Qt::Key_C);
+    botao(ui->Command4, Qt::Key_E);
+    botao(ui->Command5, Qt::Key_A);
+    botao(ui->Command6, Qt::Key_D);
+    const auto menu = [this](QAction* acao, Qt::Key letra) {
+        const auto* atalho = new QShortcut(Qt::ALT | letra, this);
+        connect(atalho, &QShortcut::activated, this, [this, acao] { ui->menuBar->setActiveAction(acao); });
+    };
+    menu(ui->MnRelatorio->menuAction(), Qt::Key_R);
+    menu(ui->Metas, Qt::Key_M);
+}
 
 void PainelFechamento::TotalSelecionado() {
     Dinheiro total;
@@ -70,7 +93,9 @@ void PainelFechamento::Command1_Click() {
     const bool desmarca = ui->Command1->text().startsWith(inicioDeDesmarcar);
     for (int linha = 1; linha < ui->Grid1->rows(); ++linha)
         ui->Grid1->setTicked(linha, !desmarca);
+    const QKeySequence atalho = ui->Command1->shortcut();
     ui->Command1->setText(desmarca ? u"Seleciona todos os registros"_s : u"Desmarcar todos os registros"_s);
+    ui->Command1->setShortcut(atalho); // a new caption takes it away
     TotalSelecionado();
 }
 

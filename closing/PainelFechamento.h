@@ -5,6 +5,7 @@
 
 #include <QDate>
 #include <QMainWindow>
+#include <QSet>
 
 #include <array>
 #include <memory>
@@ -58,7 +59,8 @@ class PainelFechamento : public QMainWindow {
     void Command3_Click();
     void estreitaCliente();
 
-    // Rows (PainelFechamento.cpp)
+    // Rows and keys (PainelFechamento.cpp)
+    void defineAtalhos();
     void Command1_Click();
     void Grid1_Click(int linha, int coluna);
 
@@ -79,6 +81,9 @@ class PainelFechamento : public QMainWindow {
     bool m_pafEcf = false;
     std::array<QString, quantidadeDeContas> m_contaCTB;
     ArquivoLog m_logFechamento;
+    // Pre-sales of the current listing whose closing was begun: after an error report another press must not
+    // take their stock out again.
+    QSet<qint32> m_iniciadas;
 };
 
 } // namespace tarvessa

@@ -1,0 +1,36 @@
+"""The guided tour: operates the panel on the sample data from outside and checks what the database shows."""
+
+import os
+import shutil
+import sys
+
+from closing import close_presales, convert_davs, correct_prices, edit_term, list_davs, leave_one_open
+from database import Database
+from driver import Program, TourError
+
+
+def main(binary, socket, pictures):
+    shutil.rmtree(pictures, ignore_errors=True)
+    os.makedirs(pictures)
+    database = Database(socket)
+    program = Program(binary, pictures)
+    try:
+        panel = list_davs(program, database)
+        convert_davs(program, database, panel)
+        edit_term(program, database, panel)
+        correct_prices(program, database, panel)
+        left = leave_one_open(program, panel)
+        close_presales(program, database, panel, left, os.path.dirname(binary))
+        program.keys("Escape")
+        if program.wait_end() != 0:
+            raise TourError("o programa não terminou em ordem com Escape")
+    finally:
+        program.kill()
+    print("\nO passeio terminou: o banco de dados mostra o que devia.")
+
+
+if __name__ == "__main__":
+    try:
+        main(*sys.argv[1:])
+    except TourError as error:
+        sys.exit(f"O passeio parou: {error}")
