@@ -64,12 +64,10 @@ void PainelFechamento::defineAtalhos() {
     botao(ui->Command4, Qt::Key_E);
     botao(ui->Command5, Qt::Key_A);
     botao(ui->Command6, Qt::Key_D);
-    const auto menu = [this](QAction* acao, Qt::Key letra) {
-        const auto* atalho = new QShortcut(Qt::ALT | letra, this);
-        connect(atalho, &QShortcut::activated, this, [this, acao] { ui->menuBar->setActiveAction(acao); });
-    };
-    menu(ui->MnRelatorio->menuAction(), Qt::Key_R);
-    menu(ui->Metas, Qt::Key_M);
+    const auto* relatorio = new QShortcut(Qt::ALT | Qt::Key_R, this);
+    connect(relatorio, &QShortcut::activated, this,
+            [this] { ui->menuBar->setActiveAction(ui->MnRelatorio->menuAction()); });
+    ui->Metas->setShortcut(Qt::ALT | Qt::Key_M);
 }
 
 void PainelFechamento::TotalSelecionado() {

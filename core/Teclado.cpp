@@ -6,6 +6,7 @@
 
 #include <QApplication>
 #include <QKeyEvent>
+#include <QMenuBar>
 
 using namespace Qt::StringLiterals;
 
@@ -20,8 +21,8 @@ bool Teclado::eventFilter(QObject* receptor, QEvent* evento) {
     if (evento->type() != QEvent::KeyPress || evento == m_reenviada)
         return false;
     auto* controle = qobject_cast<QWidget*>(receptor);
-    // A drop-down list or a message box is a window of its own and keeps its keys.
-    if (!controle || controle->window() != m_form)
+    // A drop-down list or a message box is a window of its own and keeps its keys; so does an open menu bar.
+    if (!controle || controle->window() != m_form || qobject_cast<QMenuBar*>(controle))
         return false;
     auto* tecla = static_cast<QKeyEvent*>(evento);
     if (m_antes) {

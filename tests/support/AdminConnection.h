@@ -1,0 +1,39 @@
+#pragma once
+
+#include <QByteArray>
+#include <QList>
+#include <QString>
+#include <QStringList>
+
+struct st_mysql;
+
+namespace tarvessa::teste {
+
+/// A connection of the tests' own to a private server, as its root and in utf8mb4. It shares no
+/// code with the program's data access, so that it can bear witness about it.
+class AdminConnection {
+  public:
+    /// Connects through the unix socket `socket`. Raises TestError.
+    explicit AdminConnection(const QString& socket);
+    ~AdminConnection();
+    AdminConnection(const AdminConnection&) = delete;
+    AdminConnection& operator=(const AdminConnection&) = delete;
+
+    /// Makes `banco` the default database. Raises TestError.
+    void seleciona(const QString& banco);
+
+    /// Runs one statement or several separated by ";", dropping any rows. Raises TestError with
+    /// the server's message at the first one that fails.
+    void executa(const QString& sql);
+
+    /// Runs one query and gives its rows, each column as text; NULL is a null QString and an empty
+    /// text is an empty one. Raises TestError.
+    QList<QStringList> consulta(const QString& sql);
+
+  private:
+    [[noreturn]] void falha(const QByteArray& sql) const;
+
+    st_mysql* m_mysql;
+};
+
+} // namespace tarvessa::teste

@@ -1,0 +1,79 @@
+#pragma once
+
+#include <QByteArray>
+#include <QList>
+#include <QString>
+#include <QStringList>
+#include <QTemporaryDir>
+#include <memory>
+
+namespace tarvessa::teste {
+
+class AdminConnection;
+
+/// A fresh database of the test program's own on a private MariaDB server, and the data source QDX
+/// of this process pointing at it.
+///
+/// The environment variable TARVESSA_TEST_SERVER names the folder of a server already started with
+/// demo/private-server; without it one is started in a temporary folder and stopped at the end.
+/// The database holds demo/schema.sql and nothing else. The program reaches it as a database user
+/// that no other test program shares, so that what it sends can be told apart. Database and user
+/// are dropped, and ODBCINI is restored, at the end. One object per process at a time.
+class PrivateServer {
+  public:
+    /// Starts or finds the server, creates database and user, writes the data source.
+    /// Raises TestError.
+    PrivateServer();
+    ~PrivateServer();
+    PrivateServer(const PrivateServer&) = delete;
+    PrivateServer& operator=(const PrivateServer&) = delete;
+
+    /// The server's own unix socket.
+    QString socket() const { return m_socket; }
+    /// The name of the database.
+    QString banco() const { return m_nome; }
+    /// The database user that the data source gives to the program.
+    QString usuario() const { return m_nome; }
+    /// The statement that the driver runs at connect.
+    QString initStmt() const { return m_initStmt; }
+
+    /// The data source's CHARSET; empty for none, which is the start. Holds from the next connect.
+    void usaCharset(const QString& charset);
+    /// The data source's SOCKET, for a proxy in front of the server. Holds from the next connect.
+    void usaSocket(const QString& socket);
+    /// The data source's INITSTMT; empty for none. Holds from the next connect.
+    void usaInitStmt(const QString& sql);
+
+    /// Runs one or several statements in the database as root. Raises TestError.
+    void executa(const QString& sql);
+    /// The rows of one query as root, as texts; NULL is a null QString. Raises TestError.
+    QList<QStringList> consulta(const QString& sql);
+
+    /// Puts the database back to the empty schema. Connections to it stay usable. Raises TestError.
+    void recria();
+
+    /// Ends every connection of the program's user and returns when they are gone. Raises TestError.
+    void mataConexoesDoPrograma();
+
+  private:
+    class OwnServer;
+
+    void gravaFonteDeDados();
+    void restauraAmbiente();
+
+    QTemporaryDir m_pasta;
+    QString m_servidor;                   // folder of the server
+    std::unique_ptr<OwnServer> m_proprio; // null when the environment names a server
+    QString m_socket;
+    QString m_nome;
+    std::unique_ptr<AdminConnection> m_conexao;
+    QByteArray m_esquema;
+    QString m_driver;
+    QString m_charset;
+    QString m_socketDaFonte;
+    QString m_initStmt;
+    bool m_haviaOdbcIni;
+    QByteArray m_odbcIniAnterior;
+};
+
+} // namespace tarvessa::teste

@@ -1,0 +1,44 @@
+#pragma once
+
+#include "support/AdminConnection.h"
+
+#include <QString>
+#include <QStringList>
+
+namespace tarvessa::teste {
+
+class PrivateServer;
+
+/// What the server received from the program's user, in order and letter by letter, read from the
+/// server's general log (mysql.general_log).
+///
+/// The server writes a statement down before it runs it, with three exceptions to "letter by letter":
+/// it cuts blanks and ";" off the ends (see `esperado`), a query that is prepared and refused by the
+/// parser never gets there, and from a latin1 connection each byte beyond ASCII becomes "\xHH".
+/// FaultProxy sees all of these as they were sent.
+class StatementLog {
+  public:
+    /// Switches the general log of `servidor` on, if it is not, and marks the present position.
+    /// `servidor` must outlive the log. Raises TestError.
+    explicit StatementLog(PrivateServer& servidor);
+
+    /// Forgets what came before. Raises TestError.
+    void marca();
+
+    /// The statements since the last mark, one entry each even when prepared and then executed,
+    /// without those that the driver sends on its own account at connect. Raises TestError.
+    QStringList textos();
+
+    /// `sqls` as the server writes them down: blanks and ";" cut off the ends, nothing else.
+    static QStringList esperado(const QStringList& sqls);
+
+  private:
+    void liga();
+    bool daConexao(const QString& sql) const;
+
+    PrivateServer& m_servidor;
+    AdminConnection m_conexao;
+    QString m_marca;
+};
+
+} // namespace tarvessa::teste

@@ -1,0 +1,14 @@
+#pragma once
+
+#include <QString>
+#include <stdexcept>
+
+namespace tarvessa::teste {
+
+/// The test environment itself failed (server, schema, socket): not a failed check of the program.
+class TestError : public std::runtime_error {
+  public:
+    explicit TestError(const QString& text) : std::runtime_error(text.toStdString()) {}
+};
+
+} // namespace tarvessa::teste

@@ -1,0 +1,565 @@
+#include "support/AdminConnection.h"
+#include "support/FaultProxy.h"
+#include "support/ModalHelper.h"
+#include "support/PrivateServer.h"
+#include "support/StatementLog.h"
+#include "support/TestError.h"
+
+#include <QAbstractButton>
+#include <QDialogButtonBox>
+#include <QFile>
+#include <QPushButton>
+#include <QRegularExpression>
+#include <QTest>
+#include <QVBoxLayout>
+#include <memory>
+#include <optional>
+#include <sql.h>
+#include <sqlext.h>
+
+using namespace tarvessa::teste;
+
+namespace {
+
+/// The data source QDX through bare ODBC calls.
+class Odbc {
+  public:
+    Odbc() {
+        SQLAllocHandle(SQL_HANDLE_ENV, SQL_NULL_HANDLE, &m_env);
+        SQLSetEnvAttr(m_env, SQL_ATTR_ODBC_VERSION, reinterpret_cast<SQLPOINTER>(SQL_OV_ODBC3), 0);
+        SQLAllocHandle(SQL_HANDLE_DBC, m_env, &m_dbc);
+        QByteArray fonte("dsn=QDX");
+        const SQLRETURN r = SQLDriverConnect(m_dbc, nullptr, reinterpret_cast<SQLCHAR*>(fonte.data()),
+                                             SQL_NTS, nullptr, 0, nullptr, SQL_DRIVER_NOPROMPT);
+        m_ligado = SQL_SUCCEEDED(r);
+        m_estado = m_ligado ? QString() : diagnostico(SQL_HANDLE_DBC, m_dbc);
+    }
+    ~Odbc() {
+        if (m_ligado) {
+            SQLDisconnect(m_dbc);
+        }
+        SQLFreeHandle(SQL_HANDLE_DBC, m_dbc);
+        SQLFreeHandle(SQL_HANDLE_ENV, m_env);
+    }
+    Odbc(const Odbc&) = delete;
+    Odbc& operator=(const Odbc&) = delete;
+
+    /// SQLSTATE and message of the failed connect; empty when connected.
+    QString estado() const { return m_estado; }
+
+    /// Runs `sql` with a static cursor; gives SQLSTATE and message, empty on success.
+    QString executa(QByteArray sql) {
+        m_valor.reset();
+        SQLHSTMT comando = SQL_NULL_HSTMT;
+        if (!SQL_SUCCEEDED(SQLAllocHandle(SQL_HANDLE_STMT, m_dbc, &comando))) {
+            return diagnostico(SQL_HANDLE_DBC, m_dbc);
+        }
+        SQLSetStmtAttr(comando, SQL_ATTR_CURSOR_TYPE, reinterpret_cast<SQLPOINTER>(SQL_CURSOR_STATIC), 0);
+        QString erro;
+        if (!SQL_SUCCEEDED(SQLExecDirect(comando, reinterpret_cast<SQLCHAR*>(sql.data()),
+                                         static_cast<SQLINTEGER>(sql.size())))) {
+            erro = diagnostico(SQL_HANDLE_STMT, comando);
+        } else {
+            SQLSMALLINT colunas = 0;
+            SQLNumResultCols(comando, &colunas);
+            if (colunas > 0 && SQL_SUCCEEDED(SQLFetch(comando))) {
+                QByteArray celula(4096, '\0');
+                SQLLEN tamanho = 0;
+                SQLGetData(comando, 1, SQL_C_CHAR, celula.data(), celula.size(), &tamanho);
+                m_valor = celula.left(static_cast<qsizetype>(tamanho));
+            }
+        }
+        SQLFreeHandle(SQL_HANDLE_STMT, comando);
+        return erro;
+    }
+
+    /// The first cell of the first row of `sql`, in the data source's charset.
+    QByteArray valor(const QByteArray& sql) {
+        const QString erro = executa(sql);
+        return erro.isEmpty() ? m_valor.value_or("no row") : erro.toUtf8();
+    }
+
+  private:
+    static QString diagnostico(SQLSMALLINT tipo, SQLHANDLE alca) {
+        SQLCHAR estado[6] = {};
+        SQLCHAR texto[512] = {};
+        SQLINTEGER numero = 0;
+        SQLSMALLINT tamanho = 0;
+        SQLGetDiagRec(tipo, alca, 1, estado, &numero, texto, sizeof texto, &tamanho);
+        return QStringLiteral("%1 %2").arg(QString::fromLatin1(reinterpret_cast<char*>(estado)),
+                                           QString::fromUtf8(reinterpret_cast<char*>(texto)));
+    }
+
+    SQLHENV m_env = SQL_NULL_HENV;
+    SQLHDBC m_dbc = SQL_NULL_HDBC;
+    bool m_ligado = false;
+    QString m_estado;
+    std::optional<QByteArray> m_valor;
+};
+
+} // namespace
+
+class TstSupport : public QObject {
+    Q_OBJECT
+
+  private Q_SLOTS:
+    void initTestCase();
+    void cleanupTestCase();
+    void init();
+    void cleanup();
+
+    void schemaIsLoadedAndNothingElse();
+    void dataSourceLeadsToTheDatabase();
+    void nullEmptyAndOddCharacters();
+    void failedStatementRaises();
+    void dataSourceCharset_data();
+    void dataSourceCharset();
+    void dataSourceInitStmt();
+    void killedConnections();
+
+    void logHasEachStatementOnce();
+    void logKeepsEveryLetter();
+    void logFromLatin1();
+    void logOfThisProgramOnly();
+
+    void cutBeforeEachStatement_data();
+    void cutBeforeEachStatement();
+    void noCutWhenNoneIsDue();
+    void proxyKeepsEveryByte();
+    void proxyPassesLongStatements();
+    void proxyInFrontOfNothing();
+
+    void boxesAreAnswered();
+    void unannouncedBoxIsClosed();
+    void unannouncedBoxWithNoWayOutIsClosed();
+    void missingBoxIsTold();
+    void wrongOrderIsTold();
+    void missingButtonIsTold();
+    void boxInsideWindow();
+    void sameBoxTwice();
+    void windowLeftOpenIsTold();
+    void unannouncedWindowIsClosed();
+
+    // The slots end here for moc, which the checker does not know of.
+    // NOLINTNEXTLINE(readability-redundant-access-specifiers)
+  private:
+    std::unique_ptr<PrivateServer> m_servidor;
+};
+
+void TstSupport::initTestCase() {
+    m_servidor = std::make_unique<PrivateServer>();
+}
+
+void TstSupport::cleanupTestCase() {
+    m_servidor.reset();
+}
+
+void TstSupport::init() {
+    m_servidor->executa(
+        QStringLiteral("CREATE TABLE prova (id INT PRIMARY KEY, nome VARCHAR(50), texto LONGTEXT); "
+                       "INSERT INTO prova VALUES (1, 'PÃO', NULL), (2, '', NULL)"));
+}
+
+void TstSupport::cleanup() {
+    m_servidor->usaCharset(QString());
+    m_servidor->usaSocket(m_servidor->socket());
+    m_servidor->usaInitStmt(QStringLiteral("SET sql_mode='NO_ENGINE_SUBSTITUTION'"));
+    m_servidor->executa(QStringLiteral("DROP TABLE IF EXISTS prova"));
+}
+
+void TstSupport::schemaIsLoadedAndNothingElse() {
+    QFile esquema(QStringLiteral(TARVESSA_SOURCE_DIR "/demo/schema.sql"));
+    QVERIFY(esquema.open(QIODevice::ReadOnly));
+    static const QRegularExpression Criacao(QStringLiteral("^CREATE TABLE (?:IF NOT EXISTS )?`?(\\w+)"),
+                                            QRegularExpression::MultilineOption |
+                                                QRegularExpression::CaseInsensitiveOption);
+    QStringList esperadas;
+    auto achados = Criacao.globalMatch(QString::fromUtf8(esquema.readAll()));
+    while (achados.hasNext()) {
+        esperadas += achados.next().captured(1).toLower();
+    }
+    QVERIFY(esperadas.size() > 10);
+    esperadas.sort();
+
+    const auto tabelas = [this] {
+        QStringList nomes;
+        for (const QStringList& linha : m_servidor->consulta(QStringLiteral("SHOW TABLES"))) {
+            nomes += linha[0];
+        }
+        nomes.sort();
+        return nomes;
+    };
+    QVERIFY(tabelas().contains(QStringLiteral("prova")));
+    m_servidor->recria();
+    QCOMPARE(tabelas(), esperadas);
+    for (const QString& tabela : esperadas) {
+        QCOMPARE(m_servidor->consulta(QStringLiteral("SELECT COUNT(*) FROM `%1`").arg(tabela))[0][0],
+                 QStringLiteral("0"));
+    }
+}
+
+void TstSupport::dataSourceLeadsToTheDatabase() {
+    Odbc odbc;
+    QCOMPARE(odbc.estado(), QString());
+    QCOMPARE(odbc.valor("SELECT DATABASE()"), m_servidor->banco().toUtf8());
+    QCOMPARE(odbc.valor("SELECT CURRENT_USER()"), m_servidor->usuario().toUtf8() + "@localhost");
+    QCOMPARE(odbc.valor("SELECT @@sql_mode"), QByteArray("NO_ENGINE_SUBSTITUTION"));
+    QCOMPARE(odbc.valor("SELECT @@skip_networking"), QByteArray("1"));
+    QCOMPARE(odbc.valor("SELECT nome FROM PROVA WHERE id = 1"), QByteArray("PÃO"));
+}
+
+void TstSupport::nullEmptyAndOddCharacters() {
+    m_servidor->executa(QStringLiteral("INSERT INTO prova VALUES (3, '\U0001F950 d''Ávila', 'a\nb')"));
+    const auto linhas = m_servidor->consulta(QStringLiteral("SELECT nome, texto FROM prova ORDER BY id"));
+    QCOMPARE(linhas.size(), 3);
+    QCOMPARE(linhas[0][0], QStringLiteral("PÃO"));
+    QVERIFY(linhas[0][1].isNull());
+    QVERIFY(linhas[1][0].isEmpty() && !linhas[1][0].isNull());
+    QCOMPARE(linhas[2], (QStringList{QStringLiteral("\U0001F950 d'Ávila"), QStringLiteral("a\nb")}));
+}
+
+void TstSupport::failedStatementRaises() {
+    QVERIFY_THROWS_EXCEPTION(TestError,
+                             m_servidor->executa(QStringLiteral("SELECT 1; UPDATE nenhuma SET a = 1")));
+    QVERIFY_THROWS_EXCEPTION(TestError, m_servidor->consulta(QStringLiteral("SELECT")));
+    QVERIFY_THROWS_EXCEPTION(TestError, m_servidor->consulta(QStringLiteral("UPDATE prova SET nome = 'x'")));
+    QVERIFY_THROWS_EXCEPTION(TestError, m_servidor->consulta(QStringLiteral("SELECT 1; SELECT 2")));
+    QCOMPARE(m_servidor->consulta(QStringLiteral("SELECT 3"))[0][0], QStringLiteral("3"));
+}
+
+void TstSupport::dataSourceCharset_data() {
+    QTest::addColumn<QString>("charset");
+    QTest::addColumn<QByteArray>("esperado");
+    QTest::newRow("none") << QString() << QByteArray("P\xC3\x83O");
+    QTest::newRow("utf8mb4") << QStringLiteral("utf8mb4") << QByteArray("P\xC3\x83O");
+    QTest::newRow("latin1") << QStringLiteral("latin1") << QByteArray("P\xC3O");
+}
+
+void TstSupport::dataSourceCharset() {
+    QFETCH(QString, charset);
+    QFETCH(QByteArray, esperado);
+    m_servidor->usaCharset(charset);
+    Odbc odbc;
+    QCOMPARE(odbc.estado(), QString());
+    QCOMPARE(odbc.valor("SELECT nome FROM prova WHERE id = 1"), esperado);
+}
+
+void TstSupport::dataSourceInitStmt() {
+    m_servidor->usaInitStmt(QStringLiteral("SET @marca = 'primeira'"));
+    Odbc primeira;
+    QCOMPARE(primeira.valor("SELECT @marca"), QByteArray("primeira"));
+    m_servidor->usaInitStmt(QStringLiteral("SET @marca = 'segunda'"));
+    Odbc segunda;
+    QCOMPARE(segunda.valor("SELECT @marca"), QByteArray("segunda"));
+    m_servidor->usaInitStmt(QString());
+    Odbc terceira;
+    QCOMPARE(terceira.valor("SELECT COALESCE(@marca, 'nenhuma')"), QByteArray("nenhuma"));
+}
+
+void TstSupport::killedConnections() {
+    m_servidor->mataConexoesDoPrograma();
+    Odbc odbc;
+    QCOMPARE(odbc.executa("UPDATE prova SET nome = 'antes'"), QString());
+    m_servidor->mataConexoesDoPrograma();
+    const QString erro = odbc.executa("UPDATE prova SET nome = 'depois'");
+    QVERIFY2(erro.startsWith(QStringLiteral("08S01")), qPrintable(erro));
+    QCOMPARE(m_servidor->consulta(QStringLiteral("SELECT nome FROM prova WHERE id = 1"))[0][0],
+             QStringLiteral("antes"));
+}
+
+void TstSupport::logHasEachStatementOnce() {
+    StatementLog registro(*m_servidor);
+    Odbc odbc;
+    QCOMPARE(registro.textos(), QStringList());
+    const QList<QByteArray> sqls{"SELECT nome FROM prova", "UPDATE prova SET nome = 'a' WHERE id = 2",
+                                 "SELECT id FROM prova",   "INSERT INTO prova VALUES (9, 'n', '')",
+                                 "DELETE FROM nenhuma",    "TRUNCATE TABLE prova",
+                                 "SELECT nome FROM prova"};
+    QStringList esperados;
+    for (const QByteArray& sql : sqls) {
+        QCOMPARE(odbc.executa(sql).isEmpty(), !sql.contains("nenhuma"));
+        esperados += QString::fromUtf8(sql);
+    }
+    QCOMPARE(registro.textos(), esperados);
+
+    registro.marca();
+    QCOMPARE(registro.textos(), QStringList());
+    odbc.executa("SET @a = 1");
+    QCOMPARE(registro.textos(), QStringList{QStringLiteral("SET @a = 1")});
+}
+
+void TstSupport::logKeepsEveryLetter() {
+    StatementLog registro(*m_servidor);
+    Odbc odbc;
+    const QStringList sqls{
+        QStringLiteral("  SELECT  nome   FROM prova WHERE nome = ' ÁÉÍ´  \"x\" \\\\ \U0001F950 '  "),
+        QStringLiteral("UPDATE prova SET nome = 'a\n\tb,\"c\"' WHERE id =  2 ;"),
+        QStringLiteral("UPDATE prova SET nome = 'sem brancos' WHERE id = 2")};
+    for (const QString& sql : sqls) {
+        QCOMPARE(odbc.executa(sql.toUtf8()), QString());
+    }
+    QCOMPARE(registro.textos(), StatementLog::esperado(sqls));
+    QCOMPARE(StatementLog::esperado(sqls)[0],
+             QStringLiteral("SELECT  nome   FROM prova WHERE nome = ' ÁÉÍ´  \"x\" \\\\ \U0001F950 '"));
+    QCOMPARE(StatementLog::esperado(sqls)[1],
+             QStringLiteral("UPDATE prova SET nome = 'a\n\tb,\"c\"' WHERE id =  2"));
+}
+
+void TstSupport::logFromLatin1() {
+    m_servidor->usaCharset(QStringLiteral("latin1"));
+    StatementLog registro(*m_servidor);
+    Odbc odbc;
+    QCOMPARE(odbc.executa("UPDATE prova SET nome = 'P\xC3O DE A\xC7\xDA"
+                          "CAR'"),
+             QString());
+    QCOMPARE(registro.textos(),
+             QStringList{QStringLiteral("UPDATE prova SET nome = 'P\\xC3O DE A\\xC7\\xDACAR'")});
+    QCOMPARE(m_servidor->consulta(QStringLiteral("SELECT DISTINCT nome FROM prova")),
+             QList<QStringList>{{QStringLiteral("PÃO DE AÇÚCAR")}});
+}
+
+void TstSupport::logOfThisProgramOnly() {
+    StatementLog registro(*m_servidor);
+    Odbc odbc;
+    m_servidor->executa(QStringLiteral("UPDATE prova SET nome = 'do teste'"));
+    QCOMPARE(odbc.executa("UPDATE prova SET nome = 'do programa'"), QString());
+    QCOMPARE(registro.textos(), QStringList{QStringLiteral("UPDATE prova SET nome = 'do programa'")});
+}
+
+void TstSupport::cutBeforeEachStatement_data() {
+    QTest::addColumn<int>("k");
+    for (int k = 1; k <= 6; ++k) {
+        QTest::newRow(qPrintable(QString::number(k))) << k;
+    }
+}
+
+void TstSupport::cutBeforeEachStatement() {
+    QFETCH(int, k);
+    FaultProxy proxy(m_servidor->socket());
+    m_servidor->usaSocket(proxy.socket());
+    StatementLog registro(*m_servidor);
+    Odbc odbc;
+    QCOMPARE(odbc.estado(), QString());
+    m_servidor->executa(QStringLiteral("DELETE FROM prova"));
+
+    QList<QByteArray> sqls;
+    for (int i = 1; i <= 6; ++i) {
+        sqls += i % 2 == 1 ? "INSERT INTO prova (id) VALUES (" + QByteArray::number(i) + ")"
+                           : "SELECT COUNT(*) AS n" + QByteArray::number(i) + " FROM prova";
+    }
+    proxy.cortaAntesDe(k);
+    QStringList falhas;
+    for (const QByteArray& sql : sqls) {
+        falhas += odbc.executa(sql);
+    }
+    for (int i = 1; i <= 6; ++i) {
+        const QString& falha = falhas[i - 1];
+        // The driver finds the loss at the statement that is cut, and knows of it from then on.
+        QCOMPARE(falha.left(5), i < k    ? QString()
+                                : i == k ? QStringLiteral("08S01")
+                                         : QStringLiteral("08003"));
+    }
+    QCOMPARE(proxy.textos(), sqls.mid(0, k - 1));
+    QCOMPARE(proxy.cortado(), sqls[k - 1]);
+    QStringList recebidos;
+    for (const QByteArray& sql : sqls.mid(0, k - 1)) {
+        recebidos += QString::fromUtf8(sql);
+    }
+    QCOMPARE(registro.textos(), StatementLog::esperado(recebidos));
+    // Statements 1, 3 and 5 insert: those below k did.
+    QCOMPARE(m_servidor->consulta(QStringLiteral("SELECT COUNT(*) FROM prova"))[0][0],
+             QString::number(k / 2));
+
+    Odbc nova;
+    QCOMPARE(nova.valor("SELECT 7"), QByteArray("7"));
+}
+
+void TstSupport::noCutWhenNoneIsDue() {
+    FaultProxy proxy(m_servidor->socket());
+    m_servidor->usaSocket(proxy.socket());
+    Odbc odbc;
+    QVERIFY(!proxy.textos().isEmpty());
+    proxy.cortaAntesDe(2);
+    QCOMPARE(odbc.valor("SELECT 1"), QByteArray("1"));
+    proxy.marca();
+    QCOMPARE(proxy.textos(), QList<QByteArray>());
+    QCOMPARE(odbc.valor("SELECT 2"), QByteArray("2"));
+    QCOMPARE(odbc.valor("SELECT 3"), QByteArray("3"));
+    QCOMPARE(proxy.textos(), (QList<QByteArray>{"SELECT 2", "SELECT 3"}));
+    QVERIFY(proxy.cortado().isNull());
+}
+
+void TstSupport::proxyKeepsEveryByte() {
+    FaultProxy proxy(m_servidor->socket());
+    m_servidor->usaSocket(proxy.socket());
+    m_servidor->usaCharset(QStringLiteral("latin1"));
+    Odbc odbc;
+    proxy.marca();
+    // The last two do not parse, one to be prepared and one to be executed at once.
+    const QList<QByteArray> sqls{"UPDATE  prova SET nome = 'P\xC3O  '", "SELECT nome  FROM prova",
+                                 "SELECT nome FROM", "UPDATE prova SET"};
+    QCOMPARE(odbc.executa(sqls[0]), QString());
+    QCOMPARE(odbc.executa(sqls[1]), QString());
+    QVERIFY(!odbc.executa(sqls[2]).isEmpty());
+    QVERIFY(!odbc.executa(sqls[3]).isEmpty());
+    QCOMPARE(proxy.textos(), sqls);
+
+    // The driver cuts blanks off the ends before it sends; the tests' own connection does not.
+    proxy.marca();
+    QCOMPARE(odbc.executa("  UPDATE prova SET nome = 'a'  "), QString());
+    AdminConnection propria(proxy.socket());
+    propria.executa(QStringLiteral("  DO 1 ; "));
+    QCOMPARE(proxy.textos(), (QList<QByteArray>{"UPDATE prova SET nome = 'a'", "  DO 1 ; "}));
+}
+
+void TstSupport::proxyPassesLongStatements() {
+    // Left so: other test programs on the same server may be about to rely on it.
+    m_servidor->executa(QStringLiteral("SET GLOBAL max_allowed_packet = 67108864"));
+    FaultProxy proxy(m_servidor->socket());
+    m_servidor->usaSocket(proxy.socket());
+    Odbc odbc;
+    proxy.cortaAntesDe(4);
+
+    // Below, at and above the 16777215 bytes, one of them the command's own, that a packet holds.
+    const QByteArray inicio = "UPDATE prova SET texto = '";
+    const QByteArray fim = "' WHERE id = 1";
+    for (const qsizetype total : {16777213, 16777214, 40000000}) {
+        const qsizetype conteudo = total - inicio.size() - fim.size();
+        const QByteArray sql = inicio + QByteArray(conteudo, 'x') + fim;
+        QCOMPARE(odbc.executa(sql), QString());
+        QVERIFY(proxy.textos().last() == sql);
+        QCOMPARE(m_servidor->consulta(QStringLiteral("SELECT LENGTH(texto) FROM prova WHERE id = 1"))[0][0],
+                 QString::number(conteudo));
+    }
+    const QByteArray longo = inicio + QByteArray(20000000, 'y') + fim;
+    QVERIFY(odbc.executa(longo).startsWith(QStringLiteral("08S01")));
+    QVERIFY(proxy.cortado() == longo);
+    QCOMPARE(m_servidor->consulta(QStringLiteral("SELECT LEFT(texto, 1) FROM prova WHERE id = 1"))[0][0],
+             QStringLiteral("x"));
+}
+
+void TstSupport::proxyInFrontOfNothing() {
+    FaultProxy proxy(m_servidor->socket() + QStringLiteral(".nenhum"));
+    m_servidor->usaSocket(proxy.socket());
+    Odbc odbc;
+    QVERIFY(!odbc.estado().isEmpty());
+}
+
+void TstSupport::boxesAreAnswered() {
+    ModalHelper modal;
+    modal.espera(QStringLiteral("Confirma?"), QMessageBox::Yes);
+    modal.espera(QStringLiteral("Confirma mesmo?"), QMessageBox::No);
+    modal.espera(QStringLiteral("Pronto."), QMessageBox::NoButton);
+    modal.esperaContendo(QStringLiteral("08S01"), QMessageBox::Ok);
+
+    const auto pergunta = [](const char* texto) {
+        return QMessageBox::question(nullptr, QStringLiteral("Atenção!!!"), QString::fromUtf8(texto));
+    };
+    QCOMPARE(pergunta("Confirma?"), QMessageBox::Yes);
+    QCOMPARE(pergunta("Confirma mesmo?"), QMessageBox::No);
+    QMessageBox::information(nullptr, QStringLiteral("Atenção!!!"), QStringLiteral("Pronto."));
+    QMessageBox erro(QMessageBox::Critical, QStringLiteral("Erro"), QStringLiteral("Falhou"),
+                     QMessageBox::Ok);
+    erro.setDetailedText(QStringLiteral("SQLSTATE 08S01"));
+    QCOMPARE(erro.exec(), int(QMessageBox::Ok));
+
+    QCOMPARE(modal.confere(), QString());
+    QCOMPARE(modal.caixas().size(), 4);
+    QCOMPARE(modal.caixas()[0].titulo, QStringLiteral("Atenção!!!"));
+    QCOMPARE(modal.caixas()[0].icone, QMessageBox::Question);
+    QCOMPARE(modal.caixas()[0].botoes, QMessageBox::Yes | QMessageBox::No);
+    QCOMPARE(modal.caixas()[2].texto, QStringLiteral("Pronto."));
+    QCOMPARE(modal.caixas()[2].icone, QMessageBox::Information);
+    QCOMPARE(modal.caixas()[3].detalhes, QStringLiteral("SQLSTATE 08S01"));
+}
+
+void TstSupport::unannouncedBoxIsClosed() {
+    ModalHelper modal;
+    QCOMPARE(QMessageBox::question(nullptr, QString(), QStringLiteral("Surpresa")), QMessageBox::No);
+    QVERIFY(modal.confere().contains(QStringLiteral("Surpresa")));
+    QCOMPARE(modal.caixas().size(), 1);
+}
+
+void TstSupport::unannouncedBoxWithNoWayOutIsClosed() {
+    ModalHelper modal;
+    QMessageBox caixa(QMessageBox::Question, QString(), QStringLiteral("Sem saída"),
+                      QMessageBox::Yes | QMessageBox::YesToAll);
+    caixa.exec();
+    QVERIFY(modal.confere().contains(QStringLiteral("Sem saída")));
+}
+
+void TstSupport::missingBoxIsTold() {
+    ModalHelper modal;
+    modal.espera(QStringLiteral("Nunca vem"), QMessageBox::Ok);
+    QVERIFY(modal.confere().contains(QStringLiteral("Nunca vem")));
+}
+
+void TstSupport::wrongOrderIsTold() {
+    ModalHelper modal;
+    modal.espera(QStringLiteral("A"), QMessageBox::Ok);
+    modal.espera(QStringLiteral("B"), QMessageBox::Ok);
+    QMessageBox::information(nullptr, QString(), QStringLiteral("B"));
+    QMessageBox::information(nullptr, QString(), QStringLiteral("A"));
+    QVERIFY(modal.confere().startsWith(QStringLiteral("unannounced box: B")));
+    QCOMPARE(modal.caixas().size(), 2);
+}
+
+void TstSupport::missingButtonIsTold() {
+    ModalHelper modal;
+    modal.espera(QStringLiteral("Só OK"), QMessageBox::Yes);
+    QMessageBox::information(nullptr, QString(), QStringLiteral("Só OK"));
+    QVERIFY(modal.confere().contains(QStringLiteral("without the button")));
+}
+
+void TstSupport::boxInsideWindow() {
+    QDialog janela;
+    auto* botao = new QPushButton(QStringLiteral("Gravar"), &janela);
+    auto resposta = QMessageBox::NoButton;
+    QObject::connect(botao, &QPushButton::clicked, &janela, [&] {
+        resposta = QMessageBox::question(&janela, QString(), QStringLiteral("Grava?"));
+        janela.accept();
+    });
+
+    ModalHelper modal;
+    QWidget* vista = nullptr;
+    modal.aoAbrir([&](QWidget* aberta) {
+        vista = aberta;
+        QTest::mouseClick(aberta->findChild<QPushButton*>(), Qt::LeftButton);
+    });
+    modal.espera(QStringLiteral("Grava?"), QMessageBox::Yes);
+    QCOMPARE(janela.exec(), int(QDialog::Accepted));
+    QCOMPARE(resposta, QMessageBox::Yes);
+    QCOMPARE(vista, &janela);
+    QCOMPARE(modal.confere(), QString());
+}
+
+void TstSupport::sameBoxTwice() {
+    ModalHelper modal;
+    QMessageBox caixa(QMessageBox::Information, QString(), QStringLiteral("De novo"), QMessageBox::Ok);
+    for (int i = 0; i < 20; ++i) {
+        modal.espera(QStringLiteral("De novo"), QMessageBox::Ok);
+        QCOMPARE(caixa.exec(), int(QMessageBox::Ok));
+    }
+    QCOMPARE(modal.confere(), QString());
+    QCOMPARE(modal.caixas().size(), 20);
+}
+
+void TstSupport::windowLeftOpenIsTold() {
+    ModalHelper modal;
+    modal.aoAbrir([](QWidget*) {});
+    QDialog janela;
+    QCOMPARE(janela.exec(), int(QDialog::Rejected));
+    QVERIFY(modal.confere().contains(QStringLiteral("left open")));
+}
+
+void TstSupport::unannouncedWindowIsClosed() {
+    ModalHelper modal;
+    modal.espera(QStringLiteral("Uma caixa"), QMessageBox::Ok);
+    QDialog janela;
+    janela.setObjectName(QStringLiteral("Intrusa"));
+    QCOMPARE(janela.exec(), int(QDialog::Rejected));
+    QVERIFY(modal.confere().contains(QStringLiteral("Intrusa")));
+}
+
+QTEST_MAIN(TstSupport)
+#include "tst_support.moc"
