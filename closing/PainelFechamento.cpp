@@ -13,6 +13,7 @@
 
 #include <QApplication>
 #include <QCloseEvent>
+#include <QScreen>
 #include <QShortcut>
 
 using namespace Qt::StringLiterals;
@@ -32,6 +33,9 @@ PainelFechamento::PainelFechamento(QWidget* parent)
       m_progresso(new ProgressoLote(this)) {
     ui->setupUi(this);
     statusBar()->addPermanentWidget(m_progresso, 1);
+    // On a small screen, or a large scale, the window opens no larger than what there is.
+    resize(size().boundedTo(screen()->availableSize() -
+                            QSize(0, style()->pixelMetric(QStyle::PM_TitleBarHeight))));
     m_contaCTB.fill(esquema::contaAusente.toString());
     ui->Text1->setFixedWidth(twipsToPixels(this, larguraDoTotalTwips));
     ui->picSucesso->setPixmap(pictures::check().pixmap(ladoDaImagem));

@@ -28,4 +28,11 @@ void GridDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
     qvariant_cast<QIcon>(decoration).paint(painter, place);
 }
 
+// In a row of one line a wrapped text would lose its whole last word instead of its last letters.
+void GridDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const {
+    QStyledItemDelegate::initStyleOption(option, index);
+    if (option->rect.height() < 2 * option->fontMetrics.lineSpacing())
+        option->features &= ~QStyleOptionViewItem::WrapText;
+}
+
 } // namespace tarvessa
