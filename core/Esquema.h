@@ -9,6 +9,7 @@ namespace tarvessa::esquema {
 // Column names, letter case ignored by the reader
 
 namespace orcamento {
+inline constexpr QStringView id = u"id";
 inline constexpr QStringView nrPedido = u"nrpedido";
 inline constexpr QStringView tipoOperacao = u"TipoOperacao";
 inline constexpr QStringView codigoCli = u"codigocli";
@@ -16,11 +17,15 @@ inline constexpr QStringView nomeVendedor = u"nomevendedor";
 inline constexpr QStringView vendedor = u"Vendedor";
 inline constexpr QStringView codigo = u"codigo";
 inline constexpr QStringView quantidade = u"quantidade";
+inline constexpr QStringView unitario = u"unitario";
 inline constexpr QStringView totalPed = u"totalped";
+inline constexpr QStringView situacao = u"situacaoorc";
+inline constexpr QStringView dataAbertura = u"dataabertura";
 } // namespace orcamento
 
 namespace clientes {
 inline constexpr QStringView nome = u"nome";
+inline constexpr QStringView fantasia = u"fantasia";
 inline constexpr QStringView cidade = u"cidade";
 inline constexpr QStringView prazo = u"prazo";
 inline constexpr QStringView formaPg = u"formapg";
@@ -28,7 +33,13 @@ inline constexpr QStringView colunaPreco = u"colunapreco";
 inline constexpr QStringView cnpjCpf = u"CNPJ_CPF";
 } // namespace clientes
 
+namespace produtos {
+inline constexpr QStringView descricao = u"descricao";
+} // namespace produtos
+
 namespace empresa {
+inline constexpr QStringView contadorPv = u"contadorPV";
+inline constexpr QStringView ultPedido = u"ultpedido";
 inline constexpr QStringView contaCtb1 = u"ContaCTB1";
 inline constexpr QStringView pafEcf = u"PAF_ECF";
 } // namespace empresa
@@ -45,6 +56,14 @@ inline constexpr QStringView quantidade = u"quantidade";
 
 // Value codes
 
+/// `orcamento`.`TipoOperacao`
+inline constexpr QStringView dav = u"D";
+inline constexpr QStringView preVenda = u"P";
+
+/// `orcamento`.`situacaoorc`; any other open document has 'A' or 'C'
+inline constexpr QStringView fechado = u"B";
+inline constexpr QStringView cancelado = u"X";
+
 /// `Finalizadoras`.`avista`, `produtos`.`ativo`, `clientes`.`ativocad`, `vendedores`.`Ativo`
 inline constexpr QStringView sim = u"S";
 
@@ -55,6 +74,7 @@ inline constexpr QStringView ligado = u"SIM";
 inline constexpr QStringView dinheiro = u"DINHEIRO";
 inline constexpr QStringView cartao = u"CARTÃO";
 inline constexpr QStringView cheque = u"CHEQUE";
+inline constexpr QStringView boleto = u"BOLETO";
 inline constexpr QStringView ticket = u"TICKET";
 inline constexpr QStringView outros = u"OUTROS";
 inline constexpr QStringView nenhumaForma = u"(Nenhuma)";
