@@ -20,6 +20,7 @@ void GridDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
     QStyleOptionViewItem background = option;
     initStyleOption(&background, index);
     background.features &= ~QStyleOptionViewItem::HasDecoration;
+    background.icon = {};
     background.text.clear();
     option.widget->style()->drawControl(QStyle::CE_ItemViewItem, &background, painter, option.widget);
     const int side = qMin(largestPicture, option.rect.height() - pictureMargin);
