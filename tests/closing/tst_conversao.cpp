@@ -1,6 +1,6 @@
 // Turning DAVs into pre-sales, and the numbers they get.
 
-#include "closing/Bancada.h"
+#include "closing/Balcao.h"
 #include "closing/Colunas.h"
 #include "core/AcessoDados.h"
 #include "platform/RuntimeError.h"
@@ -44,7 +44,7 @@ class TestConversao : public QObject {
     Q_OBJECT
 
   private:
-    Bancada m;
+    Balcao m;
 
     /// A DAV of two lines and, unless told otherwise, one note; lines and note carry its number.
     void dav(int numero, const QString& cliente, const QString& vendedor, bool comNota = true) {

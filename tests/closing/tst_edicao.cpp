@@ -1,6 +1,6 @@
 // Correcting the customers' terms in the listing grid, with real clicks and keys.
 
-#include "closing/Bancada.h"
+#include "closing/Balcao.h"
 #include "closing/Colunas.h"
 #include "platform/TextBox.h"
 #include "support/ModalHelper.h"
@@ -34,7 +34,7 @@ class TestEdicao : public QObject {
     Q_OBJECT
 
   private:
-    Bancada m;
+    Balcao m;
 
     /// One pre-sale, 1, of customer C1 with these terms, listed and shown.
     void umaPv(int prazo, const QString& forma, const QString& tabela = u"1"_s) {
@@ -131,8 +131,8 @@ class TestEdicao : public QObject {
 
         m.clica(1, coluna);
         QVERIFY(m.editor()->hasFocus());
-        Bancada::digita(digitado);
-        Bancada::tecla(Qt::Key_Return);
+        Balcao::digita(digitado);
+        Balcao::tecla(Qt::Key_Return);
 
         QVERIFY(!m.editor()->isVisible());
         QVERIFY(m.focoNaGrade());
@@ -146,12 +146,12 @@ class TestEdicao : public QObject {
     void apagaOTexto() {
         umaPv(30, u"BOLETO"_s, u"3"_s);
         m.clica(1, colunas::Tabela);
-        Bancada::tecla(Qt::Key_Delete);
+        Balcao::tecla(Qt::Key_Delete);
         QCOMPARE(m.editor()->text(), QString());
-        Bancada::tecla(Qt::Key_Return);
+        Balcao::tecla(Qt::Key_Return);
         m.clica(1, colunas::DiasVenc);
-        Bancada::tecla(Qt::Key_Delete);
-        Bancada::tecla(Qt::Key_Return);
+        Balcao::tecla(Qt::Key_Delete);
+        Balcao::tecla(Qt::Key_Return);
         QCOMPARE(m.textos(),
                  QStringList({gravaTabela(u"0"_s, u"1111"_s), gravaTermos(u" 0"_s, u"BOLETO"_s)}));
         QCOMPARE(termosNaTela(), QStringList({u"0"_s, u"BOLETO"_s, u"0"_s}));
@@ -161,10 +161,10 @@ class TestEdicao : public QObject {
         umaPv(30, u"BOLETO"_s);
         QGuiApplication::clipboard()->setText(u"15' or 1=1\n-- x"_s);
         m.clica(1, colunas::DiasVenc);
-        Bancada::tecla(Qt::Key_V, Qt::ControlModifier);
+        Balcao::tecla(Qt::Key_V, Qt::ControlModifier);
         QVERIFY(!m.editor()->text().contains(u'\''));
         QVERIFY(!m.editor()->text().contains(u'\n'));
-        Bancada::tecla(Qt::Key_Return);
+        Balcao::tecla(Qt::Key_Return);
         QCOMPARE(m.textos(), QStringList{gravaTermos(u" 15"_s, u"BOLETO"_s)});
     }
 
@@ -191,9 +191,9 @@ class TestEdicao : public QObject {
         m.clica(1, colunas::FormaPagto);
         QVERIFY(m.combo()->hasFocus());
         QCOMPARE(m.combo()->currentText(), forma);
-        Bancada::digita(escolhida.first(2)); // the list finds what one types
+        Balcao::digita(escolhida.first(2)); // the list finds what one types
         QCOMPARE(m.combo()->currentText(), escolhida);
-        Bancada::tecla(Qt::Key_Return);
+        Balcao::tecla(Qt::Key_Return);
         QVERIFY(!m.combo()->isVisible());
         QVERIFY(m.focoNaGrade());
         const QString ponto = (prazoNovo.startsWith(u'-') ? QString() : u" "_s) + prazoNovo;
@@ -206,14 +206,14 @@ class TestEdicao : public QObject {
         umaPv(30, u"VALE"_s);
         m.clica(1, colunas::FormaPagto);
         QCOMPARE(m.combo()->currentIndex(), -1);
-        Bancada::tecla(Qt::Key_Return);
+        Balcao::tecla(Qt::Key_Return);
         m.clica(1, colunas::FormaPagto);
-        Bancada::tecla(Qt::Key_Escape);
+        Balcao::tecla(Qt::Key_Escape);
         QCOMPARE(m.textos(), QStringList());
         QCOMPARE(termosNaTela(), QStringList({u"30"_s, u"VALE"_s, u"1"_s}));
         m.clica(1, colunas::FormaPagto);
-        Bancada::tecla(Qt::Key_Down);
-        Bancada::tecla(Qt::Key_Return);
+        Balcao::tecla(Qt::Key_Down);
+        Balcao::tecla(Qt::Key_Return);
         QCOMPARE(m.textos(), QStringList{gravaTermos(u" 0"_s, u"DINHEIRO"_s)});
     }
 
@@ -222,7 +222,7 @@ class TestEdicao : public QObject {
         m.servidor.executa(u"DELETE FROM Finalizadoras WHERE Descricao IN ('BOLETO','CARTÃO')"_s);
         m.clica(1, colunas::FormaPagto);
         QCOMPARE(m.combo()->currentText(), u"BOLETO"_s);
-        Bancada::tecla(Qt::Key_Return);
+        Balcao::tecla(Qt::Key_Return);
         QCOMPARE(m.textos(), QStringList{gravaTermos(u" 30"_s, u"BOLETO"_s)});
     }
 
@@ -230,14 +230,14 @@ class TestEdicao : public QObject {
         umaPv(30, u"BOLETO"_s);
         m.servidor.executa(u"DELETE FROM clientes"_s);
         m.clica(1, colunas::DiasVenc);
-        Bancada::digita(u"5"_s);
-        Bancada::tecla(Qt::Key_Return);
+        Balcao::digita(u"5"_s);
+        Balcao::tecla(Qt::Key_Return);
         m.clica(1, colunas::Tabela);
-        Bancada::digita(u"2"_s);
-        Bancada::tecla(Qt::Key_Return);
+        Balcao::digita(u"2"_s);
+        Balcao::tecla(Qt::Key_Return);
         m.clica(1, colunas::FormaPagto);
-        Bancada::digita(u"CA"_s);
-        Bancada::tecla(Qt::Key_Return);
+        Balcao::digita(u"CA"_s);
+        Balcao::tecla(Qt::Key_Return);
         QCOMPARE(m.textos(), QStringList({gravaTermos(u" 5"_s, u"BOLETO"_s), gravaTabela(u"2"_s, u"0100"_s),
                                           gravaTermos(u" 5"_s, u"CARTÃO"_s)}));
         QCOMPARE(m.valor(u"SELECT COUNT(*) FROM clientes"_s), u"0"_s);
@@ -258,8 +258,8 @@ class TestEdicao : public QObject {
         QFETCH(QString, comando);
         umaPv(30, u"BOLETO"_s, u"2"_s);
         m.clica(1, coluna);
-        Bancada::digita(coluna == colunas::FormaPagto ? u"CA"_s : u"9"_s);
-        Bancada::tecla(Qt::Key_Escape);
+        Balcao::digita(coluna == colunas::FormaPagto ? u"CA"_s : u"9"_s);
+        Balcao::tecla(Qt::Key_Escape);
         QVERIFY(!m.editor()->isVisible() && !m.combo()->isVisible());
         QVERIFY(m.focoNaGrade());
         QVERIFY(m.painel().isVisible());
@@ -278,7 +278,7 @@ class TestEdicao : public QObject {
             connect(qApp, &QCoreApplication::aboutToQuit, this, [&encerrou] { encerrou = true; });
         m.clica(1, colunas::DiasVenc);
         // Only a running loop can be ended.
-        QTimer::singleShot(0, this, [] { Bancada::tecla(Qt::Key_Escape); });
+        QTimer::singleShot(0, this, [] { Balcao::tecla(Qt::Key_Escape); });
         QTimer::singleShot(600, qApp, [] { QCoreApplication::exit(7); });
         QCOMPARE(QCoreApplication::exec(), 7);
         disconnect(ligacao);
@@ -293,14 +293,14 @@ class TestEdicao : public QObject {
     void tabGravaEVoltaAGrade() {
         umaPv(0, u"PIX"_s);
         m.clica(1, colunas::Tabela);
-        Bancada::digita(u"4"_s);
-        Bancada::tecla(Qt::Key_Tab);
+        Balcao::digita(u"4"_s);
+        Balcao::tecla(Qt::Key_Tab);
         QCOMPARE(m.textos(), QStringList{gravaTabela(u"4"_s, u"0001"_s)});
         QVERIFY(m.focoNaGrade());
         m.marca();
         m.clica(1, colunas::FormaPagto);
-        Bancada::digita(u"BO"_s);
-        Bancada::tecla(Qt::Key_Backtab, Qt::ShiftModifier);
+        Balcao::digita(u"BO"_s);
+        Balcao::tecla(Qt::Key_Backtab, Qt::ShiftModifier);
         QCOMPARE(m.textos(), QStringList{gravaTermos(u" 7"_s, u"BOLETO"_s)});
         QVERIFY(m.focoNaGrade());
     }
@@ -312,7 +312,7 @@ class TestEdicao : public QObject {
         const int um = m.linhaDe(1);
         const int dois = m.linhaDe(2);
         m.clica(um, colunas::DiasVenc);
-        Bancada::digita(u"31"_s);
+        Balcao::digita(u"31"_s);
         m.clica(dois, colunas::DiasVenc);
         QCOMPARE(m.textos(), QStringList{gravaTermos(u" 31"_s, u"BOLETO"_s)});
         QVERIFY(m.editor()->hasFocus());
@@ -323,7 +323,7 @@ class TestEdicao : public QObject {
         QVERIFY(m.combo()->hasFocus());
         QVERIFY(!m.editor()->isVisible());
         m.clica(um, colunas::DiasVenc);
-        Bancada::tecla(Qt::Key_Return);
+        Balcao::tecla(Qt::Key_Return);
         QCOMPARE(m.textos(),
                  QStringList({gravaTermos(u" 31"_s, u"BOLETO"_s),
                               u"Update Clientes Set Prazo= 10, FormaPG='BOLETO' Where Codigo='C2'"_s,
@@ -337,7 +337,7 @@ class TestEdicao : public QObject {
         ModalHelper caixas;
         caixas.espera(foraDaFaixa, QMessageBox::Ok);
         m.clica(1, colunas::Tabela);
-        Bancada::digita(u"5"_s);
+        Balcao::digita(u"5"_s);
         m.clica(2, colunas::Selecao);
         QTest::qWait(50);
         QCOMPARE(caixas.confere(), QString());
@@ -353,7 +353,7 @@ class TestEdicao : public QObject {
     void outraJanelaEFecharNaoGravam() {
         umaPv(30, u"BOLETO"_s);
         m.clica(1, colunas::DiasVenc);
-        Bancada::digita(u"44"_s);
+        Balcao::digita(u"44"_s);
         QWidget outra;
         outra.show();
         outra.activateWindow();
@@ -379,7 +379,7 @@ class TestEdicao : public QObject {
         caixas.espera(u"Lembrando que os pedidos de cliente com CPF serão cancelados."_s, QMessageBox::Ok);
         caixas.espera(u"Processamento efetuado com sucesso."_s, QMessageBox::Ok);
         m.clica(1, colunas::DiasVenc);
-        Bancada::digita(u"12"_s);
+        Balcao::digita(u"12"_s);
         m.clica("Command4");
         QCOMPARE(caixas.confere(), QString());
         QCOMPARE(m.textos().value(0), gravaTermos(u" 12"_s, u"BOLETO"_s));
@@ -390,7 +390,7 @@ class TestEdicao : public QObject {
         umaPv(30, u"BOLETO"_s);
         m.botao("Command3")->setEnabled(true);
         m.clica(1, colunas::DiasVenc);
-        Bancada::digita(u"13"_s);
+        Balcao::digita(u"13"_s);
         QTest::keyClick(m.painel().windowHandle(), Qt::Key_C, Qt::AltModifier);
         QTRY_COMPARE(m.textos().size(), 2);
         QCOMPARE(m.textos()[0], gravaTermos(u" 13"_s, u"BOLETO"_s));
@@ -403,7 +403,7 @@ class TestEdicao : public QObject {
         ModalHelper caixas;
         caixas.espera(foraDaFaixa, QMessageBox::Ok);
         m.clica(1, colunas::Tabela);
-        Bancada::digita(u"7"_s);
+        Balcao::digita(u"7"_s);
         QTest::keyClick(m.painel().windowHandle(), Qt::Key_E, Qt::AltModifier);
         QTRY_COMPARE(caixas.caixas().size(), 1);
         QTest::qWait(300); // a pressed button clicks a little later
@@ -454,19 +454,19 @@ class TestEdicao : public QObject {
         umaPv(30, u"BOLETO"_s);
         m.grade()->setFocus();
         m.grade()->setCurrentCell(1, colunas::Total);
-        Bancada::tecla(Qt::Key_Right);
-        Bancada::tecla(Qt::Key_Space);
+        Balcao::tecla(Qt::Key_Right);
+        Balcao::tecla(Qt::Key_Space);
         QVERIFY(m.editor()->hasFocus());
         QCOMPARE(m.editor()->text(), u"30"_s);
-        Bancada::digita(u"21"_s);
-        Bancada::tecla(Qt::Key_Enter);
+        Balcao::digita(u"21"_s);
+        Balcao::tecla(Qt::Key_Enter);
         QCOMPARE(m.celula(1, colunas::DiasVenc), u"21"_s);
         QVERIFY(m.focoNaGrade());
 
-        Bancada::tecla(Qt::Key_Right);
-        Bancada::tecla(Qt::Key_Space);
+        Balcao::tecla(Qt::Key_Right);
+        Balcao::tecla(Qt::Key_Space);
         QVERIFY(m.combo()->hasFocus());
-        Bancada::tecla(Qt::Key_Down, Qt::AltModifier);
+        Balcao::tecla(Qt::Key_Down, Qt::AltModifier);
         QTRY_VERIFY(m.combo()->view()->isVisible());
         QTest::keyClick(m.combo()->view(), Qt::Key_Down);
         QTest::keyClick(m.combo()->view(), Qt::Key_Return);
@@ -474,7 +474,7 @@ class TestEdicao : public QObject {
         QVERIFY(m.combo()->hasFocus());
         QCOMPARE(m.combo()->currentText(), u"PIX"_s);
         QCOMPARE(m.textos().size(), 1);
-        Bancada::tecla(Qt::Key_Return);
+        Balcao::tecla(Qt::Key_Return);
         QCOMPARE(m.celula(1, colunas::FormaPagto), u"PIX"_s);
         QCOMPARE(m.textos().size(), 2);
     }
@@ -505,8 +505,8 @@ class TestEdicao : public QObject {
         m.documento(u"D"_s, 9, u"C1"_s, u"ANA"_s, {{u"X"_s, u"1"_s, u"1"_s}});
         m.abre();
         m.clica(1, colunas::Tabela);
-        Bancada::digita(u"4"_s);
-        Bancada::tecla(Qt::Key_Return);
+        Balcao::digita(u"4"_s);
+        Balcao::tecla(Qt::Key_Return);
         QCOMPARE(m.textos(), QStringList{gravaTabela(u"4"_s, u"0001"_s)});
     }
 
@@ -514,8 +514,8 @@ class TestEdicao : public QObject {
         m.preVenda(2, u"C1"_s);
         umaPv(30, u"BOLETO"_s);
         m.clica(1, colunas::DiasVenc);
-        Bancada::digita(u"60"_s);
-        Bancada::tecla(Qt::Key_Return);
+        Balcao::digita(u"60"_s);
+        Balcao::tecla(Qt::Key_Return);
         QCOMPARE(m.celula(1, colunas::DiasVenc), u"60"_s);
         QCOMPARE(m.celula(2, colunas::DiasVenc), u"30"_s);
         QCOMPARE(termosGravados()[0], u"60"_s);
@@ -533,11 +533,11 @@ class TestEdicao : public QObject {
     void falhaAoGravarDeixaACelula() {
         umaPv(30, u"DINHEIRO"_s);
         m.clica(1, colunas::DiasVenc);
-        Bancada::digita(u"5"_s);
+        Balcao::digita(u"5"_s);
         m.servidor.mataConexoesDoPrograma();
         ModalHelper caixas;
         caixas.esperaContendo(u"A conexão com o banco de dados foi perdida"_s, QMessageBox::Ok);
-        Bancada::tecla(Qt::Key_Return);
+        Balcao::tecla(Qt::Key_Return);
         QCOMPARE(caixas.confere(), QString());
         QVERIFY(!m.editor()->isVisible());
         QCOMPARE(termosNaTela(), QStringList({u"30"_s, u"DINHEIRO"_s, u"1"_s}));

@@ -1,4 +1,4 @@
-#include "closing/Bancada.h"
+#include "closing/Balcao.h"
 
 #include "core/AcessoDados.h"
 
@@ -20,13 +20,13 @@ QString aspas(const QString& texto) {
 
 } // namespace
 
-Bancada::Bancada() = default;
+Balcao::Balcao() = default;
 
-Bancada::~Bancada() {
+Balcao::~Balcao() {
     fecha();
 }
 
-void Bancada::zera() {
+void Balcao::zera() {
     // Much faster than making the tables anew.
     for (const char* tabela : {"orcamento", "orcamento_controle", "observacao", "clientes", "produtos",
                                "Finalizadoras", "empresa", "areceber", "caixa", "logestoque"})
@@ -37,22 +37,22 @@ void Bancada::zera() {
         "(3,'BOLETO','N'), (4,'PIX','S'), (5,'CHEQUE PRÉ','N')"_s);
 }
 
-void Bancada::cliente(const QString& codigo, const QString& nome, int prazo, const QString& forma,
-                      const QString& tabela) {
+void Balcao::cliente(const QString& codigo, const QString& nome, int prazo, const QString& forma,
+                     const QString& tabela) {
     servidor.executa(u"INSERT INTO clientes (codigo, nome, fantasia, cidade, prazo, formapg, colunapreco, "
                      "tabelas_preco, CNPJ_CPF) VALUES (%1, %2, 'FANTASIA', 'CAMPINAS', %3, %4, %5, '9999', "
                      "'11222333000181')"_s.arg(aspas(codigo), aspas(nome), QString::number(prazo),
                                                aspas(forma), aspas(tabela)));
 }
 
-void Bancada::produto(const QString& codigo, const QStringList& precos) {
+void Balcao::produto(const QString& codigo, const QStringList& precos) {
     servidor.executa(
         u"INSERT INTO produtos (codfabr, descricao, Venda, Venda2, Venda3, Venda4) VALUES (%1, %2, %3)"_s.arg(
             aspas(codigo), aspas(u"PRODUTO "_s + codigo), precos.join(u',')));
 }
 
-void Bancada::documento(const QString& tipo, int numero, const QString& cliente, const QString& vendedor,
-                        const QList<Item>& itens) {
+void Balcao::documento(const QString& tipo, int numero, const QString& cliente, const QString& vendedor,
+                       const QList<Item>& itens) {
     QStringList linhas;
     for (const Item& item : itens)
         linhas += u"(%1, %2, 'A', %3, %4, 7, CURDATE(), %5, %6, %7, ROUND(%6*%7, 2))"_s.arg(
@@ -64,7 +64,7 @@ void Bancada::documento(const QString& tipo, int numero, const QString& cliente,
         linhas.join(u','));
 }
 
-void Bancada::abre() {
+void Balcao::abre() {
     m_painel = std::make_unique<PainelFechamento>();
     QVERIFY(m_painel->Form_Load());
     // Wide enough for all columns, whatever the screen.
@@ -77,23 +77,23 @@ void Bancada::abre() {
     marca();
 }
 
-void Bancada::fecha() {
+void Balcao::fecha() {
     m_painel.reset();
     EncerraBanco();
 }
 
-QPushButton* Bancada::botao(const char* nome) const {
+QPushButton* Balcao::botao(const char* nome) const {
     return m_painel->findChild<QPushButton*>(QLatin1StringView(nome));
 }
 
-int Bancada::linhaDe(int numero) const {
+int Balcao::linhaDe(int numero) const {
     for (int linha = 1; linha < grade()->rows(); ++linha)
         if (celula(linha, 0) == QString::number(numero))
             return linha;
     return 0;
 }
 
-QRect Bancada::lugar(int linha, int coluna) const {
+QRect Balcao::lugar(int linha, int coluna) const {
     QRect cell = grade()->cellRect(linha, coluna);
     cell.moveTopLeft(grade()->mapTo(editor()->parentWidget(), cell.topLeft()));
     return cell;
@@ -101,37 +101,37 @@ QRect Bancada::lugar(int linha, int coluna) const {
 
 // Through the window, so that each press and release goes to whatever lies under the pointer by then.
 
-void Bancada::clica(int linha, int coluna) {
+void Balcao::clica(int linha, int coluna) {
     QTest::mouseClick(m_painel->windowHandle(), Qt::LeftButton, Qt::NoModifier, naJanela(linha, coluna));
 }
 
-void Bancada::duploClique(int linha, int coluna) {
+void Balcao::duploClique(int linha, int coluna) {
     QTest::mouseDClick(m_painel->windowHandle(), Qt::LeftButton, Qt::NoModifier, naJanela(linha, coluna));
 }
 
-void Bancada::clica(const char* nomeDoBotao) {
+void Balcao::clica(const char* nomeDoBotao) {
     const QPushButton* alvo = botao(nomeDoBotao);
     QTest::mouseClick(m_painel->windowHandle(), Qt::LeftButton, Qt::NoModifier,
                       alvo->mapTo(m_painel.get(), alvo->rect().center()));
 }
 
-QPoint Bancada::naJanela(int linha, int coluna) const {
+QPoint Balcao::naJanela(int linha, int coluna) const {
     return grade()->mapTo(m_painel.get(), grade()->cellRect(linha, coluna).center());
 }
 
-void Bancada::tecla(Qt::Key tecla, Qt::KeyboardModifiers modificador) {
+void Balcao::tecla(Qt::Key tecla, Qt::KeyboardModifiers modificador) {
     QTest::keyClick(QApplication::focusWidget(), tecla, modificador);
     // Enter is passed on as a Tab through the event queue.
     QCoreApplication::processEvents();
 }
 
-void Bancada::digita(const QString& texto) {
+void Balcao::digita(const QString& texto) {
     for (const QChar c : texto)
         QTest::sendKeyEvent(QTest::Click, QApplication::focusWidget(), Qt::Key_unknown, QString(c),
                             Qt::NoModifier);
 }
 
-QString Bancada::valor(const QString& sql) {
+QString Balcao::valor(const QString& sql) {
     const QList<QStringList> resposta = linhas(sql);
     return resposta.isEmpty() ? u"(nenhuma linha)"_s : resposta[0][0];
 }

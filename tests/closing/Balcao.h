@@ -23,10 +23,10 @@ struct Item {
 
 /// The real panel on a database of its own, and hands to work it: clicks go to the middle of the cell, keys
 /// to whatever has the focus. Rows count from 1, as the grid's do.
-class Bancada {
+class Balcao {
   public:
-    Bancada();
-    ~Bancada();
+    Balcao();
+    ~Balcao();
 
     /// An empty database but for the company (counters 100 and 500) and the payment methods DINHEIRO and PIX
     /// (cash), CARTÃO, BOLETO and CHEQUE PRÉ.
