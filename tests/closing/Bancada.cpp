@@ -75,7 +75,7 @@ void Bancada::arruma() {
     fechaVisualizadores();
     m_servidor.usaCharset({});
     m_servidor.usaSocket(m_servidor.socket());
-    m_servidor.recria();
+    m_cenario.esvazia();
     for (const QString& pasta : {pastaDoPrograma(), pastaDeComandos()}) {
         QDir(pasta).removeRecursively();
         QDir().mkpath(pasta);

@@ -84,11 +84,25 @@ void Cenario::basico() {
     produto({.codigo = u"P1"_s});
 }
 
+// Only tables that hold something: emptying one costs the server many times what looking into it does.
+void Cenario::esvazia() {
+    for (const QString& tabela : tabelas())
+        if (!m_servidor.consulta(u"SELECT 1 FROM `%1` LIMIT 1"_s.arg(tabela)).isEmpty())
+            m_servidor.executa(u"TRUNCATE TABLE `%1`"_s.arg(tabela));
+}
+
 QMap<QString, QList<QStringList>> Cenario::retrato() {
-    QMap<QString, QList<QStringList>> tabelas;
-    for (const QStringList& tabela : m_servidor.consulta(u"SHOW TABLES"_s))
-        tabelas.insert(tabela[0], m_servidor.consulta(u"SELECT * FROM `%1` ORDER BY 1, 2"_s.arg(tabela[0])));
-    return tabelas;
+    QMap<QString, QList<QStringList>> todas;
+    for (const QString& tabela : tabelas())
+        todas.insert(tabela, m_servidor.consulta(u"SELECT * FROM `%1` ORDER BY 1, 2"_s.arg(tabela)));
+    return todas;
+}
+
+QStringList Cenario::tabelas() {
+    QStringList nomes;
+    for (const QStringList& linha : m_servidor.consulta(u"SHOW TABLES"_s))
+        nomes.append(linha[0]);
+    return nomes;
 }
 
 } // namespace tarvessa::teste

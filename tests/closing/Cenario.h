@@ -81,10 +81,15 @@ class Cenario {
     /// The company, the usual methods, customer C1 and product P1: what a document of defaults needs.
     void basico();
 
+    /// Empties every table and starts its generated keys anew.
+    void esvazia();
+
     /// Every row of every table, by table name.
     QMap<QString, QList<QStringList>> retrato();
 
   private:
+    QStringList tabelas();
+
     PrivateServer& m_servidor;
 };
 
