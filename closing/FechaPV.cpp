@@ -36,13 +36,22 @@ bool formaAvista(const QString& formaPG) {
     return avista;
 }
 
+// Letters, not UTF-16 units: half a character would be stored as a question mark.
+QString primeirasLetras(const QString& texto, int quantas) {
+    qsizetype fim = 0;
+    for (int letra = 0; letra < quantas && fim < texto.size(); ++letra)
+        fim += texto[fim].isHighSurrogate() ? 2 : 1;
+    return texto.left(fim);
+}
+
 QString comandoCaixa(qint32 nrPedido, const QString& nomeCli, const QString& formaPG, Dinheiro valor,
                      const QString& conta) {
     const QString numero = Formata(Dinheiro(nrPedido), u"#000,000");
     return u"insert into caixa Set cd_cta='"_s + conta + u"', DataCx='"_s + TextoSQL(Hoje()) +
-           u"', Historico= 'PEDIDO Nº "_s + numero + u"-"_s + nomeCli.left(letrasDoNomeNoCaixa).trimmed() +
-           u"', Valor="_s + valor.ponto() + u", Finaliza1='"_s + formaPG + u"', ValorFin1="_s +
-           valor.ponto() + u", CodigoLanc='PED:"_s + numero + u"', NrCaixa=0, USUARIO='PAINEL PV'"_s;
+           u"', Historico= 'PEDIDO Nº "_s + numero + u"-"_s +
+           primeirasLetras(nomeCli, letrasDoNomeNoCaixa).trimmed() + u"', Valor="_s + valor.ponto() +
+           u", Finaliza1='"_s + formaPG + u"', ValorFin1="_s + valor.ponto() + u", CodigoLanc='PED:"_s +
+           numero + u"', NrCaixa=0, USUARIO='PAINEL PV'"_s;
 }
 
 } // namespace
