@@ -69,6 +69,7 @@ void PainelFechamento::FechaPV(qint32 nrPedido, const QString& formaPG, Dinheiro
     const qint16 vendedor = codigoVend(rs.field(esquema::orcamento::vendedor));
     const QString codigoCli = rs.field(esquema::orcamento::codigoCli).text();
     const QString hora = Agora().toString(u"HH:mm"_s);
+    m_iniciadas.insert(nrPedido);
     if (!m_pafEcf)
         baixaEstoqueDaPV(nrPedido);
     rs.close();
@@ -81,6 +82,7 @@ void PainelFechamento::FechaPV(qint32 nrPedido, const QString& formaPG, Dinheiro
     Executa(comandoReceber(nrPedido, codigoCli, nome, formaPG, valor, vencto, vendedor, avista));
     Executa(comandoCaixa(nrPedido, nome, formaPG, valor, m_contaCTB[contaDoCaixa]));
     Executa(u"UPDATE Empresa SET UltimaPV="_s + numero);
+    m_iniciadas.remove(nrPedido);
 }
 
 // Walks the lines in rs; the deduction queries through a result of its own.

@@ -75,7 +75,6 @@ void PainelFechamento::DefineGrid() {
     m_editorTexto->close();
     m_editorForma->close();
     ui->Grid1->setRows(1);
-    m_iniciadas.clear();
     m_numerosDados.clear();
     for (const LarguraDeColuna& largura : larguras)
         ui->Grid1->setColumnTwips(largura.coluna, dav ? largura.dav : largura.pv);
