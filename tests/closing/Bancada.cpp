@@ -45,6 +45,7 @@ QWidget* visualizador() {
     return nullptr;
 }
 
+/// Scrolls the cell into view.
 QPoint centroDaCelula(Grid* grade, int linha, int coluna) {
     const QModelIndex celula = grade->model()->index(linha - 1, coluna);
     grade->scrollTo(celula);
@@ -55,7 +56,6 @@ QPoint centroDaCelula(Grid* grade, int linha, int coluna) {
 
 Bancada::Bancada() : m_cenario(m_servidor), m_caminhoAnterior(qgetenv("PATH")) {
     qputenv("PATH", QFile::encodeName(pastaDeComandos()));
-    qputenv("USERNAME", "MARIA");
     FixaRelogio(QDateTime(QDate(2024, 3, 15), QTime(14, 7, 9)));
     FixaPastaDoPrograma(pastaDoPrograma());
     QDir().mkpath(pastaDoPrograma());
@@ -134,6 +134,7 @@ void Bancada::clica(int linha, int coluna) const {
         QTest::mouseClick(grade()->viewport(), Qt::LeftButton, {}, centroDaCelula(grade(), linha, coluna));
         return;
     }
+    centroDaCelula(grade(), 1, coluna);
     const QHeaderView* cabecalho = grade()->horizontalHeader();
     const QPoint centro(cabecalho->sectionViewportPosition(coluna) + cabecalho->sectionSize(coluna) / 2,
                         cabecalho->height() / 2);

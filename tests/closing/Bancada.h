@@ -33,7 +33,7 @@ extern const QString inicieNovamente;
 } // namespace mensagens
 
 /// A workbench for the closing panel: a database, the clock at 15/03/2024 14:07:09, the program's folder in a
-/// temporary place, a desktop without a text viewer, the desktop's user "MARIA", and the panel itself.
+/// temporary place, a desktop without a text viewer, and the panel itself.
 class Bancada {
   public:
     Bancada();

@@ -4,6 +4,7 @@
 #include "closing/Colunas.h"
 #include "closing/PainelFechamento.h"
 #include "core/Dinheiro.h"
+#include "platform/HostUser.h"
 #include "platform/grid/Grid.h"
 #include "support/ModalHelper.h"
 #include "support/StatementLog.h"
@@ -32,7 +33,8 @@ const QString sqlEstoque =
 const QString sqlLinhas = u"select * from orcamento where NrPedido=%1 AND tipoOperacao = 'P'"_s;
 const QString sqlFicha = u"select codigo, codigoprod, quantidade from FichaTecnica where Codigoprod = '%1'"_s;
 const QString sqlLogEstoque =
-    u"INSERT INTO logestoque SET data = '2024-03-15', hora = '14:07:09', usuario = 'MARIA', "
+    u"INSERT INTO logestoque SET data = '2024-03-15', hora = '14:07:09', usuario = '"_s + hostUserName() +
+    u"', "
     "tela = 'FECHAMENTO DA PV Nº %1', codproduto = '%2', qtdLoja = %3"_s;
 const QString sqlSaida = u"update Produtos Set Ultima_Saida='2024-03-15',Quantidade=Quantidade - %1, "
                          "Nitem=Nitem%2 Where CodFabr='%3'"_s;
@@ -319,9 +321,9 @@ void TstFechamento::rowsWrittenByABill() {
     QCOMPARE(consulta(u"SELECT quantidade, Ultima_Saida, Nitem FROM produtos"_s),
              (QList<QStringList>{{u"90.000"_s, u"2024-03-15"_s, u"2"_s}}));
     QCOMPARE(consulta(u"SELECT data, hora, usuario, tela, codproduto, qtdLoja FROM logestoque ORDER BY id"_s),
-             (QList<QStringList>{{u"2024-03-15"_s, u"14:07:09"_s, u"MARIA"_s, u"FECHAMENTO DA PV Nº 55"_s,
+             (QList<QStringList>{{u"2024-03-15"_s, u"14:07:09"_s, hostUserName(), u"FECHAMENTO DA PV Nº 55"_s,
                                   u"P1"_s, u"-4.000"_s},
-                                 {u"2024-03-15"_s, u"14:07:09"_s, u"MARIA"_s, u"FECHAMENTO DA PV Nº 55"_s,
+                                 {u"2024-03-15"_s, u"14:07:09"_s, hostUserName(), u"FECHAMENTO DA PV Nº 55"_s,
                                   u"P1"_s, u"-6.000"_s}}));
     QCOMPARE(consulta(u"SELECT UltimaPV FROM empresa"_s), (QList<QStringList>{{u"55"_s}}));
     QCOMPARE(b->grade()->rows(), 1);

@@ -184,6 +184,7 @@ void TstInicio::pvLayout() {
     QVERIFY(!b->botao(u"Command2"_s)->isEnabled());
     QVERIFY(!b->botao(u"Command3"_s)->isEnabled());
     QVERIFY(b->botao(u"Command4"_s)->isEnabled());
+    QVERIFY(b->botao(u"Command5"_s)->isEnabled());
 }
 
 void TstInicio::clientColumnLeavesRoomForTheScrollBar_data() {
