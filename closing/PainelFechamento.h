@@ -114,8 +114,8 @@ class PainelFechamento : public QMainWindow {
     bool m_pafEcf = false;
     std::array<QString, quantidadeDeContas> m_contaCTB;
     ArquivoLog m_logFechamento;
-    // Pre-sales of the current listing whose closing was begun: after an error report another press must not
-    // take their stock out again.
+    // Pre-sales whose closing was begun and ended in an error report: no later press may take their stock out
+    // again, also when they come back with a new listing.
     QSet<qint32> m_iniciadas;
     // DAVs of the current listing and the pre-sale number each was given: after an error report another press
     // goes on with the same number, so that notes follow their document.
