@@ -3,12 +3,14 @@
 #include "closing/Colunas.h"
 #include "closing/ProgressoLote.h"
 #include "core/Esquema.h"
+#include "core/JanelaPrincipal.h"
 #include "core/Numeros.h"
 #include "core/Teclado.h"
 #include "platform/Guard.h"
 #include "platform/MessageBoxes.h"
 #include "platform/Pictures.h"
 #include "platform/Twips.h"
+#include "products/PromocaoPedidos.h"
 #include "ui_PainelFechamento.h"
 
 #include <QApplication>
@@ -34,17 +36,20 @@ PainelFechamento::PainelFechamento(QWidget* parent)
     statusBar()->addPermanentWidget(m_progresso, 1);
     m_contaCTB.fill(esquema::contaAusente.toString());
     ui->Text1->setFixedWidth(twipsToPixels(this, larguraDoTotalTwips));
-    ui->picSucesso->setPixmap(pictures::check().pixmap(ladoDaImagem));
+    const QIcon sucesso = pictures::check();
+    ui->picSucesso->setPixmap(sucesso.pixmap(ladoDaImagem));
     ui->picErro->setPixmap(pictures::error().pixmap(ladoDaImagem));
     ui->Grid1->setFormat(u"PEDIDO|^TIPO|<CLIENTE|<VENDEDOR|<CIDADE|>R$ TOTAL|>DIAS VENC|>FORMA PAGTO|^TABELA|"
                          "^SELEÇÃO|CODIGOCLI"_s);
-    ui->Grid1->setTickColumn(colunas::Selecao, pictures::check());
+    ui->Grid1->setTickColumn(colunas::Selecao, sucesso);
+    EmprestaJanelaPrincipal(this, sucesso);
 
     defineAtalhos();
     new Teclado(this, [] { QApplication::quit(); });
     onSignal(ui->Command1, &QPushButton::clicked, this, [this](bool) { Command1_Click(); });
     onSignal(ui->Command3, &QPushButton::clicked, this, [this](bool) { Command3_Click(); });
     onSignal(ui->Command4, &QPushButton::clicked, this, [this](bool) { Command4_Click(); });
+    onSignal(ui->Command6, &QPushButton::clicked, this, [this](bool) { Command6_Click(); });
     onSignal(ui->Grid1, &Grid::cellClicked, this,
              [this](int linha, int coluna) { Grid1_Click(linha, coluna); });
 }
@@ -95,6 +100,10 @@ void PainelFechamento::Command1_Click() {
     ui->Command1->setText(desmarca ? u"Seleciona todos os registros"_s : u"Desmarcar todos os registros"_s);
     ui->Command1->setShortcut(atalho); // a new caption takes it away
     TotalSelecionado();
+}
+
+void PainelFechamento::Command6_Click() {
+    PromocaoPedidos(this).exec();
 }
 
 void PainelFechamento::Grid1_Click(int linha, int coluna) {

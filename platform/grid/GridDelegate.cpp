@@ -8,6 +8,9 @@ namespace tarvessa {
 namespace {
 constexpr int largestPicture = 20;
 constexpr int pictureMargin = 3;
+constexpr int wholePercent = 100;
+constexpr int narrowestPercent = 60;
+constexpr int percentStep = 4;
 } // namespace
 
 void GridDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
@@ -26,6 +29,21 @@ void GridDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
     QRect place(0, 0, side, side);
     place.moveCenter(option.rect.center());
     qvariant_cast<QIcon>(decoration).paint(painter, place);
+}
+
+void GridDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const {
+    QStyledItemDelegate::initStyleOption(option, index);
+    if (option->text.isEmpty() || option->text.contains(u' '))
+        return;
+    const int margin =
+        option->widget->style()->pixelMetric(QStyle::PM_FocusFrameHMargin, option, option->widget);
+    const int room = option->rect.width() - 2 * (margin + 1);
+    const auto needed = [option] { return option->fontMetrics.horizontalAdvance(option->text); };
+    // Tried step by step, since a narrowed font's advances are rounded.
+    for (int percent = wholePercent; needed() >= room && percent > narrowestPercent; percent -= percentStep) {
+        option->font.setStretch(percent - percentStep);
+        option->fontMetrics = QFontMetrics(option->font);
+    }
 }
 
 } // namespace tarvessa
