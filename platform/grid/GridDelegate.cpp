@@ -24,6 +24,7 @@ void GridDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
     initStyleOption(&background, index);
     background.features &= ~QStyleOptionViewItem::HasDecoration;
     background.text.clear();
+    background.icon = QIcon(); // the style would still draw it, in no room
     option.widget->style()->drawControl(QStyle::CE_ItemViewItem, &background, painter, option.widget);
     const int side = qMin(largestPicture, option.rect.height() - pictureMargin);
     QRect place(0, 0, side, side);
