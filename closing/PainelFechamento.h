@@ -71,6 +71,7 @@ class PainelFechamento : public QMainWindow {
     void defineAtalhos();
     void aoPressionar(QAbstractButton* botao, void (PainelFechamento::*operacao)());
     void Command1_Click();
+    void Command6_Click();
     void Grid1_Click(int linha, int coluna);
     void Grid1_DblClick(int linha, int coluna);
     void visualiza(int linha);
