@@ -17,6 +17,7 @@ class PainelFechamento;
 namespace tarvessa {
 
 class ProgressoLote;
+class ReportControl;
 class Teclado;
 
 /// The main window: lists the sales documents of the last seven days and closes the pre-sales. Closing it, or
@@ -80,6 +81,7 @@ class PainelFechamento : public QMainWindow {
     Layout m_layout = Layout::Dav;
     bool m_pafEcf = false;
     std::array<QString, quantidadeDeContas> m_contaCTB;
+    std::unique_ptr<ReportControl> m_relatorio; // CRW
     ArquivoLog m_logFechamento;
     // Pre-sales of the current listing whose closing was begun: after an error report another press must not
     // take their stock out again.
