@@ -54,8 +54,11 @@ QString Values::formatted(const Piece& piece, const Context& context) const {
         return text;
     if (piece.format.kind == Format::Kind::Date)
         return dateByMask(text, piece.format.mask);
+    // A screen may hand over a percentage with its sign: only the number is the mask's.
+    const bool isPercentage = text.endsWith(u'%');
     try {
-        return Formata(Dinheiro::dePonto(text), piece.format.mask);
+        const Dinheiro number = Dinheiro::dePonto(QStringView(text).chopped(isPercentage ? 1 : 0));
+        return Formata(number, piece.format.mask) + (isPercentage ? u"%"_s : QString());
     } catch (const RuntimeError&) {
         return text; // no number: printed as the database has it
     }
