@@ -3,9 +3,11 @@
 #include "closing/Colunas.h"
 #include "closing/ProgressoLote.h"
 #include "closing/VisualizaPedido.h"
+#include "core/Datas.h"
 #include "core/Esquema.h"
 #include "core/JanelaPrincipal.h"
 #include "core/Numeros.h"
+#include "core/Relatorio.h"
 #include "core/Teclado.h"
 #include "platform/Guard.h"
 #include "platform/MessageBoxes.h"
@@ -33,8 +35,10 @@ const QString inicioDeDesmarcar = u"Desmarcar"_s;
 
 PainelFechamento::PainelFechamento(QWidget* parent)
     : QMainWindow(parent), ui(std::make_unique<Ui::PainelFechamento>()),
-      m_progresso(new ProgressoLote(this)) {
+      m_progresso(new ProgressoLote(this)), m_relatorio(std::make_unique<ReportControl>(this)) {
     ui->setupUi(this);
+    m_relatorio->setClock(Agora);
+    CRW = m_relatorio.get();
     statusBar()->addPermanentWidget(m_progresso, 1);
     // On a small screen, or a large scale, the window opens no larger than what there is.
     resize(size().boundedTo(screen()->availableSize() -
@@ -65,7 +69,9 @@ PainelFechamento::PainelFechamento(QWidget* parent)
              [this](int linha, int coluna) { Grid1_DblClick(linha, coluna); });
 }
 
-PainelFechamento::~PainelFechamento() = default;
+PainelFechamento::~PainelFechamento() {
+    CRW = nullptr;
+}
 
 // The captions have no mnemonics of their own, so the keys stand in the tool tips.
 void PainelFechamento::defineAtalhos() {

@@ -21,6 +21,7 @@ namespace tarvessa {
 
 class CellEditor;
 class ProgressoLote;
+class ReportControl;
 
 /// The main window: lists the sales documents of the last seven days, corrects their customers' terms, turns
 /// DAVs into pre-sales, checks their prices and closes them. Closing it, or Escape on it, ends the program.
@@ -114,6 +115,7 @@ class PainelFechamento : public QMainWindow {
     Layout m_layout = Layout::Dav;
     bool m_pafEcf = false;
     std::array<QString, quantidadeDeContas> m_contaCTB;
+    std::unique_ptr<ReportControl> m_relatorio; // CRW
     ArquivoLog m_logFechamento;
     // Pre-sales whose closing was begun and ended in an error report: no later press may take their stock out
     // again, also when they come back with a new listing.
