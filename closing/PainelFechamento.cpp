@@ -3,13 +3,17 @@
 #include "closing/Colunas.h"
 #include "closing/ProgressoLote.h"
 #include "closing/VisualizaPedido.h"
+#include "core/Datas.h"
 #include "core/Esquema.h"
+#include "core/JanelaPrincipal.h"
 #include "core/Numeros.h"
+#include "core/Relatorio.h"
 #include "core/Teclado.h"
 #include "platform/Guard.h"
 #include "platform/MessageBoxes.h"
 #include "platform/Pictures.h"
 #include "platform/Twips.h"
+#include "products/PromocaoPedidos.h"
 #include "ui_PainelFechamento.h"
 
 #include <QApplication>
@@ -31,19 +35,23 @@ const QString inicioDeDesmarcar = u"Desmarcar"_s;
 
 PainelFechamento::PainelFechamento(QWidget* parent)
     : QMainWindow(parent), ui(std::make_unique<Ui::PainelFechamento>()),
-      m_progresso(new ProgressoLote(this)) {
+      m_progresso(new ProgressoLote(this)), m_relatorio(std::make_unique<ReportControl>(this)) {
     ui->setupUi(this);
+    m_relatorio->setClock(Agora);
+    CRW = m_relatorio.get();
     statusBar()->addPermanentWidget(m_progresso, 1);
     // On a small screen, or a large scale, the window opens no larger than what there is.
     resize(size().boundedTo(screen()->availableSize() -
                             QSize(0, style()->pixelMetric(QStyle::PM_TitleBarHeight))));
     m_contaCTB.fill(esquema::contaAusente.toString());
     ui->Text1->setFixedWidth(twipsToPixels(this, larguraDoTotalTwips));
-    ui->picSucesso->setPixmap(pictures::check().pixmap(ladoDaImagem));
+    const QIcon sucesso = pictures::check();
+    ui->picSucesso->setPixmap(sucesso.pixmap(ladoDaImagem));
     ui->picErro->setPixmap(pictures::error().pixmap(ladoDaImagem));
     ui->Grid1->setFormat(u"PEDIDO|^TIPO|<CLIENTE|<VENDEDOR|<CIDADE|>R$ TOTAL|>DIAS VENC|>FORMA PAGTO|^TABELA|"
                          "^SELEÇÃO|CODIGOCLI"_s);
-    ui->Grid1->setTickColumn(colunas::Selecao, pictures::check());
+    ui->Grid1->setTickColumn(colunas::Selecao, sucesso);
+    EmprestaJanelaPrincipal(this, sucesso);
 
     defineAtalhos();
     preparaEditores();
@@ -54,13 +62,16 @@ PainelFechamento::PainelFechamento(QWidget* parent)
     aoPressionar(ui->Command3, &PainelFechamento::Command3_Click);
     aoPressionar(ui->Command4, &PainelFechamento::Command4_Click);
     aoPressionar(ui->Command5, &PainelFechamento::Command5_Click);
+    aoPressionar(ui->Command6, &PainelFechamento::Command6_Click);
     onSignal(ui->Grid1, &Grid::cellClicked, this,
              [this](int linha, int coluna) { Grid1_Click(linha, coluna); });
     onSignal(ui->Grid1, &Grid::cellDoubleClicked, this,
              [this](int linha, int coluna) { Grid1_DblClick(linha, coluna); });
 }
 
-PainelFechamento::~PainelFechamento() = default;
+PainelFechamento::~PainelFechamento() {
+    CRW = nullptr;
+}
 
 // The captions have no mnemonics of their own, so the keys stand in the tool tips.
 void PainelFechamento::defineAtalhos() {
@@ -121,6 +132,10 @@ void PainelFechamento::Command1_Click() {
     ui->Command1->setText(desmarca ? u"Seleciona todos os registros"_s : u"Desmarcar todos os registros"_s);
     ui->Command1->setShortcut(atalho); // a new caption takes it away
     TotalSelecionado();
+}
+
+void PainelFechamento::Command6_Click() {
+    PromocaoPedidos(this).exec();
 }
 
 void PainelFechamento::Grid1_Click(int linha, int coluna) {

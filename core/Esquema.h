@@ -34,7 +34,19 @@ inline constexpr QStringView cnpjCpf = u"CNPJ_CPF";
 } // namespace clientes
 
 namespace produtos {
-inline constexpr QStringView descricao = u"descricao";
+inline constexpr QStringView codFabr = u"CodFabr";
+inline constexpr QStringView descricao = u"Descricao";
+inline constexpr QStringView aplicacao = u"Aplicacao";
+inline constexpr QStringView observacao = u"Observacao";
+inline constexpr QStringView venda = u"Venda";
+inline constexpr QStringView venda2 = u"Venda2";
+inline constexpr QStringView venda3 = u"Venda3";
+inline constexpr QStringView venda4 = u"Venda4";
+inline constexpr QStringView quantidade = u"Quantidade";
+inline constexpr QStringView quantidade2 = u"Quantidade2";
+inline constexpr QStringView ultimaAlteracao = u"Ultima_Alteracao";
+inline constexpr QStringView unidade = u"Unidade";
+inline constexpr QStringView linhaProd = u"LinhaProd";
 } // namespace produtos
 
 namespace empresa {
@@ -42,6 +54,7 @@ inline constexpr QStringView contadorPv = u"contadorPV";
 inline constexpr QStringView ultPedido = u"ultpedido";
 inline constexpr QStringView contaCtb1 = u"ContaCTB1";
 inline constexpr QStringView pafEcf = u"PAF_ECF";
+inline constexpr QStringView reservaAtualizaGridEstoque = u"ReservaAtualizaGridEstoque";
 } // namespace empresa
 
 namespace finalizadoras {
@@ -67,7 +80,7 @@ inline constexpr QStringView cancelado = u"X";
 /// `Finalizadoras`.`avista`, `produtos`.`ativo`, `clientes`.`ativocad`, `vendedores`.`Ativo`
 inline constexpr QStringView sim = u"S";
 
-/// `empresa`.`PAF_ECF`: switched on
+/// `empresa`.`PAF_ECF`, `empresa`.`ReservaAtualizaGridEstoque`: switched on
 inline constexpr QStringView ligado = u"SIM";
 
 /// `clientes`.`formapg`: payment methods the closing knows by name

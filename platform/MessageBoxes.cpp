@@ -12,6 +12,8 @@ namespace tarvessa::boxes {
 
 namespace {
 
+const QString usualTitle = u"Atenção!!!"_s;
+
 // The box's own label keeps the whole text, for a screen reader too; only what shows of it at once is
 // bounded, so that the buttons never leave the screen.
 void scrollLongText(QMessageBox& box) {
@@ -32,8 +34,9 @@ void scrollLongText(QMessageBox& box) {
     area->setWidget(label);
 }
 
-int show(QWidget* parent, const QString& text, QMessageBox::Icon icon, QMessageBox::StandardButtons buttons) {
-    QMessageBox box(icon, u"Atenção!!!"_s, text, buttons, parent);
+int show(QWidget* parent, const QString& text, QMessageBox::Icon icon, QMessageBox::StandardButtons buttons,
+         const QString& title = usualTitle) {
+    QMessageBox box(icon, title, text, buttons, parent);
     box.setTextFormat(Qt::PlainText);
     scrollLongText(box);
     return box.exec();
@@ -45,8 +48,8 @@ void inform(QWidget* parent, const QString& text) {
     show(parent, text, QMessageBox::Information, QMessageBox::Ok);
 }
 
-void exclaim(QWidget* parent, const QString& text) {
-    show(parent, text, QMessageBox::Warning, QMessageBox::Ok);
+void exclaim(QWidget* parent, const QString& text, const QString& title) {
+    show(parent, text, QMessageBox::Warning, QMessageBox::Ok, title.isEmpty() ? usualTitle : title);
 }
 
 bool ask(QWidget* parent, const QString& text, QMessageBox::Icon icon) {
