@@ -12,6 +12,7 @@
 #include <QProcess>
 #include <QSet>
 #include <QTest>
+#include <QThread>
 
 #include <thread>
 
@@ -366,6 +367,33 @@ class TestConversao : public QObject {
         QCOMPARE(m.textos(), esperados);
         QCOMPARE(destino(20), u"P103"_s);
         QCOMPARE(m.grade()->rows(), 1);
+    }
+
+    void travaQueNaoRespondeConverteAssimMesmo() {
+        tresDavs();
+        m.abre();
+        AdminConnection outra(m.servidor.socket());
+        outra.seleciona(m.servidor.banco());
+        QCOMPARE(outra.consulta(pedeTrava)[0][0], u"1"_s);
+        // A wait that is killed answers NULL, as a server does that cannot lock; then the lock is free.
+        std::thread mata([this, &outra] {
+            AdminConnection terceira(m.servidor.socket());
+            QList<QStringList> espera;
+            for (int vez = 0; vez < 100 && espera.isEmpty(); ++vez) {
+                QThread::msleep(50);
+                espera =
+                    terceira.consulta(u"SELECT id FROM information_schema.processlist WHERE user='%1' AND "
+                                      "info LIKE 'SELECT GET_LOCK%'"_s.arg(m.servidor.usuario()));
+            }
+            terceira.executa(u"KILL QUERY "_s + espera.value(0).value(0));
+            outra.executa(u"DO RELEASE_LOCK(%1)"_s.arg(trava));
+        });
+        m.clica("Command2");
+        mata.join();
+        const QStringList primeiro = comandosDe(30, 101);
+        QCOMPARE(m.textos(),
+                 primeiro.first(3) + primeiro.sliced(4) + comandosDe(10, 102) + comandosDe(20, 103));
+        QCOMPARE(destino(20), u"P103"_s);
     }
 
     void duasEstacoesAoMesmoTempo() {

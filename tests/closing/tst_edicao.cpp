@@ -82,7 +82,7 @@ class TestEdicao : public QObject {
         tabela("table of letters counts as 0", u"abc"_s, u"0"_s, u"1111"_s);
         tabela("table of blanks counts as 0", u"  "_s, u"0"_s, u"1111"_s);
         for (const QString& digitado :
-             {u"5"_s, u"-1"_s, u"-0,5"_s, u"2,5"_s, u"4,9"_s, u"10"_s, u"999999999999"_s})
+             {u"5"_s, u"-1"_s, u"-0,5"_s, u"2,5"_s, u"2.5"_s, u"4,9"_s, u"10"_s, u"999999999999"_s})
             QTest::addRow("table %s", qPrintable(digitado))
                 << t << 0 << u"PIX"_s << digitado << QString() << foraDaFaixa
                 << QStringList{u"0"_s, u"PIX"_s, u"1"_s};
@@ -98,6 +98,7 @@ class TestEdicao : public QObject {
         dias("days of another method", 7, u"CHEQUE PRÉ"_s, u"45"_s, u"45"_s, u"CHEQUE PRÉ"_s);
         dias("days of a method not in the list", 7, u"VALE"_s, u"8"_s, u"8"_s, u"VALE"_s);
         dias("half a day rounds up", 7, u"BOLETO"_s, u"2,5"_s, u"3"_s, u"BOLETO"_s);
+        dias("a typed point is a comma", 7, u"BOLETO"_s, u"2.5"_s, u"3"_s, u"BOLETO"_s);
         dias("less than half a day rounds down", 7, u"BOLETO"_s, u"2,49"_s, u"2"_s, u"BOLETO"_s);
         dias("what rounds to 0 leaves cash", 5, u"DINHEIRO"_s, u"0,4"_s, u"0"_s, u"DINHEIRO"_s);
         dias("letters count as 0", 7, u"BOLETO"_s, u"abc"_s, u"0"_s, u"BOLETO"_s);
