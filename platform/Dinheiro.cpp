@@ -1,4 +1,4 @@
-#include "core/Dinheiro.h"
+#include "platform/Dinheiro.h"
 
 #include "platform/RuntimeError.h"
 
