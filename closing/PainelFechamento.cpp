@@ -11,6 +11,9 @@
 #include "platform/MessageBoxes.h"
 #include "platform/Pictures.h"
 #include "platform/Twips.h"
+#include "reports/Comissao.h"
+#include "reports/RelatNivelPreco.h"
+#include "reports/ResumoVendas.h"
 #include "ui_PainelFechamento.h"
 
 #include <QApplication>
@@ -55,6 +58,9 @@ PainelFechamento::PainelFechamento(QWidget* parent)
     onSignal(ui->Command4, &QPushButton::clicked, this, [this](bool) { Command4_Click(); });
     onSignal(ui->Grid1, &Grid::cellClicked, this,
              [this](int linha, int coluna) { Grid1_Click(linha, coluna); });
+    onSignal(ui->MnResumoVendas, &QAction::triggered, this, [this](bool) { ResumoVendas(this).exec(); });
+    onSignal(ui->MnrelAlfaNivel, &QAction::triggered, this, [this](bool) { RelatNivelPreco(this).exec(); });
+    onSignal(ui->MnComissao, &QAction::triggered, this, [this](bool) { Comissao(this).exec(); });
 }
 
 PainelFechamento::~PainelFechamento() {
