@@ -164,6 +164,7 @@ void PainelFechamento::Command3_Click() {
     TotalSelecionado();
     const bool haPvs = ui->Grid1->rows() > 1;
     ui->Command3->setEnabled(!haPvs);
+    ui->Command6->setEnabled(haPvs);
     ui->Command4->setEnabled(haPvs);
 }
 

@@ -4,6 +4,7 @@
 #include "closing/ProgressoLote.h"
 #include "core/Datas.h"
 #include "core/Esquema.h"
+#include "core/JanelaPrincipal.h"
 #include "core/Numeros.h"
 #include "core/Relatorio.h"
 #include "core/Teclado.h"
@@ -11,6 +12,7 @@
 #include "platform/MessageBoxes.h"
 #include "platform/Pictures.h"
 #include "platform/Twips.h"
+#include "products/PromocaoPedidos.h"
 #include "reports/Comissao.h"
 #include "reports/RelatNivelPreco.h"
 #include "reports/ResumoVendas.h"
@@ -34,8 +36,8 @@ const QString inicioDeDesmarcar = u"Desmarcar"_s;
 } // namespace
 
 PainelFechamento::PainelFechamento(QWidget* parent)
-    : QMainWindow(parent), ui(std::make_unique<Ui::PainelFechamento>()),
-      m_progresso(new ProgressoLote(this)), m_relatorio(std::make_unique<ReportControl>(this)) {
+    : QMainWindow(parent), ui(std::make_unique<Ui::PainelFechamento>()), m_progresso(new ProgressoLote(this)),
+      m_relatorio(std::make_unique<ReportControl>(this)) {
     ui->setupUi(this);
     m_relatorio->setClock(Agora);
     CRW = m_relatorio.get();
@@ -45,17 +47,20 @@ PainelFechamento::PainelFechamento(QWidget* parent)
                             QSize(0, style()->pixelMetric(QStyle::PM_TitleBarHeight))));
     m_contaCTB.fill(esquema::contaAusente.toString());
     ui->Text1->setFixedWidth(twipsToPixels(this, larguraDoTotalTwips));
-    ui->picSucesso->setPixmap(pictures::check().pixmap(ladoDaImagem));
+    const QIcon sucesso = pictures::check();
+    ui->picSucesso->setPixmap(sucesso.pixmap(ladoDaImagem));
     ui->picErro->setPixmap(pictures::error().pixmap(ladoDaImagem));
     ui->Grid1->setFormat(u"PEDIDO|^TIPO|<CLIENTE|<VENDEDOR|<CIDADE|>R$ TOTAL|>DIAS VENC|>FORMA PAGTO|^TABELA|"
                          "^SELEÇÃO|CODIGOCLI"_s);
-    ui->Grid1->setTickColumn(colunas::Selecao, pictures::check());
+    ui->Grid1->setTickColumn(colunas::Selecao, sucesso);
+    EmprestaJanelaPrincipal(this, sucesso);
 
     defineAtalhos();
     new Teclado(this, [] { QApplication::quit(); });
     onSignal(ui->Command1, &QPushButton::clicked, this, [this](bool) { Command1_Click(); });
     onSignal(ui->Command3, &QPushButton::clicked, this, [this](bool) { Command3_Click(); });
     onSignal(ui->Command4, &QPushButton::clicked, this, [this](bool) { Command4_Click(); });
+    onSignal(ui->Command6, &QPushButton::clicked, this, [this](bool) { Command6_Click(); });
     onSignal(ui->Grid1, &Grid::cellClicked, this,
              [this](int linha, int coluna) { Grid1_Click(linha, coluna); });
     onSignal(ui->MnResumoVendas, &QAction::triggered, this, [this](bool) { ResumoVendas(this).exec(); });
@@ -111,6 +116,10 @@ void PainelFechamento::Command1_Click() {
     ui->Command1->setText(desmarca ? u"Seleciona todos os registros"_s : u"Desmarcar todos os registros"_s);
     ui->Command1->setShortcut(atalho); // a new caption takes it away
     TotalSelecionado();
+}
+
+void PainelFechamento::Command6_Click() {
+    PromocaoPedidos(this).exec();
 }
 
 void PainelFechamento::Grid1_Click(int linha, int coluna) {

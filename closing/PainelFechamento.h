@@ -63,6 +63,7 @@ class PainelFechamento : public QMainWindow {
     // Rows and keys (PainelFechamento.cpp)
     void defineAtalhos();
     void Command1_Click();
+    void Command6_Click();
     void Grid1_Click(int linha, int coluna);
 
     // Closing (Fechamento.cpp, FechaPV.cpp)

@@ -6,8 +6,11 @@ namespace tarvessa::boxes {
 
 namespace {
 
-int show(QWidget* parent, const QString& text, QMessageBox::Icon icon, QMessageBox::StandardButtons buttons) {
-    QMessageBox box(icon, u"Atenção!!!"_s, text, buttons, parent);
+const QString usualTitle = u"Atenção!!!"_s;
+
+int show(QWidget* parent, const QString& text, QMessageBox::Icon icon, QMessageBox::StandardButtons buttons,
+         const QString& title = usualTitle) {
+    QMessageBox box(icon, title, text, buttons, parent);
     box.setTextFormat(Qt::PlainText);
     return box.exec();
 }
@@ -18,8 +21,8 @@ void inform(QWidget* parent, const QString& text) {
     show(parent, text, QMessageBox::Information, QMessageBox::Ok);
 }
 
-void exclaim(QWidget* parent, const QString& text) {
-    show(parent, text, QMessageBox::Warning, QMessageBox::Ok);
+void exclaim(QWidget* parent, const QString& text, const QString& title) {
+    show(parent, text, QMessageBox::Warning, QMessageBox::Ok, title.isEmpty() ? usualTitle : title);
 }
 
 bool ask(QWidget* parent, const QString& text, QMessageBox::Icon icon) {

@@ -39,6 +39,9 @@ class RuntimeError : public std::exception {
     /// True when the connection to the database is gone: only a new start of the program helps.
     bool isConnectionLost() const;
 
+    /// True for an object that the program itself lacks: after the report the program ends.
+    bool endsProgram() const { return m_number == static_cast<int>(ErrorNumber::ObjectRequired); }
+
   private:
     int m_number;
     QString m_text;

@@ -13,6 +13,7 @@ using namespace Qt::StringLiterals;
 namespace tarvessa {
 
 void Comissao::preparaEditor() {
+    ui->TextGrid->setDecimal();
     m_editor = new CellEditor(ui->Grid1, ui->TextGrid);
     // Going on to another control takes the percentage along, as Enter does.
     onSignal(m_editor, &CellEditor::left, this, [this] { confirmaEdicao(); });
