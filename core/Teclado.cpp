@@ -26,7 +26,8 @@ bool Teclado::eventFilter(QObject* receptor, QEvent* evento) {
         return false;
     auto* tecla = static_cast<QKeyEvent*>(evento);
     if (m_antes) {
-        bool engolida = false;
+        // After an error report the key is done with: moving on would commit the same edit once more.
+        bool engolida = true;
         guarded(m_form, [&] { engolida = m_antes(controle, tecla->key()); });
         if (engolida)
             return true;
