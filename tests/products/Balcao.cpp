@@ -23,8 +23,9 @@ Balcao::~Balcao() {
 }
 
 void Balcao::arruma() {
-    m_servidor.executa(u"DELETE FROM produtos; DELETE FROM orcamento; DELETE FROM clientes; DELETE FROM empresa; "
-                       "INSERT INTO empresa SET id=1"_s);
+    m_servidor.executa(
+        u"DELETE FROM produtos; DELETE FROM orcamento; DELETE FROM clientes; DELETE FROM empresa; "
+        "INSERT INTO empresa SET id=1"_s);
     m_log.marca();
 }
 
@@ -36,8 +37,8 @@ void Balcao::reconecta() {
 }
 
 void Balcao::produto(const QString& codigo, const QString& descricao, const QString& outros) {
-    m_servidor.executa(u"INSERT INTO produtos SET codfabr='"_s + codigo + u"', descricao='"_s + descricao + u"'"_s +
-                       (outros.isEmpty() ? QString() : u", "_s + outros));
+    m_servidor.executa(u"INSERT INTO produtos SET codfabr='"_s + codigo + u"', descricao='"_s + descricao +
+                       u"'"_s + (outros.isEmpty() ? QString() : u", "_s + outros));
 }
 
 void Balcao::produtos(int quantidade) {
@@ -47,9 +48,10 @@ void Balcao::produtos(int quantidade) {
 }
 
 QString Balcao::linha(const QString& codigo, const QString& cliente, const QString& outros) {
-    m_servidor.executa(u"INSERT INTO orcamento SET nrpedido=1, TipoOperacao='P', situacaoorc='A', codigo='"_s +
-                       codigo + u"', codigocli='"_s + cliente + u"', quantidade=1, unitario=1"_s +
-                       (outros.isEmpty() ? QString() : u", "_s + outros));
+    m_servidor.executa(
+        u"INSERT INTO orcamento SET nrpedido=1, TipoOperacao='P', situacaoorc='A', codigo='"_s + codigo +
+        u"', codigocli='"_s + cliente + u"', quantidade=1, unitario=1"_s +
+        (outros.isEmpty() ? QString() : u", "_s + outros));
     return m_servidor.consulta(u"SELECT MAX(id) FROM orcamento"_s)[0][0];
 }
 

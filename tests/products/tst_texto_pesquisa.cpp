@@ -31,7 +31,8 @@ QString descricaoOuCodigo(const QString& t) {
 }
 
 QString soDescricao(const QString& t) {
-    return u"Select * from Produtos where (Descricao like '%"_s + t + u"%') and ativo='S' order by Descricao"_s;
+    return u"Select * from Produtos where (Descricao like '%"_s + t +
+           u"%') and ativo='S' order by Descricao"_s;
 }
 
 QString marca(const QString& t) {
@@ -39,7 +40,8 @@ QString marca(const QString& t) {
 }
 
 QString observacao(const QString& t) {
-    return u"Select * from Produtos where observacao like '%"_s + t + u"%' and ativo='S' order by descricao"_s;
+    return u"Select * from Produtos where observacao like '%"_s + t +
+           u"%' and ativo='S' order by descricao"_s;
 }
 
 } // namespace
@@ -123,7 +125,8 @@ void TstTextoPesquisa::statementOfEachTypedText_data() {
 
     pesquisa("two letters", u"ab"_s, descricaoOuCodigo(u"AB"_s));
     pesquisa("accents", u"pão"_s, descricaoOuCodigo(u"PÃO"_s));
-    pesquisa("15 characters look among the codes", u"abcdefghijklmno"_s, descricaoOuCodigo(u"ABCDEFGHIJKLMNO"_s));
+    pesquisa("15 characters look among the codes", u"abcdefghijklmno"_s,
+             descricaoOuCodigo(u"ABCDEFGHIJKLMNO"_s));
     pesquisa("16 characters do not", u"abcdefghijklmnop"_s, soDescricao(u"ABCDEFGHIJKLMNOP"_s));
     pesquisa("200 characters", QString(200, u'x'), soDescricao(QString(200, u'X')));
     pesquisa("a character beyond the basic plane", u"\U0001F35E!"_s, descricaoOuCodigo(u"\U0001F35E!"_s));
@@ -136,29 +139,34 @@ void TstTextoPesquisa::statementOfEachTypedText_data() {
     pesquisa("remark", u"*xy"_s, observacao(u"XY"_s));
     pesquisa("an asterisk and one letter", u"*x"_s, descricaoOuCodigo(u"*X"_s));
 
-    pesquisa("three words of 11 characters", u"pao sal 50g"_s,
-             u"Select * from Produtos where ( Descricao like '%PAO%' and  Descricao like '%SAL%' and  Descricao "
-             "like '%50G%' or CodFabr like '%PAO SAL 50G%') and ativo='S' order by descricao"_s);
-    pesquisa("words of 15 characters", u"pao frances 50g"_s,
-             u"Select * from Produtos where ( Descricao like '%PAO%' and  Descricao like '%FRANCES%' and  "
-             "Descricao like '%50G%' or CodFabr like '%PAO FRANCES 50G%') and ativo='S' order by descricao"_s);
+    pesquisa(
+        "three words of 11 characters", u"pao sal 50g"_s,
+        u"Select * from Produtos where ( Descricao like '%PAO%' and  Descricao like '%SAL%' and  Descricao "
+        "like '%50G%' or CodFabr like '%PAO SAL 50G%') and ativo='S' order by descricao"_s);
+    pesquisa(
+        "words of 15 characters", u"pao frances 50g"_s,
+        u"Select * from Produtos where ( Descricao like '%PAO%' and  Descricao like '%FRANCES%' and  "
+        "Descricao like '%50G%' or CodFabr like '%PAO FRANCES 50G%') and ativo='S' order by descricao"_s);
     pesquisa("words of 16 characters", u"pao frances 100g"_s,
              u"Select * from Produtos where ( Descricao like '%PAO%' and  Descricao like '%FRANCES%' and  "
              "Descricao like '%100G%') and ativo='S' order by descricao"_s);
-    pesquisa("two blanks between words", u"pao  sal"_s,
-             u"Select * from Produtos where ( Descricao like '%PAO%' and  Descricao like '%%' and  Descricao like "
-             "'%SAL%' or CodFabr like '%PAO  SAL%') and ativo='S' order by descricao"_s);
+    pesquisa(
+        "two blanks between words", u"pao  sal"_s,
+        u"Select * from Produtos where ( Descricao like '%PAO%' and  Descricao like '%%' and  Descricao like "
+        "'%SAL%' or CodFabr like '%PAO  SAL%') and ativo='S' order by descricao"_s);
     pesquisa("numbers apart are words", u"1 2"_s,
              u"Select * from Produtos where ( Descricao like '%1%' and  Descricao like '%2%' or CodFabr like "
              "'%1 2%') and ativo='S' order by descricao"_s);
-    pesquisa("a number and a unit", u"12 un"_s,
-             u"Select * from Produtos where ( Descricao like '%12%' and  Descricao like '%UN%' or CodFabr like "
-             "'%12 UN%') and ativo='S' order by descricao"_s);
+    pesquisa(
+        "a number and a unit", u"12 un"_s,
+        u"Select * from Produtos where ( Descricao like '%12%' and  Descricao like '%UN%' or CodFabr like "
+        "'%12 UN%') and ativo='S' order by descricao"_s);
 
     pesquisa("apostrophe", u"d'água"_s, descricaoOuCodigo(u"D´ÁGUA"_s));
-    pesquisa("apostrophes around", u"' or '1'='1"_s,
-             u"Select * from Produtos where ( Descricao like '%´%' and  Descricao like '%OR%' and  Descricao like "
-             "'%´1´=´1%' or CodFabr like '%´ OR ´1´=´1%') and ativo='S' order by descricao"_s);
+    pesquisa(
+        "apostrophes around", u"' or '1'='1"_s,
+        u"Select * from Produtos where ( Descricao like '%´%' and  Descricao like '%OR%' and  Descricao like "
+        "'%´1´=´1%' or CodFabr like '%´ OR ´1´=´1%') and ativo='S' order by descricao"_s);
     pesquisa("backslash", u"a\\"_s, descricaoOuCodigo(u"A\\"_s));
     pesquisa("percent sign", u"%a"_s, descricaoOuCodigo(u"%A"_s));
     pesquisa("underscore", u"a_b"_s, descricaoOuCodigo(u"A_B"_s));
