@@ -50,9 +50,11 @@ void Balcao::produtos(int quantidade) {
 QString Balcao::linha(const QString& codigo, const QString& cliente, const QString& outros) {
     m_servidor.executa(
         u"INSERT INTO orcamento SET nrpedido=1, TipoOperacao='P', situacaoorc='A', codigo='"_s + codigo +
-        u"', codigocli='"_s + cliente + u"', quantidade=1, unitario=1"_s +
-        (outros.isEmpty() ? QString() : u", "_s + outros));
-    return m_servidor.consulta(u"SELECT MAX(id) FROM orcamento"_s)[0][0];
+        u"', codigocli='"_s + cliente + u"', quantidade=1, unitario=1"_s);
+    const QString id = m_servidor.consulta(u"SELECT LAST_INSERT_ID()"_s)[0][0];
+    if (!outros.isEmpty())
+        m_servidor.executa(u"UPDATE orcamento SET "_s + outros + u" WHERE id="_s + id);
+    return id;
 }
 
 void Balcao::cliente(const QString& codigo, const QString& nome, const QString& outros) {

@@ -36,7 +36,7 @@ class Balcao {
     /// So many products "PRODUTO 001" and so on, codes from 1 in 13 digits.
     void produtos(int quantidade);
 
-    /// One open pre-sale line; gives its id.
+    /// One open pre-sale line, one unit at 1.00 unless `outros` says otherwise; gives its id.
     QString linha(const QString& codigo, const QString& cliente, const QString& outros = {});
     void cliente(const QString& codigo, const QString& nome, const QString& outros = {});
 
