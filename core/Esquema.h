@@ -19,6 +19,8 @@ inline constexpr QStringView codigo = u"codigo";
 inline constexpr QStringView quantidade = u"quantidade";
 inline constexpr QStringView unitario = u"unitario";
 inline constexpr QStringView totalPed = u"totalped";
+inline constexpr QStringView situacao = u"situacaoorc";
+inline constexpr QStringView dataAbertura = u"dataabertura";
 } // namespace orcamento
 
 namespace clientes {
@@ -48,6 +50,8 @@ inline constexpr QStringView linhaProd = u"LinhaProd";
 } // namespace produtos
 
 namespace empresa {
+inline constexpr QStringView contadorPv = u"contadorPV";
+inline constexpr QStringView ultPedido = u"ultpedido";
 inline constexpr QStringView contaCtb1 = u"ContaCTB1";
 inline constexpr QStringView pafEcf = u"PAF_ECF";
 inline constexpr QStringView reservaAtualizaGridEstoque = u"ReservaAtualizaGridEstoque";
@@ -92,6 +96,14 @@ inline constexpr QStringView quantidade = u"quantidade";
 
 // Value codes
 
+/// `orcamento`.`TipoOperacao`
+inline constexpr QStringView dav = u"D";
+inline constexpr QStringView preVenda = u"P";
+
+/// `orcamento`.`situacaoorc`; any other open document has 'A' or 'C'
+inline constexpr QStringView fechado = u"B";
+inline constexpr QStringView cancelado = u"X";
+
 /// `Finalizadoras`.`avista`, `produtos`.`ativo`, `clientes`.`ativocad`, `vendedores`.`Ativo`
 inline constexpr QStringView sim = u"S";
 
@@ -102,6 +114,7 @@ inline constexpr QStringView ligado = u"SIM";
 inline constexpr QStringView dinheiro = u"DINHEIRO";
 inline constexpr QStringView cartao = u"CARTÃO";
 inline constexpr QStringView cheque = u"CHEQUE";
+inline constexpr QStringView boleto = u"BOLETO";
 inline constexpr QStringView ticket = u"TICKET";
 inline constexpr QStringView outros = u"OUTROS";
 inline constexpr QStringView nenhumaForma = u"(Nenhuma)";

@@ -1,25 +1,10 @@
 #include "platform/FieldLeave.h"
 
+#include <QAbstractButton>
 #include <QApplication>
-#include <QEvent>
-#include <QWidget>
+#include <QPointer>
 
 namespace tarvessa {
-
-namespace {
-
-/// Keeps one mouse press from its control; lives until the event at hand is done with.
-class PressEater : public QObject {
-  public:
-    PressEater() {
-        qApp->installEventFilter(this);
-        deleteLater();
-    }
-
-    bool eventFilter(QObject*, QEvent* event) override { return event->type() == QEvent::MouseButtonPress; }
-};
-
-} // namespace
 
 FieldLeave::FieldLeave(QWidget* field) : QObject(field), m_field(field) {
     connect(qApp, &QApplication::focusChanged, this, &FieldLeave::focusChanged);
@@ -32,12 +17,14 @@ void FieldLeave::focusChanged(QWidget* old, QWidget* now) {
     const QWidget* form = m_field->window();
     if (!isOfField(old) || !now || isOfField(now) || now->window() != form || !form->isVisible())
         return;
-    const bool pressed = QApplication::mouseButtons() != Qt::NoButton;
+    const bool byMouse = QGuiApplication::mouseButtons() != Qt::NoButton;
+    const QPointer<QAbstractButton> button = qobject_cast<QAbstractButton*>(now);
     Q_EMIT left();
-    // A box took the release of the press that moved the focus. The press alone would hold a button down for
-    // ever.
-    if (pressed && QApplication::mouseButtons() == Qt::NoButton)
-        new PressEater;
+    // The press that moved the focus is delivered only now. If a message took its release meanwhile, the
+    // button would stay down.
+    if (button && byMouse && QGuiApplication::mouseButtons() == Qt::NoButton)
+        QMetaObject::invokeMethod(
+            button, [button] { button->setDown(false); }, Qt::QueuedConnection);
 }
 
 } // namespace tarvessa

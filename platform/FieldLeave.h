@@ -8,8 +8,7 @@ namespace tarvessa {
 
 /// Tells when a field is left: the focus went to another control of the same form, by key or mouse. A message
 /// box, a drop-down or popup of the field, another window, another program or the closing of the form is no
-/// leaving. When the field is left by a mouse press and a box comes up before the button is released, the
-/// press ends there: what was pressed is not operated.
+/// leaving.
 class FieldLeave : public QObject {
     Q_OBJECT
 

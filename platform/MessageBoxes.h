@@ -2,7 +2,8 @@
 
 #include <QMessageBox>
 
-/// The program's modal boxes, titled "Atenção!!!". Texts are shown as they are, never as rich text.
+/// The program's modal boxes, titled "Atenção!!!". Texts are shown as they are, never as rich text; one that
+/// would fill the screen scrolls within its box.
 namespace tarvessa::boxes {
 
 /// Information icon, OK.

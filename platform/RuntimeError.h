@@ -12,6 +12,7 @@ enum class ErrorNumber {
     DivisionByZero = 11,
     TypeMismatch = 13,
     FileNotFound = 53,
+    PermissionDenied = 70,
     FileNotWritable = 75,
     ObjectRequired = 424,
     InvalidLayout = 20515,

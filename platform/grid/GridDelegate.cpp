@@ -11,6 +11,19 @@ constexpr int pictureMargin = 3;
 constexpr int wholePercent = 100;
 constexpr int narrowestPercent = 60;
 constexpr int percentStep = 4;
+
+// Tried step by step, since a narrowed font's advances are rounded.
+void narrowWord(QStyleOptionViewItem* option) {
+    const int margin =
+        option->widget->style()->pixelMetric(QStyle::PM_FocusFrameHMargin, option, option->widget);
+    const int room = option->rect.width() - 2 * (margin + 1);
+    const auto needed = [option] { return option->fontMetrics.horizontalAdvance(option->text); };
+    for (int percent = wholePercent; needed() >= room && percent > narrowestPercent; percent -= percentStep) {
+        option->font.setStretch(percent - percentStep);
+        option->fontMetrics = QFontMetrics(option->font);
+    }
+}
+
 } // namespace
 
 void GridDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
@@ -37,17 +50,8 @@ void GridDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelInd
     QStyledItemDelegate::initStyleOption(option, index);
     if (option->rect.height() < 2 * option->fontMetrics.lineSpacing())
         option->features &= ~QStyleOptionViewItem::WrapText;
-    if (option->text.isEmpty() || option->text.contains(u' '))
-        return;
-    const int margin =
-        option->widget->style()->pixelMetric(QStyle::PM_FocusFrameHMargin, option, option->widget);
-    const int room = option->rect.width() - 2 * (margin + 1);
-    const auto needed = [option] { return option->fontMetrics.horizontalAdvance(option->text); };
-    // Tried step by step, since a narrowed font's advances are rounded.
-    for (int percent = wholePercent; needed() >= room && percent > narrowestPercent; percent -= percentStep) {
-        option->font.setStretch(percent - percentStep);
-        option->fontMetrics = QFontMetrics(option->font);
-    }
+    if (!option->text.isEmpty() && !option->text.contains(u' '))
+        narrowWord(option);
 }
 
 } // namespace tarvessa
