@@ -70,9 +70,9 @@ PainelFechamento::PainelFechamento(QWidget* parent)
              [this](int linha, int coluna) { Grid1_Click(linha, coluna); });
     onSignal(ui->Grid1, &Grid::cellDoubleClicked, this,
              [this](int linha, int coluna) { Grid1_DblClick(linha, coluna); });
-    onSignal(ui->MnResumoVendas, &QAction::triggered, this, [this](bool) { ResumoVendas(this).exec(); });
-    onSignal(ui->MnrelAlfaNivel, &QAction::triggered, this, [this](bool) { RelatNivelPreco(this).exec(); });
-    onSignal(ui->MnComissao, &QAction::triggered, this, [this](bool) { Comissao(this).exec(); });
+    abreDe<ResumoVendas>(ui->MnResumoVendas);
+    abreDe<RelatNivelPreco>(ui->MnrelAlfaNivel);
+    abreDe<Comissao>(ui->MnComissao);
 }
 
 PainelFechamento::~PainelFechamento() {
@@ -110,6 +110,14 @@ void PainelFechamento::aoPressionar(QAbstractButton* botao, void (PainelFechamen
     onSignal(botao, &QAbstractButton::clicked, this, [this, operacao](bool) {
         if (concluiEdicao())
             (this->*operacao)();
+    });
+}
+
+template <typename Tela>
+void PainelFechamento::abreDe(QAction* item) {
+    onSignal(item, &QAction::triggered, this, [this](bool) {
+        if (concluiEdicao())
+            Tela(this).exec();
     });
 }
 

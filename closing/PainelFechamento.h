@@ -71,6 +71,8 @@ class PainelFechamento : public QMainWindow {
     // Rows and keys (PainelFechamento.cpp)
     void defineAtalhos();
     void aoPressionar(QAbstractButton* botao, void (PainelFechamento::*operacao)());
+    template <typename Tela>
+    void abreDe(QAction* item);
     void Command1_Click();
     void Command6_Click();
     void Grid1_Click(int linha, int coluna);
