@@ -156,8 +156,7 @@ double Paginator::heightOf(const Band& band, const Context& context) const {
         if (m_fonts.surelyFits(text.font, content, text.place.width()) && !content.contains(u'\n'))
             continue;
         const auto lines = m_fonts.wrap(text.font, content, text.place.width()).size();
-        growth =
-            qMax(growth, static_cast<double>(lines) * m_fonts.lineHeight(text.font) - text.place.height());
+        growth = qMax(growth, static_cast<double>(lines - 1) * m_fonts.lineHeight(text.font));
     }
     return qMin(band.height + growth, m_pageHeight);
 }

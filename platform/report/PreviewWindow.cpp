@@ -129,6 +129,7 @@ void PreviewWindow::makeZoom(QToolBar* bar) {
     m_zoom->setObjectName(u"Zoom"_s);
     m_zoom->setAccessibleName(u"Zoom"_s);
     m_zoom->setToolTip(u"Zoom (largura da página: Ctrl+1; página inteira: Ctrl+2)"_s);
+    m_zoom->setSizeAdjustPolicy(QComboBox::AdjustToContents);
     m_zoom->addItem(widthCaption);
     m_zoom->addItem(pageCaption);
     for (const int zoom : zooms)
@@ -152,12 +153,12 @@ void PreviewWindow::makeSearch(QToolBar* bar) {
     m_sought->setFixedWidth(fontMetrics().horizontalAdvance(u"0"_s) * 24);
     bar->addWidget(m_sought);
     onSignal(m_sought, &QLineEdit::returnPressed, this, [this] { findNext(); });
-    makeAction(bar, u"FindPrevious"_s, u"Localizar anterior"_s, u"Localizar anterior"_s,
-               {QKeySequence(Qt::SHIFT | Qt::Key_F3)}, &PreviewWindow::findPrevious)
-        ->setIcon(style()->standardIcon(QStyle::SP_ArrowUp));
-    makeAction(bar, u"FindNext"_s, u"Localizar próximo"_s, u"Localizar próximo"_s, {QKeySequence(Qt::Key_F3)},
-               &PreviewWindow::findNext)
-        ->setIcon(style()->standardIcon(QStyle::SP_ArrowDown));
+    QAction* previous = makeAction(bar, u"FindPrevious"_s, u"Localizar anterior"_s, u"Localizar anterior"_s,
+                                   {QKeySequence(Qt::SHIFT | Qt::Key_F3)}, &PreviewWindow::findPrevious);
+    QAction* next = makeAction(bar, u"FindNext"_s, u"Localizar próximo"_s, u"Localizar próximo"_s,
+                               {QKeySequence(Qt::Key_F3)}, &PreviewWindow::findNext);
+    static_cast<QToolButton*>(bar->widgetForAction(previous))->setArrowType(Qt::UpArrow);
+    static_cast<QToolButton*>(bar->widgetForAction(next))->setArrowType(Qt::DownArrow);
     makeAction(nullptr, u"EditSearch"_s, {}, {}, {QKeySequence::Find}, &PreviewWindow::editSearch);
 }
 
