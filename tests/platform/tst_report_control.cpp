@@ -2,7 +2,6 @@
 #include "platform/report/PreviewWindow.h"
 #include "platform/report/ReportControl.h"
 #include "support/ErroDe.h"
-#include "support/StatementLog.h"
 
 #include <QApplication>
 #include <QDialog>
