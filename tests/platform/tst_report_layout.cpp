@@ -14,6 +14,7 @@ class TstReportLayout : public QObject {
   private Q_SLOTS:
     void suppliedLayoutsAreValid_data();
     void suppliedLayoutsAreValid();
+    void documentedExampleIsValid();
     void schemaRefusesWhatTheReaderRefuses();
     void missingFileIsNamed();
     void fileOfAnotherKindIsRefused_data();
@@ -49,6 +50,20 @@ void TstReportLayout::suppliedLayoutsAreValid() {
     const report::Layout layout = report::readLayout(folder + name);
     QVERIFY(!layout.title.isEmpty());
     QVERIFY(!layout.details.empty());
+}
+
+void TstReportLayout::documentedExampleIsValid() {
+    QFile document(QStringLiteral(TARVESSA_SOURCE_DIR "/docs/report-layouts.md"));
+    QVERIFY(document.open(QIODevice::ReadOnly));
+    const QString text = QString::fromUtf8(document.readAll());
+    static const QRegularExpression whole(u"    <\\?xml.*?</report>\n"_s,
+                                          QRegularExpression::DotMatchesEverythingOption);
+    const QRegularExpressionMatch example = whole.match(text);
+    QVERIFY(example.hasMatch());
+    const QString path = m_bench.write(u"exemplo.RPT"_s, example.captured().trimmed().toUtf8());
+    ReportBench::output(u"xmllint"_s, {u"--noout"_s, u"--schema"_s,
+                                       QStringLiteral(TARVESSA_SOURCE_DIR "/rpt/layout.xsd"), path});
+    QCOMPARE(report::readLayout(path).totals.size(), size_t(1));
 }
 
 void TstReportLayout::schemaRefusesWhatTheReaderRefuses() {

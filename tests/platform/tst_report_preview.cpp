@@ -85,7 +85,7 @@ void TstReportPreview::show(int rows) {
                         "<pageHead height=\"50\"><text x=\"0\" y=\"0\" width=\"90\">Folha {page} de {pages}"
                         "</text></pageHead><detail height=\"20\">"
                         "<field x=\"0\" y=\"0\" width=\"90\" value=\"nome\"/></detail>"
-                        "<pageFoot height=\"27\"/>"));
+                        "<pageFoot height=\"27\" fill=\"#E0E0E0\"/>"));
     auto report = std::make_shared<report::Report>(
         report::readLayout(layout), u"dsn=QDX"_s,
         u"SELECT CONCAT('Linha nº ', seq) AS nome FROM seq_1_to_%1"_s.arg(rows), report::FormulaValues(),
@@ -276,7 +276,8 @@ void TstReportPreview::shownPageIsWhatIsPrinted() {
     };
     QVERIFY(darkest({10, 9, 40, 6}) < 160);     // the head's text
     QVERIFY(darkest({10, 59, 40, 6}) < 160);    // the row's
-    QCOMPARE(darkest({10, 90, 180, 190}), 255); // and nothing below
+    QCOMPARE(darkest({10, 90, 180, 165}), 255); // nothing below
+    QCOMPARE(darkest({10, 262, 180, 20}), 224); // down to the foot
 }
 
 void TstReportPreview::longReportShowsItsFirstPageAtOnce() {
