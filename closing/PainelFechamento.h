@@ -71,6 +71,8 @@ class PainelFechamento : public QMainWindow {
     // Rows and keys (PainelFechamento.cpp)
     void defineAtalhos();
     void aoPressionar(QAbstractButton* botao, void (PainelFechamento::*operacao)());
+    template <typename Tela>
+    void abreDe(QAction* item);
     void Command1_Click();
     void Command6_Click();
     void Grid1_Click(int linha, int coluna);
@@ -117,6 +119,8 @@ class PainelFechamento : public QMainWindow {
     std::array<QString, quantidadeDeContas> m_contaCTB;
     std::unique_ptr<ReportControl> m_relatorio; // CRW
     ArquivoLog m_logFechamento;
+    // Pre-sales closed since the listing was made; they stay in its rows where reloading it fails.
+    QSet<qint32> m_encerradas;
     // Pre-sales whose closing was begun and ended in an error report: no later press may take their stock out
     // again, also when they come back with a new listing.
     QSet<qint32> m_iniciadas;
