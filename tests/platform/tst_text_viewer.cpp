@@ -1,3 +1,4 @@
+#include "platform/ShellHost.h"
 #include "platform/TextViewer.h"
 
 #include <QApplication>
@@ -28,6 +29,9 @@ class TstTextViewer : public QObject {
     void escapeClosesAndFreesIt();
     void fileThatCannotBeReadShowsWhy();
     void longFileIsShownWhole();
+    void desktopsViewerIsPreferred();
+    void desktopWithoutAViewerGetsTheWindow_data();
+    void desktopWithoutAViewerGetsTheWindow();
 
   private:
     QString grava(const QByteArray& bytes) const {
@@ -44,15 +48,29 @@ class TstTextViewer : public QObject {
     }
     static QPlainTextEdit* texto() { return janela()->findChild<QPlainTextEdit*>(); }
 
+    /// Puts a program of the desktop's into the test's folder, a shell script.
+    bool instala(const QString& nome, const QByteArray& script) const {
+        QFile arquivo(m_pasta->filePath(nome));
+        return arquivo.open(QIODevice::WriteOnly) && arquivo.write("#!/bin/sh\n" + script + "\n") > 0 &&
+               arquivo.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    }
+    QByteArray conteudo(const QString& nome) const {
+        QFile arquivo(m_pasta->filePath(nome));
+        return arquivo.open(QIODevice::ReadOnly) ? arquivo.readAll() : QByteArray();
+    }
+
     std::unique_ptr<QTemporaryDir> m_pasta;
+    QByteArray m_path;
 };
 
 void TstTextViewer::init() {
     m_pasta = std::make_unique<QTemporaryDir>();
     QVERIFY(m_pasta->isValid());
+    m_path = qgetenv("PATH");
 }
 
 void TstTextViewer::cleanup() {
+    qputenv("PATH", m_path);
     while (QMainWindow* uma = janela())
         delete uma;
 }
@@ -110,6 +128,35 @@ void TstTextViewer::longFileIsShownWhole() {
     TextViewer::open(grava(bytes));
     QCOMPARE(texto()->document()->blockCount(), 20001);
     QCOMPARE(texto()->document()->findBlockByNumber(19999).text(), u"linha 20000"_s);
+}
+
+void TstTextViewer::desktopsViewerIsPreferred() {
+    const QString log = grava("a");
+    QVERIFY(instala(u"xdg-mime"_s, "echo leitor.desktop"));
+    QVERIFY(instala(u"xdg-open"_s, "printf '%s' \"$1\" > '" + m_pasta->filePath(u"aberto"_s).toUtf8() + "'"));
+    qputenv("PATH", m_pasta->path().toUtf8());
+    ShellHost().openText(log);
+    QTRY_COMPARE(conteudo(u"aberto"_s), log.toUtf8());
+    QVERIFY(!janela());
+}
+
+void TstTextViewer::desktopWithoutAViewerGetsTheWindow_data() {
+    QTest::addColumn<bool>("comAbridor");
+    QTest::newRow("nothing to open files with") << false;
+    QTest::newRow("no viewer for texts") << true;
+}
+
+void TstTextViewer::desktopWithoutAViewerGetsTheWindow() {
+    QFETCH(bool, comAbridor);
+    const QString log = grava("PV 0000012");
+    if (comAbridor) {
+        QVERIFY(instala(u"xdg-mime"_s, "exit 0"));
+        QVERIFY(instala(u"xdg-open"_s, "exit 0"));
+    }
+    qputenv("PATH", m_pasta->path().toUtf8());
+    ShellHost().openText(log);
+    QVERIFY(janela());
+    QCOMPARE(texto()->toPlainText(), u"PV 0000012"_s);
 }
 
 QTEST_MAIN(TstTextViewer)
