@@ -7,6 +7,7 @@
 #include "core/Esquema.h"
 #include "core/Numeros.h"
 #include "platform/Guard.h"
+#include "platform/grid/CellEditor.h"
 #include "ui_PainelFechamento.h"
 
 using namespace Qt::StringLiterals;
@@ -71,8 +72,11 @@ void PainelFechamento::carregaInicio() {
 
 void PainelFechamento::DefineGrid() {
     const bool dav = m_layout == Layout::Dav;
+    m_editorTexto->close();
+    m_editorForma->close();
     ui->Grid1->setRows(1);
-    m_iniciadas.clear();
+    m_encerradas.clear();
+    m_numerosDados.clear();
     for (const LarguraDeColuna& largura : larguras)
         ui->Grid1->setColumnTwips(largura.coluna, dav ? largura.dav : largura.pv);
     ui->Grid1->setMinimumRowTwips(dav ? alturaDav : alturaPv);
@@ -129,14 +133,16 @@ void PainelFechamento::carregaConfiguracao() {
 }
 
 void PainelFechamento::Command3_Click() {
-    m_layout = Layout::Pv;
-    DefineGrid();
+    // Asked for before the grid is emptied: where the answer fails, the old rows stay, with a total that is
+    // theirs.
     TemRegistro = AbreRS(
         u"SELECT o.codigocli, o.placa, o.nrpedido, o.TipoOperacao, c.nome, SUM(o.totalped) AS totalped, "
         "o.nomevendedor, c.cidade, c.prazo, c.formapg,c.colunapreco  FROM orcamento AS o left join clientes "
         "AS c "
         "ON o.codigocli=c.codigo where o.situacaoorc in ('A','C') and TipoOperacao='P' and dataabertura>='"_s +
         inicioDoPeriodo() + u"' group BY o.nrpedido Order By o.nomevendedor, c.nome"_s);
+    m_layout = Layout::Pv;
+    DefineGrid();
     const int pedido = rs.column(esquema::orcamento::nrPedido);
     const int tipo = rs.column(esquema::orcamento::tipoOperacao);
     const int nome = rs.column(esquema::clientes::nome);
@@ -164,7 +170,9 @@ void PainelFechamento::Command3_Click() {
     TotalSelecionado();
     const bool haPvs = ui->Grid1->rows() > 1;
     ui->Command3->setEnabled(!haPvs);
+    ui->Command6->setEnabled(haPvs);
     ui->Command4->setEnabled(haPvs);
+    ui->Command5->setEnabled(haPvs);
 }
 
 } // namespace tarvessa

@@ -7,6 +7,8 @@ namespace tarvessa::pictures {
 
 QIcon check();
 QIcon error();
+QIcon calendar();
+QIcon printer();
 QIcon application();
 
 } // namespace tarvessa::pictures

@@ -9,9 +9,11 @@ namespace tarvessa {
 
 namespace {
 
-// The client library's numbers for a connection that is gone; not all of them come with an SQLSTATE that says
-// so.
-constexpr std::array<int, 5> connectionLost = {
+// The numbers of client library and server for a connection that is gone; not all of them come with an
+// SQLSTATE that says so.
+constexpr std::array<int, 7> connectionLost = {
+    1053, // server is shutting down
+    1927, // killed
     2006, // server has gone away
     2013, // lost during a query
     2055, // lost, with the system's reason
