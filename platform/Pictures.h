@@ -7,6 +7,7 @@ namespace tarvessa::pictures {
 
 QIcon check();
 QIcon error();
+QIcon trash();
 QIcon application();
 
 } // namespace tarvessa::pictures
