@@ -31,6 +31,11 @@ Largo dividido(Largo n, Largo d) {
     return q;
 }
 
+void recusaZero(Dinheiro divisor) {
+    if (divisor.zero())
+        throw RuntimeError(ErrorNumber::DivisionByZero, u"Divisão por zero."_s);
+}
+
 } // namespace
 
 Dinheiro Dinheiro::dePonto(QStringView texto) {
@@ -102,9 +107,22 @@ Dinheiro Dinheiro::operator*(Dinheiro b) const {
 }
 
 Dinheiro Dinheiro::operator/(Dinheiro b) const {
-    if (b.m_v == 0)
-        throw RuntimeError(ErrorNumber::DivisionByZero, u"Divisão por zero."_s);
+    recusaZero(b);
     return estreito(dividido(static_cast<Largo>(m_v) * casas, b.m_v));
+}
+
+Dinheiro Proporcao(Dinheiro a, Dinheiro b, Dinheiro c, int casas) {
+    recusaZero(c);
+    qint64 unidade = 1;
+    for (int i = casas; i < digitosDepoisDoPonto; ++i)
+        unidade *= 10;
+    const Largo n = static_cast<Largo>(a.decimosMilesimos()) * b.decimosMilesimos();
+    const Largo d = static_cast<Largo>(c.decimosMilesimos()) * unidade;
+    Largo q = n / d;
+    const Largo resto = n % d;
+    if ((resto < 0 ? -resto : resto) * 2 >= (d < 0 ? -d : d))
+        q += (n < 0) == (d < 0) ? 1 : -1;
+    return estreito(q * unidade);
 }
 
 } // namespace tarvessa

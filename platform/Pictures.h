@@ -8,6 +8,8 @@ namespace tarvessa::pictures {
 QIcon check();
 QIcon error();
 QIcon trash();
+QIcon calendar();
+QIcon printer();
 QIcon application();
 
 } // namespace tarvessa::pictures
