@@ -7,6 +7,7 @@
 #include "core/Esquema.h"
 #include "core/Numeros.h"
 #include "platform/Guard.h"
+#include "platform/grid/CellEditor.h"
 #include "ui_PainelFechamento.h"
 
 using namespace Qt::StringLiterals;
@@ -71,8 +72,11 @@ void PainelFechamento::carregaInicio() {
 
 void PainelFechamento::DefineGrid() {
     const bool dav = m_layout == Layout::Dav;
+    m_editorTexto->close();
+    m_editorForma->close();
     ui->Grid1->setRows(1);
     m_iniciadas.clear();
+    m_numerosDados.clear();
     for (const LarguraDeColuna& largura : larguras)
         ui->Grid1->setColumnTwips(largura.coluna, dav ? largura.dav : largura.pv);
     ui->Grid1->setMinimumRowTwips(dav ? alturaDav : alturaPv);
@@ -164,7 +168,9 @@ void PainelFechamento::Command3_Click() {
     TotalSelecionado();
     const bool haPvs = ui->Grid1->rows() > 1;
     ui->Command3->setEnabled(!haPvs);
+    ui->Command6->setEnabled(haPvs);
     ui->Command4->setEnabled(haPvs);
+    ui->Command5->setEnabled(haPvs);
 }
 
 } // namespace tarvessa

@@ -2,8 +2,10 @@
 
 #include "closing/Colunas.h"
 #include "closing/ProgressoLote.h"
+#include "closing/VisualizaPedido.h"
 #include "core/Datas.h"
 #include "core/Esquema.h"
+#include "core/JanelaPrincipal.h"
 #include "core/Numeros.h"
 #include "core/Relatorio.h"
 #include "core/Teclado.h"
@@ -11,6 +13,7 @@
 #include "platform/MessageBoxes.h"
 #include "platform/Pictures.h"
 #include "platform/Twips.h"
+#include "products/PromocaoPedidos.h"
 #include "ui_PainelFechamento.h"
 
 #include <QApplication>
@@ -42,19 +45,28 @@ PainelFechamento::PainelFechamento(QWidget* parent)
                             QSize(0, style()->pixelMetric(QStyle::PM_TitleBarHeight))));
     m_contaCTB.fill(esquema::contaAusente.toString());
     ui->Text1->setFixedWidth(twipsToPixels(this, larguraDoTotalTwips));
-    ui->picSucesso->setPixmap(pictures::check().pixmap(ladoDaImagem));
+    const QIcon sucesso = pictures::check();
+    ui->picSucesso->setPixmap(sucesso.pixmap(ladoDaImagem));
     ui->picErro->setPixmap(pictures::error().pixmap(ladoDaImagem));
     ui->Grid1->setFormat(u"PEDIDO|^TIPO|<CLIENTE|<VENDEDOR|<CIDADE|>R$ TOTAL|>DIAS VENC|>FORMA PAGTO|^TABELA|"
                          "^SELEÇÃO|CODIGOCLI"_s);
-    ui->Grid1->setTickColumn(colunas::Selecao, pictures::check());
+    ui->Grid1->setTickColumn(colunas::Selecao, sucesso);
+    EmprestaJanelaPrincipal(this, sucesso);
 
     defineAtalhos();
-    new Teclado(this, [] { QApplication::quit(); });
-    onSignal(ui->Command1, &QPushButton::clicked, this, [this](bool) { Command1_Click(); });
-    onSignal(ui->Command3, &QPushButton::clicked, this, [this](bool) { Command3_Click(); });
-    onSignal(ui->Command4, &QPushButton::clicked, this, [this](bool) { Command4_Click(); });
+    preparaEditores();
+    auto* teclado = new Teclado(this, [] { QApplication::quit(); });
+    teclado->setAntes([this](const QWidget* controle, int tecla) { return teclaDeEditor(controle, tecla); });
+    aoPressionar(ui->Command1, &PainelFechamento::Command1_Click);
+    aoPressionar(ui->Command2, &PainelFechamento::Command2_Click);
+    aoPressionar(ui->Command3, &PainelFechamento::Command3_Click);
+    aoPressionar(ui->Command4, &PainelFechamento::Command4_Click);
+    aoPressionar(ui->Command5, &PainelFechamento::Command5_Click);
+    aoPressionar(ui->Command6, &PainelFechamento::Command6_Click);
     onSignal(ui->Grid1, &Grid::cellClicked, this,
              [this](int linha, int coluna) { Grid1_Click(linha, coluna); });
+    onSignal(ui->Grid1, &Grid::cellDoubleClicked, this,
+             [this](int linha, int coluna) { Grid1_DblClick(linha, coluna); });
 }
 
 PainelFechamento::~PainelFechamento() {
@@ -78,6 +90,21 @@ void PainelFechamento::defineAtalhos() {
     connect(relatorio, &QShortcut::activated, this,
             [this] { ui->menuBar->setActiveAction(ui->MnRelatorio->menuAction()); });
     ui->Metas->setShortcut(Qt::ALT | Qt::Key_M);
+    const auto* visualizacao = new QShortcut(Qt::Key_F3, this);
+    onSignal(visualizacao, &QShortcut::activated, this, [this] {
+        if (concluiEdicao())
+            visualiza(ui->Grid1->currentRow());
+    });
+    ui->LabelVisualiza->setToolTip(u"Tecla de atalho: F3"_s);
+}
+
+// A shortcut takes no focus away, so what is being typed into a cell is committed here; nothing begins on a
+// value that was refused.
+void PainelFechamento::aoPressionar(QAbstractButton* botao, void (PainelFechamento::*operacao)()) {
+    onSignal(botao, &QAbstractButton::clicked, this, [this, operacao](bool) {
+        if (concluiEdicao())
+            (this->*operacao)();
+    });
 }
 
 void PainelFechamento::TotalSelecionado() {
@@ -107,11 +134,39 @@ void PainelFechamento::Command1_Click() {
     TotalSelecionado();
 }
 
+void PainelFechamento::Command6_Click() {
+    PromocaoPedidos(this).exec();
+}
+
 void PainelFechamento::Grid1_Click(int linha, int coluna) {
-    if (coluna == colunas::Selecao) {
+    switch (coluna) {
+    case colunas::DiasVenc:
+    case colunas::FormaPagto:
+    case colunas::Tabela:
+        abreEditor(linha, coluna);
+        break;
+    case colunas::Selecao:
         ui->Grid1->setTicked(linha, !ui->Grid1->isTicked(linha));
         TotalSelecionado();
+        break;
+    default:
+        break;
     }
+}
+
+// The grid tells of the second click of a double one in no other way, so where a click does something this
+// stands for it.
+void PainelFechamento::Grid1_DblClick(int linha, int coluna) {
+    if (coluna <= colunas::Total)
+        visualiza(linha);
+    else
+        Grid1_Click(linha, coluna);
+}
+
+void PainelFechamento::visualiza(int linha) {
+    if (linha > 0)
+        VisualizaPedido::abre(this, ValorInteiro(ui->Grid1->text(linha, colunas::Pedido)),
+                              ui->Grid1->text(linha, colunas::Tipo));
 }
 
 } // namespace tarvessa

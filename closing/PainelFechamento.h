@@ -4,11 +4,14 @@
 #include "core/Dinheiro.h"
 
 #include <QDate>
+#include <QHash>
 #include <QMainWindow>
 #include <QSet>
 
 #include <array>
 #include <memory>
+
+class QAbstractButton;
 
 namespace Ui {
 class PainelFechamento;
@@ -16,12 +19,12 @@ class PainelFechamento;
 
 namespace tarvessa {
 
+class CellEditor;
 class ProgressoLote;
 class ReportControl;
-class Teclado;
 
-/// The main window: lists the sales documents of the last seven days and closes the pre-sales. Closing it, or
-/// Escape on it, ends the program.
+/// The main window: lists the sales documents of the last seven days, corrects their customers' terms, turns
+/// DAVs into pre-sales, checks their prices and closes them. Closing it, or Escape on it, ends the program.
 class PainelFechamento : public QMainWindow {
     Q_OBJECT
 
@@ -44,6 +47,11 @@ class PainelFechamento : public QMainWindow {
     void FechaPV(qint32 nrPedido, const QString& formaPG, Dinheiro valor, QDate vencto,
                  const QString& nomeCli);
 
+    /// Advances the counter of a document type in `empresa` ("D": `ultpedido`, any other: `contadorPV`) and
+    /// gives the new number. Two workstations never get the same one, as far as the server grants named
+    /// locks. Raises RuntimeError, also for a counter that is empty or beyond 32 bits.
+    qint32 Orcamento_NumeroPedido(const QString& tipo);
+
   protected:
     void closeEvent(QCloseEvent* evento) override;
 
@@ -62,8 +70,32 @@ class PainelFechamento : public QMainWindow {
 
     // Rows and keys (PainelFechamento.cpp)
     void defineAtalhos();
+    void aoPressionar(QAbstractButton* botao, void (PainelFechamento::*operacao)());
     void Command1_Click();
+    void Command6_Click();
     void Grid1_Click(int linha, int coluna);
+    void Grid1_DblClick(int linha, int coluna);
+    void visualiza(int linha);
+
+    // Customer terms in the grid (EdicaoTermos.cpp)
+    void preparaEditores();
+    void abreEditor(int linha, int coluna);
+    bool teclaDeEditor(const QWidget* controle, int tecla);
+    bool concluiEdicao();
+    bool TextGrid_LostFocus();
+    void Combo1_LostFocus();
+    bool gravaTabela(int linha, const QString& texto);
+    void gravaDias(int linha, const QString& texto);
+
+    // DAV to pre-sale (Conversao.cpp)
+    void Command2_Click();
+    void converteDav(qint32 numero);
+
+    // Price check (AnalisePrecos.cpp)
+    void Command5_Click();
+    QStringList corrigePrecos();
+    bool corrigeLinha(int linha);
+    void gravaLogDePrecos(const QStringList& pedidos);
 
     // Closing (Fechamento.cpp, FechaPV.cpp)
     void Command4_Click();
@@ -78,6 +110,8 @@ class PainelFechamento : public QMainWindow {
 
     std::unique_ptr<Ui::PainelFechamento> ui;
     ProgressoLote* m_progresso;
+    CellEditor* m_editorTexto = nullptr;
+    CellEditor* m_editorForma = nullptr;
     Layout m_layout = Layout::Dav;
     bool m_pafEcf = false;
     std::array<QString, quantidadeDeContas> m_contaCTB;
@@ -86,6 +120,9 @@ class PainelFechamento : public QMainWindow {
     // Pre-sales of the current listing whose closing was begun: after an error report another press must not
     // take their stock out again.
     QSet<qint32> m_iniciadas;
+    // DAVs of the current listing and the pre-sale number each was given: after an error report another press
+    // goes on with the same number, so that notes follow their document.
+    QHash<qint32, qint32> m_numerosDados;
 };
 
 } // namespace tarvessa

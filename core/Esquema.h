@@ -9,6 +9,7 @@ namespace tarvessa::esquema {
 // Column names, letter case ignored by the reader
 
 namespace orcamento {
+inline constexpr QStringView id = u"id";
 inline constexpr QStringView nrPedido = u"nrpedido";
 inline constexpr QStringView tipoOperacao = u"TipoOperacao";
 inline constexpr QStringView codigoCli = u"codigocli";
@@ -16,11 +17,15 @@ inline constexpr QStringView nomeVendedor = u"nomevendedor";
 inline constexpr QStringView vendedor = u"Vendedor";
 inline constexpr QStringView codigo = u"codigo";
 inline constexpr QStringView quantidade = u"quantidade";
+inline constexpr QStringView unitario = u"unitario";
 inline constexpr QStringView totalPed = u"totalped";
+inline constexpr QStringView situacao = u"situacaoorc";
+inline constexpr QStringView dataAbertura = u"dataabertura";
 } // namespace orcamento
 
 namespace clientes {
 inline constexpr QStringView nome = u"nome";
+inline constexpr QStringView fantasia = u"fantasia";
 inline constexpr QStringView cidade = u"cidade";
 inline constexpr QStringView prazo = u"prazo";
 inline constexpr QStringView formaPg = u"formapg";
@@ -28,9 +33,28 @@ inline constexpr QStringView colunaPreco = u"colunapreco";
 inline constexpr QStringView cnpjCpf = u"CNPJ_CPF";
 } // namespace clientes
 
+namespace produtos {
+inline constexpr QStringView codFabr = u"CodFabr";
+inline constexpr QStringView descricao = u"Descricao";
+inline constexpr QStringView aplicacao = u"Aplicacao";
+inline constexpr QStringView observacao = u"Observacao";
+inline constexpr QStringView venda = u"Venda";
+inline constexpr QStringView venda2 = u"Venda2";
+inline constexpr QStringView venda3 = u"Venda3";
+inline constexpr QStringView venda4 = u"Venda4";
+inline constexpr QStringView quantidade = u"Quantidade";
+inline constexpr QStringView quantidade2 = u"Quantidade2";
+inline constexpr QStringView ultimaAlteracao = u"Ultima_Alteracao";
+inline constexpr QStringView unidade = u"Unidade";
+inline constexpr QStringView linhaProd = u"LinhaProd";
+} // namespace produtos
+
 namespace empresa {
+inline constexpr QStringView contadorPv = u"contadorPV";
+inline constexpr QStringView ultPedido = u"ultpedido";
 inline constexpr QStringView contaCtb1 = u"ContaCTB1";
 inline constexpr QStringView pafEcf = u"PAF_ECF";
+inline constexpr QStringView reservaAtualizaGridEstoque = u"ReservaAtualizaGridEstoque";
 } // namespace empresa
 
 namespace finalizadoras {
@@ -45,16 +69,25 @@ inline constexpr QStringView quantidade = u"quantidade";
 
 // Value codes
 
+/// `orcamento`.`TipoOperacao`
+inline constexpr QStringView dav = u"D";
+inline constexpr QStringView preVenda = u"P";
+
+/// `orcamento`.`situacaoorc`; any other open document has 'A' or 'C'
+inline constexpr QStringView fechado = u"B";
+inline constexpr QStringView cancelado = u"X";
+
 /// `Finalizadoras`.`avista`, `produtos`.`ativo`, `clientes`.`ativocad`, `vendedores`.`Ativo`
 inline constexpr QStringView sim = u"S";
 
-/// `empresa`.`PAF_ECF`: switched on
+/// `empresa`.`PAF_ECF`, `empresa`.`ReservaAtualizaGridEstoque`: switched on
 inline constexpr QStringView ligado = u"SIM";
 
 /// `clientes`.`formapg`: payment methods the closing knows by name
 inline constexpr QStringView dinheiro = u"DINHEIRO";
 inline constexpr QStringView cartao = u"CARTÃO";
 inline constexpr QStringView cheque = u"CHEQUE";
+inline constexpr QStringView boleto = u"BOLETO";
 inline constexpr QStringView ticket = u"TICKET";
 inline constexpr QStringView outros = u"OUTROS";
 inline constexpr QStringView nenhumaForma = u"(Nenhuma)";

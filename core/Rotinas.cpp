@@ -4,6 +4,7 @@
 #include "core/Datas.h"
 #include "core/Esquema.h"
 #include "core/Numeros.h"
+#include "platform/HostUser.h"
 #include "platform/Windows1252.h"
 
 #include <QLineEdit>
@@ -11,20 +12,6 @@
 using namespace Qt::StringLiterals;
 
 namespace tarvessa {
-
-namespace {
-
-// The log names who moved the stock; the program has no login of its own, so the desktop's user it is.
-QString usuario() {
-    for (const char* variavel : {"USERNAME", "USER", "LOGNAME"}) {
-        const QString nome = qEnvironmentVariable(variavel);
-        if (!nome.isEmpty())
-            return LimpaTexto(nome);
-    }
-    return {};
-}
-
-} // namespace
 
 qint16 BaixaEstoque(const QString& codigo, Dinheiro quantidade, const QString& tela) {
     odbc::ResultSet ficha = NovoRS(
@@ -52,10 +39,11 @@ qint16 BaixaEstoque(const QString& codigo, Dinheiro quantidade, const QString& t
 qint16 GravaLogEstoque(const QString& tela, const QString& codigo, Dinheiro quantidade,
                        odbc::Connection& conexao) {
     const QDateTime agora = Agora();
+    // The program has no login of its own, so the log names the desktop's user.
     conexao.execute(u"INSERT INTO logestoque SET data = '"_s + DataSQL(agora.date()) + u"', hora = '"_s +
-                    agora.toString(u"HH:mm:ss"_s) + u"', "_s + u"usuario = '"_s + usuario() + u"', "_s +
-                    u"tela = '"_s + LimpaTexto(tela) + u"', "_s + u"codproduto = '"_s + codigo + u"', "_s +
-                    u"qtdLoja = "_s + quantidade.ponto());
+                    agora.toString(u"HH:mm:ss"_s) + u"', "_s + u"usuario = '"_s + LimpaTexto(hostUserName()) +
+                    u"', "_s + u"tela = '"_s + LimpaTexto(tela) + u"', "_s + u"codproduto = '"_s + codigo +
+                    u"', "_s + u"qtdLoja = "_s + quantidade.ponto());
     return 0;
 }
 

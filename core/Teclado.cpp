@@ -26,7 +26,8 @@ bool Teclado::eventFilter(QObject* receptor, QEvent* evento) {
         return false;
     auto* tecla = static_cast<QKeyEvent*>(evento);
     if (m_antes) {
-        bool engolida = false;
+        // A key whose handler failed has had its effect: an Escape must not close the form on top of it.
+        bool engolida = true;
         guarded(m_form, [&] { engolida = m_antes(controle, tecla->key()); });
         if (engolida)
             return true;

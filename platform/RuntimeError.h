@@ -12,6 +12,7 @@ enum class ErrorNumber {
     DivisionByZero = 11,
     TypeMismatch = 13,
     FileNotFound = 53,
+    PermissionDenied = 70,
     FileNotWritable = 75,
     ObjectRequired = 424,
     InvalidLayout = 20515,
@@ -38,6 +39,9 @@ class RuntimeError : public std::exception {
 
     /// True when the connection to the database is gone: only a new start of the program helps.
     bool isConnectionLost() const;
+
+    /// True for an object that the program itself lacks: after the report the program ends.
+    bool endsProgram() const { return m_number == static_cast<int>(ErrorNumber::ObjectRequired); }
 
   private:
     int m_number;

@@ -84,6 +84,20 @@ void Grid::setColumnTwips(int column, int twips) {
     fitCaptions();
 }
 
+void Grid::setPreferredRows(int rows) {
+    m_preferredRows = rows;
+    updateGeometry();
+}
+
+QSize Grid::sizeHint() const {
+    if (m_preferredRows == 0)
+        return QTableView::sizeHint();
+    const int scrollBar = style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, this);
+    return {horizontalHeader()->length() + scrollBar + 2 * frameWidth(),
+            horizontalHeader()->sizeHint().height() + (m_preferredRows - 1) * minimumRowPixels() +
+                2 * frameWidth()};
+}
+
 void Grid::setMinimumRowTwips(int twips) {
     m_minimumRowTwips = twips;
     verticalHeader()->setMinimumSectionSize(minimumRowPixels());

@@ -25,6 +25,11 @@ class Grid : public QTableView {
     void setColumnTwips(int column, int twips);
     int columnTwips(int column) const { return m_columnTwips[static_cast<size_t>(column)]; }
 
+    /// The number of rows, header included, that the grid's preferred size has room for; its width then shows
+    /// all columns beside the scroll bar. Without it the size is the view's usual one.
+    void setPreferredRows(int rows);
+    QSize sizeHint() const override;
+
     /// Height in twips that every row has at least.
     void setMinimumRowTwips(int twips);
 
@@ -121,6 +126,7 @@ class Grid : public QTableView {
     GridModel* m_model;
     std::vector<int> m_columnTwips;
     int m_minimumRowTwips = 0;
+    int m_preferredRows = 0;
 };
 
 } // namespace tarvessa

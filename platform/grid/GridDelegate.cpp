@@ -8,6 +8,22 @@ namespace tarvessa {
 namespace {
 constexpr int largestPicture = 20;
 constexpr int pictureMargin = 3;
+constexpr int wholePercent = 100;
+constexpr int narrowestPercent = 60;
+constexpr int percentStep = 4;
+
+// Tried step by step, since a narrowed font's advances are rounded.
+void narrowWord(QStyleOptionViewItem* option) {
+    const int margin =
+        option->widget->style()->pixelMetric(QStyle::PM_FocusFrameHMargin, option, option->widget);
+    const int room = option->rect.width() - 2 * (margin + 1);
+    const auto needed = [option] { return option->fontMetrics.horizontalAdvance(option->text); };
+    for (int percent = wholePercent; needed() >= room && percent > narrowestPercent; percent -= percentStep) {
+        option->font.setStretch(percent - percentStep);
+        option->fontMetrics = QFontMetrics(option->font);
+    }
+}
+
 } // namespace
 
 void GridDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
@@ -21,6 +37,7 @@ void GridDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
     initStyleOption(&background, index);
     background.features &= ~QStyleOptionViewItem::HasDecoration;
     background.text.clear();
+    background.icon = QIcon(); // the style would still draw it, in no room
     option.widget->style()->drawControl(QStyle::CE_ItemViewItem, &background, painter, option.widget);
     const int side = qMin(largestPicture, option.rect.height() - pictureMargin);
     QRect place(0, 0, side, side);
@@ -33,6 +50,8 @@ void GridDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelInd
     QStyledItemDelegate::initStyleOption(option, index);
     if (option->rect.height() < 2 * option->fontMetrics.lineSpacing())
         option->features &= ~QStyleOptionViewItem::WrapText;
+    if (!option->text.isEmpty() && !option->text.contains(u' '))
+        narrowWord(option);
 }
 
 } // namespace tarvessa

@@ -4,7 +4,8 @@
 
 namespace tarvessa {
 
-/// Draws a grid's cell: a picture stands in the middle of its cell, long texts wrap where the row has room.
+/// Draws a grid's cell: a picture stands in the middle of its cell, long texts wrap where the row has room,
+/// and a single word (a code, a number) is drawn narrower rather than cut.
 class GridDelegate : public QStyledItemDelegate {
   public:
     using QStyledItemDelegate::QStyledItemDelegate;
