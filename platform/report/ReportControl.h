@@ -60,7 +60,8 @@ class ReportControl {
     std::shared_ptr<report::Report> lastReport() const { return m_report; }
 
   private:
-    QString queryFor(const QString& layoutPath);
+    QString queryFor(const QString& layoutPath, const QString& ownQuery);
+    void showPreview();
 
     QWidget* m_owner;
     QString m_connectionString;
