@@ -14,6 +14,9 @@
 #include "platform/Pictures.h"
 #include "platform/Twips.h"
 #include "products/PromocaoPedidos.h"
+#include "reports/Comissao.h"
+#include "reports/RelatNivelPreco.h"
+#include "reports/ResumoVendas.h"
 #include "ui_PainelFechamento.h"
 
 #include <QApplication>
@@ -34,8 +37,8 @@ const QString inicioDeDesmarcar = u"Desmarcar"_s;
 } // namespace
 
 PainelFechamento::PainelFechamento(QWidget* parent)
-    : QMainWindow(parent), ui(std::make_unique<Ui::PainelFechamento>()),
-      m_progresso(new ProgressoLote(this)), m_relatorio(std::make_unique<ReportControl>(this)) {
+    : QMainWindow(parent), ui(std::make_unique<Ui::PainelFechamento>()), m_progresso(new ProgressoLote(this)),
+      m_relatorio(std::make_unique<ReportControl>(this)) {
     ui->setupUi(this);
     m_relatorio->setClock(Agora);
     CRW = m_relatorio.get();
@@ -67,6 +70,9 @@ PainelFechamento::PainelFechamento(QWidget* parent)
              [this](int linha, int coluna) { Grid1_Click(linha, coluna); });
     onSignal(ui->Grid1, &Grid::cellDoubleClicked, this,
              [this](int linha, int coluna) { Grid1_DblClick(linha, coluna); });
+    onSignal(ui->MnResumoVendas, &QAction::triggered, this, [this](bool) { ResumoVendas(this).exec(); });
+    onSignal(ui->MnrelAlfaNivel, &QAction::triggered, this, [this](bool) { RelatNivelPreco(this).exec(); });
+    onSignal(ui->MnComissao, &QAction::triggered, this, [this](bool) { Comissao(this).exec(); });
 }
 
 PainelFechamento::~PainelFechamento() {

@@ -50,4 +50,8 @@ class Dinheiro {
     qint64 m_v = 0;
 };
 
+/// a × b ÷ c rounded once, to `casas` decimal places (0 to 4), halves away from zero: what a percentage is on
+/// the screen. Raises RuntimeError (overflow, division by zero).
+Dinheiro Proporcao(Dinheiro a, Dinheiro b, Dinheiro c, int casas);
+
 } // namespace tarvessa
