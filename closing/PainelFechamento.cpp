@@ -17,6 +17,7 @@
 #include "reports/Comissao.h"
 #include "reports/RelatNivelPreco.h"
 #include "reports/ResumoVendas.h"
+#include "targets/MetasQuadro.h"
 #include "ui_PainelFechamento.h"
 
 #include <QApplication>
@@ -73,6 +74,7 @@ PainelFechamento::PainelFechamento(QWidget* parent)
     onSignal(ui->MnResumoVendas, &QAction::triggered, this, [this](bool) { ResumoVendas(this).exec(); });
     onSignal(ui->MnrelAlfaNivel, &QAction::triggered, this, [this](bool) { RelatNivelPreco(this).exec(); });
     onSignal(ui->MnComissao, &QAction::triggered, this, [this](bool) { Comissao(this).exec(); });
+    onSignal(ui->Metas, &QAction::triggered, this, [this](bool) { Metas_Click(); });
 }
 
 PainelFechamento::~PainelFechamento() {
@@ -173,6 +175,12 @@ void PainelFechamento::visualiza(int linha) {
     if (linha > 0)
         VisualizaPedido::abre(this, ValorInteiro(ui->Grid1->text(linha, colunas::Pedido)),
                               ui->Grid1->text(linha, colunas::Tipo));
+}
+
+void PainelFechamento::Metas_Click() {
+    MetasQuadro tela(this);
+    tela.Form_Load();
+    tela.exec();
 }
 
 } // namespace tarvessa
