@@ -78,6 +78,7 @@ class PainelFechamento : public QMainWindow {
     void Grid1_Click(int linha, int coluna);
     void Grid1_DblClick(int linha, int coluna);
     void visualiza(int linha);
+    void Metas_Click();
 
     // Customer terms in the grid (EdicaoTermos.cpp)
     void preparaEditores();

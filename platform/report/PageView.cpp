@@ -97,6 +97,7 @@ void PageView::paintEvent(QPaintEvent* event) {
     }
     if (hasFocus()) {
         painter.resetTransform();
+        painter.setBrush(Qt::NoBrush);
         painter.setPen(palette().highlight().color());
         painter.drawRect(paper.adjusted(-1, -1, 0, 0));
     }

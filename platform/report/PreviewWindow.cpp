@@ -13,7 +13,6 @@
 #include <QPrintDialog>
 #include <QPrinter>
 #include <QScreen>
-#include <QShortcut>
 #include <QStandardPaths>
 #include <QStatusBar>
 #include <QStyle>
@@ -42,7 +41,8 @@ PreviewWindow::PreviewWindow(std::shared_ptr<Report> report, QWidget* parent)
     : QMainWindow(parent, Qt::Window), m_report(std::move(report)), m_view(new PageView(*m_report, this)) {
     setObjectName(u"PreviewWindow"_s);
     setAttribute(Qt::WA_DeleteOnClose);
-    setWindowModality(Qt::WindowModal);
+    if (parent)
+        setWindowModality(Qt::WindowModal);
     setWindowTitle(m_report->title() + u" - visualização"_s);
     resize(normalSize.boundedTo(screen()->availableSize()));
     setContextMenuPolicy(Qt::NoContextMenu); // the tool bars cannot be hidden
@@ -57,8 +57,6 @@ PreviewWindow::PreviewWindow(std::shared_ptr<Report> report, QWidget* parent)
 
     onSignal(m_view, &PageView::turned, this, [this](int pages) { turn(pages); });
     onSignal(m_view, &PageView::zoomChanged, this, [this] { updateZoom(); });
-    const auto* escape = new QShortcut(Qt::Key_Escape, this);
-    connect(escape, &QShortcut::activated, this, &QWidget::close);
     m_reading.setSingleShot(true);
     connect(&m_reading, &QTimer::timeout, this, [this] { guarded(this, [this] { readOn(); }); });
 
@@ -79,9 +77,8 @@ void PreviewWindow::makeFileBar() {
                u"Salvar os dados do relatório para uma planilha"_s, {QKeySequence(Qt::CTRL | Qt::Key_E)},
                &PreviewWindow::saveCsv);
     bar->addSeparator();
-    QAction* close = bar->addAction(u"Fechar"_s, this, [this] { this->close(); });
-    close->setObjectName(u"Close"_s);
-    close->setToolTip(u"Fechar a visualização (Esc)"_s);
+    makeAction(bar, u"Close"_s, u"Fechar"_s, u"Fechar a visualização"_s, {QKeySequence(Qt::Key_Escape)},
+               &PreviewWindow::leave);
 }
 
 void PreviewWindow::makePageBar() {
@@ -180,6 +177,10 @@ QAction* PreviewWindow::makeAction(QToolBar* bar, const QString& name, const QSt
         addAction(action);
     }
     return action;
+}
+
+void PreviewWindow::leave() {
+    close();
 }
 
 void PreviewWindow::readOn() {

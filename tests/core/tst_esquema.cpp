@@ -325,8 +325,8 @@ void TstEsquema::lookUpsHaveAnIndex() {
 }
 
 void TstEsquema::backquotedNames() {
-    Executa(
-        u"INSERT INTO `areceber` (`CodigoCli`, `NomeCli`, `Valor`, `Nr_Pedido`) VALUES ('7', 'JOÃO', 12.50, 99)"_s);
+    Executa(u"INSERT INTO `areceber` (`CodigoCli`, `NomeCli`, `Valor`, `Nr_Pedido`) "
+            "VALUES ('7', 'JOÃO', 12.50, 99)"_s);
     QCOMPARE(m_servidor->consulta(
                  u"SELECT CodigoCli, NomeCli, Valor, Nr_Pedido, DataBaixa, SitBaixa FROM areceber"_s),
              (QList<QStringList>{{u"7"_s, u"JOÃO"_s, u"12.50"_s, u"99"_s, u"1901-01-01"_s, u"A"_s}}));
@@ -381,8 +381,8 @@ void TstEsquema::insertSet() {
 
 void TstEsquema::insertSelect() {
     m_servidor->executa(u"INSERT INTO clientes (codigo, nome) VALUES ('1', 'ANA'), ('2', 'BETO')"_s);
-    Executa(
-        u"INSERT INTO relat (codigo1, TEXTO1, valor1) SELECT codigo, nome, 2.5 FROM Clientes ORDER BY codigo"_s);
+    Executa(u"INSERT INTO relat (codigo1, TEXTO1, valor1) SELECT codigo, nome, 2.5 "
+            "FROM Clientes ORDER BY codigo"_s);
     QCOMPARE(m_servidor->consulta(u"SELECT Codigo1, Texto1, Valor1 FROM relat ORDER BY id"_s),
              (QList<QStringList>{{u"1"_s, u"ANA"_s, u"2.50"_s}, {u"2"_s, u"BETO"_s, u"2.50"_s}}));
 }

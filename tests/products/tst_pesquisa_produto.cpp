@@ -118,7 +118,11 @@ class TstPesquisaProduto : public QObject {
 
 QString TstPesquisaProduto::pesquisa(const QString& texto, const std::function<void(QWidget*)>& acao) {
     ModalHelper modais;
-    modais.aoAbrir(acao);
+    modais.aoAbrir([&acao](QWidget* tela) {
+        if (!QTest::qWaitForWindowActive(tela))
+            QTest::qFail("the selection screen did not become active", __FILE__, __LINE__);
+        acao(tela);
+    });
     QString variavel = texto;
     const QString codigo = PesquisaProduto(variavel, nullptr);
     if (!modais.confere().isEmpty())

@@ -84,6 +84,7 @@ void TstPromocaoNoPainel::pricesAreAppliedFromThePanel() {
     QVERIFY(abre());
     ModalHelper modais;
     modais.aoAbrir([&modais](QWidget* tela) {
+        QVERIFY(QTest::qWaitForWindowActive(tela));
         auto* descricao = tela->findChild<TextBox*>(u"Descricao"_s);
         auto* venda = tela->findChild<TextBox*>(u"Venda"_s);
         cola(descricao, u"7"_s);
