@@ -3,15 +3,21 @@
 #include "closing/Colunas.h"
 #include "closing/ProgressoLote.h"
 #include "closing/VisualizaPedido.h"
+#include "core/Datas.h"
 #include "core/Esquema.h"
 #include "core/JanelaPrincipal.h"
 #include "core/Numeros.h"
+#include "core/Relatorio.h"
 #include "core/Teclado.h"
 #include "platform/Guard.h"
 #include "platform/MessageBoxes.h"
 #include "platform/Pictures.h"
 #include "platform/Twips.h"
 #include "products/PromocaoPedidos.h"
+#include "reports/Comissao.h"
+#include "reports/RelatNivelPreco.h"
+#include "reports/ResumoVendas.h"
+#include "targets/MetasQuadro.h"
 #include "ui_PainelFechamento.h"
 
 #include <QApplication>
@@ -32,9 +38,11 @@ const QString inicioDeDesmarcar = u"Desmarcar"_s;
 } // namespace
 
 PainelFechamento::PainelFechamento(QWidget* parent)
-    : QMainWindow(parent), ui(std::make_unique<Ui::PainelFechamento>()),
-      m_progresso(new ProgressoLote(this)) {
+    : QMainWindow(parent), ui(std::make_unique<Ui::PainelFechamento>()), m_progresso(new ProgressoLote(this)),
+      m_relatorio(std::make_unique<ReportControl>(this)) {
     ui->setupUi(this);
+    m_relatorio->setClock(Agora);
+    CRW = m_relatorio.get();
     statusBar()->addPermanentWidget(m_progresso, 1);
     // On a small screen, or a large scale, the window opens no larger than what there is.
     resize(size().boundedTo(screen()->availableSize() -
@@ -63,9 +71,15 @@ PainelFechamento::PainelFechamento(QWidget* parent)
              [this](int linha, int coluna) { Grid1_Click(linha, coluna); });
     onSignal(ui->Grid1, &Grid::cellDoubleClicked, this,
              [this](int linha, int coluna) { Grid1_DblClick(linha, coluna); });
+    abreDe<ResumoVendas>(ui->MnResumoVendas);
+    abreDe<RelatNivelPreco>(ui->MnrelAlfaNivel);
+    abreDe<Comissao>(ui->MnComissao);
+    onSignal(ui->Metas, &QAction::triggered, this, [this](bool) { Metas_Click(); });
 }
 
-PainelFechamento::~PainelFechamento() = default;
+PainelFechamento::~PainelFechamento() {
+    CRW = nullptr;
+}
 
 // The captions have no mnemonics of their own, so the keys stand in the tool tips.
 void PainelFechamento::defineAtalhos() {
@@ -101,11 +115,19 @@ void PainelFechamento::aoPressionar(QAbstractButton* botao, void (PainelFechamen
     });
 }
 
+template <typename Tela>
+void PainelFechamento::abreDe(QAction* item) {
+    onSignal(item, &QAction::triggered, this, [this](bool) {
+        if (concluiEdicao())
+            Tela(this).exec();
+    });
+}
+
 void PainelFechamento::TotalSelecionado() {
     Dinheiro total;
     for (int linha = 1; linha < ui->Grid1->rows(); ++linha)
         if (ui->Grid1->isTicked(linha))
-            total += ValorNumerico(ui->Grid1->text(linha, colunas::Total));
+            total += ValorNumerico(ui->Grid1->textView(linha, colunas::Total));
     ui->Text1->setText(FormataDinheiro(total));
 }
 
@@ -161,6 +183,14 @@ void PainelFechamento::visualiza(int linha) {
     if (linha > 0)
         VisualizaPedido::abre(this, ValorInteiro(ui->Grid1->text(linha, colunas::Pedido)),
                               ui->Grid1->text(linha, colunas::Tipo));
+}
+
+void PainelFechamento::Metas_Click() {
+    if (!concluiEdicao())
+        return;
+    MetasQuadro tela(this);
+    tela.Form_Load();
+    tela.exec();
 }
 
 } // namespace tarvessa

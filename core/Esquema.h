@@ -62,6 +62,33 @@ inline constexpr QStringView descricao = u"Descricao";
 inline constexpr QStringView avista = u"avista";
 } // namespace finalizadoras
 
+namespace vendedores {
+inline constexpr QStringView comissEsp1 = u"ComissEsp1";
+inline constexpr QStringView comissEsp2 = u"ComissEsp2";
+} // namespace vendedores
+
+namespace movsaient {
+inline constexpr QStringView nrNf = u"nr_nf";
+inline constexpr QStringView dataEmissao = u"dataemissao";
+inline constexpr QStringView descricao = u"descricao";
+inline constexpr QStringView totalVenda = u"totalvenda";
+} // namespace movsaient
+
+namespace nfsaida {
+inline constexpr QStringView razSoc = u"razsoc";
+} // namespace nfsaida
+
+namespace relat {
+inline constexpr QStringView codigo1 = u"Codigo1";
+inline constexpr QStringView codigo2 = u"Codigo2";
+inline constexpr QStringView texto1 = u"Texto1";
+inline constexpr QStringView texto2 = u"Texto2";
+inline constexpr QStringView texto3 = u"Texto3";
+inline constexpr QStringView valor1 = u"Valor1";
+inline constexpr QStringView valor2 = u"Valor2";
+inline constexpr QStringView valor3 = u"Valor3";
+} // namespace relat
+
 namespace fichaTecnica {
 inline constexpr QStringView codigo = u"codigo";
 inline constexpr QStringView quantidade = u"quantidade";
@@ -94,6 +121,10 @@ inline constexpr QStringView nenhumaForma = u"(Nenhuma)";
 
 /// `empresa`.`ContaCTB1`: what an account that the setting does not provide counts as
 inline constexpr QStringView contaAusente = u"00.000";
+
+/// `relat2`.`Texto3` in the commission run; every other line is neither
+inline constexpr QStringView classePao = u"PÃO";
+inline constexpr QStringView classeDevolucao = u"***DEVOLUÇÃO";
 
 /// First characters of `orcamento`.`codigo` on a line that is a note and no product
 inline constexpr QStringView notaDoPedido = u"***";

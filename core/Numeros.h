@@ -1,6 +1,6 @@
 #pragma once
 
-#include "core/Dinheiro.h"
+#include "platform/Formata.h"
 
 #include <QString>
 
@@ -19,12 +19,6 @@ Dinheiro ValorNumerico(QStringView texto);
 
 /// ValorNumerico as a 32-bit integer, cut at its decimals. Raises RuntimeError (overflow).
 qint32 ValorInteiro(QStringView texto);
-
-/// A value by a display mask such as "###,##0.00", "###,##0.000", "##0.0", "###0.0#", "#000,000" or
-/// "0000000":
-/// "," before the point asks for thousands points, "0" for a digit always shown, "#" for one shown when
-/// there is one. Rounded to the mask's places, halves away from zero.
-QString Formata(Dinheiro valor, QStringView mascara);
 
 /// Money on the screen: "###,##0.00".
 QString FormataDinheiro(Dinheiro valor);

@@ -7,6 +7,9 @@ namespace tarvessa::pictures {
 
 QIcon check();
 QIcon error();
+QIcon trash();
+QIcon calendar();
+QIcon printer();
 QIcon application();
 
 } // namespace tarvessa::pictures

@@ -3,7 +3,7 @@
 #include "platform/odbc/Connection.h"
 #include "platform/odbc/Field.h"
 
-#include <QHash>
+#include <QStringList>
 
 #include <memory>
 #include <vector>
@@ -11,7 +11,7 @@
 namespace tarvessa::odbc {
 
 /// The rows of one query: static cursor, optimistic concurrency asked for, walked forward from the first row.
-/// Rows arrive in blocks into bound buffers; a text longer than its buffer is fetched on its own.
+/// Rows arrive in blocks into bound buffers; a text that may not fit its buffer is fetched on its own.
 class ResultSet {
   public:
     ResultSet() = default;
@@ -36,7 +36,8 @@ class ResultSet {
     /// Releases the result; does nothing on a closed one.
     void close();
 
-    /// The place of a column by its name, letter case ignored; resolve it once before a long walk.
+    /// The place of a column by its name, letter case ignored; of two with one name, the first. Resolve it
+    /// once before a long walk.
     /// Raises RuntimeError when the query has no such column.
     int column(QStringView name) const;
 
@@ -49,26 +50,31 @@ class ResultSet {
 
   private:
     struct Column {
-        SQLLEN cellBytes = 0;
-        std::vector<char> cells;
-        std::vector<SQLLEN> indicators;
+        SQLLEN cellBytes = 0;  // 0: not bound, every cell is fetched on its own
+        char* cells = nullptr; // of one block of rows, in m_cells
+        SQLLEN* indicators = nullptr;
     };
 
     void describeColumns();
+    void allocateCells();
     void bindColumns();
-    void fetchBlock(SQLSMALLINT orientation);
-    QString longText(int column) const;
-    QString decodeCell(const char* bytes, SQLLEN length) const;
+    void fetchBlock(SQLSMALLINT orientation, SQLULEN firstRow);
+    void standOnRowAlone() const;
+    Field longCell(int column) const;
 
     const Connection* m_connection = nullptr;
     // The buffers outlive the statement that writes into them.
+    std::unique_ptr<char[]> m_cells;
+    std::unique_ptr<SQLLEN[]> m_indicators;
     std::vector<Column> m_columns;
     std::unique_ptr<SQLULEN> m_rowsFetched;
     StatementHandle m_statement;
     QString m_sql;
     QStringList m_names;
-    QHash<QString, int> m_columnByName;
+    SQLULEN m_firstRowOfBlock = 0;
     SQLULEN m_rowInBlock = 0;
+    mutable bool m_bound =
+        false; // the driver writes into the buffers; not so after a cell fetched on its own
     bool m_atEnd = true;
     bool m_empty = true;
 };

@@ -1,4 +1,4 @@
-#include "core/Dinheiro.h"
+#include "platform/Dinheiro.h"
 
 #include "platform/RuntimeError.h"
 
@@ -14,9 +14,13 @@ using Largo = __int128;
 
 constexpr int digitosDepoisDoPonto = 4;
 
+[[noreturn]] void estouro() {
+    throw RuntimeError(ErrorNumber::Overflow, u"Estouro: o valor passa do maior número possível."_s);
+}
+
 Dinheiro estreito(Largo v) {
     if (v > std::numeric_limits<qint64>::max() || v < std::numeric_limits<qint64>::min())
-        throw RuntimeError(ErrorNumber::Overflow, u"Estouro: o valor passa do maior número possível."_s);
+        estouro();
     return Dinheiro::deDecimosMilesimos(static_cast<qint64>(v));
 }
 
@@ -31,7 +35,16 @@ Largo dividido(Largo n, Largo d) {
     return q;
 }
 
+void recusaZero(Dinheiro divisor) {
+    if (divisor.zero())
+        throw RuntimeError(ErrorNumber::DivisionByZero, u"Divisão por zero."_s);
+}
+
 } // namespace
+
+void Dinheiro::estoura() {
+    estouro();
+}
 
 Dinheiro Dinheiro::dePonto(QStringView texto) {
     const QStringView t = texto.trimmed();
@@ -102,9 +115,22 @@ Dinheiro Dinheiro::operator*(Dinheiro b) const {
 }
 
 Dinheiro Dinheiro::operator/(Dinheiro b) const {
-    if (b.m_v == 0)
-        throw RuntimeError(ErrorNumber::DivisionByZero, u"Divisão por zero."_s);
+    recusaZero(b);
     return estreito(dividido(static_cast<Largo>(m_v) * casas, b.m_v));
+}
+
+Dinheiro Proporcao(Dinheiro a, Dinheiro b, Dinheiro c, int casas) {
+    recusaZero(c);
+    qint64 unidade = 1;
+    for (int i = casas; i < digitosDepoisDoPonto; ++i)
+        unidade *= 10;
+    const Largo n = static_cast<Largo>(a.decimosMilesimos()) * b.decimosMilesimos();
+    const Largo d = static_cast<Largo>(c.decimosMilesimos()) * unidade;
+    Largo q = n / d;
+    const Largo resto = n % d;
+    if ((resto < 0 ? -resto : resto) * 2 >= (d < 0 ? -d : d))
+        q += (n < 0) == (d < 0) ? 1 : -1;
+    return estreito(q * unidade);
 }
 
 } // namespace tarvessa

@@ -1,0 +1,65 @@
+#include "core/Periodo.h"
+
+#include "core/Datas.h"
+#include "platform/DateBox.h"
+#include "platform/MessageBoxes.h"
+
+namespace tarvessa {
+
+namespace {
+
+QDate primeiroDoMes(QDate dia) {
+    return {dia.year(), dia.month(), 1};
+}
+
+} // namespace
+
+Periodo::Periodo(DateBox* dataIni, DateBox* dataFin, Mensagens mensagens)
+    : m_dataIni(dataIni), m_dataFin(dataFin), m_mensagens(std::move(mensagens)) {
+}
+
+void Periodo::mesCorrente() {
+    m_dataIni->setDate(primeiroDoMes(Hoje()));
+    m_dataFin->setDate(Hoje());
+}
+
+void Periodo::mesAnterior() {
+    const QDate ultimo = primeiroDoMes(Hoje()).addDays(-1);
+    m_dataFin->setDate(ultimo);
+    m_dataIni->setDate(primeiroDoMes(ultimo));
+}
+
+bool Periodo::confere() const {
+    if (!m_dataIni->date().isValid())
+        recusa(m_dataIni, m_mensagens.inicioInvalido);
+    else if (!m_dataFin->date().isValid())
+        recusa(m_dataFin, m_mensagens.fimInvalido);
+    else if (m_dataIni->date() > m_dataFin->date())
+        recusa(m_dataIni, m_mensagens.foraDeOrdem);
+    else
+        return true;
+    return false;
+}
+
+QString Periodo::inicioSQL() const {
+    return TextoSQL(m_dataIni->date());
+}
+
+QString Periodo::fimSQL() const {
+    return TextoSQL(m_dataFin->date());
+}
+
+QString Periodo::inicioTela() const {
+    return m_dataIni->text();
+}
+
+QString Periodo::fimTela() const {
+    return m_dataFin->text();
+}
+
+void Periodo::recusa(DateBox* caixa, const QString& mensagem) {
+    boxes::inform(caixa->window(), mensagem);
+    caixa->setFocus();
+}
+
+} // namespace tarvessa

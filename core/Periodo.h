@@ -1,0 +1,48 @@
+#pragma once
+
+#include <QString>
+
+namespace tarvessa {
+
+class DateBox;
+
+/// The period of a report: two date boxes of a screen, their defaults and their checks.
+class Periodo {
+  public:
+    /// What a screen says of a start that is no date, of an end that is none, and of a start after the end.
+    struct Mensagens {
+        QString inicioInvalido;
+        QString fimInvalido;
+        QString foraDeOrdem;
+    };
+
+    /// The boxes are the screen's and outlive this object.
+    Periodo(DateBox* dataIni, DateBox* dataFin, Mensagens mensagens);
+
+    /// From the first day of the current month to today.
+    void mesCorrente();
+
+    /// The whole month before the current one.
+    void mesAnterior();
+
+    /// True when the period stands. Otherwise the operator has been told of the first mistake and the focus
+    /// is back in its box.
+    bool confere() const;
+
+    /// The bounds for SQL, "YYYY-MM-DD"; empty while the box holds no date.
+    QString inicioSQL() const;
+    QString fimSQL() const;
+
+    /// The bounds as they stand in the boxes, dd/mm/yyyy.
+    QString inicioTela() const;
+    QString fimTela() const;
+
+  private:
+    static void recusa(DateBox* caixa, const QString& mensagem);
+
+    DateBox* m_dataIni;
+    DateBox* m_dataFin;
+    Mensagens m_mensagens;
+};
+
+} // namespace tarvessa

@@ -1,0 +1,7 @@
+#include "core/Relatorio.h"
+
+namespace tarvessa {
+
+ReportControl* CRW = nullptr;
+
+} // namespace tarvessa

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <QDate>
+#include <QLineEdit>
+
+namespace tarvessa {
+
+/// A date typed as dd/mm/yyyy behind the mask "##/##/####". Up and Down step a shown date by a day, Alt+Down
+/// or the picture at its end offers a calendar; neither changes what may be typed.
+class DateBox : public QLineEdit {
+    Q_OBJECT
+
+  public:
+    explicit DateBox(QWidget* parent = nullptr);
+
+    /// The date shown; invalid while nothing, half a date or a day that does not exist stands there.
+    QDate date() const;
+
+    /// Shows a date; an invalid one empties the box.
+    void setDate(QDate date);
+
+    /// Opens the calendar below the box, on the date shown or else today. What is chosen there goes into the
+    /// box; Escape changes nothing.
+    void openCalendar();
+
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override { return sizeHint(); }
+
+  protected:
+    void keyPressEvent(QKeyEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+
+  private:
+    void stepDay(int days);
+};
+
+} // namespace tarvessa

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "platform/report/DataSource.h"
+#include "platform/report/Layout.h"
+
+namespace tarvessa::report {
+
+/// The data of a report as a spreadsheet takes it: every column of the query, headed as the layout says.
+/// Columns with a number format get a comma for the decimals, those with a date format dates as they are
+/// printed; all others stand as in the database.
+class CsvFile {
+  public:
+    /// All rows must have been read.
+    CsvFile(const Layout& layout, const DataSource& data);
+
+    /// Raises RuntimeError when the file cannot be written.
+    void save(const QString& path) const;
+
+  private:
+    struct CsvColumn {
+        QString heading;
+        Format format;
+    };
+
+    QByteArray line(qsizetype row) const;
+
+    const DataSource& m_data;
+    std::vector<CsvColumn> m_columns;
+};
+
+} // namespace tarvessa::report

@@ -1,0 +1,85 @@
+#include "platform/report/ReportControl.h"
+
+#include "platform/BusyPointer.h"
+#include "platform/report/LayoutReader.h"
+#include "platform/report/PreviewWindow.h"
+#include "platform/report/Report.h"
+
+using namespace Qt::StringLiterals;
+
+namespace tarvessa {
+
+namespace {
+
+constexpr int minimised = 1;
+constexpr int maximised = 2;
+
+} // namespace
+
+ReportControl::ReportControl(QWidget* owner, QString connectionString)
+    : m_owner(owner), m_connectionString(std::move(connectionString)),
+      m_clock([] { return QDateTime::currentDateTime(); }) {
+}
+
+ReportControl::~ReportControl() = default;
+
+void ReportControl::setFormula(int slot, const QString& text) {
+    if (text.isEmpty())
+        m_formulas.remove(slot);
+    else
+        m_formulas.insert(slot, text);
+}
+
+QString ReportControl::formula(int slot) const {
+    return m_formulas.value(slot);
+}
+
+void ReportControl::setSQLQuery(const QString& query) {
+    m_query = query;
+    m_queryLayout.clear();
+}
+
+QString ReportControl::queryFor(const QString& layoutPath, const QString& ownQuery) {
+    if (m_query.isEmpty())
+        return ownQuery;
+    if (m_queryLayout.isEmpty())
+        m_queryLayout = layoutPath;
+    return m_queryLayout == layoutPath ? m_query : ownQuery;
+}
+
+void ReportControl::setAction(int action) {
+    if (action != 1)
+        return;
+    std::shared_ptr<report::Report> report;
+    {
+        const BusyPointer busy;
+        report::Layout layout = report::readLayout(QString(m_fileName).replace(u'\\', u'/'));
+        report::FormulaValues formulas;
+        for (const QString& text : std::as_const(m_formulas))
+            report::addFormula(text, formulas);
+        const QString query = queryFor(layout.fileName, layout.query);
+        report = std::make_shared<report::Report>(std::move(layout), m_connectionString, query, formulas,
+                                                  m_clock());
+        report->readPage();
+    }
+    m_report = report;
+    showPreview();
+}
+
+void ReportControl::showPreview() {
+    // Over a modal screen the preview must be that screen's child, or it could not be used.
+    QWidget* behind = QApplication::activeModalWidget();
+    if (!behind)
+        behind = QApplication::activeWindow() ? QApplication::activeWindow() : m_owner;
+    auto preview = std::make_unique<report::PreviewWindow>(m_report, behind);
+    if (m_windowState == maximised)
+        preview->showMaximized();
+    else if (m_windowState == minimised)
+        preview->showMinimized();
+    else
+        preview->show();
+    preview->activateWindow();
+    preview.release(); // frees itself when closed
+}
+
+} // namespace tarvessa

@@ -1,0 +1,77 @@
+#pragma once
+
+#include <QDateTime>
+#include <QMap>
+#include <QString>
+
+#include <functional>
+#include <memory>
+
+class QWidget;
+
+namespace tarvessa {
+
+namespace report {
+class Report;
+}
+
+/// The report control: is told a layout file, values for the layout's formulas and, if need be, another
+/// query, then runs the report and shows it in a preview window. One instance serves all screens; what a
+/// screen sets stays set for the next one.
+class ReportControl {
+  public:
+    /// `owner` is the main window: it stands behind a preview when no other window is active. Reports read
+    /// the database on a connection of their own, made with `connectionString` for each run.
+    explicit ReportControl(QWidget* owner, QString connectionString = QStringLiteral("dsn=QDX"));
+    ~ReportControl();
+    ReportControl(const ReportControl&) = delete;
+    ReportControl& operator=(const ReportControl&) = delete;
+
+    /// Fills slot 0, 1, ... with "name='text'" or "name=number" (number in point form, blanks around it
+    /// allowed); an empty text clears the slot. Names that the layout does not know are ignored when it runs.
+    void setFormula(int slot, const QString& text);
+
+    /// What the slot holds; empty when it is clear.
+    QString formula(int slot) const;
+
+    /// A whole SELECT in place of the layout's own query; empty for the layout's own. It belongs to the
+    /// layout file it is first run with: another layout runs its own query although this one stays set.
+    void setSQLQuery(const QString& query);
+    QString sqlQuery() const { return m_query; }
+
+    /// How the preview window comes up: 0 normal, 1 minimised, 2 maximised.
+    void setWindowState(int state) { m_windowState = state; }
+    int windowState() const { return m_windowState; }
+
+    /// Full path of the layout file, with slashes of either kind and letter case as on the disk.
+    void setReportFileName(const QString& path) { m_fileName = path; }
+    QString reportFileName() const { return m_fileName; }
+
+    /// 1 runs the report and shows the preview; returns when the first page can be seen. Other values do
+    /// nothing. Raises RuntimeError: layout file missing or not valid (file, line and problem in the text), a
+    /// formula text that is none, a column that the query lacks, any error of the database.
+    void setAction(int action);
+
+    /// The moment printed as date and time of printing; the machine's clock unless another is given.
+    void setClock(std::function<QDateTime()> clock) { m_clock = std::move(clock); }
+
+    /// The report of the last setAction(1) that succeeded; null before. Gives the pages and data without any
+    /// dialog (Report::savePdf, Report::saveCsv).
+    std::shared_ptr<report::Report> lastReport() const { return m_report; }
+
+  private:
+    QString queryFor(const QString& layoutPath, const QString& ownQuery);
+    void showPreview();
+
+    QWidget* m_owner;
+    QString m_connectionString;
+    QMap<int, QString> m_formulas;
+    QString m_query;
+    QString m_queryLayout; // the layout file that m_query was first run with
+    int m_windowState = 0;
+    QString m_fileName;
+    std::function<QDateTime()> m_clock;
+    std::shared_ptr<report::Report> m_report;
+};
+
+} // namespace tarvessa

@@ -1,0 +1,50 @@
+#pragma once
+
+#include "core/Dinheiro.h"
+
+#include <QDialog>
+
+#include <memory>
+
+namespace Ui {
+class ExtratoVendedor;
+}
+
+namespace tarvessa {
+
+/// The statement of one seller: the invoices of a period, each split into bread and other goods, and the
+/// commission on both. Reads movsaient and nfsaida; printing fills relat2.
+class ExtratoVendedor : public QDialog {
+    Q_OBJECT
+
+  public:
+    explicit ExtratoVendedor(QWidget* parent = nullptr);
+    ~ExtratoVendedor() override;
+
+    /// Fills the screen and shows it until the operator closes it. Dates as dd/mm/yyyy; percentages and
+    /// returns as the commission grid shows them. Raises RuntimeError.
+    void Carrega(qint32 codigoVendedor, const QString& nomeVendedor, const QString& dataInicial,
+                 const QString& dataFinal, const QString& comissaoPao, const QString& comissaoOutros,
+                 const QString& totalDevolucao);
+
+  private:
+    struct Somas {
+        Dinheiro pao;
+        Dinheiro outros;
+    };
+
+    // The screen (ExtratoVendedor.cpp)
+    void ajustaGrid();
+    Somas listaNotas(qint32 codigoVendedor, const QString& inicio, const QString& fim);
+    void mostraTotais(const Somas& somas, const QString& comissaoPao, const QString& comissaoOutros,
+                      const QString& totalDevolucao);
+
+    // Printing (ExtratoImpressao.cpp)
+    void Command1_Click();
+    void gravaLinha(int linha);
+    void defineFormulas();
+
+    std::unique_ptr<Ui::ExtratoVendedor> ui;
+};
+
+} // namespace tarvessa

@@ -1,0 +1,56 @@
+#include "reports/RelatNivelPreco.h"
+
+#include "core/AcessoDados.h"
+#include "core/Numeros.h"
+#include "core/Relatorio.h"
+#include "core/Teclado.h"
+#include "platform/Guard.h"
+#include "platform/MessageBoxes.h"
+#include "platform/TextBox.h"
+#include "reports/Impressao.h"
+#include "ui_RelatNivelPreco.h"
+
+using namespace Qt::StringLiterals;
+
+namespace tarvessa {
+
+RelatNivelPreco::RelatNivelPreco(QWidget* parent)
+    : QDialog(parent), ui(std::make_unique<Ui::RelatNivelPreco>()) {
+    ui->setupUi(this);
+    ui->TabelaPreco->setLineEdit(new TextBox);
+    ui->TabelaPreco->lineEdit()->setAccessibleName(ui->Label1->text());
+    carregaNiveis();
+    new Teclado(this, [this] { reject(); });
+    onSignal(ui->Command4, &QPushButton::clicked, this, [this](bool) { Command4_Click(); });
+}
+
+RelatNivelPreco::~RelatNivelPreco() = default;
+
+void RelatNivelPreco::carregaNiveis() {
+    constexpr int niveis = 4;
+    ui->TabelaPreco->clear();
+    TemRegistro = AbreRS(u"Select Titulom1,Titulom2,Titulom3,Titulom4 from Empresa"_s);
+    for (int n = 1; n <= niveis; ++n) {
+        const QString numero = QString::number(n);
+        const QString titulo = NuloVazio(rs.field(u"Titulom"_s + numero));
+        if (!titulo.isEmpty())
+            ui->TabelaPreco->addItem(numero + u" - "_s + titulo.toUpper());
+    }
+    rs.close();
+    ui->TabelaPreco->setCurrentIndex(-1);
+}
+
+void RelatNivelPreco::Command4_Click() {
+    const qint32 nivel = ValorInteiro(ui->TabelaPreco->currentText());
+    if (nivel == 0) {
+        boxes::inform(this, u"Obrigatória a seleção de um nível de preço. Verifique!!!"_s);
+        ui->TabelaPreco->setFocus();
+        return;
+    }
+    CRW->setSQLQuery(u"SELECT clientes1.`codigo`, clientes1.`nome`, clientes1.`fantasia`, "
+                     "clientes1.`colunapreco` From `clientes` clientes1 Where clientes1.`colunapreco`="_s +
+                     QString::number(nivel) + u" And clientes1.ativocad='S' order By clientes1.`nome` ASC"_s);
+    MostraRelatorio(u"RelatNivelPreco.RPT"_s);
+}
+
+} // namespace tarvessa
