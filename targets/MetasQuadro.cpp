@@ -83,12 +83,20 @@ void MetasQuadro::preparaGrids() {
 }
 
 void MetasQuadro::defineAtalhos() {
+    const auto atalho = [this](const QKeySequence& teclas, auto acao) {
+        connect(new QShortcut(teclas, this), &QShortcut::activated, ui->SSTab1, acao);
+    };
     for (int aba = 0; aba < ui->SSTab1->count(); ++aba) {
         const QKeySequence teclas(Qt::ALT | static_cast<Qt::Key>(Qt::Key_1 + aba));
         ui->SSTab1->setTabToolTip(aba, u"Tecla de atalho: "_s + teclas.toString(QKeySequence::NativeText));
-        connect(new QShortcut(teclas, this), &QShortcut::activated, ui->SSTab1,
-                [this, aba] { ui->SSTab1->setCurrentIndex(aba); });
+        atalho(teclas, [this, aba] { ui->SSTab1->setCurrentIndex(aba); });
     }
+    // The tabs know these keys themselves, but a list that has the focus would keep them for its search.
+    const auto outraAba = [this] {
+        ui->SSTab1->setCurrentIndex((ui->SSTab1->currentIndex() + 1) % ui->SSTab1->count());
+    };
+    atalho(Qt::CTRL | Qt::Key_Tab, outraAba);
+    atalho(Qt::CTRL | Qt::SHIFT | Qt::Key_Tab, outraAba);
 }
 
 void MetasQuadro::SSTab1_Click(int aba) {
