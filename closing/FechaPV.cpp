@@ -36,13 +36,22 @@ bool formaAvista(const QString& formaPG) {
     return avista;
 }
 
+// Letters, not UTF-16 units: half a character would be stored as a question mark.
+QString primeirasLetras(const QString& texto, int quantas) {
+    qsizetype fim = 0;
+    for (int letra = 0; letra < quantas && fim < texto.size(); ++letra)
+        fim += texto[fim].isHighSurrogate() ? 2 : 1;
+    return texto.left(fim);
+}
+
 QString comandoCaixa(qint32 nrPedido, const QString& nomeCli, const QString& formaPG, Dinheiro valor,
                      const QString& conta) {
     const QString numero = Formata(Dinheiro(nrPedido), u"#000,000");
     return u"insert into caixa Set cd_cta='"_s + conta + u"', DataCx='"_s + TextoSQL(Hoje()) +
-           u"', Historico= 'PEDIDO Nº "_s + numero + u"-"_s + nomeCli.left(letrasDoNomeNoCaixa).trimmed() +
-           u"', Valor="_s + valor.ponto() + u", Finaliza1='"_s + formaPG + u"', ValorFin1="_s +
-           valor.ponto() + u", CodigoLanc='PED:"_s + numero + u"', NrCaixa=0, USUARIO='PAINEL PV'"_s;
+           u"', Historico= 'PEDIDO Nº "_s + numero + u"-"_s +
+           primeirasLetras(nomeCli, letrasDoNomeNoCaixa).trimmed() + u"', Valor="_s + valor.ponto() +
+           u", Finaliza1='"_s + formaPG + u"', ValorFin1="_s + valor.ponto() + u", CodigoLanc='PED:"_s +
+           numero + u"', NrCaixa=0, USUARIO='PAINEL PV'"_s;
 }
 
 } // namespace
@@ -60,6 +69,7 @@ void PainelFechamento::FechaPV(qint32 nrPedido, const QString& formaPG, Dinheiro
     const qint16 vendedor = codigoVend(rs.field(esquema::orcamento::vendedor));
     const QString codigoCli = rs.field(esquema::orcamento::codigoCli).text();
     const QString hora = Agora().toString(u"HH:mm"_s);
+    m_iniciadas.insert(nrPedido);
     if (!m_pafEcf)
         baixaEstoqueDaPV(nrPedido);
     rs.close();
@@ -72,6 +82,8 @@ void PainelFechamento::FechaPV(qint32 nrPedido, const QString& formaPG, Dinheiro
     Executa(comandoReceber(nrPedido, codigoCli, nome, formaPG, valor, vencto, vendedor, avista));
     Executa(comandoCaixa(nrPedido, nome, formaPG, valor, m_contaCTB[contaDoCaixa]));
     Executa(u"UPDATE Empresa SET UltimaPV="_s + numero);
+    m_iniciadas.remove(nrPedido);
+    m_encerradas.insert(nrPedido);
 }
 
 // Walks the lines in rs; the deduction queries through a result of its own.

@@ -80,8 +80,12 @@ bool PainelFechamento::fechaLinha(int linha) {
         registraRecusa(linha, u" - O PEDIDO É DE PESSOA FÍSICA E FOI CANCELADO"_s);
         return false;
     }
-    if (!ui->Grid1->isTicked(linha) || m_iniciadas.contains(ValorInteiro(pedido)))
+    if (!ui->Grid1->isTicked(linha) || m_encerradas.contains(ValorInteiro(pedido)))
         return true;
+    if (m_iniciadas.contains(ValorInteiro(pedido))) {
+        registraRecusa(linha, u" - FECHAMENTO INTERROMPIDO POR ERRO. CONFIRA ESTOQUE E FINANCEIRO."_s);
+        return false;
+    }
     // Without a customer record nobody could be charged; it is never taken for a person.
     if (!clienteExiste) {
         registraRecusa(linha, u" - CLIENTE NÃO CADASTRADO."_s);
@@ -90,7 +94,6 @@ bool PainelFechamento::fechaLinha(int linha) {
     const bool pagamento = formaValida(linha);
     const bool estoque = temEstoque(linha);
     if (pagamento && estoque) {
-        m_iniciadas.insert(ValorInteiro(pedido));
         FechaPV(ValorInteiro(pedido), ui->Grid1->text(linha, colunas::FormaPagto),
                 ValorNumerico(ui->Grid1->text(linha, colunas::Total)),
                 vencimento(ValorNumerico(ui->Grid1->text(linha, colunas::DiasVenc))),

@@ -75,7 +75,7 @@ void PainelFechamento::DefineGrid() {
     m_editorTexto->close();
     m_editorForma->close();
     ui->Grid1->setRows(1);
-    m_iniciadas.clear();
+    m_encerradas.clear();
     m_numerosDados.clear();
     for (const LarguraDeColuna& largura : larguras)
         ui->Grid1->setColumnTwips(largura.coluna, dav ? largura.dav : largura.pv);
@@ -133,14 +133,16 @@ void PainelFechamento::carregaConfiguracao() {
 }
 
 void PainelFechamento::Command3_Click() {
-    m_layout = Layout::Pv;
-    DefineGrid();
+    // Asked for before the grid is emptied: where the answer fails, the old rows stay, with a total that is
+    // theirs.
     TemRegistro = AbreRS(
         u"SELECT o.codigocli, o.placa, o.nrpedido, o.TipoOperacao, c.nome, SUM(o.totalped) AS totalped, "
         "o.nomevendedor, c.cidade, c.prazo, c.formapg,c.colunapreco  FROM orcamento AS o left join clientes "
         "AS c "
         "ON o.codigocli=c.codigo where o.situacaoorc in ('A','C') and TipoOperacao='P' and dataabertura>='"_s +
         inicioDoPeriodo() + u"' group BY o.nrpedido Order By o.nomevendedor, c.nome"_s);
+    m_layout = Layout::Pv;
+    DefineGrid();
     const int pedido = rs.column(esquema::orcamento::nrPedido);
     const int tipo = rs.column(esquema::orcamento::tipoOperacao);
     const int nome = rs.column(esquema::clientes::nome);

@@ -71,9 +71,9 @@ PainelFechamento::PainelFechamento(QWidget* parent)
              [this](int linha, int coluna) { Grid1_Click(linha, coluna); });
     onSignal(ui->Grid1, &Grid::cellDoubleClicked, this,
              [this](int linha, int coluna) { Grid1_DblClick(linha, coluna); });
-    onSignal(ui->MnResumoVendas, &QAction::triggered, this, [this](bool) { ResumoVendas(this).exec(); });
-    onSignal(ui->MnrelAlfaNivel, &QAction::triggered, this, [this](bool) { RelatNivelPreco(this).exec(); });
-    onSignal(ui->MnComissao, &QAction::triggered, this, [this](bool) { Comissao(this).exec(); });
+    abreDe<ResumoVendas>(ui->MnResumoVendas);
+    abreDe<RelatNivelPreco>(ui->MnrelAlfaNivel);
+    abreDe<Comissao>(ui->MnComissao);
     onSignal(ui->Metas, &QAction::triggered, this, [this](bool) { Metas_Click(); });
 }
 
@@ -112,6 +112,14 @@ void PainelFechamento::aoPressionar(QAbstractButton* botao, void (PainelFechamen
     onSignal(botao, &QAbstractButton::clicked, this, [this, operacao](bool) {
         if (concluiEdicao())
             (this->*operacao)();
+    });
+}
+
+template <typename Tela>
+void PainelFechamento::abreDe(QAction* item) {
+    onSignal(item, &QAction::triggered, this, [this](bool) {
+        if (concluiEdicao())
+            Tela(this).exec();
     });
 }
 
@@ -178,6 +186,8 @@ void PainelFechamento::visualiza(int linha) {
 }
 
 void PainelFechamento::Metas_Click() {
+    if (!concluiEdicao())
+        return;
     MetasQuadro tela(this);
     tela.Form_Load();
     tela.exec();

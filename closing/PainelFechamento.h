@@ -71,6 +71,8 @@ class PainelFechamento : public QMainWindow {
     // Rows and keys (PainelFechamento.cpp)
     void defineAtalhos();
     void aoPressionar(QAbstractButton* botao, void (PainelFechamento::*operacao)());
+    template <typename Tela>
+    void abreDe(QAction* item);
     void Command1_Click();
     void Command6_Click();
     void Grid1_Click(int linha, int coluna);
@@ -118,8 +120,10 @@ class PainelFechamento : public QMainWindow {
     std::array<QString, quantidadeDeContas> m_contaCTB;
     std::unique_ptr<ReportControl> m_relatorio; // CRW
     ArquivoLog m_logFechamento;
-    // Pre-sales of the current listing whose closing was begun: after an error report another press must not
-    // take their stock out again.
+    // Pre-sales closed since the listing was made; they stay in its rows where reloading it fails.
+    QSet<qint32> m_encerradas;
+    // Pre-sales whose closing was begun and ended in an error report: no later press may take their stock out
+    // again, also when they come back with a new listing.
     QSet<qint32> m_iniciadas;
     // DAVs of the current listing and the pre-sale number each was given: after an error report another press
     // goes on with the same number, so that notes follow their document.

@@ -69,6 +69,7 @@ VisualizaPedido::VisualizaPedido(QWidget* pai, odbc::ResultSet& documento)
     preparaGrade();
     mostraCabecalho(documento);
     mostraItens(documento);
+    ui->GridItens->setFocus();
     new Teclado(this, [this] { reject(); });
     connect(ui->Fechar, &QPushButton::clicked, this, &QDialog::accept);
 }

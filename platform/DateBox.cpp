@@ -68,12 +68,13 @@ void DateBox::keyPressEvent(QKeyEvent* event) {
         QLineEdit::keyPressEvent(event);
 }
 
-// What is typed next replaces the date, as in any other box.
+// What is typed next replaces the date, as in any other box; coming back to the window leaves half a date as
+// it was.
 void DateBox::focusInEvent(QFocusEvent* event) {
     QLineEdit::focusInEvent(event);
     const Qt::FocusReason reason = event->reason();
-    if (reason != Qt::MouseFocusReason && reason != Qt::PopupFocusReason &&
-        reason != Qt::ActiveWindowFocusReason)
+    const bool back = reason == Qt::ActiveWindowFocusReason && isModified();
+    if (!back && reason != Qt::MouseFocusReason && reason != Qt::PopupFocusReason)
         selectAll();
 }
 

@@ -17,14 +17,6 @@ constexpr std::array<char16_t, 32> special = {0x20AC, 0x0081, 0x201A, 0x0192, 0x
 
 } // namespace
 
-QString decode(const char* bytes, qsizetype length) {
-    QString text = QString::fromLatin1(bytes, length);
-    for (QChar& c : text)
-        if (c.unicode() >= firstSpecial && c.unicode() <= lastSpecial)
-            c = special[c.unicode() - firstSpecial];
-    return text;
-}
-
 std::optional<unsigned char> codeOf(char32_t character) {
     if (character < firstSpecial || (character > lastSpecial && character <= 0xFF))
         return static_cast<unsigned char>(character);
@@ -32,18 +24,6 @@ std::optional<unsigned char> codeOf(char32_t character) {
     if (found == special.end())
         return std::nullopt;
     return static_cast<unsigned char>(firstSpecial + (found - special.begin()));
-}
-
-std::optional<QByteArray> encode(const QString& text) {
-    QByteArray bytes;
-    bytes.reserve(text.size());
-    for (const QChar c : text) {
-        const auto code = codeOf(c.unicode());
-        if (!code)
-            return std::nullopt;
-        bytes.append(static_cast<char>(*code));
-    }
-    return bytes;
 }
 
 } // namespace tarvessa::windows1252

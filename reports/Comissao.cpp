@@ -20,6 +20,7 @@ namespace {
 // Twips, by column.
 constexpr std::array<int, 13> larguras = {800,  1300, 1400, 1400, 1400, 1600, 1400,
                                           1400, 1600, 1600, 1400, 1400, 920};
+constexpr int alturaDaLinha = 340;
 constexpr int barraDeRolagem = 250;
 constexpr int linhasNaTela = 23;
 constexpr int ladoDaImagem = 16;
@@ -36,6 +37,7 @@ Comissao::Comissao(QWidget* parent)
     m_periodo->mesAnterior();
     BusyLabel::prepare(ui->Label3);
     ui->Image1->setPixmap(m_imagem.pixmap(ladoDaImagem));
+    ui->Grid1->setMinimumRowTwips(alturaDaLinha);
     ui->Grid1->setFormat(u">CÓDIGO|<VENDEDOR|>R$ TOTAL PÃO|>% COMISÃO|>R$ COMISSÃO|>R$ TOTAL OUTROS|"
                          ">% COMISSÃO|>R$ COMISSÃO|>R$ TOTAL VENDAS|>R$ TOTAL COMISSÃO|>R$ DEVOLUÇÕES|"
                          ">% DEVOLUÇÕES|^IMPRIME"_s);

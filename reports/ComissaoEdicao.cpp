@@ -12,8 +12,23 @@ using namespace Qt::StringLiterals;
 
 namespace tarvessa {
 
+namespace {
+
+// While a cell is edited the others are out of reach, but still to be read.
+void mantemCores(QWidget* grade) {
+    QPalette cores = grade->palette();
+    for (const QPalette::ColorRole papel :
+         {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::Base, QPalette::AlternateBase,
+          QPalette::Highlight, QPalette::HighlightedText})
+        cores.setColor(QPalette::Disabled, papel, cores.color(QPalette::Active, papel));
+    grade->setPalette(cores);
+}
+
+} // namespace
+
 void Comissao::preparaEditor() {
     ui->TextGrid->setDecimal();
+    mantemCores(ui->Grid1);
     m_editor = new CellEditor(ui->Grid1, ui->TextGrid);
     // Going on to another control takes the percentage along, as Enter does.
     onSignal(m_editor, &CellEditor::left, this, [this] { confirmaEdicao(); });

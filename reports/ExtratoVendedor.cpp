@@ -19,6 +19,7 @@ namespace {
 
 // Twips, by column.
 constexpr std::array<int, 6> larguras = {1200, 1000, 5100, 1500, 1500, 1500};
+constexpr int alturaDaLinha = 340;
 constexpr int clienteEstreito = 4850;
 constexpr int linhasSemRolagem = 23;
 
@@ -41,6 +42,7 @@ Dinheiro comissao(Dinheiro vendas, const QString& percentual) {
 ExtratoVendedor::ExtratoVendedor(QWidget* parent)
     : QDialog(parent), ui(std::make_unique<Ui::ExtratoVendedor>()) {
     ui->setupUi(this);
+    ui->Grid1->setMinimumRowTwips(alturaDaLinha);
     ui->Grid1->setFormat(u"^DATA|>Nº NF|<CLIENTE|>R$ TOTAL PÃO|>R$ TOT.OUTROS|>R$ TOTAL NF"_s);
     ajustaGrid();
     fitToGrids(this, {ui->Grid1}, linhasSemRolagem);

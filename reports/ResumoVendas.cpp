@@ -18,6 +18,7 @@ namespace {
 
 // Twips, by column.
 constexpr std::array<int, 6> larguras = {1750, 4900, 3500, 1405, 1405, 1405};
+constexpr int alturaDaLinha = 340;
 constexpr int linhasSemRolagem = 23;
 
 } // namespace
@@ -54,6 +55,7 @@ void ResumoVendas::fazAbas() {
         auto* grade = new Grid;
         grade->setObjectName(u"TabelaPreco(%1)"_s.arg(n));
         grade->setAccessibleName(nome);
+        grade->setMinimumRowTwips(alturaDaLinha);
         grade->setFormat(u"^CNPJ|<RAZÃO SOCIAL|<FANTASIA|>R$ TOTAL|>R$ DEVOLUÇÃO|>% DEVOLVIDO"_s);
         auto* total = new QLabel;
         total->setObjectName(u"Label4(%1)"_s.arg(n));

@@ -107,6 +107,8 @@ void GridModel::resize(int rows) {
         endRemoveRows();
         if (rows == 0)
             m_rows.shrink_to_fit();
+    } else if (rows < size()) {
+        m_rows.resize(static_cast<size_t>(rows));
     }
     while (size() < rows)
         append({});

@@ -1,7 +1,6 @@
 #include "platform/odbc/Connection.h"
 
 #include "platform/RuntimeError.h"
-#include "platform/Windows1252.h"
 
 #include <array>
 #include <cstdint>
@@ -38,14 +37,18 @@ Connection::~Connection() {
 
 void Connection::open(const QString& connectionString, bool preferWide) {
     close();
+    bool useWideCalls = preferWide || !narrowCallsCarryAllTexts;
     try {
-        connectWith(connectionString, preferWide || !narrowCallsCarryAllTexts);
-        m_encoding = preferWide || !narrowCallsCarryAllTexts ? Encoding::Wide : detectEncoding();
-        // A narrow connection in a character set of its own: let the driver convert instead.
-        if (m_encoding == Encoding::Wide && !preferWide && narrowCallsCarryAllTexts) {
-            close();
-            connectWith(connectionString, true);
+        connectWith(connectionString, useWideCalls);
+        // In a character set of its own the driver drops error texts with accents, and some characters have
+        // no code in it.
+        if (!speaksUtf8mb4())
+            connectWith(connectionString + u";CHARSET=utf8mb4"_s, useWideCalls);
+        if (!useWideCalls && !speaksUtf8mb4()) {
+            useWideCalls = true;
+            connectWith(connectionString, useWideCalls);
         }
+        m_encoding = useWideCalls ? Encoding::Wide : Encoding::Utf8;
     } catch (const RuntimeError&) {
         close();
         throw;
@@ -53,6 +56,7 @@ void Connection::open(const QString& connectionString, bool preferWide) {
 }
 
 void Connection::connectWith(const QString& connectionString, bool useWideCalls) {
+    close();
     m_environment = EnvironmentHandle(SQL_NULL_HANDLE);
     check(SQLSetEnvAttr(m_environment.get(), SQL_ATTR_ODBC_VERSION, asPointer(SQL_OV_ODBC3), 0),
           SQL_HANDLE_ENV, m_environment.get());
@@ -74,17 +78,12 @@ void Connection::connectWith(const QString& connectionString, bool useWideCalls)
 
 // The driver tells the connection's collation without asking the server, so no statement of ours precedes the
 // first one of a screen.
-Encoding Connection::detectEncoding() const {
-    std::array<char, 128> name{};
+bool Connection::speaksUtf8mb4() const {
+    std::array<char, 128> collation{};
     SQLSMALLINT length = 0;
-    if (!SQL_SUCCEEDED(SQLGetInfo(m_connection.get(), SQL_COLLATION_SEQ, name.data(), name.size(), &length)))
-        return Encoding::Wide;
-    const auto collation = QLatin1StringView(name.data());
-    if (collation.startsWith("utf8"_L1))
-        return Encoding::Utf8;
-    if (collation.startsWith("latin1"_L1))
-        return Encoding::Windows1252;
-    return Encoding::Wide;
+    return SQL_SUCCEEDED(SQLGetInfo(m_connection.get(), SQL_COLLATION_SEQ, collation.data(), collation.size(),
+                                    &length)) &&
+           QLatin1StringView(collation.data()).startsWith("utf8mb4"_L1);
 }
 
 void Connection::close() {
@@ -94,18 +93,18 @@ void Connection::close() {
     m_environment = EnvironmentHandle();
 }
 
-StatementHandle Connection::newStatement() const {
+StatementHandle Connection::newStatement(const QString& sql) const {
     if (!m_connection)
-        throw RuntimeError(ErrorNumber::ConnectionClosed,
-                           u"A conexão com o banco de dados não está aberta."_s);
-    StatementHandle statement(m_connection.get());
+        throw RuntimeError(static_cast<int>(ErrorNumber::ConnectionClosed),
+                           u"A conexão com o banco de dados não está aberta."_s, {}, sql);
+    StatementHandle statement(m_connection.get(), sql);
     // Braces in a text are data, never an escape sequence of the driver.
     SQLSetStmtAttr(statement.get(), SQL_ATTR_NOSCAN, asPointer(SQL_NOSCAN_ON), 0);
     return statement;
 }
 
 void Connection::execute(const QString& sql) {
-    const StatementHandle statement = newStatement();
+    const StatementHandle statement = newStatement(sql);
     executeOn(statement, sql);
 }
 
@@ -114,26 +113,11 @@ void Connection::executeOn(const StatementHandle& statement, const QString& sql)
     if (m_encoding == Encoding::Wide) {
         code = SQLExecDirectW(statement.get(), wide(sql), static_cast<SQLINTEGER>(sql.size()));
     } else {
-        QByteArray bytes;
-        if (m_encoding == Encoding::Utf8) {
-            bytes = sql.toUtf8();
-        } else if (const auto encoded = windows1252::encode(sql)) {
-            bytes = *encoded;
-        } else {
-            throw RuntimeError(
-                static_cast<int>(ErrorNumber::TypeMismatch),
-                u"O comando tem um caractere que a fonte de dados (CHARSET=latin1) não transporta."_s, {},
-                sql);
-        }
+        QByteArray bytes = sql.toUtf8();
         code = SQLExecDirect(statement.get(), reinterpret_cast<SQLCHAR*>(bytes.data()),
                              static_cast<SQLINTEGER>(bytes.size()));
     }
     check(code, SQL_HANDLE_STMT, statement.get(), sql);
-}
-
-QString Connection::decode(const char* bytes, qsizetype length) const {
-    return m_encoding == Encoding::Windows1252 ? windows1252::decode(bytes, length)
-                                               : QString::fromUtf8(bytes, length);
 }
 
 } // namespace tarvessa::odbc

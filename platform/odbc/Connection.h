@@ -8,9 +8,8 @@ namespace tarvessa::odbc {
 
 /// How texts travel to and from the driver.
 enum class Encoding {
-    Utf8,        ///< narrow calls, UTF-8 bytes
-    Windows1252, ///< narrow calls, the server's "latin1"
-    Wide,        ///< wide calls, UTF-16; the driver converts
+    Utf8, ///< narrow calls, UTF-8 bytes
+    Wide, ///< wide calls, UTF-16; the driver converts
 };
 
 /// One connection to an ODBC data source, closed when the object goes. Statements are committed as they run.
@@ -22,7 +21,8 @@ class Connection {
     ~Connection();
 
     /// Connects with a connection string such as "dsn=NAME". Raises RuntimeError when it cannot; the object
-    /// is then closed. `preferWide` asks for the wide calls even where narrow ones would do.
+    /// is then closed. Whatever character set the data source names, texts come and go as Unicode.
+    /// `preferWide` asks for the wide calls even where narrow ones would do.
     void open(const QString& connectionString, bool preferWide = false);
 
     /// Disconnects; does nothing on a closed connection.
@@ -33,20 +33,18 @@ class Connection {
     /// Runs a statement that changes data; nothing is read back. Raises RuntimeError with the statement.
     void execute(const QString& sql);
 
-    /// A new statement of this connection. Raises RuntimeError when the connection is closed.
-    StatementHandle newStatement() const;
+    /// A new statement of this connection, meant for `sql`. Raises RuntimeError with it when the connection
+    /// is closed or known to be lost.
+    StatementHandle newStatement(const QString& sql) const;
 
     /// Sends `sql` on `statement`, letter by letter (no escape scanning). Raises RuntimeError.
     void executeOn(const StatementHandle& statement, const QString& sql) const;
 
     Encoding encoding() const { return m_encoding; }
 
-    /// The text of a cell or a name that came as bytes in this connection's narrow encoding.
-    QString decode(const char* bytes, qsizetype length) const;
-
   private:
     void connectWith(const QString& connectionString, bool useWideCalls);
-    Encoding detectEncoding() const;
+    bool speaksUtf8mb4() const;
 
     EnvironmentHandle m_environment;
     ConnectionHandle m_connection;

@@ -18,8 +18,9 @@ class Handle {
   public:
     Handle() = default;
 
-    /// Allocates below `parent` (SQL_NULL_HANDLE for an environment). Raises RuntimeError when there is none.
-    explicit Handle(SQLHANDLE parent);
+    /// Allocates below `parent` (SQL_NULL_HANDLE for an environment). Raises RuntimeError when there is none,
+    /// with the SQL text that the handle was meant for.
+    explicit Handle(SQLHANDLE parent, const QString& statement = {});
 
     Handle(Handle&& other) noexcept : m_handle(std::exchange(other.m_handle, nullptr)) {}
     Handle& operator=(Handle&& other) noexcept {

@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
-#include <cstring>
 
 using namespace Qt::StringLiterals;
 
@@ -15,11 +14,37 @@ namespace {
 
 constexpr SQLULEN rowsPerBlock = 256;
 // Cells above this are rare in wide columns (notes, remarks); they are fetched one by one when they come.
-constexpr SQLLEN longestBoundCell = 1024;
+constexpr SQLLEN longestBoundCell = 1024;     // bytes
+constexpr SQLLEN longestBoundWideText = 1024; // characters
 constexpr SQLLEN bytesPerUtf8Character = 4;
+constexpr SQLLEN bytesPerWideCharacter = 2 * static_cast<SQLLEN>(sizeof(SQLWCHAR));
 
 SQLPOINTER asPointer(std::uintptr_t value) {
     return reinterpret_cast<SQLPOINTER>(value); // NOLINT(performance-no-int-to-ptr): the form ODBC asks for
+}
+
+SQLLEN terminatorBytes(Encoding encoding) {
+    return encoding == Encoding::Wide ? static_cast<SQLLEN>(sizeof(SQLWCHAR)) : 1;
+}
+
+SQLSMALLINT cellType(Encoding encoding) {
+    return encoding == Encoding::Wide ? SQL_C_WCHAR : SQL_C_CHAR;
+}
+
+// The driver counts some letters of a wide text as half a pair, so there the terminator tells the length.
+QString cellText(Encoding encoding, const char* bytes, SQLLEN length) {
+    return encoding == Encoding::Wide ? QString::fromUtf16(reinterpret_cast<const char16_t*>(bytes))
+                                      : QString::fromUtf8(bytes, length);
+}
+
+// Room for a cell of so many characters with its terminator, 0 for a cell that must not be bound. A narrow
+// cell longer than its room is known by its indicator; a wide one makes the driver read past its own buffer.
+SQLLEN cellBytes(Encoding encoding, SQLLEN characters) {
+    if (encoding == Encoding::Wide)
+        return characters > longestBoundWideText
+                   ? 0
+                   : characters * bytesPerWideCharacter + terminatorBytes(encoding);
+    return std::min(characters * bytesPerUtf8Character, longestBoundCell) + terminatorBytes(encoding);
 }
 
 } // namespace
@@ -28,15 +53,15 @@ void ResultSet::open(const Connection& connection, const QString& sql) {
     close();
     m_connection = &connection;
     m_sql = sql;
-    m_statement = connection.newStatement();
+    m_statement = connection.newStatement(sql);
     // A driver that grants less than asked (read-only instead of optimistic) says so with a warning only.
     SQLSetStmtAttr(m_statement.get(), SQL_ATTR_CURSOR_TYPE, asPointer(SQL_CURSOR_STATIC), 0);
     SQLSetStmtAttr(m_statement.get(), SQL_ATTR_CONCURRENCY, asPointer(SQL_CONCUR_ROWVER), 0);
     try {
         connection.executeOn(m_statement, sql);
         describeColumns();
-        bindColumns();
-        fetchBlock(SQL_FETCH_NEXT);
+        allocateCells();
+        fetchBlock(SQL_FETCH_NEXT, 0);
         m_empty = m_atEnd;
     } catch (const RuntimeError&) {
         close();
@@ -67,18 +92,13 @@ void ResultSet::describeColumns() {
             check(SQLDescribeCol(m_statement.get(), ordinal, reinterpret_cast<SQLCHAR*>(narrowName.data()),
                                  narrowName.size(), &nameLength, &type, &size, &digits, &nullable),
                   SQL_HANDLE_STMT, m_statement.get(), m_sql);
-            name = m_connection->decode(narrowName.data(), static_cast<qsizetype>(strlen(narrowName.data())));
+            name = QString::fromUtf8(narrowName.data());
         }
         SQLLEN characters = 0;
         check(SQLColAttribute(m_statement.get(), ordinal, SQL_DESC_DISPLAY_SIZE, nullptr, 0, nullptr,
                               &characters),
               SQL_HANDLE_STMT, m_statement.get(), m_sql);
-        // A sign or a longer text than announced is caught by the indicator, so this is a matter of speed
-        // only.
-        characters = std::clamp<SQLLEN>(characters, 1, longestBoundCell);
-        m_columns[i].cellBytes = m_connection->encoding() == Encoding::Wide
-                                     ? (characters + 1) * static_cast<SQLLEN>(sizeof(SQLWCHAR))
-                                     : std::min(characters * bytesPerUtf8Character, longestBoundCell) + 1;
+        m_columns[i].cellBytes = cellBytes(m_connection->encoding(), std::max<SQLLEN>(characters, 1));
         m_names.append(name);
         // Of two columns with one name, a look-up by name means the first.
         if (!m_columnByName.contains(name.toLower()))
@@ -86,26 +106,42 @@ void ResultSet::describeColumns() {
     }
 }
 
-void ResultSet::bindColumns() {
+void ResultSet::allocateCells() {
     m_rowsFetched = std::make_unique<SQLULEN>(0);
-    SQLSetStmtAttr(m_statement.get(), SQL_ATTR_ROW_ARRAY_SIZE, asPointer(rowsPerBlock), 0);
-    SQLSetStmtAttr(m_statement.get(), SQL_ATTR_ROWS_FETCHED_PTR, m_rowsFetched.get(), 0);
-    const SQLSMALLINT cellType = m_connection->encoding() == Encoding::Wide ? SQL_C_WCHAR : SQL_C_CHAR;
-    for (size_t i = 0; i < m_columns.size(); ++i) {
-        Column& column = m_columns[i];
+    for (Column& column : m_columns) {
         column.cells.resize(static_cast<size_t>(column.cellBytes) * rowsPerBlock);
         column.indicators.resize(rowsPerBlock);
-        check(SQLBindCol(m_statement.get(), static_cast<SQLUSMALLINT>(i + 1), cellType, column.cells.data(),
-                         column.cellBytes, column.indicators.data()),
-              SQL_HANDLE_STMT, m_statement.get(), m_sql);
     }
 }
 
-void ResultSet::fetchBlock(SQLSMALLINT orientation) {
+void ResultSet::bindColumns() {
+    SQLSetStmtAttr(m_statement.get(), SQL_ATTR_ROW_ARRAY_SIZE, asPointer(rowsPerBlock), 0);
+    SQLSetStmtAttr(m_statement.get(), SQL_ATTR_ROWS_FETCHED_PTR, m_rowsFetched.get(), 0);
+    for (size_t i = 0; i < m_columns.size(); ++i) {
+        Column& column = m_columns[i];
+        if (column.cellBytes > 0)
+            check(SQLBindCol(m_statement.get(), static_cast<SQLUSMALLINT>(i + 1),
+                             cellType(m_connection->encoding()), column.cells.data(), column.cellBytes,
+                             column.indicators.data()),
+                  SQL_HANDLE_STMT, m_statement.get(), m_sql);
+    }
+    m_bound = true;
+}
+
+void ResultSet::fetchBlock(SQLSMALLINT orientation, SQLULEN firstRow) {
+    m_firstRowOfBlock = firstRow;
     m_rowInBlock = 0;
     m_atEnd = true;
+    SQLSMALLINT direction = orientation;
+    if (!m_bound) {
+        bindColumns();
+        // The cursor may stand on a row alone, so "next" would be another row.
+        if (orientation == SQL_FETCH_NEXT && firstRow > 0)
+            direction = SQL_FETCH_ABSOLUTE;
+    }
     const SQLRETURN code =
-        check(SQLFetchScroll(m_statement.get(), orientation, 0), SQL_HANDLE_STMT, m_statement.get(), m_sql);
+        check(SQLFetchScroll(m_statement.get(), direction, static_cast<SQLLEN>(firstRow + 1)),
+              SQL_HANDLE_STMT, m_statement.get(), m_sql);
     m_atEnd = code == SQL_NO_DATA || *m_rowsFetched == 0;
 }
 
@@ -124,12 +160,12 @@ void ResultSet::moveNext() {
     if (*m_rowsFetched < rowsPerBlock)
         m_atEnd = true;
     else
-        fetchBlock(SQL_FETCH_NEXT);
+        fetchBlock(SQL_FETCH_NEXT, m_firstRowOfBlock + rowsPerBlock);
 }
 
 void ResultSet::moveFirst() {
     if (!atEnd() || !m_empty)
-        fetchBlock(SQL_FETCH_FIRST);
+        fetchBlock(SQL_FETCH_FIRST, 0);
 }
 
 void ResultSet::close() {
@@ -138,7 +174,9 @@ void ResultSet::close() {
     m_rowsFetched.reset();
     m_names.clear();
     m_columnByName.clear();
+    m_firstRowOfBlock = 0;
     m_rowInBlock = 0;
+    m_bound = false;
     m_atEnd = true;
 }
 
@@ -155,48 +193,45 @@ Field ResultSet::field(int column) const {
         throw RuntimeError(static_cast<int>(ErrorNumber::NoCurrentRecord),
                            u"Não há registro atual: a consulta não trouxe dados."_s, {}, m_sql);
     const Column& bound = m_columns[static_cast<size_t>(column)];
+    if (bound.cellBytes == 0)
+        return longCell(column);
     const SQLLEN length = bound.indicators[m_rowInBlock];
     if (length == SQL_NULL_DATA)
         return {};
-    const SQLLEN terminator =
-        m_connection->encoding() == Encoding::Wide ? static_cast<SQLLEN>(sizeof(SQLWCHAR)) : 1;
-    if (length == SQL_NO_TOTAL || length > bound.cellBytes - terminator)
-        return Field(longText(column));
-    return Field(
-        decodeCell(bound.cells.data() + static_cast<SQLLEN>(m_rowInBlock) * bound.cellBytes, length));
+    if (length == SQL_NO_TOTAL || length > bound.cellBytes - terminatorBytes(m_connection->encoding()))
+        return longCell(column);
+    return Field(cellText(m_connection->encoding(),
+                          bound.cells.data() + static_cast<SQLLEN>(m_rowInBlock) * bound.cellBytes, length));
 }
 
-QString ResultSet::longText(int column) const {
-    const bool isWide = m_connection->encoding() == Encoding::Wide;
-    check(SQLSetPos(m_statement.get(), static_cast<SQLSETPOSIROW>(m_rowInBlock + 1), SQL_POSITION,
-                    SQL_LOCK_NO_CHANGE),
+// Inside a block the driver goes on reading a column where it stopped in another row; alone on its row it
+// starts afresh. The block's buffers keep their values meanwhile.
+void ResultSet::standOnRowAlone() const {
+    m_bound = false;
+    check(SQLFreeStmt(m_statement.get(), SQL_UNBIND), SQL_HANDLE_STMT, m_statement.get(), m_sql);
+    SQLSetStmtAttr(m_statement.get(), SQL_ATTR_ROW_ARRAY_SIZE, asPointer(1), 0);
+    SQLSetStmtAttr(m_statement.get(), SQL_ATTR_ROWS_FETCHED_PTR, nullptr, 0);
+    check(SQLFetchScroll(m_statement.get(), SQL_FETCH_ABSOLUTE,
+                         static_cast<SQLLEN>(m_firstRowOfBlock + m_rowInBlock + 1)),
           SQL_HANDLE_STMT, m_statement.get(), m_sql);
-    std::vector<char> piece(64 * 1024);
-    const SQLLEN room = static_cast<SQLLEN>(piece.size()) - (isWide ? 2 : 1);
-    QByteArray whole;
-    for (;;) {
-        SQLLEN length = 0;
-        const SQLRETURN code = check(SQLGetData(m_statement.get(), static_cast<SQLUSMALLINT>(column + 1),
-                                                isWide ? SQL_C_WCHAR : SQL_C_CHAR, piece.data(),
-                                                static_cast<SQLLEN>(piece.size()), &length),
-                                     SQL_HANDLE_STMT, m_statement.get(), m_sql);
-        if (code == SQL_NO_DATA || length == SQL_NULL_DATA)
-            break;
-        const bool more = code == SQL_SUCCESS_WITH_INFO && (length == SQL_NO_TOTAL || length > room);
-        whole.append(piece.data(), more ? room : length);
-        if (!more)
-            break;
-    }
-    return decodeCell(whole.constData(), whole.size());
 }
 
-QString ResultSet::decodeCell(const char* bytes, SQLLEN length) const {
-    if (m_connection->encoding() == Encoding::Wide) {
-        QString text(length / static_cast<SQLLEN>(sizeof(char16_t)), Qt::Uninitialized);
-        memcpy(text.data(), bytes, static_cast<size_t>(length));
-        return text;
-    }
-    return m_connection->decode(bytes, length);
+Field ResultSet::longCell(int column) const {
+    standOnRowAlone();
+    const Encoding encoding = m_connection->encoding();
+    const auto ordinal = static_cast<SQLUSMALLINT>(column + 1);
+    std::vector<char> cell(1);
+    SQLLEN bytes = 0;
+    check(SQLGetData(m_statement.get(), ordinal, SQL_C_CHAR, cell.data(), 0, &bytes), SQL_HANDLE_STMT,
+          m_statement.get(), m_sql);
+    if (bytes == SQL_NULL_DATA)
+        return {};
+    // In one piece: a wide text fetched in several loses what the driver's count falls short of.
+    cell.resize(static_cast<size_t>((bytes + 1) * bytesPerWideCharacter));
+    check(SQLGetData(m_statement.get(), ordinal, cellType(encoding), cell.data(),
+                     static_cast<SQLLEN>(cell.size()), &bytes),
+          SQL_HANDLE_STMT, m_statement.get(), m_sql);
+    return Field(cellText(encoding, cell.data(), bytes));
 }
 
 } // namespace tarvessa::odbc

@@ -11,7 +11,7 @@
 namespace tarvessa::odbc {
 
 /// The rows of one query: static cursor, optimistic concurrency asked for, walked forward from the first row.
-/// Rows arrive in blocks into bound buffers; a text longer than its buffer is fetched on its own.
+/// Rows arrive in blocks into bound buffers; a text that may not fit its buffer is fetched on its own.
 class ResultSet {
   public:
     ResultSet() = default;
@@ -49,16 +49,17 @@ class ResultSet {
 
   private:
     struct Column {
-        SQLLEN cellBytes = 0;
+        SQLLEN cellBytes = 0; // 0: not bound, every cell is fetched on its own
         std::vector<char> cells;
         std::vector<SQLLEN> indicators;
     };
 
     void describeColumns();
+    void allocateCells();
     void bindColumns();
-    void fetchBlock(SQLSMALLINT orientation);
-    QString longText(int column) const;
-    QString decodeCell(const char* bytes, SQLLEN length) const;
+    void fetchBlock(SQLSMALLINT orientation, SQLULEN firstRow);
+    void standOnRowAlone() const;
+    Field longCell(int column) const;
 
     const Connection* m_connection = nullptr;
     // The buffers outlive the statement that writes into them.
@@ -68,7 +69,10 @@ class ResultSet {
     QString m_sql;
     QStringList m_names;
     QHash<QString, int> m_columnByName;
+    SQLULEN m_firstRowOfBlock = 0;
     SQLULEN m_rowInBlock = 0;
+    mutable bool m_bound =
+        false; // the driver writes into the buffers; not so after a cell fetched on its own
     bool m_atEnd = true;
     bool m_empty = true;
 };

@@ -1,0 +1,556 @@
+#include "closing/Bancada.h"
+#include "closing/Colunas.h"
+#include "closing/PainelFechamento.h"
+#include "platform/Twips.h"
+#include "platform/grid/Grid.h"
+#include "support/ModalHelper.h"
+#include "support/StatementLog.h"
+
+#include <QComboBox>
+#include <QHeaderView>
+#include <QPushButton>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+using namespace tarvessa;
+using namespace tarvessa::teste;
+
+namespace {
+
+// The clock stands at 15/03/2024, so the period starts on the 8th.
+const QString sqlDavs =
+    u"SELECT o.codigocli, o.placa, o.nrpedido, o.TipoOperacao, c.nome, SUM(o.totalped) AS totalped, "
+    "o.nomevendedor, c.cidade, c.colunapreco  FROM orcamento AS o left join clientes AS c ON "
+    "o.codigocli=c.codigo where o.situacaoorc in ('A','C') and TipoOperacao='D' and "
+    "dataabertura>='2024-03-08' group BY o.nrpedido order by o.nomevendedor, c.nome"_s;
+const QString sqlPvs =
+    u"SELECT o.codigocli, o.placa, o.nrpedido, o.TipoOperacao, c.nome, SUM(o.totalped) AS totalped, "
+    "o.nomevendedor, c.cidade, c.prazo, c.formapg,c.colunapreco  FROM orcamento AS o left join clientes AS c "
+    "ON o.codigocli=c.codigo where o.situacaoorc in ('A','C') and TipoOperacao='P' and "
+    "dataabertura>='2024-03-08' group BY o.nrpedido Order By o.nomevendedor, c.nome"_s;
+const QString sqlFormas = u"SELECT * FROM Finalizadoras order by ID "_s;
+const QString sqlEmpresa = u"Select ContaCTB1, PAF_ECF From Empresa"_s;
+
+constexpr int primeiroPedido = 100;
+
+} // namespace
+
+class TstInicio : public QObject {
+    Q_OBJECT
+
+  private Q_SLOTS:
+    void initTestCase() { b = std::make_unique<Bancada>(); }
+    void cleanupTestCase() { b.reset(); }
+    void init() { b->arruma(); }
+
+    void statementsWithDavs();
+    void statementsWithoutDavs();
+    void davLayout();
+    void pvLayout();
+    void clientColumnLeavesRoomForTheScrollBar_data();
+    void clientColumnLeavesRoomForTheScrollBar();
+    void layoutStaysPvOnceLoaded();
+
+    void sevenDaysAgoIsListedEightIsNot_data();
+    void sevenDaysAgoIsListedEightIsNot();
+    void onlyOpenDocumentsAreListed_data();
+    void onlyOpenDocumentsAreListed();
+    void oneRowPerDocumentWithItsSum();
+    void davAndPvOfOneNumberStayApart();
+    void sortedBySellerThenCustomer();
+    void methodNenhumaShowsAsDinheiro();
+    void emptyTermShowsAsZero_data();
+    void emptyTermShowsAsZero();
+
+    void paymentMethodsInOrderOfId();
+    void noPaymentMethods();
+    void accounts_data();
+    void accounts();
+    void stockMovesUnlessPafEcfIsSim_data();
+    void stockMovesUnlessPafEcfIsSim();
+    void companyWithoutRow();
+    void databaseUnreachable();
+
+    void nullInEveryNullableColumn_data();
+    void nullInEveryNullableColumn();
+    void vanishedCustomer_data();
+    void vanishedCustomer();
+    void totalsOverTenMillion();
+    void oddNames_data();
+    void oddNames();
+    void nothingToList();
+    void fiveThousandPreSales();
+
+  private:
+    void documentos(const QString& tipo, int quantos);
+
+    std::unique_ptr<Bancada> b;
+};
+
+void TstInicio::documentos(const QString& tipo, int quantos) {
+    for (int i = 0; i < quantos; ++i)
+        b->cenario().documento({.pedido = primeiroPedido + i, .tipo = tipo});
+}
+
+void TstInicio::statementsWithDavs() {
+    b->cenario().basico();
+    documentos(u"D"_s, 1);
+    documentos(u"P"_s, 1);
+    StatementLog registro(b->servidor());
+    QVERIFY(b->abre());
+    QCOMPARE(registro.textos(), StatementLog::esperado({sqlDavs, sqlFormas, sqlEmpresa}));
+}
+
+void TstInicio::statementsWithoutDavs() {
+    b->cenario().basico();
+    documentos(u"P"_s, 1);
+    StatementLog registro(b->servidor());
+    QVERIFY(b->abre());
+    QCOMPARE(registro.textos(), StatementLog::esperado({sqlDavs, sqlFormas, sqlPvs, sqlEmpresa}));
+}
+
+namespace {
+
+void confereLayout(const Bancada& b, const QList<int>& larguras, int alturaMinima) {
+    const Grid* grade = b.grade();
+    const QStringList titulos{u"PEDIDO"_s, u"TIPO"_s,     u"CLIENTE"_s,   u"VENDEDOR"_s,
+                              u"CIDADE"_s, u"R$ TOTAL"_s, u"DIAS VENC"_s, u"FORMA PAGTO"_s,
+                              u"TABELA"_s, u"SELEÇÃO"_s,  u"CODIGOCLI"_s};
+    const QList<Qt::Alignment> lados{Qt::AlignLeft,    Qt::AlignHCenter, Qt::AlignLeft,  Qt::AlignLeft,
+                                     Qt::AlignLeft,    Qt::AlignRight,   Qt::AlignRight, Qt::AlignRight,
+                                     Qt::AlignHCenter, Qt::AlignHCenter, Qt::AlignLeft};
+    QCOMPARE(grade->columns(), 11);
+    for (int coluna = 0; coluna < grade->columns(); ++coluna) {
+        QCOMPARE(grade->text(0, coluna), titulos[coluna]);
+        QVERIFY(grade->isBold(0, coluna));
+        QVERIFY(
+            qvariant_cast<QFont>(grade->model()->headerData(coluna, Qt::Horizontal, Qt::FontRole)).bold());
+        const auto lado =
+            qvariant_cast<Qt::Alignment>(grade->model()->index(0, coluna).data(Qt::TextAlignmentRole));
+        QCOMPARE(lado & Qt::AlignHorizontal_Mask, lados[coluna]);
+        QCOMPARE(grade->columnTwips(coluna), larguras[coluna]);
+        QCOMPARE(grade->isColumnHidden(coluna), larguras[coluna] == 0);
+        QCOMPARE(grade->columnWidth(coluna), twipsToPixels(grade, larguras[coluna]));
+    }
+    QCOMPARE(grade->rowTwips(1), alturaMinima);
+    QCOMPARE(grade->verticalHeader()->minimumSectionSize(), twipsToPixels(grade, alturaMinima));
+}
+
+} // namespace
+
+void TstInicio::davLayout() {
+    b->cenario().basico();
+    b->cenario().documento({.pedido = 4801, .tipo = u"D"_s, .linhas = {{.total = u"1234.50"_s}}});
+    documentos(u"P"_s, 3);
+    QVERIFY(b->abre());
+    QCOMPARE(b->painel()->windowTitle(), u"Ormelind DAV/PV/NFE - Versão 1.5c  -  [17/01/23]"_s);
+    confereLayout(*b, {1100, 500, 5200, 1700, 2400, 1200, 0, 0, 800, 900, 0}, 360);
+    if (QTest::currentTestFailed())
+        return;
+    QCOMPARE(b->grade()->rows(), 2);
+    QCOMPARE(b->linha(1), (QStringList{u"4801"_s,
+                                       u"D"_s,
+                                       u"PADARIA MODELO"_s,
+                                       u"ANA"_s,
+                                       u"CAMPINAS"_s,
+                                       u"1.234,50"_s,
+                                       {},
+                                       {},
+                                       u"1"_s,
+                                       u" "_s,
+                                       u"C1"_s}));
+    QVERIFY(b->grade()->hasPicture(1, colunas::Selecao));
+    QCOMPARE(b->total(), u"1.234,50"_s);
+    QVERIFY(b->botao(u"Command1"_s)->isEnabled());
+    QCOMPARE(b->botao(u"Command1"_s)->text(), u"Desmarcar todos os Registros"_s);
+    QVERIFY(b->botao(u"Command2"_s)->isEnabled());
+    for (const QString& botao : {u"Command3"_s, u"Command4"_s, u"Command5"_s, u"Command6"_s})
+        QVERIFY2(!b->botao(botao)->isEnabled(), qPrintable(botao));
+}
+
+void TstInicio::pvLayout() {
+    b->cenario().basico();
+    b->cenario().documento({.pedido = 10301, .linhas = {{.total = u"1234.50"_s}}});
+    QVERIFY(b->abre());
+    confereLayout(*b, {1100, 500, 3630, 1200, 2000, 1200, 1000, 1500, 800, 900, 0}, 420);
+    if (QTest::currentTestFailed())
+        return;
+    QCOMPARE(b->grade()->rows(), 2);
+    QCOMPARE(b->linha(1), (QStringList{u"10301"_s, u"P"_s, u"PADARIA MODELO"_s, u"ANA"_s, u"CAMPINAS"_s,
+                                       u"1.234,50"_s, u"30"_s, u"BOLETO"_s, u"1"_s, u" "_s, u"C1"_s}));
+    QVERIFY(b->grade()->hasPicture(1, colunas::Selecao));
+    QCOMPARE(b->total(), u"1.234,50"_s);
+    QVERIFY(b->botao(u"Command1"_s)->isEnabled());
+    QVERIFY(!b->botao(u"Command2"_s)->isEnabled());
+    QVERIFY(!b->botao(u"Command3"_s)->isEnabled());
+    QVERIFY(b->botao(u"Command4"_s)->isEnabled());
+    QVERIFY(b->botao(u"Command5"_s)->isEnabled());
+}
+
+void TstInicio::clientColumnLeavesRoomForTheScrollBar_data() {
+    QTest::addColumn<QString>("tipo");
+    QTest::addColumn<int>("documentosListados");
+    QTest::addColumn<int>("largura");
+    QTest::newRow("DAVs, 16 rows with the header") << u"D"_s << 15 << 5200;
+    QTest::newRow("DAVs, 17 rows with the header") << u"D"_s << 16 << 4950;
+    QTest::newRow("PVs, 16 rows with the header") << u"P"_s << 15 << 3630;
+    QTest::newRow("PVs, 17 rows with the header") << u"P"_s << 16 << 3380;
+}
+
+void TstInicio::clientColumnLeavesRoomForTheScrollBar() {
+    QFETCH(QString, tipo);
+    QFETCH(int, documentosListados);
+    QFETCH(int, largura);
+    b->cenario().basico();
+    documentos(tipo, documentosListados);
+    QVERIFY(b->abre());
+    QCOMPARE(b->grade()->rows(), documentosListados + 1);
+    QCOMPARE(b->grade()->columnTwips(colunas::Cliente), largura);
+    QCOMPARE(b->grade()->columnWidth(colunas::Cliente), twipsToPixels(b->grade(), largura));
+}
+
+void TstInicio::layoutStaysPvOnceLoaded() {
+    b->cenario().basico();
+    QVERIFY(b->abre());
+    documentos(u"D"_s, 2);
+    b->cenario().documento({.pedido = 900});
+    StatementLog registro(b->servidor());
+    b->aperta(u"Command3"_s);
+    QCOMPARE(registro.textos(), QStringList{sqlPvs});
+    QCOMPARE(b->coluna(colunas::Pedido), QStringList{u"900"_s});
+    QCOMPARE(b->grade()->columnTwips(colunas::Cliente), 3630);
+    b->painel()->DefineGrid();
+    QCOMPARE(b->grade()->rows(), 1);
+    QCOMPARE(b->grade()->columnTwips(colunas::FormaPagto), 1500);
+}
+
+void TstInicio::sevenDaysAgoIsListedEightIsNot_data() {
+    QTest::addColumn<QString>("tipo");
+    QTest::newRow("DAV") << u"D"_s;
+    QTest::newRow("PV") << u"P"_s;
+}
+
+void TstInicio::sevenDaysAgoIsListedEightIsNot() {
+    QFETCH(QString, tipo);
+    b->cenario().basico();
+    b->cenario().documento({.pedido = 7, .tipo = tipo, .nomeVendedor = u"A"_s, .diasAtras = 7});
+    b->cenario().documento({.pedido = 8, .tipo = tipo, .diasAtras = 8});
+    b->cenario().documento({.pedido = 1, .tipo = tipo, .nomeVendedor = u"B"_s, .diasAtras = 0});
+    QVERIFY(b->abre());
+    QCOMPARE(b->coluna(colunas::Pedido), (QStringList{u"7"_s, u"1"_s}));
+}
+
+void TstInicio::onlyOpenDocumentsAreListed_data() {
+    sevenDaysAgoIsListedEightIsNot_data();
+}
+
+void TstInicio::onlyOpenDocumentsAreListed() {
+    QFETCH(QString, tipo);
+    b->cenario().basico();
+    int pedido = 1;
+    for (const QString& situacao : {u"A"_s, u"B"_s, u"C"_s, u"X"_s, QString()})
+        b->cenario().documento(
+            {.pedido = pedido++, .tipo = tipo, .situacao = situacao, .nomeVendedor = u"V"_s + situacao});
+    QVERIFY(b->abre());
+    QCOMPARE(b->coluna(colunas::Pedido), (QStringList{u"1"_s, u"3"_s}));
+}
+
+void TstInicio::oneRowPerDocumentWithItsSum() {
+    b->cenario().basico();
+    b->cenario().documento({.pedido = 1,
+                            .nomeVendedor = u"A"_s,
+                            .linhas = {{.total = u"10.10"_s}, {.total = u"0.05"_s}, {.total = u"-1.15"_s}}});
+    b->cenario().documento(
+        {.pedido = 2, .nomeVendedor = u"B"_s, .linhas = {{.total = u"999.99"_s}, {.total = u"0.01"_s}}});
+    QVERIFY(b->abre());
+    QCOMPARE(b->coluna(colunas::Pedido), (QStringList{u"1"_s, u"2"_s}));
+    QCOMPARE(b->coluna(colunas::Total), (QStringList{u"9,00"_s, u"1.000,00"_s}));
+    QCOMPARE(b->total(), u"1.009,00"_s);
+}
+
+void TstInicio::davAndPvOfOneNumberStayApart() {
+    b->cenario().basico();
+    b->cenario().documento(
+        {.pedido = 5, .tipo = u"D"_s, .situacao = u"B"_s, .linhas = {{.total = u"70.00"_s}}});
+    b->cenario().documento({.pedido = 5, .linhas = {{.total = u"3.00"_s}}});
+    QVERIFY(b->abre());
+    QCOMPARE(b->coluna(colunas::Tipo), QStringList{u"P"_s});
+    QCOMPARE(b->coluna(colunas::Total), QStringList{u"3,00"_s});
+}
+
+void TstInicio::sortedBySellerThenCustomer() {
+    b->cenario().basico();
+    b->cenario().cliente({.codigo = u"C2"_s, .nome = u"ARMAZÉM"_s});
+    b->cenario().documento({.pedido = 1, .nomeVendedor = u"ZECA"_s});
+    b->cenario().documento({.pedido = 2, .nomeVendedor = u"BIA"_s});
+    b->cenario().documento({.pedido = 3, .cliente = u"C2"_s, .nomeVendedor = u"BIA"_s});
+    b->cenario().documento({.pedido = 4, .nomeVendedor = std::nullopt});
+    QVERIFY(b->abre());
+    QCOMPARE(b->coluna(colunas::Pedido), (QStringList{u"4"_s, u"3"_s, u"2"_s, u"1"_s}));
+}
+
+void TstInicio::methodNenhumaShowsAsDinheiro() {
+    b->cenario().basico();
+    b->cenario().cliente({.codigo = u"C2"_s, .formaPg = u"(Nenhuma)"_s});
+    b->cenario().documento({.pedido = 1, .cliente = u"C2"_s});
+    QVERIFY(b->abre());
+    QCOMPARE(b->coluna(colunas::FormaPagto), QStringList{u"DINHEIRO"_s});
+}
+
+void TstInicio::emptyTermShowsAsZero_data() {
+    QTest::addColumn<Valor>("prazo");
+    QTest::addColumn<QString>("celula");
+    QTest::newRow("NULL") << Valor() << u"0"_s;
+    QTest::newRow("0") << Valor(u"0"_s) << u"0"_s;
+    QTest::newRow("45") << Valor(u"45"_s) << u"45"_s;
+    QTest::newRow("negative") << Valor(u"-3"_s) << u"-3"_s;
+}
+
+void TstInicio::emptyTermShowsAsZero() {
+    QFETCH(Valor, prazo);
+    QFETCH(QString, celula);
+    b->cenario().basico();
+    b->cenario().cliente({.codigo = u"C2"_s, .prazo = prazo});
+    b->cenario().documento({.pedido = 1, .cliente = u"C2"_s});
+    QVERIFY(b->abre());
+    QCOMPARE(b->coluna(colunas::DiasVenc), QStringList{celula});
+}
+
+void TstInicio::paymentMethodsInOrderOfId() {
+    b->cenario().empresa();
+    b->servidor().executa(u"INSERT INTO Finalizadoras (ID, Descricao, avista) VALUES (30, 'BOLETO', 'N'), "
+                          "(10, 'PIX', 'S'), (20, 'CARTÃO', NULL), (40, 'VALE', 's')"_s);
+    QVERIFY(b->abre());
+    const QComboBox* formas = b->formas();
+    QStringList itens;
+    for (int i = 0; i < formas->count(); ++i)
+        itens.append(formas->itemText(i) + u'=' + formas->itemData(i).toString());
+    QCOMPARE(itens, (QStringList{u"PIX=1"_s, u"CARTÃO=0"_s, u"BOLETO=0"_s, u"VALE=0"_s}));
+    QVERIFY(!formas->isVisible());
+}
+
+void TstInicio::noPaymentMethods() {
+    b->cenario().empresa();
+    b->cenario().cliente({.codigo = u"C1"_s});
+    b->cenario().produto({.codigo = u"P1"_s});
+    b->cenario().documento({.pedido = 77});
+    QVERIFY(b->abre());
+    QCOMPARE(b->formas()->count(), 0);
+    QCOMPARE(b->grade()->rows(), 2);
+
+    ModalHelper modal;
+    modal.espera(mensagens::lembrete, QMessageBox::Ok);
+    modal.espera(mensagens::comErros, QMessageBox::Ok);
+    b->aperta(u"Command4"_s);
+    QCOMPARE(modal.confere(), QString());
+    QCOMPARE(b->log(), Bancada::logCom({u"PRÉ-VENDA: 0000077 - FORMA DE PAGAMENTO INVÁLIDA."_s}));
+}
+
+void TstInicio::accounts_data() {
+    QTest::addColumn<Valor>("contaCtb1");
+    QTest::addColumn<QString>("entrada0");
+    QTest::addColumn<QString>("entrada4");
+    QTest::newRow("NULL") << Valor() << u"00.000"_s << u"00.000"_s;
+    QTest::newRow("empty") << Valor(QString(u""_s)) << u"00.000"_s << u"00.000"_s;
+    QTest::newRow("two pieces") << Valor(u"1.01/2.02"_s) << u"1.01"_s << u"00.000"_s;
+    QTest::newRow("four pieces") << Valor(u"1/2/3/4"_s) << u"1"_s << u"00.000"_s;
+    QTest::newRow("five pieces") << Valor(u"1/2/3/4/5"_s) << u"1"_s << u"5"_s;
+    QTest::newRow("nine pieces") << Valor(u"1/2/3/4/5/6/7/8/9"_s) << u"1"_s << u"5"_s;
+    QTest::newRow("empty pieces") << Valor(u"//a//"_s) << QString() << QString();
+}
+
+void TstInicio::accounts() {
+    QFETCH(Valor, contaCtb1);
+    QFETCH(QString, entrada0);
+    QFETCH(QString, entrada4);
+    b->cenario().empresa(contaCtb1);
+    b->cenario().formas();
+    b->cenario().cliente({.codigo = u"C1"_s});
+    b->cenario().produto({.codigo = u"P1"_s});
+    b->cenario().documento({.pedido = 1});
+    QVERIFY(b->abre());
+
+    ModalHelper modal;
+    modal.espera(mensagens::lembrete, QMessageBox::Ok);
+    modal.espera(mensagens::sucesso, QMessageBox::Ok);
+    b->aperta(u"Command4"_s);
+    QCOMPARE(modal.confere(), QString());
+    QCOMPARE(b->servidor().consulta(u"SELECT cd_cta FROM caixa"_s), QList<QStringList>{{entrada0}});
+    QCOMPARE(b->servidor().consulta(u"SELECT ContaCTB FROM areceber"_s), QList<QStringList>{{entrada4}});
+}
+
+void TstInicio::stockMovesUnlessPafEcfIsSim_data() {
+    QTest::addColumn<Valor>("pafEcf");
+    QTest::addColumn<int>("movimentos");
+    QTest::newRow("SIM") << Valor(u"SIM"_s) << 0;
+    QTest::newRow("NAO") << Valor(u"NAO"_s) << 1;
+    QTest::newRow("sim") << Valor(u"sim"_s) << 1;
+    QTest::newRow("S") << Valor(u"S"_s) << 1;
+    QTest::newRow("empty") << Valor(QString(u""_s)) << 1;
+    QTest::newRow("NULL") << Valor() << 1;
+}
+
+void TstInicio::stockMovesUnlessPafEcfIsSim() {
+    QFETCH(Valor, pafEcf);
+    QFETCH(int, movimentos);
+    b->cenario().empresa(u"1"_s, pafEcf);
+    b->cenario().formas();
+    b->cenario().cliente({.codigo = u"C1"_s});
+    b->cenario().produto({.codigo = u"P1"_s});
+    b->cenario().documento({.pedido = 1});
+    QVERIFY(b->abre());
+
+    ModalHelper modal;
+    modal.espera(mensagens::lembrete, QMessageBox::Ok);
+    modal.espera(mensagens::sucesso, QMessageBox::Ok);
+    b->aperta(u"Command4"_s);
+    QCOMPARE(modal.confere(), QString());
+    QCOMPARE(b->servidor().consulta(u"SELECT * FROM logestoque"_s).size(), movimentos);
+}
+
+void TstInicio::companyWithoutRow() {
+    b->cenario().formas();
+    b->cenario().cliente({.codigo = u"C1"_s});
+    documentos(u"P"_s, 2);
+    ModalHelper modal;
+    modal.esperaContendo(u"a consulta não trouxe dados"_s, QMessageBox::Ok);
+    QVERIFY(b->abre());
+    QCOMPARE(modal.confere(), QString());
+    QCOMPARE(modal.caixas()[0].titulo, u"Erro de execução"_s);
+    QCOMPARE(modal.caixas()[0].icone, QMessageBox::Critical);
+    QVERIFY(modal.caixas()[0].texto.startsWith(mensagens::erroDeExecucao));
+    QVERIFY(modal.caixas()[0].detalhes.contains(sqlEmpresa));
+
+    QVERIFY(b->painel()->isVisible());
+    QCOMPARE(b->grade()->rows(), 3);
+    b->aperta(u"Command1"_s);
+    QCOMPARE(b->total(), u"0,00"_s);
+}
+
+void TstInicio::databaseUnreachable() {
+    b->cenario().basico();
+    documentos(u"P"_s, 1);
+    StatementLog registro(b->servidor());
+    b->servidor().usaSocket(u"/tmp/tarvessa-nobody-listens-here"_s);
+    ModalHelper modal;
+    modal.espera(mensagens::semConexao, QMessageBox::Ok);
+    QVERIFY(!b->abre());
+    QCOMPARE(modal.confere(), QString());
+    QCOMPARE(modal.caixas().size(), 1);
+    QCOMPARE(modal.caixas()[0].titulo, u"Atenção!!!"_s);
+    QCOMPARE(modal.caixas()[0].icone, QMessageBox::Information);
+    QCOMPARE(modal.caixas()[0].botoes, QMessageBox::StandardButtons(QMessageBox::Ok));
+    QVERIFY(!b->painel()->isVisible());
+    QCOMPARE(b->grade()->rows(), 1);
+    QCOMPARE(registro.textos(), QStringList());
+}
+
+void TstInicio::nullInEveryNullableColumn_data() {
+    sevenDaysAgoIsListedEightIsNot_data();
+}
+
+void TstInicio::nullInEveryNullableColumn() {
+    QFETCH(QString, tipo);
+    b->servidor().executa(u"INSERT INTO empresa (id) VALUES (1); INSERT INTO Finalizadoras (ID) VALUES (1); "
+                          "INSERT INTO clientes (codigo) VALUES ('C1')"_s);
+    const Linha vazia{.codigo = QString(), .quantidade = std::nullopt, .total = std::nullopt};
+    b->cenario().documento({.pedido = 1,
+                            .tipo = tipo,
+                            .nomeVendedor = std::nullopt,
+                            .vendedor = std::nullopt,
+                            .linhas = {vazia}});
+    b->cenario().documento({.pedido = 2, .cliente = std::nullopt, .tipo = tipo, .linhas = {vazia, vazia}});
+    ModalHelper modal;
+    QVERIFY(b->abre());
+    QCOMPARE(modal.confere(), QString());
+    const QString dias = tipo == u"P" ? u"0"_s : QString();
+    QCOMPARE(b->linha(1), (QStringList{u"1"_s, tipo, {}, {}, {}, u"0,00"_s, dias, {}, {}, u" "_s, u"C1"_s}));
+    QCOMPARE(b->linha(2), (QStringList{u"2"_s, tipo, {}, u"ANA"_s, {}, u"0,00"_s, dias, {}, {}, u" "_s, {}}));
+    QCOMPARE(b->total(), u"0,00"_s);
+}
+
+void TstInicio::vanishedCustomer_data() {
+    sevenDaysAgoIsListedEightIsNot_data();
+}
+
+void TstInicio::vanishedCustomer() {
+    QFETCH(QString, tipo);
+    b->cenario().basico();
+    b->cenario().documento({.pedido = 1, .cliente = u"C9"_s, .tipo = tipo});
+    QVERIFY(b->abre());
+    const QString dias = tipo == u"P" ? u"0"_s : QString();
+    QCOMPARE(b->linha(1),
+             (QStringList{u"1"_s, tipo, {}, u"ANA"_s, {}, u"10,00"_s, dias, {}, {}, u" "_s, u"C9"_s}));
+}
+
+void TstInicio::totalsOverTenMillion() {
+    b->cenario().basico();
+    b->cenario().documento({.pedido = 1, .nomeVendedor = u"A"_s, .linhas = {{.total = u"12345678.90"_s}}});
+    b->cenario().documento({.pedido = 2,
+                            .nomeVendedor = u"B"_s,
+                            .linhas = {{.total = u"999999999999.99"_s}, {.total = u"0.01"_s}}});
+    QVERIFY(b->abre());
+    QCOMPARE(b->coluna(colunas::Total), (QStringList{u"12.345.678,90"_s, u"1.000.000.000.000,00"_s}));
+    QCOMPARE(b->total(), u"1.000.012.345.678,90"_s);
+}
+
+void TstInicio::oddNames_data() {
+    QTest::addColumn<QString>("nome");
+    QTest::newRow("apostrophe") << u"EMPÓRIO D'ÁVILA"_s;
+    QTest::newRow("backslash") << u"PÃES\\DOCES\\"_s;
+    QTest::newRow("line break") << u"PADARIA\r\nDO PORTO"_s;
+    QTest::newRow("tab") << u"PADARIA\tDO\tPORTO"_s;
+    QTest::newRow("four-byte characters") << u"CAFÉ \U0001F950\U0001F956"_s;
+    QTest::newRow("markup") << u"<b>PADARIA</b> & CIA | {d '2024-01-01'} %s ?"_s;
+    QTest::newRow("blanks at the ends") << u"  PADARIA  "_s;
+}
+
+void TstInicio::oddNames() {
+    QFETCH(QString, nome);
+    b->cenario().basico();
+    b->cenario().cliente({.codigo = u"C2"_s, .nome = nome, .cidade = nome.left(40)});
+    b->cenario().documento({.pedido = 1, .cliente = u"C2"_s, .nomeVendedor = nome.left(40)});
+    QVERIFY(b->abre());
+    QCOMPARE(b->linha(1), (QStringList{u"1"_s, u"P"_s, nome, nome.left(40), nome.left(40), u"10,00"_s,
+                                       u"30"_s, u"BOLETO"_s, u"1"_s, u" "_s, u"C2"_s}));
+}
+
+void TstInicio::nothingToList() {
+    b->cenario().basico();
+    QVERIFY(b->abre());
+    QCOMPARE(b->grade()->rows(), 1);
+    QCOMPARE(b->total(), u"0,00"_s);
+    QVERIFY(b->botao(u"Command3"_s)->isEnabled());
+    for (const QString& botao : {u"Command2"_s, u"Command4"_s, u"Command5"_s, u"Command6"_s})
+        QVERIFY2(!b->botao(botao)->isEnabled(), qPrintable(botao));
+
+    ModalHelper modal;
+    modal.espera(mensagens::semRegistro, QMessageBox::Ok);
+    b->aperta(u"Command1"_s);
+    QCOMPARE(modal.confere(), QString());
+    QCOMPARE(b->botao(u"Command1"_s)->text(), u"Desmarcar todos os Registros"_s);
+
+    b->aperta(u"Command3"_s);
+    QCOMPARE(b->grade()->rows(), 1);
+    QVERIFY(b->botao(u"Command3"_s)->isEnabled());
+    QVERIFY(!b->botao(u"Command4"_s)->isEnabled());
+}
+
+void TstInicio::fiveThousandPreSales() {
+    b->cenario().basico();
+    b->servidor().executa(
+        u"INSERT INTO orcamento (nrpedido, TipoOperacao, codigocli, nomevendedor, dataabertura, codigo, "
+        u"totalped) "
+        "SELECT seq, 'P', 'C1', LPAD(seq, 6, '0'), '2024-03-14', 'P1', 1.01 FROM seq_1_to_5000"_s);
+    QVERIFY(b->abre());
+    QCOMPARE(b->grade()->rows(), 5001);
+    QCOMPARE(b->grade()->text(1, colunas::Pedido), u"1"_s);
+    QCOMPARE(b->grade()->text(5000, colunas::Pedido), u"5000"_s);
+    QCOMPARE(b->total(), u"5.050,00"_s);
+    b->aperta(u"Command1"_s);
+    QCOMPARE(b->total(), u"0,00"_s);
+    QCOMPARE(b->coluna(colunas::Selecao).count(QString()), 5000);
+}
+
+QTEST_MAIN(TstInicio)
+#include "tst_inicio.moc"

@@ -1,0 +1,576 @@
+#include "core/Datas.h"
+#include "platform/DateBox.h"
+#include "platform/grid/Grid.h"
+#include "reports/Movimento.h"
+#include "reports/ResumoVendas.h"
+#include "support/ModalHelper.h"
+
+#include <QApplication>
+#include <QComboBox>
+#include <QLabel>
+#include <QPushButton>
+#include <QTabWidget>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+using namespace tarvessa;
+using namespace tarvessa::teste;
+
+namespace {
+
+const QString erroDeExecucao = u"Divisão por zero."_s;
+constexpr int niveis = 4;
+
+/// What a customer's row must hold, in cents.
+struct Esperado {
+    QString nome;
+    QString fantasia;
+    int nivel = 1;
+    qint64 vendas = 0;
+    qint64 trocas = 0;
+
+    QStringList celulas(const QString& documento) const {
+        const qint64 parte = vendas > 0 && trocas > 0 ? proporcao(trocas, 10000, vendas) : 0;
+        return {documento, nome, fantasia, comoTela(vendas), comoTela(trocas), comoTela(parte)};
+    }
+};
+
+} // namespace
+
+/// The sales summary: statements, figures, tabs, labels.
+class TstResumoVendas : public QObject {
+    Q_OBJECT
+
+  private Q_SLOTS:
+    void initTestCase() { m = std::make_unique<Movimento>(); }
+    void cleanupTestCase() { m.reset(); }
+    void init();
+    void cleanup() { tela.reset(); }
+
+    void opensWithTheCurrentMonth();
+    void controlsAndAccessibleNames();
+    void refusesBadPeriods_data();
+    void refusesBadPeriods();
+    void sendsTheStatementsInTheirOrder();
+    void ordersAsChosen_data();
+    void ordersAsChosen();
+    void figuresOfARandomMonth_data();
+    void figuresOfARandomMonth();
+    void salesByPrefixAndItemValueReturnsByCodeAndSaleValue();
+    void periodBoundsAreInside();
+    void oneDayPeriod();
+    void returnsOnly();
+    void unknownLevelsGoToTheFirstTab_data();
+    void unknownLevelsGoToTheFirstTab();
+    void documentWithoutCustomer();
+    void documentOfTwoCustomers();
+    void exchangesWithoutInvoicesAreDropped();
+    void nothingSoldIsADivisionByZero();
+    void columnNarrowsWithTheScrollBar_data();
+    void columnNarrowsWithTheScrollBar();
+    void busyLabelIsSeenWhileRunning();
+    void runsAgainFromEmpty();
+    void failingStatementLeavesTheScreenUsable();
+    void byKeyboardAlone();
+
+  private:
+    Grid* grade(int n) const { return controle<Grid>(tela.get(), qPrintable(u"TabelaPreco(%1)"_s.arg(n))); }
+    QString rotulo(int n) const {
+        return controle<QLabel>(tela.get(), qPrintable(u"Label4(%1)"_s.arg(n)))->text();
+    }
+    QString geral() const { return controle<QLabel>(tela.get(), "Label5")->text(); }
+    void periodo(const QString& inicio, const QString& fim);
+    void gera() { QTest::mouseClick(controle<QPushButton>(tela.get(), "Command4"), Qt::LeftButton); }
+    QMap<QString, Esperado> esperados(const QString& inicio, const QString& fim);
+
+    std::unique_ptr<Movimento> m;
+    std::unique_ptr<ResumoVendas> tela;
+};
+
+void TstResumoVendas::init() {
+    m->arruma();
+    tela = std::make_unique<ResumoVendas>();
+    QVERIFY(mostra(tela.get()));
+    periodo(u"01/02/2024"_s, u"29/02/2024"_s);
+    m->marca();
+}
+
+void TstResumoVendas::periodo(const QString& inicio, const QString& fim) {
+    controle<DateBox>(tela.get(), "DataIni")->setText(inicio);
+    controle<DateBox>(tela.get(), "DataFin")->setText(fim);
+}
+
+// From the raw rows, with the test's own arithmetic. Dates compare as texts.
+QMap<QString, Esperado> TstResumoVendas::esperados(const QString& inicio, const QString& fim) {
+    const QStringList prefixos = {u"510"_s, u"511"_s, u"512"_s, u"610"_s, u"611"_s,
+                                  u"612"_s, u"540"_s, u"640"_s, u"565"_s, u"665"_s};
+    const QStringList devolucoes = {u"1202"_s, u"1411"_s, u"2202"_s, u"2411"_s};
+    QMap<QString, Esperado> documentos;
+    const auto movimento = m->servidor().consulta(
+        u"SELECT cnpj_cpf, dataemissao, entrsai, cancelado, cfop, totalvenda, vlr_tot_item FROM movsaient"_s);
+    for (const QStringList& l : movimento) {
+        if (l[1] < inicio || l[1] > fim || l[3] != u"N")
+            continue;
+        if (l[2] == u"S" && prefixos.contains(l[4].left(3)))
+            documentos[l[0]].vendas += centavos(l[6]);
+        else if (l[2] == u"E" && devolucoes.contains(l[4]))
+            documentos[l[0]].vendas -= centavos(l[5]);
+    }
+    QMap<QString, QString> documentoDoCliente;
+    const auto clientes =
+        m->servidor().consulta(u"SELECT codigo, nome, fantasia, CNPJ_CPF, colunapreco FROM clientes"_s);
+    for (const QStringList& c : clientes) {
+        documentoDoCliente[c[0]] = c[3];
+        if (!documentos.contains(c[3]))
+            continue;
+        Esperado& e = documentos[c[3]];
+        e.nome = c[1];
+        e.fantasia = c[2];
+        e.nivel = QStringList{u"1"_s, u"2"_s, u"3"_s, u"4"_s}.contains(c[4]) ? c[4].toInt() : 1;
+    }
+    QMap<QString, qint64> trocasDoCliente;
+    const auto trocas = m->servidor().consulta(
+        u"SELECT codigocli, quantidade, pcfabrica, situacaoorc, databaixa FROM Orcamento_Troca"_s);
+    for (const QStringList& t : trocas)
+        if (t[3] == u"B" && t[4] >= inicio && t[4] <= fim)
+            trocasDoCliente[t[0]] += QString(t[1]).remove(u'.').toLongLong() * centavos(t[2]);
+    for (auto t = trocasDoCliente.cbegin(); t != trocasDoCliente.cend(); ++t) {
+        const QString documento = documentoDoCliente.value(t.key());
+        if (documentos.contains(documento))
+            documentos[documento].trocas = centavosDeCentesimosMilesimos(t.value());
+    }
+    return documentos;
+}
+
+void TstResumoVendas::opensWithTheCurrentMonth() {
+    const ResumoVendas nova;
+    auto* form = const_cast<ResumoVendas*>(&nova);
+    QCOMPARE(nova.windowTitle(), u" Resumo de Vendas"_s);
+    QCOMPARE(controle<DateBox>(form, "DataIni")->text(), u"01/03/2024"_s);
+    QCOMPARE(controle<DateBox>(form, "DataFin")->text(), u"15/03/2024"_s);
+    auto* order = controle<QComboBox>(form, "order");
+    QCOMPARE(order->count(), 4);
+    QCOMPARE(order->itemText(0), u"ALFABÉTICA"_s);
+    QCOMPARE(order->itemText(1), u"TOTAL VENDIDO"_s);
+    QCOMPARE(order->itemText(2), u"TOTAL DEVOLVIDO"_s);
+    QCOMPARE(order->itemText(3), u"% DEVOLVIDA"_s);
+    QCOMPARE(order->currentIndex(), 0);
+    QCOMPARE(controle<QLabel>(form, "Label5")->text(), u"TOTAL R$ 0,00"_s);
+    QVERIFY(controle<QLabel>(form, "Label3")->isHidden());
+    auto* abas = controle<QTabWidget>(form, "TabPreco");
+    QCOMPARE(abas->count(), niveis);
+    for (int n = 1; n <= niveis; ++n) {
+        QCOMPARE(abas->tabText(n - 1), u"Preço %1"_s.arg(n));
+        const auto* tabela = controle<Grid>(form, qPrintable(u"TabelaPreco(%1)"_s.arg(n)));
+        QCOMPARE(celulas(tabela, 0), QStringList({u"CNPJ"_s, u"RAZÃO SOCIAL"_s, u"FANTASIA"_s, u"R$ TOTAL"_s,
+                                                  u"R$ DEVOLUÇÃO"_s, u"% DEVOLVIDO"_s}));
+        QCOMPARE(tabela->rows(), 1);
+        QCOMPARE(larguras(tabela), QList<int>({1750, 4900, 3500, 1405, 1405, 1405}));
+        for (int coluna = 0; coluna < tabela->columns(); ++coluna)
+            QVERIFY(tabela->isBold(0, coluna));
+        QCOMPARE(controle<QLabel>(form, qPrintable(u"Label4(%1)"_s.arg(n)))->text(), u"TOTAL R$ 0,00"_s);
+    }
+    QCOMPARE(m->comandos(), QStringList());
+}
+
+void TstResumoVendas::controlsAndAccessibleNames() {
+    QCOMPARE(controle<QPushButton>(tela.get(), "Command4")->text(), u"Gera Relatório"_s);
+    QCOMPARE(controle<QLabel>(tela.get(), "Label3")->text(), u"AGUARDE..."_s);
+    for (QWidget* campo : tela->findChildren<QWidget*>()) {
+        const bool operado = campo->focusPolicy() != Qt::NoFocus && campo->isVisibleTo(tela.get()) &&
+                             !campo->objectName().startsWith(u"qt_");
+        if (operado &&
+            (qobject_cast<DateBox*>(campo) || qobject_cast<QComboBox*>(campo) || qobject_cast<Grid*>(campo)))
+            QVERIFY2(!campo->accessibleName().isEmpty(), qPrintable(campo->objectName()));
+    }
+}
+
+void TstResumoVendas::refusesBadPeriods_data() {
+    QTest::addColumn<QString>("inicio");
+    QTest::addColumn<QString>("fim");
+    QTest::addColumn<QString>("mensagem");
+    QTest::addColumn<QString>("foco");
+    const QString bom = u"01/02/2024"_s;
+    const QString inicial = u"Data inicial inválida. Verifique!!!"_s;
+    const QString final = u"Data final inválida. Verifique!!!"_s;
+    QTest::newRow("31/02") << u"31/02/2024"_s << bom << inicial << u"DataIni"_s;
+    QTest::newRow("29/02 of 2023") << u"29/02/2023"_s << bom << inicial << u"DataIni"_s;
+    QTest::newRow("zeros") << u"00/00/0000"_s << bom << inicial << u"DataIni"_s;
+    QTest::newRow("half typed") << u"01/02/20"_s << bom << inicial << u"DataIni"_s;
+    QTest::newRow("end 31/04") << bom << u"31/04/2024"_s << final << u"DataFin"_s;
+    QTest::newRow("no end") << bom << QString() << final << u"DataFin"_s;
+    QTest::newRow("inverted") << u"02/02/2024"_s << bom << u"Data inicial superior a final. Verifique!!!"_s
+                              << u"DataIni"_s;
+}
+
+void TstResumoVendas::refusesBadPeriods() {
+    QFETCH(QString, inicio);
+    QFETCH(QString, fim);
+    QFETCH(QString, mensagem);
+    QFETCH(QString, foco);
+    periodo(inicio, fim);
+    ModalHelper modal;
+    modal.espera(mensagem, QMessageBox::Ok);
+    gera();
+    QCOMPARE(modal.confere(), QString());
+    QCOMPARE(modal.caixas()[0].titulo, u"Atenção!!!"_s);
+    QCOMPARE(modal.caixas()[0].icone, QMessageBox::Information);
+    QCOMPARE(tela->focusWidget()->objectName(), foco);
+    QCOMPARE(m->comandos(), QStringList());
+}
+
+void TstResumoVendas::sendsTheStatementsInTheirOrder() {
+    m->cliente(u"C1"_s, u"UM"_s, u"11"_s, u"2"_s);
+    m->linha({});
+    gera();
+    const QStringList esperado = {
+        u"TRUNCATE relat2"_s,
+        u"INSERT INTO relat2 (Codigo1,Valor1) SELECT cnpj_cpf, SUM(vlr_tot_item) AS totalVenda FROM "
+        u"movsaient "
+        "WHERE dataemissao>='2024-02-01' AND dataemissao<='2024-02-29' AND cancelado='N' AND entrsai='S' and "
+        "left(cfop,3) in ('510','511','512','610','611','612','540','640','565','665') GROUP BY cnpj_cpf "
+        "UNION "
+        "ALL SELECT cnpj_cpf, -1*SUM(totalvenda) AS totalVenda FROM movsaient WHERE "
+        "dataemissao>='2024-02-01' "
+        "AND dataemissao<='2024-02-29' AND cancelado='N' AND entrsai='E' and cfop IN "
+        "('1202','1411','2202','2411') GROUP BY cnpj_cpf "_s,
+        u"TRUNCATE relat"_s,
+        u"INSERT INTO relat (codigo1,valor1) SELECT codigo1, SUM(valor1) AS valor1 FROM relat2 GROUP BY codigo1"_s,
+        u"UPDATE relat AS r, clientes AS c SET r.TEXTO1=c.nome, r.TEXTO2=c.fantasia, r.TEXTO3=c.colunapreco "
+        "WHERE r.codigo1=c.cnpj_cpf"_s,
+        u"UPDATE relat SET TEXTO3='1' WHERE not texto3 in ('1','2','3','4')"_s,
+        u"Truncate relat2"_s,
+        u"INSERT INTO relat2 (CODIGO1, valor1) SELECT codigocli, ifnull(SUM(quantidade*pcfabrica),0) as "
+        "TotalPed FROM Orcamento_Troca WHERE situacaoorc='B' AND databaixa BETWEEN '2024-02-01' AND "
+        "'2024-02-29' Group By CodigoCli"_s,
+        u"UPDATE relat2 AS r, clientes AS c SET r.CODIGO1=c.cnpj_cpf WHERE r.CODIGO1=c.codigo"_s,
+        u"UPDATE relat2 AS r2, relat AS r1 SET r1.valor2=r2.valor1 WHERE r2.CODIGO1=r1.codigo1"_s,
+        u"UPDATE relat SET valor3=round(valor2*100/valor1,2) WHERE valor1>0 and valor2>0"_s,
+        u"Select * From Relat Order By Texto1"_s,
+        u"Select sum(Valor1) as Valor1, Texto3 From relat group by Texto3"_s};
+    QCOMPARE(m->comandos(), StatementLog::esperado(esperado));
+}
+
+void TstResumoVendas::ordersAsChosen_data() {
+    QTest::addColumn<int>("item");
+    QTest::addColumn<QString>("ordem");
+    QTest::addColumn<QStringList>("documentos");
+    QTest::newRow("alphabetic") << 0 << u"Texto1"_s << QStringList({u"33"_s, u"22"_s, u"11"_s});
+    QTest::newRow("sold") << 1 << u"valor1 desc"_s << QStringList({u"22"_s, u"33"_s, u"11"_s});
+    QTest::newRow("returned") << 2 << u"valor2 desc"_s << QStringList({u"33"_s, u"22"_s, u"11"_s});
+    QTest::newRow("share") << 3 << u"valor3 desc"_s << QStringList({u"11"_s, u"33"_s, u"22"_s});
+}
+
+void TstResumoVendas::ordersAsChosen() {
+    QFETCH(int, item);
+    QFETCH(QStringList, documentos);
+    const auto vende = [this](const QString& codigo, const QString& nome, const QString& documento,
+                              const QString& valor, const QString& troca) {
+        m->cliente(codigo, nome, documento, u"3"_s);
+        Linha l;
+        l.cnpj = documento;
+        l.valorItem = valor;
+        m->linha(l);
+        m->troca(codigo, u"1"_s, u"1"_s, troca);
+    };
+    vende(u"C1"_s, u"CARLOS"_s, u"11"_s, u"10.00"_s, u"9.00"_s);
+    vende(u"C2"_s, u"BRUNA"_s, u"22"_s, u"1000.00"_s, u"20.00"_s);
+    vende(u"C3"_s, u"ANA"_s, u"33"_s, u"100.00"_s, u"30.00"_s);
+    controle<QComboBox>(tela.get(), "order")->setCurrentIndex(item);
+    m->marca();
+    gera();
+    QFETCH(QString, ordem);
+    QVERIFY(m->comandos().contains(u"Select * From Relat Order By "_s + ordem));
+    QStringList vistos;
+    for (const QStringList& linha : linhas(grade(3)))
+        vistos.append(linha[0]);
+    QCOMPARE(vistos, documentos);
+}
+
+void TstResumoVendas::figuresOfARandomMonth_data() {
+    QTest::addColumn<quint32>("semente");
+    QTest::addColumn<QString>("inicio");
+    QTest::addColumn<QString>("fim");
+    QTest::newRow("february") << 1u << u"2024-02-01"_s << u"2024-02-29"_s;
+    QTest::newRow("one day") << 2u << u"2024-02-15"_s << u"2024-02-15"_s;
+    QTest::newRow("everything") << 3u << u"2023-01-01"_s << u"2024-12-31"_s;
+}
+
+void TstResumoVendas::figuresOfARandomMonth() {
+    QFETCH(quint32, semente);
+    QFETCH(QString, inicio);
+    QFETCH(QString, fim);
+    m->semeia(semente);
+    periodo(TextoTela(QDate::fromString(inicio, Qt::ISODate)),
+            TextoTela(QDate::fromString(fim, Qt::ISODate)));
+    gera();
+    const auto documentos = esperados(inicio, fim);
+    QVERIFY(documentos.size() > 5);
+    qint64 total = 0;
+    QMap<int, qint64> totalDoNivel;
+    QMap<int, QMap<QString, QStringList>> linhasDoNivel;
+    for (auto d = documentos.cbegin(); d != documentos.cend(); ++d) {
+        total += d->vendas;
+        totalDoNivel[d->nivel] += d->vendas;
+        linhasDoNivel[d->nivel].insert(d.key(), d->celulas(d.key()));
+    }
+    for (int n = 1; n <= niveis; ++n) {
+        QMap<QString, QStringList> vistas;
+        QString anterior;
+        for (const QStringList& linha : linhas(grade(n))) {
+            vistas.insert(linha[0], linha);
+            QVERIFY2(linha[1] >= anterior, "not in alphabetic order");
+            anterior = linha[1];
+        }
+        QCOMPARE(grade(n)->rows() - 1, vistas.size());
+        QCOMPARE(vistas, linhasDoNivel[n]);
+        QCOMPARE(rotulo(n), u"("_s + comoTela(proporcao(totalDoNivel[n], 100000, total), 3) +
+                                u"%)   -   TOTAL R$ "_s + comoTela(totalDoNivel[n]));
+    }
+    QCOMPARE(geral(), u"TOTAL GERAL R$ "_s + comoTela(total));
+}
+
+void TstResumoVendas::salesByPrefixAndItemValueReturnsByCodeAndSaleValue() {
+    m->cliente(u"C1"_s, u"UM"_s, u"11"_s, u"1"_s);
+    const auto linha = [this](const QString& entrsai, const QString& cfop,
+                              const QString& cancelado = u"N"_s) {
+        Linha l;
+        l.entrsai = entrsai;
+        l.cfop = cfop;
+        l.cancelado = cancelado;
+        l.totalVenda = u"1.00"_s;
+        l.valorItem = u"100.00"_s;
+        m->linha(l);
+    };
+    linha(u"S"_s, u"5109"_s); // by prefix, not by the full codes of the other reports
+    linha(u"S"_s, u"5910"_s);
+    linha(u"S"_s, u"5102"_s, u"S"_s);
+    linha(u"E"_s, u"1202"_s);
+    linha(u"E"_s, u"1201"_s);
+    linha(u"E"_s, u"5102"_s);
+    linha(u"S"_s, u"1202"_s);
+    gera();
+    QCOMPARE(linhas(grade(1)),
+             QList<QStringList>({{u"11"_s, u"UM"_s, u"F UM"_s, u"99,00"_s, u"0,00"_s, u"0,00"_s}}));
+    QCOMPARE(rotulo(1), u"(100,000%)   -   TOTAL R$ 99,00"_s);
+    QCOMPARE(rotulo(2), u"(0,000%)   -   TOTAL R$ 0,00"_s);
+    QCOMPARE(geral(), u"TOTAL GERAL R$ 99,00"_s);
+}
+
+void TstResumoVendas::periodBoundsAreInside() {
+    m->cliente(u"C1"_s, u"UM"_s, u"11"_s, u"1"_s);
+    const QStringList dias = {u"2024-01-31"_s, u"2024-02-01"_s, u"2024-02-29"_s, u"2024-03-01"_s};
+    const QStringList valores = {u"1000.00"_s, u"1.00"_s, u"10.00"_s, u"100.00"_s};
+    for (int i = 0; i < dias.size(); ++i) {
+        Linha l;
+        l.data = dias[i];
+        l.valorItem = valores[i];
+        m->linha(l);
+        m->troca(u"C1"_s, u"1"_s, u"1"_s, valores[i], dias[i]);
+    }
+    gera();
+    QCOMPARE(linhas(grade(1)).value(0).mid(3), QStringList({u"11,00"_s, u"11,00"_s, u"100,00"_s}));
+}
+
+void TstResumoVendas::oneDayPeriod() {
+    m->linha({});
+    periodo(u"10/02/2024"_s, u"10/02/2024"_s);
+    gera();
+    QCOMPARE(grade(1)->rows(), 2);
+}
+
+void TstResumoVendas::returnsOnly() {
+    m->cliente(u"C1"_s, u"UM"_s, u"11"_s, u"4"_s);
+    m->cliente(u"C2"_s, u"DOIS"_s, u"22"_s, u"4"_s);
+    Linha devolvida;
+    devolvida.entrsai = u"E"_s;
+    devolvida.cfop = u"1411"_s;
+    devolvida.totalVenda = u"40.00"_s;
+    m->linha(devolvida);
+    Linha venda;
+    venda.cnpj = u"22"_s;
+    venda.valorItem = u"1240.00"_s;
+    m->linha(venda);
+    m->troca(u"C1"_s, u"1"_s, u"2"_s, u"5.00"_s);
+    gera();
+    QCOMPARE(linhas(grade(4)),
+             QList<QStringList>({{u"22"_s, u"DOIS"_s, u"F DOIS"_s, u"1.240,00"_s, u"0,00"_s, u"0,00"_s},
+                                 {u"11"_s, u"UM"_s, u"F UM"_s, u"-40,00"_s, u"10,00"_s, u"0,00"_s}}));
+    QCOMPARE(geral(), u"TOTAL GERAL R$ 1.200,00"_s);
+}
+
+void TstResumoVendas::unknownLevelsGoToTheFirstTab_data() {
+    QTest::addColumn<QString>("nivel");
+    QTest::newRow("0") << u"0"_s;
+    QTest::newRow("5") << u"5"_s;
+    QTest::newRow("blank") << QString();
+    QTest::newRow("a letter") << u"X"_s;
+    QTest::newRow("NULL") << u"NULL"_s;
+}
+
+void TstResumoVendas::unknownLevelsGoToTheFirstTab() {
+    QFETCH(QString, nivel);
+    m->cliente(u"C1"_s, u"UM"_s, u"11"_s, nivel);
+    m->linha({});
+    gera();
+    QCOMPARE(grade(1)->rows(), 2);
+    for (int n = 2; n <= niveis; ++n)
+        QCOMPARE(grade(n)->rows(), 1);
+    QCOMPARE(rotulo(1), u"(100,000%)   -   TOTAL R$ 10,00"_s);
+}
+
+void TstResumoVendas::documentWithoutCustomer() {
+    m->cliente(u"C1"_s, u"UM"_s, u"11"_s, u"2"_s);
+    m->linha({});
+    Linha semCadastro;
+    semCadastro.cnpj = u"99"_s;
+    semCadastro.valorItem = u"30.00"_s;
+    m->linha(semCadastro);
+    gera();
+    QCOMPARE(linhas(grade(1)),
+             QList<QStringList>({{u"99"_s, QString(), QString(), u"30,00"_s, u"0,00"_s, u"0,00"_s}}));
+    QCOMPARE(rotulo(1), u"(75,000%)   -   TOTAL R$ 30,00"_s);
+    QCOMPARE(rotulo(2), u"(25,000%)   -   TOTAL R$ 10,00"_s);
+    QCOMPARE(geral(), u"TOTAL GERAL R$ 40,00"_s);
+}
+
+void TstResumoVendas::documentOfTwoCustomers() {
+    m->cliente(u"C1"_s, u"UM"_s, u"11"_s, u"2"_s);
+    m->cliente(u"C2"_s, u"OUTRO"_s, u"11"_s, u"2"_s);
+    m->linha({});
+    m->troca(u"C1"_s, u"1"_s, u"1"_s, u"1.00"_s);
+    m->troca(u"C2"_s, u"1"_s, u"1"_s, u"2.00"_s);
+    gera();
+    QCOMPARE(grade(2)->rows(), 2);
+    const QStringList linha = celulas(grade(2), 1);
+    QVERIFY(QStringList({u"UM"_s, u"OUTRO"_s}).contains(linha[1]));
+    QCOMPARE(linha[2], u"F "_s + linha[1]);
+    QCOMPARE(linha[3], u"10,00"_s);
+    QVERIFY(QStringList({u"1,00"_s, u"2,00"_s}).contains(linha[4]));
+    QCOMPARE(geral(), u"TOTAL GERAL R$ 10,00"_s);
+}
+
+void TstResumoVendas::exchangesWithoutInvoicesAreDropped() {
+    m->cliente(u"C1"_s, u"UM"_s, u"11"_s, u"1"_s);
+    m->cliente(u"C2"_s, u"DOIS"_s, u"22"_s, u"1"_s);
+    m->linha({});
+    m->troca(u"C2"_s, u"1"_s, u"1"_s, u"5.00"_s);
+    m->troca(u"C1"_s, u"1"_s, u"1"_s, u"5.00"_s, u"2024-02-10"_s, u"A"_s);
+    gera();
+    QCOMPARE(linhas(grade(1)),
+             QList<QStringList>({{u"11"_s, u"UM"_s, u"F UM"_s, u"10,00"_s, u"0,00"_s, u"0,00"_s}}));
+}
+
+void TstResumoVendas::nothingSoldIsADivisionByZero() {
+    ModalHelper modal;
+    modal.esperaContendo(erroDeExecucao, QMessageBox::Ok);
+    gera();
+    QCOMPARE(modal.confere(), QString());
+    QVERIFY(controle<QLabel>(tela.get(), "Label3")->isHidden());
+    m->linha({});
+    gera();
+    QCOMPARE(geral(), u"TOTAL GERAL R$ 10,00"_s);
+}
+
+void TstResumoVendas::columnNarrowsWithTheScrollBar_data() {
+    QTest::addColumn<int>("clientes");
+    QTest::addColumn<int>("largura");
+    QTest::newRow("1 row") << 1 << 4900;
+    QTest::newRow("22 rows") << 22 << 4900;
+    QTest::newRow("23 rows") << 23 << 4650;
+    QTest::newRow("24 rows") << 24 << 4650;
+}
+
+void TstResumoVendas::columnNarrowsWithTheScrollBar() {
+    QFETCH(int, clientes);
+    for (int i = 1; i <= clientes; ++i) {
+        Linha l;
+        l.cnpj = QString::number(i);
+        m->linha(l);
+    }
+    gera();
+    QCOMPARE(grade(1)->rows(), clientes + 1);
+    QTEST(grade(1)->columnTwips(1), "largura");
+    QCOMPARE(grade(2)->columnTwips(1), 4900);
+    m->servidor().executa(u"DELETE FROM movsaient WHERE cnpj_cpf<>'1'"_s);
+    gera();
+    QCOMPARE(grade(1)->columnTwips(1), 4900);
+}
+
+void TstResumoVendas::busyLabelIsSeenWhileRunning() {
+    auto* rotuloDeEspera = controle<QLabel>(tela.get(), "Label3");
+    struct Observador : QObject {
+        int pinturas = 0;
+        bool eventFilter(QObject*, QEvent* evento) override {
+            pinturas += evento->type() == QEvent::Paint;
+            return false;
+        }
+    } observador;
+    rotuloDeEspera->installEventFilter(&observador);
+    m->linha({});
+    controle<QPushButton>(tela.get(), "Command4")->click(); // without letting the event loop run
+    QVERIFY(observador.pinturas >= 1);
+    QVERIFY(rotuloDeEspera->isHidden());
+}
+
+void TstResumoVendas::runsAgainFromEmpty() {
+    m->cliente(u"C1"_s, u"UM"_s, u"11"_s, u"2"_s);
+    m->linha({});
+    gera();
+    gera();
+    QCOMPARE(grade(2)->rows(), 2);
+    m->servidor().executa(u"UPDATE clientes SET colunapreco='3'"_s);
+    gera();
+    QCOMPARE(grade(2)->rows(), 1);
+    QCOMPARE(grade(3)->rows(), 2);
+    QCOMPARE(m->servidor().consulta(u"SELECT COUNT(*) FROM relat"_s)[0][0], u"1"_s);
+}
+
+void TstResumoVendas::failingStatementLeavesTheScreenUsable() {
+    m->linha({});
+    m->servidor().executa(u"RENAME TABLE Orcamento_Troca TO guardada"_s);
+    ModalHelper modal;
+    modal.esperaContendo(u"Orcamento_Troca"_s, QMessageBox::Ok);
+    gera();
+    m->servidor().executa(u"RENAME TABLE guardada TO Orcamento_Troca"_s);
+    QCOMPARE(modal.confere(), QString());
+    // As far as it was filled.
+    QCOMPARE(m->servidor().consulta(u"SELECT COUNT(*) FROM relat"_s)[0][0], u"1"_s);
+    QVERIFY(controle<QLabel>(tela.get(), "Label3")->isHidden());
+    gera();
+    QCOMPARE(geral(), u"TOTAL GERAL R$ 10,00"_s);
+}
+
+void TstResumoVendas::byKeyboardAlone() {
+    m->cliente(u"C1"_s, u"UM"_s, u"11"_s, u"2"_s);
+    m->linha({});
+    const auto teclaNoFoco = [](Qt::Key tecla, Qt::KeyboardModifiers modificadores = {}) {
+        QTest::keyClick(QApplication::focusWidget(), tecla, modificadores);
+        QCoreApplication::processEvents();
+    };
+    auto* dataIni = controle<DateBox>(tela.get(), "DataIni");
+    dataIni->setFocus();
+    QTest::keyClicks(dataIni, u"01022024"_s);
+    teclaNoFoco(Qt::Key_Return);
+    QCOMPARE(QApplication::focusWidget()->objectName(), u"DataFin"_s);
+    QTest::keyClicks(QApplication::focusWidget(), u"29022024"_s);
+    teclaNoFoco(Qt::Key_Enter);
+    QCOMPARE(QApplication::focusWidget()->objectName(), u"order"_s);
+    teclaNoFoco(Qt::Key_Down);
+    QCOMPARE(controle<QComboBox>(tela.get(), "order")->currentIndex(), 1);
+    teclaNoFoco(Qt::Key_Return);
+    QCOMPARE(QApplication::focusWidget()->objectName(), u"Command4"_s);
+    teclaNoFoco(Qt::Key_Space);
+    QCOMPARE(geral(), u"TOTAL GERAL R$ 10,00"_s);
+    teclaNoFoco(Qt::Key_Tab);
+    teclaNoFoco(Qt::Key_Right); // on the tabs' bar
+    auto* abas = controle<QTabWidget>(tela.get(), "TabPreco");
+    QCOMPARE(abas->currentIndex(), 1);
+    teclaNoFoco(Qt::Key_Tab);
+    QCOMPARE(QApplication::focusWidget()->objectName(), u"TabelaPreco(2)"_s);
+    teclaNoFoco(Qt::Key_Escape);
+    QVERIFY(!tela->isVisible());
+}
+
+QTEST_MAIN(TstResumoVendas)
+#include "tst_resumo_vendas.moc"
