@@ -40,6 +40,7 @@ Dinheiro diasInteiros(Dinheiro valor) {
 } // namespace
 
 void PainelFechamento::preparaEditores() {
+    ui->TextGrid->setDecimal();
     m_editorTexto = new CellEditor(ui->Grid1, ui->TextGrid);
     m_editorForma = new CellEditor(ui->Grid1, ui->Combo1);
     onSignal(m_editorTexto, &CellEditor::left, this, [this] { TextGrid_LostFocus(); });

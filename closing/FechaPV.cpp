@@ -83,6 +83,7 @@ void PainelFechamento::FechaPV(qint32 nrPedido, const QString& formaPG, Dinheiro
     Executa(comandoCaixa(nrPedido, nome, formaPG, valor, m_contaCTB[contaDoCaixa]));
     Executa(u"UPDATE Empresa SET UltimaPV="_s + numero);
     m_iniciadas.remove(nrPedido);
+    m_encerradas.insert(nrPedido);
 }
 
 // Walks the lines in rs; the deduction queries through a result of its own.

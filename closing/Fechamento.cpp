@@ -80,7 +80,7 @@ bool PainelFechamento::fechaLinha(int linha) {
         registraRecusa(linha, u" - O PEDIDO É DE PESSOA FÍSICA E FOI CANCELADO"_s);
         return false;
     }
-    if (!ui->Grid1->isTicked(linha))
+    if (!ui->Grid1->isTicked(linha) || m_encerradas.contains(ValorInteiro(pedido)))
         return true;
     if (m_iniciadas.contains(ValorInteiro(pedido))) {
         registraRecusa(linha, u" - FECHAMENTO INTERROMPIDO POR ERRO. CONFIRA ESTOQUE E FINANCEIRO."_s);

@@ -75,6 +75,7 @@ void PainelFechamento::DefineGrid() {
     m_editorTexto->close();
     m_editorForma->close();
     ui->Grid1->setRows(1);
+    m_encerradas.clear();
     m_numerosDados.clear();
     for (const LarguraDeColuna& largura : larguras)
         ui->Grid1->setColumnTwips(largura.coluna, dav ? largura.dav : largura.pv);

@@ -17,6 +17,7 @@
 #include "reports/Comissao.h"
 #include "reports/RelatNivelPreco.h"
 #include "reports/ResumoVendas.h"
+#include "targets/MetasQuadro.h"
 #include "ui_PainelFechamento.h"
 
 #include <QApplication>
@@ -73,6 +74,7 @@ PainelFechamento::PainelFechamento(QWidget* parent)
     abreDe<ResumoVendas>(ui->MnResumoVendas);
     abreDe<RelatNivelPreco>(ui->MnrelAlfaNivel);
     abreDe<Comissao>(ui->MnComissao);
+    onSignal(ui->Metas, &QAction::triggered, this, [this](bool) { Metas_Click(); });
 }
 
 PainelFechamento::~PainelFechamento() {
@@ -181,6 +183,14 @@ void PainelFechamento::visualiza(int linha) {
     if (linha > 0)
         VisualizaPedido::abre(this, ValorInteiro(ui->Grid1->text(linha, colunas::Pedido)),
                               ui->Grid1->text(linha, colunas::Tipo));
+}
+
+void PainelFechamento::Metas_Click() {
+    if (!concluiEdicao())
+        return;
+    MetasQuadro tela(this);
+    tela.Form_Load();
+    tela.exec();
 }
 
 } // namespace tarvessa

@@ -78,6 +78,7 @@ class PainelFechamento : public QMainWindow {
     void Grid1_Click(int linha, int coluna);
     void Grid1_DblClick(int linha, int coluna);
     void visualiza(int linha);
+    void Metas_Click();
 
     // Customer terms in the grid (EdicaoTermos.cpp)
     void preparaEditores();
@@ -119,6 +120,8 @@ class PainelFechamento : public QMainWindow {
     std::array<QString, quantidadeDeContas> m_contaCTB;
     std::unique_ptr<ReportControl> m_relatorio; // CRW
     ArquivoLog m_logFechamento;
+    // Pre-sales closed since the listing was made; they stay in its rows where reloading it fails.
+    QSet<qint32> m_encerradas;
     // Pre-sales whose closing was begun and ended in an error report: no later press may take their stock out
     // again, also when they come back with a new listing.
     QSet<qint32> m_iniciadas;

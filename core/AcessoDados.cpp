@@ -1,5 +1,6 @@
 #include "core/AcessoDados.h"
 
+#include "core/Textos.h"
 #include "platform/MessageBoxes.h"
 #include "platform/RuntimeError.h"
 
@@ -52,7 +53,7 @@ void Executa(const QString& sql) {
 }
 
 QString NuloVazio(const odbc::Field& campo) {
-    return campo.text().trimmed();
+    return SemBrancos(campo.text());
 }
 
 } // namespace tarvessa

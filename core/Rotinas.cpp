@@ -5,6 +5,7 @@
 #include "core/Esquema.h"
 #include "core/Numeros.h"
 #include "platform/HostUser.h"
+#include "core/Textos.h"
 #include "platform/Windows1252.h"
 
 #include <QLineEdit>
@@ -21,7 +22,7 @@ qint16 BaixaEstoque(const QString& codigo, Dinheiro quantidade, const QString& t
         GravaLogEstoque(tela, codigo, -quantidade, Connection);
         Executa(u"update Produtos Set Ultima_Saida='"_s + hoje + u"',Quantidade=Quantidade - "_s +
                 quantidade.ponto() + u", Nitem=Nitem"_s + (quantidade.negativo() ? u"-1"_s : u"+1"_s) +
-                u" Where CodFabr='"_s + codigo.trimmed() + u"'"_s);
+                u" Where CodFabr='"_s + SemBrancos(codigo) + u"'"_s);
     }
     while (!ficha.atEnd()) {
         const QString componente = ficha.field(esquema::fichaTecnica::codigo).text();

@@ -14,9 +14,13 @@ using Largo = __int128;
 
 constexpr int digitosDepoisDoPonto = 4;
 
+[[noreturn]] void estouro() {
+    throw RuntimeError(ErrorNumber::Overflow, u"Estouro: o valor passa do maior número possível."_s);
+}
+
 Dinheiro estreito(Largo v) {
     if (v > std::numeric_limits<qint64>::max() || v < std::numeric_limits<qint64>::min())
-        throw RuntimeError(ErrorNumber::Overflow, u"Estouro: o valor passa do maior número possível."_s);
+        estouro();
     return Dinheiro::deDecimosMilesimos(static_cast<qint64>(v));
 }
 
@@ -37,6 +41,10 @@ void recusaZero(Dinheiro divisor) {
 }
 
 } // namespace
+
+void Dinheiro::estoura() {
+    estouro();
+}
 
 Dinheiro Dinheiro::dePonto(QStringView texto) {
     const QStringView t = texto.trimmed();

@@ -3,6 +3,7 @@
 #include <QString>
 
 #include <compare>
+#include <limits>
 
 namespace tarvessa {
 
@@ -12,7 +13,9 @@ namespace tarvessa {
 class Dinheiro {
   public:
     constexpr Dinheiro() = default;
-    constexpr explicit Dinheiro(qint64 inteiro) : m_v(inteiro * casas) {}
+
+    /// From a whole amount. Raises RuntimeError (overflow) beyond the four-place range.
+    constexpr explicit Dinheiro(qint64 inteiro) : m_v(emDecimosMilesimos(inteiro)) {}
 
     /// From ten-thousandths.
     static constexpr Dinheiro deDecimosMilesimos(qint64 v) {
@@ -47,6 +50,14 @@ class Dinheiro {
     static constexpr qint64 casas = 10000;
 
   private:
+    static constexpr qint64 emDecimosMilesimos(qint64 inteiro) {
+        constexpr qint64 maior = std::numeric_limits<qint64>::max() / casas;
+        if (inteiro > maior || inteiro < -maior)
+            estoura();
+        return inteiro * casas;
+    }
+    [[noreturn]] static void estoura();
+
     qint64 m_v = 0;
 };
 

@@ -42,6 +42,16 @@ void drawError(QPainter& painter) {
     painter.drawLine(QPointF(24, 8), QPointF(8, 24));
 }
 
+void drawTrash(QPainter& painter) {
+    const QColor metal(0xC6, 0x28, 0x28);
+    painter.setPen(QPen(metal, 3.0, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    painter.drawLine(QPointF(5, 8), QPointF(27, 8));
+    painter.drawPolyline(QPolygonF({{12, 7}, {13, 3}, {19, 3}, {20, 7}}));
+    painter.drawPolyline(QPolygonF({{8, 9}, {10, 28}, {22, 28}, {24, 9}}));
+    for (const int bar : {13, 19})
+        painter.drawLine(QPointF(bar, 13), QPointF(bar, 24));
+}
+
 // A month's sheet with its rings and one day marked.
 void drawCalendar(QPainter& painter) {
     painter.setPen(QPen(QColor(0x45, 0x5A, 0x64), 2.0));
@@ -101,6 +111,10 @@ QIcon check() {
 
 QIcon error() {
     return drawn(drawError);
+}
+
+QIcon trash() {
+    return drawn(drawTrash);
 }
 
 QIcon calendar() {

@@ -7,6 +7,7 @@ namespace tarvessa::pictures {
 
 QIcon check();
 QIcon error();
+QIcon trash();
 QIcon calendar();
 QIcon printer();
 QIcon application();

@@ -1,14 +1,25 @@
 #include "platform/RuntimeError.h"
 
+#include <algorithm>
+#include <array>
+
 using namespace Qt::StringLiterals;
 
 namespace tarvessa {
 
 namespace {
 
-// Client-side numbers for "server has gone away" and "lost connection during query".
-constexpr int serverGone = 2006;
-constexpr int connectionLostInQuery = 2013;
+// The numbers of client library and server for a connection that is gone; not all of them come with an
+// SQLSTATE that says so.
+constexpr std::array<int, 7> connectionLost = {
+    1053, // server is shutting down
+    1927, // killed
+    2006, // server has gone away
+    2013, // lost during a query
+    2055, // lost, with the system's reason
+    5013, // read error
+    5014, // write error
+};
 
 } // namespace
 
@@ -21,8 +32,8 @@ RuntimeError::RuntimeError(int number, const QString& text, const QString& sqlSt
 }
 
 bool RuntimeError::isConnectionLost() const {
-    return m_sqlState.startsWith("08"_L1) || m_number == serverGone || m_number == connectionLostInQuery ||
-           m_number == static_cast<int>(ErrorNumber::ConnectionClosed);
+    return m_sqlState.startsWith("08"_L1) || m_number == static_cast<int>(ErrorNumber::ConnectionClosed) ||
+           std::find(connectionLost.begin(), connectionLost.end(), m_number) != connectionLost.end();
 }
 
 } // namespace tarvessa

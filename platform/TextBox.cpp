@@ -27,17 +27,27 @@ class TextBoxValidator : public QValidator {
     void setActive(bool active) { m_active = active; }
     void setDecimal() { m_decimal = true; }
 
+    /// What the next text put in replaces: told after every change of the selection, which is after the text
+    /// that took a selection's place has been validated.
+    void setSelection(qsizetype start, qsizetype length) {
+        m_selectionStart = start;
+        m_selectionLength = length;
+    }
+
   private:
     // Only what is new is read: a point that stands between thousands must not turn into a comma when a digit
     // behind it is deleted.
     void putDecimalForm(QString& input, int& cursor) const {
         const qsizetype shorter = std::min(input.size(), m_before.size());
+        const bool replaces = m_selectionLength > 0;
+        const qsizetype longestHead = replaces ? std::min(shorter, m_selectionStart) : shorter;
         qsizetype head = 0;
-        while (head < shorter && input[head] == m_before[head])
+        while (head < longestHead && input[head] == m_before[head])
             ++head;
+        const qsizetype behind = m_before.size() - m_selectionStart - m_selectionLength;
+        const qsizetype longestTail = replaces ? std::min(shorter - head, behind) : shorter - head;
         qsizetype tail = 0;
-        while (tail < shorter - head &&
-               input[input.size() - 1 - tail] == m_before[m_before.size() - 1 - tail])
+        while (tail < longestTail && input[input.size() - 1 - tail] == m_before[m_before.size() - 1 - tail])
             ++tail;
         const qsizetype length = input.size() - head - tail;
         const QString piece = TextBox::decimalForm(input.sliced(head, length));
@@ -49,10 +59,14 @@ class TextBoxValidator : public QValidator {
     bool m_active = true;
     bool m_decimal = false;
     mutable QString m_before;
+    qsizetype m_selectionStart = 0;
+    qsizetype m_selectionLength = 0;
 };
 
 TextBox::TextBox(QWidget* parent) : QLineEdit(parent), m_validator(new TextBoxValidator(this)) {
     setValidator(m_validator);
+    connect(this, &QLineEdit::selectionChanged, this,
+            [this] { m_validator->setSelection(selectionStart(), selectionEnd() - selectionStart()); });
 }
 
 void TextBox::showText(const QString& text) {

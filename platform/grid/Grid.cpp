@@ -179,7 +179,9 @@ void Grid::setCurrentCell(int row, int column) {
 }
 
 void Grid::setTopRow(int row) {
-    scrollTo(m_model->index(row - 1, currentColumn()), QAbstractItemView::PositionAtTop);
+    // Rows just added are not laid out yet, and the bar does not reach them before.
+    executeDelayedItemsLayout();
+    verticalScrollBar()->setValue(row - 1);
 }
 
 QRect Grid::cellRect(int row, int column) const {

@@ -47,7 +47,9 @@ QVariant GridModel::data(const QModelIndex& index, int role) const {
     case Qt::AccessibleTextRole:
         if (column == m_tickColumn)
             return text(row, column) == u" " ? u"Selecionado"_s : u"Não selecionado"_s;
-        return {};
+        // A picture alone says nothing to a screen reader.
+        return look(row, column).picture.isNull() || !text(row, column).isEmpty() ? QVariant()
+                                                                                  : caption(column);
     case Qt::TextAlignmentRole:
         return QVariant::fromValue(alignment(column));
     default:
@@ -105,6 +107,8 @@ void GridModel::resize(int rows) {
         endRemoveRows();
         if (rows == 0)
             m_rows.shrink_to_fit();
+    } else if (rows < size()) {
+        m_rows.resize(static_cast<size_t>(rows));
     }
     while (size() < rows)
         append({});

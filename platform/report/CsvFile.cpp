@@ -11,7 +11,7 @@ namespace tarvessa::report {
 
 namespace {
 
-constexpr QByteArrayView byteOrderMark("\xEF\xBB\xBF");
+const QByteArray byteOrderMark("\xEF\xBB\xBF");
 
 QByteArray quoted(const QString& text) {
     QByteArray bytes = text.toUtf8();
@@ -39,17 +39,21 @@ CsvFile::CsvFile(const Layout& layout, const DataSource& data) : m_data(data) {
 
 void CsvFile::save(const QString& path) const {
     QSaveFile file(path);
-    file.open(QIODevice::WriteOnly);
-    file.write(byteOrderMark.data(), byteOrderMark.size());
+    const auto fail = [&] {
+        throw RuntimeError(ErrorNumber::FileNotWritable,
+                           u"Não foi possível gravar %1: %2"_s.arg(path, file.errorString()));
+    };
+    if (!file.open(QIODevice::WriteOnly))
+        fail();
     QByteArrayList headings;
     for (const CsvColumn& column : m_columns)
         headings.append(quoted(column.heading));
-    file.write(headings.join(';') + "\r\n");
+    file.write(byteOrderMark + headings.join(';') + "\r\n");
     for (qsizetype row = 0; row < m_data.rows().size(); ++row)
         file.write(line(row));
+    // Tells of any write that has failed.
     if (!file.commit())
-        throw RuntimeError(ErrorNumber::FileNotWritable,
-                           u"Não foi possível gravar %1: %2"_s.arg(path, file.errorString()));
+        fail();
 }
 
 QByteArray CsvFile::line(qsizetype row) const {

@@ -38,6 +38,10 @@ ValueRef LayoutNames::lookup(const QString& name, int line, std::vector<Column>&
     const auto declared = m_declared.constFind(name.toLower());
     if (declared != m_declared.constEnd())
         return *declared;
+    return requiredColumn(name, line, columns);
+}
+
+ValueRef requiredColumn(const QString& name, int line, std::vector<Column>& columns) {
     const int place = columnPlace(name, line, columns);
     Column& column = columns[static_cast<size_t>(place)];
     if (!column.required)

@@ -21,6 +21,9 @@ class LayoutNames {
     QHash<QString, ValueRef> m_declared;
 };
 
+/// The column of this name, which the query must have; added to `columns` when missing.
+ValueRef requiredColumn(const QString& name, int line, std::vector<Column>& columns);
+
 /// The place of the column among `columns`, where it is added when missing.
 int columnPlace(const QString& name, int line, std::vector<Column>& columns);
 

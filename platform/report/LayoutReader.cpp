@@ -214,10 +214,7 @@ class Reader {
             if (m_xml.has(u"of"))
                 m_xml.fail(u"uma contagem conta linhas e não tem o atributo \"of\"."_s);
         } else {
-            const QString name = m_xml.requiredText(u"of");
-            total.of = m_names.lookup(name, m_xml.line(), m_layout.columns);
-            if (total.of->source != Source::Column)
-                m_xml.fail(u"\"%1\" não é uma coluna da consulta e não pode ser somado."_s.arg(name));
+            total.of = requiredColumn(m_xml.requiredText(u"of"), m_xml.line(), m_layout.columns);
         }
         const QString over = m_xml.requiredText(u"over");
         if (over != "report"_L1) {
@@ -262,10 +259,7 @@ class Reader {
         m_xml.expectAttributes({u"name", u"by", u"key", u"keepTogether", u"startsPage"});
         Group group;
         group.name = m_xml.requiredText(u"name");
-        const QString by = m_xml.requiredText(u"by");
-        group.by = m_names.lookup(by, m_xml.line(), m_layout.columns);
-        if (group.by.source != Source::Column)
-            m_xml.fail(u"\"%1\" não é uma coluna da consulta e não forma grupos."_s.arg(by));
+        group.by = requiredColumn(m_xml.requiredText(u"by"), m_xml.line(), m_layout.columns);
         group.byInitial = m_xml.choice(u"key", {u"value", u"initial"}) == 1;
         group.keepTogether = m_xml.flag(u"keepTogether");
         group.startsPage = m_xml.flag(u"startsPage");

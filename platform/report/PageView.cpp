@@ -87,13 +87,17 @@ void PageView::paintEvent(QPaintEvent* event) {
         return;
     painter.translate(paper.topLeft());
     painter.scale(dotsToPixels(), dotsToPixels());
-    if (!m_marked.isEmpty()) {
-        constexpr double margin = dotsPerMillimetre / 2;
-        painter.fillRect(m_marked.adjusted(-margin, -margin, margin, margin), QColor(255, 221, 87));
-    }
     m_report.paint(painter, m_page);
+    if (!m_marked.isEmpty()) {
+        // As a marker pen does, over a row's own shade too.
+        constexpr double margin = dotsPerMillimetre / 2;
+        painter.setCompositionMode(QPainter::CompositionMode_Multiply);
+        painter.fillRect(m_marked.adjusted(-margin, -margin, margin, margin), QColor(255, 221, 87));
+        painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
+    }
     if (hasFocus()) {
         painter.resetTransform();
+        painter.setBrush(Qt::NoBrush);
         painter.setPen(palette().highlight().color());
         painter.drawRect(paper.adjusted(-1, -1, 0, 0));
     }

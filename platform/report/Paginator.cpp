@@ -6,6 +6,9 @@ namespace tarvessa::report {
 
 namespace {
 
+// Millimetres turned into dots do not add up exactly.
+constexpr double roundingDots = 2;
+
 double heightOfBand(const std::optional<Band>& band) {
     return band ? band->height : 0;
 }
@@ -156,8 +159,7 @@ double Paginator::heightOf(const Band& band, const Context& context) const {
         if (m_fonts.surelyFits(text.font, content, text.place.width()) && !content.contains(u'\n'))
             continue;
         const auto lines = m_fonts.wrap(text.font, content, text.place.width()).size();
-        growth =
-            qMax(growth, static_cast<double>(lines) * m_fonts.lineHeight(text.font) - text.place.height());
+        growth = qMax(growth, static_cast<double>(lines - 1) * m_fonts.lineHeight(text.font));
     }
     return qMin(band.height + growth, m_pageHeight);
 }
@@ -177,7 +179,7 @@ void Paginator::endBlock() {
     } else {
         m_chunkHeight += m_block.height;
         m_chunk.push_back(std::move(m_block));
-        if (m_chunkHeight > m_pageHeight) {
+        if (m_chunkHeight > m_pageHeight + roundingDots) {
             for (const Block& block : m_chunk)
                 place(block);
             m_chunk.clear();
@@ -203,11 +205,11 @@ void Paginator::endChunk() {
 void Paginator::place(const Block& block) {
     if (block.items.empty())
         return;
-    if (m_pageHasItems && (block.startsPage || m_y + block.height > footTop()))
+    if (m_pageHasItems && (block.startsPage || m_y + block.height > footTop() + roundingDots))
         beginPage(block);
     for (const Item& item : block.items) {
         // Only a block taller than a page is parted.
-        if (m_pageHasItems && m_y + static_cast<double>(item.height) > footTop() + 1)
+        if (m_pageHasItems && m_y + static_cast<double>(item.height) > footTop() + roundingDots)
             beginPage({{item}, 0, block.openGroups, false});
         put(item);
         m_pageHasItems = true;

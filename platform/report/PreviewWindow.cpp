@@ -13,7 +13,6 @@
 #include <QPrintDialog>
 #include <QPrinter>
 #include <QScreen>
-#include <QShortcut>
 #include <QStandardPaths>
 #include <QStatusBar>
 #include <QStyle>
@@ -42,7 +41,8 @@ PreviewWindow::PreviewWindow(std::shared_ptr<Report> report, QWidget* parent)
     : QMainWindow(parent, Qt::Window), m_report(std::move(report)), m_view(new PageView(*m_report, this)) {
     setObjectName(u"PreviewWindow"_s);
     setAttribute(Qt::WA_DeleteOnClose);
-    setWindowModality(Qt::WindowModal);
+    if (parent)
+        setWindowModality(Qt::WindowModal);
     setWindowTitle(m_report->title() + u" - visualização"_s);
     resize(normalSize.boundedTo(screen()->availableSize()));
     setContextMenuPolicy(Qt::NoContextMenu); // the tool bars cannot be hidden
@@ -57,8 +57,6 @@ PreviewWindow::PreviewWindow(std::shared_ptr<Report> report, QWidget* parent)
 
     onSignal(m_view, &PageView::turned, this, [this](int pages) { turn(pages); });
     onSignal(m_view, &PageView::zoomChanged, this, [this] { updateZoom(); });
-    const auto* escape = new QShortcut(Qt::Key_Escape, this);
-    connect(escape, &QShortcut::activated, this, &QWidget::close);
     m_reading.setSingleShot(true);
     connect(&m_reading, &QTimer::timeout, this, [this] { guarded(this, [this] { readOn(); }); });
 
@@ -79,9 +77,8 @@ void PreviewWindow::makeFileBar() {
                u"Salvar os dados do relatório para uma planilha"_s, {QKeySequence(Qt::CTRL | Qt::Key_E)},
                &PreviewWindow::saveCsv);
     bar->addSeparator();
-    QAction* close = bar->addAction(u"Fechar"_s, this, [this] { this->close(); });
-    close->setObjectName(u"Close"_s);
-    close->setToolTip(u"Fechar a visualização (Esc)"_s);
+    makeAction(bar, u"Close"_s, u"Fechar"_s, u"Fechar a visualização"_s, {QKeySequence(Qt::Key_Escape)},
+               &PreviewWindow::leave);
 }
 
 void PreviewWindow::makePageBar() {
@@ -129,6 +126,7 @@ void PreviewWindow::makeZoom(QToolBar* bar) {
     m_zoom->setObjectName(u"Zoom"_s);
     m_zoom->setAccessibleName(u"Zoom"_s);
     m_zoom->setToolTip(u"Zoom (largura da página: Ctrl+1; página inteira: Ctrl+2)"_s);
+    m_zoom->setSizeAdjustPolicy(QComboBox::AdjustToContents);
     m_zoom->addItem(widthCaption);
     m_zoom->addItem(pageCaption);
     for (const int zoom : zooms)
@@ -152,12 +150,12 @@ void PreviewWindow::makeSearch(QToolBar* bar) {
     m_sought->setFixedWidth(fontMetrics().horizontalAdvance(u"0"_s) * 24);
     bar->addWidget(m_sought);
     onSignal(m_sought, &QLineEdit::returnPressed, this, [this] { findNext(); });
-    makeAction(bar, u"FindPrevious"_s, u"Localizar anterior"_s, u"Localizar anterior"_s,
-               {QKeySequence(Qt::SHIFT | Qt::Key_F3)}, &PreviewWindow::findPrevious)
-        ->setIcon(style()->standardIcon(QStyle::SP_ArrowUp));
-    makeAction(bar, u"FindNext"_s, u"Localizar próximo"_s, u"Localizar próximo"_s, {QKeySequence(Qt::Key_F3)},
-               &PreviewWindow::findNext)
-        ->setIcon(style()->standardIcon(QStyle::SP_ArrowDown));
+    QAction* previous = makeAction(bar, u"FindPrevious"_s, u"Localizar anterior"_s, u"Localizar anterior"_s,
+                                   {QKeySequence(Qt::SHIFT | Qt::Key_F3)}, &PreviewWindow::findPrevious);
+    QAction* next = makeAction(bar, u"FindNext"_s, u"Localizar próximo"_s, u"Localizar próximo"_s,
+                               {QKeySequence(Qt::Key_F3)}, &PreviewWindow::findNext);
+    static_cast<QToolButton*>(bar->widgetForAction(previous))->setArrowType(Qt::UpArrow);
+    static_cast<QToolButton*>(bar->widgetForAction(next))->setArrowType(Qt::DownArrow);
     makeAction(nullptr, u"EditSearch"_s, {}, {}, {QKeySequence::Find}, &PreviewWindow::editSearch);
 }
 
@@ -179,6 +177,10 @@ QAction* PreviewWindow::makeAction(QToolBar* bar, const QString& name, const QSt
         addAction(action);
     }
     return action;
+}
+
+void PreviewWindow::leave() {
+    close();
 }
 
 void PreviewWindow::readOn() {

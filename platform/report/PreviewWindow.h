@@ -30,6 +30,7 @@ class PreviewWindow : public QMainWindow {
     QAction* makeAction(QToolBar* bar, const QString& name, const QString& caption, const QString& help,
                         const QList<QKeySequence>& keys, void (PreviewWindow::*handler)());
 
+    void leave();
     void readOn();
     void readAll();
     void showPage(int page, bool fromBottom = false);

@@ -34,6 +34,7 @@ class TstOdbcStatements : public QObject {
     void unknownDataSourceCannotBeOpened();
     void killedConnectionIsLost_data();
     void killedConnectionIsLost();
+    void queryOnAKilledConnectionIsLost();
     void cutConnectionIsLostAndTheStatementNotSent();
     void closedConnectionIsAnError();
     void connectionOpensAgainAfterALoss();
@@ -203,6 +204,21 @@ void TstOdbcStatements::killedConnectionIsLost_data() {
     QTest::newRow("wide") << true;
 }
 
+void TstOdbcStatements::queryOnAKilledConnectionIsLost() {
+    for (const bool preferWide : {false, true}) {
+        m_conexao.open(u"dsn=QDX"_s, preferWide);
+        m_servidor->mataConexoesDoPrograma();
+        for (int vez = 0; vez < 3; ++vez) {
+            odbc::ResultSet rs;
+            const auto erro = erroDe([&] { rs.open(m_conexao, u"SELECT v FROM prova"_s); });
+            QVERIFY(erro);
+            QVERIFY2(erro->isConnectionLost(),
+                     qPrintable(u"%1 %2 %3"_s.arg(erro->number()).arg(erro->sqlState(), erro->text())));
+            QCOMPARE(erro->statement(), u"SELECT v FROM prova"_s);
+        }
+    }
+}
+
 void TstOdbcStatements::killedConnectionIsLost() {
     QFETCH(bool, preferWide);
     m_conexao.open(u"dsn=QDX"_s, preferWide);
@@ -275,6 +291,9 @@ void TstOdbcStatements::onlyAConnectionErrorMeansConnectionLost_data() {
     QTest::newRow("not open") << 0 << u"08003"_s << true;
     QTest::newRow("gone away, general state") << 2006 << u"HY000"_s << true;
     QTest::newRow("lost in a query, general state") << 2013 << u"HY000"_s << true;
+    QTest::newRow("write error") << 5014 << u"HY000"_s << true;
+    QTest::newRow("read error") << 5013 << u"HY000"_s << true;
+    QTest::newRow("lost, with a reason") << 2055 << u"HY000"_s << true;
     QTest::newRow("general") << 1205 << u"HY000"_s << false;
     QTest::newRow("access") << 1142 << u"42000"_s << false;
     QTest::newRow("division by zero") << 11 << QString() << false;

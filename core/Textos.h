@@ -1,0 +1,10 @@
+#pragma once
+
+#include <QString>
+
+namespace tarvessa {
+
+/// The text without the blanks at its ends; tabs and line breaks are no blanks and stay.
+QString SemBrancos(const QString& texto);
+
+} // namespace tarvessa

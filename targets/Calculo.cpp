@@ -1,0 +1,91 @@
+// Computation of the targets' progress.
+
+#include "core/AcessoDados.h"
+#include "core/Datas.h"
+#include "core/Periodo.h"
+#include "core/Rotinas.h"
+#include "platform/BusyLabel.h"
+#include "platform/BusyPointer.h"
+#include "platform/DateBox.h"
+#include "targets/CampoProduto.h"
+#include "targets/MetasQuadro.h"
+#include "ui_MetasQuadro.h"
+
+using namespace Qt::StringLiterals;
+
+namespace tarvessa {
+
+void MetasQuadro::Command4_Click() {
+    // Its shortcut does not move the focus: the product typed last would not have been searched yet.
+    ui->Command4->setFocus();
+    if (!m_produto2->conclui()) {
+        ui->Descricao2->setFocus();
+        return;
+    }
+    if (m_periodo->confere())
+        calcula();
+}
+
+void MetasQuadro::calcula() {
+    const BusyLabel aguarde(ui->Label7);
+    const BusyPointer ampulheta;
+    AjustaGrid2();
+    const qint32 vendedor = CodigoDaLista(ui->Vendedores2->currentText());
+    const bool soUmProduto = !m_produto2->codigo().isEmpty();
+    Executa(u"Update metavendedoritem Set Vendido=0, TotalVendas=0, QtdDevolucao=0"_s);
+    Executa(u"Truncate Relat2"_s);
+    somaVendas(vendedor, soUmProduto);
+    Executa(u"TRUNCATE relat2"_s);
+    somaDevolucoes();
+    TemRegistro = abreListagem(vendedor, soUmProduto);
+    montaQuadro();
+    rs.close();
+}
+
+// The product asked for is the one entered on the maintenance tab, although the filter is set by the one of
+// this tab: an intended pairing.
+void MetasQuadro::somaVendas(qint32 vendedor, bool soUmProduto) {
+    QString sql =
+        u"Insert into Relat2 (Codigo1,Texto1,Quant,Valor1, Valor2) "
+        "SELECT m.codigo,m.descricao, SUM(m.quantunit) AS quantidade, n.CodVendedor, Sum(m.totalvenda) as "
+        "totalvenda FROM movsaient AS m "
+        "inner join nfsaida AS n ON m.nr_nf=n.nrnf AND m.serienf=n.SerieNF "
+        "WHERE m.dataemissao>='"_s +
+        m_periodo->inicioSQL() + u"' AND m.dataemissao<='"_s + m_periodo->fimSQL() +
+        u"' AND m.entrsai='S' AND m.cancelado='N'"_s;
+    if (vendedor > 0)
+        sql += u" AND n.CodVendedor="_s + QString::number(vendedor);
+    if (soUmProduto)
+        sql += u" AND m.codigo='"_s + m_produto->codigo() + u"' "_s;
+    sql += u" GROUP BY n.CodVendedor,m.codigo"_s;
+    Executa(sql);
+    Executa(u"Update relat2 as r, metavendedoritem as m Set m.vendido=r.quant, m.totalvendas=r.valor2 Where "
+            "r.valor1=m.codvendedor and r.codigo1=m.codigoproduto"_s);
+}
+
+// No filter here: only rows that match a target are used.
+void MetasQuadro::somaDevolucoes() {
+    Executa(u"INSERT INTO relat2 (CODIGO1, Quant, Valor1) SELECT codigo,  SUM(quantidade) as Quantidade, "
+            "Vendedor FROM Orcamento_Troca WHERE situacaoorc='B' AND databaixa BETWEEN '"_s +
+            m_periodo->inicioSQL() + u"' AND '"_s + m_periodo->fimSQL() + u"' Group By vendedor, codigo"_s);
+    Executa(u"Update relat2 as r, metavendedoritem as m Set m.qtddevolucao=r.quant Where "
+            "r.valor1=m.codvendedor and r.codigo1=m.codigoproduto"_s);
+}
+
+bool MetasQuadro::abreListagem(qint32 vendedor, bool soUmProduto) {
+    QString sql = u"Select m.codvendedor, m.CodigoProduto,p.Descricao,m.Quantidade,m.Vendido, m.totalvendas, "
+                  "m.qtddevolucao From metavendedoritem as m "
+                  "INNER JOIN produtos as p ON m.CodigoProduto=p.codfabr "_s;
+    if (vendedor > 0 || soUmProduto)
+        sql += u"Where "_s;
+    if (vendedor > 0)
+        sql += u"m.codvendedor="_s + QString::number(vendedor);
+    if (vendedor > 0 && soUmProduto)
+        sql += u" And "_s;
+    if (soUmProduto)
+        sql += u"m.CodigoProduto='"_s + m_produto2->codigo() + u"'"_s;
+    sql += u" Order By codvendedor"_s;
+    return AbreRS(sql);
+}
+
+} // namespace tarvessa

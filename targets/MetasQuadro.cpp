@@ -1,0 +1,121 @@
+#include "targets/MetasQuadro.h"
+
+#include "core/Numeros.h"
+#include "core/Periodo.h"
+#include "core/Teclado.h"
+#include "platform/BusyLabel.h"
+#include "platform/DateBox.h"
+#include "platform/Guard.h"
+#include "platform/TextBox.h"
+#include "platform/Twips.h"
+#include "platform/grid/CellEditor.h"
+#include "targets/CampoProduto.h"
+#include "ui_MetasQuadro.h"
+
+#include <QScrollBar>
+#include <QShortcut>
+
+using namespace Qt::StringLiterals;
+
+namespace tarvessa {
+
+namespace {
+
+constexpr int larguraDasColunasTwips = 12970;
+constexpr int linhasSemRolagem = 17;
+constexpr int alturaDaLinhaTwips = 300;
+constexpr int larguraDaQuantidadeTwips = 1640;
+
+// Room for all columns and, beside them, for the scroll bar.
+void dimensiona(Grid* grid) {
+    const int moldura = 2 * grid->frameWidth();
+    grid->setMinimumRowTwips(alturaDaLinhaTwips);
+    grid->setMinimumWidth(twipsToPixels(grid, larguraDasColunasTwips) + moldura +
+                          grid->verticalScrollBar()->sizeHint().width());
+    grid->setMinimumHeight(grid->horizontalHeader()->sizeHint().height() + moldura +
+                           linhasSemRolagem * grid->verticalHeader()->defaultSectionSize());
+}
+
+} // namespace
+
+MetasQuadro::MetasQuadro(QWidget* parent) : QDialog(parent), ui(std::make_unique<Ui::MetasQuadro>()) {
+    ui->setupUi(this);
+    ui->Label1daConsulta->setObjectName(ui->Label1->objectName());
+    m_produto = new CampoProduto(ui->Descricao, this, u"Descricao inexistente. Verifique!!!"_s);
+    m_produto2 = new CampoProduto(ui->Descricao2, this, u"Descrição inexistente. Verifique!!!"_s);
+    m_periodo = std::make_unique<Periodo>(
+        ui->DataIni, ui->DataFin,
+        Periodo::Mensagens{u"Data Inicial inválida. Verifique!!!"_s, u"Data Final inválida. Verifique!!!"_s,
+                           u"Data Inicial superior a Data Final. Verifique!!!"_s});
+    m_edicao = new CellEditor(ui->Grid1, ui->TextGrid);
+    ui->Quantidade->setMinimumWidth(twipsToPixels(this, larguraDaQuantidadeTwips));
+    ui->Quantidade->setText(u"0"_s);
+    BusyLabel::prepare(ui->Label4);
+    BusyLabel::prepare(ui->Label7);
+    preparaGrids();
+    defineAtalhos();
+    for (TextBox* caixa : {ui->Descricao, ui->Quantidade, ui->Descricao2})
+        caixa->setSelectsOnFocus();
+    for (TextBox* caixa : {ui->Quantidade, ui->TextGrid})
+        caixa->setDecimal();
+
+    auto* teclado = new Teclado(this, [this] { reject(); });
+    teclado->setAntes([this](QWidget* controle, int tecla) { return teclaDaEdicao(controle, tecla); });
+    onSignal(ui->SSTab1, &QTabWidget::currentChanged, this, [this](int aba) { SSTab1_Click(aba); });
+    onSignal(ui->Vendedores, &QComboBox::activated, this, [this](int) { AjustaGrid(); });
+    onSignal(ui->Grid1, &Grid::cellClicked, this,
+             [this](int linha, int coluna) { Grid1_Click(linha, coluna); });
+    onSignal(m_edicao, &CellEditor::left, this, [this] { encerraEdicao(); });
+    onSignal(ui->Command1, &QPushButton::clicked, this, [this](bool) { Command1_Click(); });
+    onSignal(ui->Command2, &QPushButton::clicked, this, [this](bool) { Command2_Click(); });
+    onSignal(ui->Command4, &QPushButton::clicked, this, [this](bool) { Command4_Click(); });
+    ui->Vendedores->setFocus();
+}
+
+MetasQuadro::~MetasQuadro() = default;
+
+void MetasQuadro::preparaGrids() {
+    ui->Grid1->setFormat(u"<CÓDIGO|<PRODUTO|>QUANTIDADE|^EXCLUIR|ID"_s);
+    ui->Grid2->setFormat(
+        u"<CÓDIGO|<DESCRIÇÃO|>META|>VENDIDO|>% META|>R$ TOTAL VENDA|>DEVOLUÇÃO|% DEVOLUÇÃO"_s);
+    dimensiona(ui->Grid1);
+    dimensiona(ui->Grid2);
+}
+
+void MetasQuadro::defineAtalhos() {
+    for (int aba = 0; aba < ui->SSTab1->count(); ++aba) {
+        const QKeySequence teclas(Qt::ALT | static_cast<Qt::Key>(Qt::Key_1 + aba));
+        ui->SSTab1->setTabToolTip(aba, u"Tecla de atalho: "_s + teclas.toString(QKeySequence::NativeText));
+        connect(new QShortcut(teclas, this), &QShortcut::activated, ui->SSTab1,
+                [this, aba] { ui->SSTab1->setCurrentIndex(aba); });
+    }
+}
+
+void MetasQuadro::SSTab1_Click(int aba) {
+    if (ui->SSTab1->widget(aba) == ui->Frame2) {
+        AjustaGrid2();
+        ui->DataIni->setFocus();
+    } else {
+        ui->Vendedores->setFocus();
+    }
+}
+
+// Enter and Escape in the cell's editor end the editing and nothing else.
+bool MetasQuadro::teclaDaEdicao(QWidget* controle, int tecla) {
+    if (controle != ui->TextGrid)
+        return false;
+    if (tecla == Qt::Key_Return || tecla == Qt::Key_Enter) {
+        if (!EhNumero(ui->TextGrid->text()))
+            restauraTexto();
+        encerraEdicao();
+        return true;
+    }
+    if (tecla == Qt::Key_Escape) {
+        restauraTexto();
+        encerraEdicao();
+        return true;
+    }
+    return false;
+}
+
+} // namespace tarvessa

@@ -1,0 +1,369 @@
+// What a closing refuses or cancels, and what its log says of it.
+
+#include "closing/Bancada.h"
+#include "closing/Colunas.h"
+#include "platform/grid/Grid.h"
+#include "support/ModalHelper.h"
+
+#include <QPushButton>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+using namespace tarvessa;
+using namespace tarvessa::teste;
+
+namespace {
+
+const QString pessoa = u"PRÉ-VENDA: %1 - O PEDIDO É DE PESSOA FÍSICA E FOI CANCELADO"_s;
+const QString formaInvalida = u"PRÉ-VENDA: %1 - FORMA DE PAGAMENTO INVÁLIDA."_s;
+const QString semEstoque = u"PRÉ-VENDA: %1 - O PEDIDO NÃO POSSUI ESTOQUE DISPONÍVEL"_s;
+const QString semCliente = u"PRÉ-VENDA: %1 - CLIENTE NÃO CADASTRADO."_s;
+
+} // namespace
+
+class TstRecusas : public QObject {
+    Q_OBJECT
+
+  private Q_SLOTS:
+    void initTestCase() { b = std::make_unique<Bancada>(); }
+    void cleanupTestCase() { b.reset(); }
+    void init() { b->arruma(); }
+
+    void personByDocument_data();
+    void personByDocument();
+    void personIsCancelledEvenUnselected();
+    void personIsNotSweptWhenNothingIsSelected();
+    void paymentMethodAndTerm_data();
+    void paymentMethodAndTerm();
+    void methodNotInTheList_data();
+    void methodNotInTheList();
+    void stock_data();
+    void stock();
+    void noteLinesWithoutQuantityPassTheStockTest();
+    void stockTakenByTheRowBefore();
+    void badMethodAndMissingStockGiveTwoLines();
+    void customerWithoutRecord();
+    void refusedStaysAndClosedLeaves();
+    void numberInTheLog_data();
+    void numberInTheLog();
+    void logOfAMixedBatch();
+    void logIsRewrittenAtEachPress();
+
+  private:
+    void fechaTudo(const QString& fim);
+    QString situacao(int pedido) {
+        return b->servidor().consulta(
+            u"SELECT situacaoorc FROM orcamento WHERE nrpedido = %1"_s.arg(pedido))[0][0];
+    }
+    QStringList recebidos() {
+        QStringList pedidos;
+        for (const QStringList& linha :
+             b->servidor().consulta(u"SELECT Nr_Pedido FROM areceber ORDER BY id"_s))
+            pedidos.append(linha[0]);
+        return pedidos;
+    }
+
+    std::unique_ptr<Bancada> b;
+};
+
+/// Presses the closing button; `fim` is the message at the end.
+void TstRecusas::fechaTudo(const QString& fim) {
+    ModalHelper modal;
+    modal.espera(mensagens::lembrete, QMessageBox::Ok);
+    modal.espera(fim, QMessageBox::Ok);
+    b->aperta(u"Command4"_s);
+    QCOMPARE(modal.confere(), QString());
+}
+
+void TstRecusas::personByDocument_data() {
+    QTest::addColumn<Valor>("documento");
+    QTest::addColumn<bool>("pessoaFisica");
+    QTest::newRow("CPF") << Valor(u"12345678909"_s) << true;
+    QTest::newRow("CPF with punctuation") << Valor(u"123.456.789-09"_s) << true;
+    QTest::newRow("empty") << Valor(QString(u""_s)) << true;
+    QTest::newRow("NULL") << Valor() << true;
+    QTest::newRow("punctuation alone") << Valor(u"  .   .   /    -  "_s) << true;
+    QTest::newRow("letters") << Valor(u"ISENTO"_s) << true;
+    QTest::newRow("11 digits in 20 places") << Valor(u"1-2-3-4-5-6-7-8-9-01"_s) << true;
+    QTest::newRow("12 digits") << Valor(u"123456789012"_s) << false;
+    QTest::newRow("CNPJ") << Valor(u"12345678000195"_s) << false;
+    QTest::newRow("CNPJ with punctuation") << Valor(u"12.345.678/0001-95"_s) << false;
+}
+
+void TstRecusas::personByDocument() {
+    QFETCH(Valor, documento);
+    QFETCH(bool, pessoaFisica);
+    b->cenario().basico();
+    b->cenario().cliente({.codigo = u"C2"_s, .cnpjCpf = documento});
+    b->cenario().documento({.pedido = 1, .cliente = u"C2"_s});
+    QVERIFY(b->abre());
+    fechaTudo(pessoaFisica ? mensagens::comErros : mensagens::sucesso);
+    QCOMPARE(b->log(), Bancada::logCom(pessoaFisica ? QStringList{pessoa.arg(u"0000001"_s)} : QStringList()));
+    QCOMPARE(b->servidor().consulta(u"SELECT situacaoorc, databaixa FROM orcamento"_s),
+             (QList<QStringList>{{pessoaFisica ? u"X"_s : u"B"_s, u"2024-03-15"_s}}));
+    QCOMPARE(recebidos(), pessoaFisica ? QStringList() : QStringList{u"1"_s});
+    QCOMPARE(b->grade()->rows(), 1);
+}
+
+void TstRecusas::personIsCancelledEvenUnselected() {
+    b->cenario().basico();
+    b->cenario().cliente({.codigo = u"C2"_s, .cnpjCpf = u"123.456.789-09"_s});
+    b->cenario().documento({.pedido = 1, .cliente = u"C2"_s, .nomeVendedor = u"A"_s});
+    b->cenario().documento({.pedido = 2, .nomeVendedor = u"B"_s});
+    b->cenario().documento({.pedido = 3, .cliente = u"C2"_s, .nomeVendedor = u"C"_s});
+    b->cenario().documento({.pedido = 4, .nomeVendedor = u"D"_s});
+    QVERIFY(b->abre());
+    for (const int linha : {1, 3, 4})
+        b->clica(linha, colunas::Selecao);
+    fechaTudo(mensagens::comErros);
+    QCOMPARE((QStringList{situacao(1), situacao(2), situacao(3), situacao(4)}),
+             (QStringList{u"X"_s, u"B"_s, u"X"_s, u"A"_s}));
+    QCOMPARE(b->log(), Bancada::logCom({pessoa.arg(u"0000001"_s), pessoa.arg(u"0000003"_s)}));
+    QCOMPARE(b->coluna(colunas::Pedido), QStringList{u"4"_s});
+}
+
+void TstRecusas::personIsNotSweptWhenNothingIsSelected() {
+    b->cenario().basico();
+    b->cenario().cliente({.codigo = u"C2"_s, .cnpjCpf = u"123.456.789-09"_s});
+    b->cenario().documento({.pedido = 1, .cliente = u"C2"_s});
+    QVERIFY(b->abre());
+    b->aperta(u"Command1"_s);
+    ModalHelper modal;
+    modal.espera(mensagens::nadaSelecionado, QMessageBox::Ok);
+    b->aperta(u"Command4"_s);
+    QCOMPARE(modal.confere(), QString());
+    QCOMPARE(situacao(1), u"A"_s);
+}
+
+void TstRecusas::paymentMethodAndTerm_data() {
+    QTest::addColumn<QString>("forma");
+    QTest::addColumn<QString>("prazo");
+    QTest::addColumn<bool>("valida");
+    QTest::newRow("not cash, no term") << u"BOLETO"_s << u"0"_s << false;
+    QTest::newRow("not cash, one day") << u"BOLETO"_s << u"1"_s << true;
+    QTest::newRow("not cash, negative term") << u"BOLETO"_s << u"-1"_s << false;
+    QTest::newRow("cash, no term") << u"PIX"_s << u"0"_s << true;
+    QTest::newRow("cash, some days") << u"PIX"_s << u"10"_s << true;
+    QTest::newRow("cash, negative term") << u"PIX"_s << u"-1"_s << false;
+    QTest::newRow("card, no term") << u"CARTÃO"_s << u"0"_s << false;
+    QTest::newRow("known by name but not marked as cash, no term") << u"OUTROS"_s << u"0"_s << false;
+}
+
+void TstRecusas::paymentMethodAndTerm() {
+    QFETCH(QString, forma);
+    QFETCH(QString, prazo);
+    QFETCH(bool, valida);
+    b->cenario().basico();
+    b->cenario().cliente({.codigo = u"C2"_s, .prazo = prazo, .formaPg = forma});
+    b->cenario().documento({.pedido = 1, .cliente = u"C2"_s});
+    QVERIFY(b->abre());
+    fechaTudo(valida ? mensagens::sucesso : mensagens::comErros);
+    QCOMPARE(situacao(1), valida ? u"B"_s : u"A"_s);
+    QCOMPARE(b->log(),
+             Bancada::logCom(valida ? QStringList() : QStringList{formaInvalida.arg(u"0000001"_s)}));
+}
+
+void TstRecusas::methodNotInTheList_data() {
+    QTest::addColumn<Valor>("forma");
+    QTest::newRow("unknown") << Valor(u"FIADO"_s);
+    QTest::newRow("other letter case") << Valor(u"boleto"_s);
+    QTest::newRow("without its accent") << Valor(u"CARTAO"_s);
+    QTest::newRow("beginning of a name") << Valor(u"BOL"_s);
+    QTest::newRow("blank after it") << Valor(u"BOLETO "_s);
+    QTest::newRow("apostrophe") << Valor(u"D'ÁGUA"_s);
+    QTest::newRow("empty") << Valor(QString(u""_s));
+    QTest::newRow("NULL") << Valor();
+}
+
+void TstRecusas::methodNotInTheList() {
+    QFETCH(Valor, forma);
+    b->cenario().basico();
+    b->cenario().cliente({.codigo = u"C2"_s, .formaPg = forma});
+    b->cenario().documento({.pedido = 1, .cliente = u"C2"_s});
+    QVERIFY(b->abre());
+    fechaTudo(mensagens::comErros);
+    QCOMPARE(situacao(1), u"A"_s);
+    QCOMPARE(b->log(), Bancada::logCom({formaInvalida.arg(u"0000001"_s)}));
+}
+
+void TstRecusas::stock_data() {
+    QTest::addColumn<Valor>("loja");
+    QTest::addColumn<Valor>("deposito");
+    QTest::addColumn<QStringList>("quantidades");
+    QTest::addColumn<bool>("suficiente");
+    const Valor zero(u"0"_s);
+    QTest::newRow("exactly what there is") << Valor(u"3"_s) << zero << QStringList{u"3"_s} << true;
+    QTest::newRow("a thousandth too much") << Valor(u"3"_s) << zero << QStringList{u"3.001"_s} << false;
+    QTest::newRow("shop and warehouse together")
+        << Valor(u"1.5"_s) << Valor(u"1.5"_s) << QStringList{u"3"_s} << true;
+    QTest::newRow("warehouse covers a negative shop")
+        << Valor(u"-2"_s) << Valor(u"5"_s) << QStringList{u"3"_s} << true;
+    QTest::newRow("lines of one product are added")
+        << Valor(u"3"_s) << zero << QStringList{u"2"_s, u"2"_s} << false;
+    QTest::newRow("a return makes room") << Valor(u"3"_s) << zero << QStringList{u"4"_s, u"-1"_s} << true;
+    QTest::newRow("none asked, none there") << zero << zero << QStringList{u"0"_s} << true;
+    QTest::newRow("none asked, stock below zero") << Valor(u"-1"_s) << zero << QStringList{u"0"_s} << false;
+    QTest::newRow("shop stock NULL") << Valor() << Valor(u"5"_s) << QStringList{u"1"_s} << false;
+    QTest::newRow("warehouse stock NULL") << Valor(u"5"_s) << Valor() << QStringList{u"1"_s} << false;
+    QTest::newRow("both NULL, none asked") << Valor() << Valor() << QStringList{u"0"_s} << true;
+}
+
+void TstRecusas::stock() {
+    QFETCH(Valor, loja);
+    QFETCH(Valor, deposito);
+    QFETCH(QStringList, quantidades);
+    QFETCH(bool, suficiente);
+    b->cenario().basico();
+    b->cenario().produto({.codigo = u"P2"_s, .estoque = loja, .estoque2 = deposito});
+    // The product tested is neither the first nor the last of the document.
+    QList<Linha> linhas{{.codigo = u"P1"_s}};
+    for (const QString& quantidade : quantidades)
+        linhas.append({u"P2"_s, quantidade});
+    b->cenario().produto({.codigo = u"P3"_s});
+    linhas.append({.codigo = u"P3"_s});
+    b->cenario().documento({.pedido = 1, .linhas = linhas});
+    QVERIFY(b->abre());
+    fechaTudo(suficiente ? mensagens::sucesso : mensagens::comErros);
+    QCOMPARE(situacao(1), suficiente ? u"B"_s : u"A"_s);
+    QCOMPARE(b->log(),
+             Bancada::logCom(suficiente ? QStringList() : QStringList{semEstoque.arg(u"0000001"_s)}));
+    if (!suficiente)
+        QVERIFY(b->servidor().consulta(u"SELECT * FROM logestoque"_s).isEmpty());
+}
+
+// An unregistered product counts as none in stock, a note included.
+void TstRecusas::noteLinesWithoutQuantityPassTheStockTest() {
+    b->cenario().basico();
+    b->cenario().documento(
+        {.pedido = 1, .nomeVendedor = u"A"_s, .linhas = {{}, {u"***ENTREGAR CEDO"_s, u"0"_s}}});
+    b->cenario().documento({.pedido = 2, .nomeVendedor = u"B"_s, .linhas = {{}, {u"***FRETE"_s, u"1"_s}}});
+    b->cenario().documento({.pedido = 3, .nomeVendedor = u"C"_s, .linhas = {{u"SUMIU"_s, u"0.001"_s}}});
+    QVERIFY(b->abre());
+    fechaTudo(mensagens::comErros);
+    QCOMPARE(recebidos(), QStringList{u"1"_s});
+    QCOMPARE(b->log(), Bancada::logCom({semEstoque.arg(u"0000002"_s), semEstoque.arg(u"0000003"_s)}));
+}
+
+void TstRecusas::stockTakenByTheRowBefore() {
+    b->cenario().basico();
+    b->cenario().produto({.codigo = u"P2"_s, .estoque = u"5"_s});
+    for (const int pedido : {1, 2, 3})
+        b->cenario().documento({.pedido = pedido,
+                                .nomeVendedor = u"V%1"_s.arg(pedido),
+                                .linhas = {{u"P2"_s, pedido == 3 ? u"2"_s : u"3"_s}}});
+    QVERIFY(b->abre());
+    fechaTudo(mensagens::comErros);
+    QCOMPARE(recebidos(), (QStringList{u"1"_s, u"3"_s}));
+    QCOMPARE(b->log(), Bancada::logCom({semEstoque.arg(u"0000002"_s)}));
+    QCOMPARE(b->servidor().consulta(u"SELECT quantidade FROM produtos WHERE codfabr = 'P2'"_s),
+             (QList<QStringList>{{u"0.000"_s}}));
+}
+
+void TstRecusas::badMethodAndMissingStockGiveTwoLines() {
+    b->cenario().basico();
+    b->cenario().cliente({.codigo = u"C2"_s, .prazo = u"0"_s});
+    b->cenario().documento({.pedido = 1234, .cliente = u"C2"_s, .linhas = {{.quantidade = u"101"_s}}});
+    QVERIFY(b->abre());
+    fechaTudo(mensagens::comErros);
+    QCOMPARE(b->log(), Bancada::logCom({formaInvalida.arg(u"0001234"_s), semEstoque.arg(u"0001234"_s)}));
+}
+
+// Refused when selected, never taken for a person.
+void TstRecusas::customerWithoutRecord() {
+    b->cenario().basico();
+    b->cenario().documento({.pedido = 1, .cliente = u"C9"_s, .nomeVendedor = u"A"_s});
+    b->cenario().documento({.pedido = 2, .cliente = u"C9"_s, .nomeVendedor = u"B"_s});
+    b->cenario().documento({.pedido = 3, .cliente = std::nullopt, .nomeVendedor = u"C"_s});
+    b->cenario().documento({.pedido = 4, .nomeVendedor = u"D"_s});
+    QVERIFY(b->abre());
+    b->clica(1, colunas::Selecao);
+    fechaTudo(mensagens::comErros);
+    QCOMPARE(b->log(), Bancada::logCom({semCliente.arg(u"0000002"_s), semCliente.arg(u"0000003"_s)}));
+    QCOMPARE((QStringList{situacao(1), situacao(2), situacao(3), situacao(4)}),
+             (QStringList{u"A"_s, u"A"_s, u"A"_s, u"B"_s}));
+}
+
+void TstRecusas::refusedStaysAndClosedLeaves() {
+    b->cenario().basico();
+    b->cenario().cliente({.codigo = u"C2"_s, .prazo = u"0"_s});
+    b->cenario().documento({.pedido = 1, .nomeVendedor = u"A"_s});
+    b->cenario().documento({.pedido = 2, .cliente = u"C2"_s, .nomeVendedor = u"B"_s});
+    QVERIFY(b->abre());
+    fechaTudo(mensagens::comErros);
+    QCOMPARE(b->coluna(colunas::Pedido), QStringList{u"2"_s});
+
+    b->servidor().executa(u"UPDATE clientes SET prazo = 7 WHERE codigo = 'C2'"_s);
+    QVERIFY(b->abre());
+    fechaTudo(mensagens::sucesso);
+    QCOMPARE(recebidos(), (QStringList{u"1"_s, u"2"_s}));
+    QCOMPARE(b->grade()->rows(), 1);
+    QVERIFY(!b->botao(u"Command4"_s)->isEnabled());
+    QVERIFY(b->botao(u"Command3"_s)->isEnabled());
+}
+
+void TstRecusas::numberInTheLog_data() {
+    QTest::addColumn<int>("pedido");
+    QTest::addColumn<QString>("formatado");
+    QTest::newRow("1") << 1 << u"0000001"_s;
+    QTest::newRow("1234") << 1234 << u"0001234"_s;
+    QTest::newRow("1234567") << 1234567 << u"1234567"_s;
+    QTest::newRow("largest") << 2147483647 << u"2147483647"_s;
+}
+
+void TstRecusas::numberInTheLog() {
+    QFETCH(int, pedido);
+    QFETCH(QString, formatado);
+    b->cenario().basico();
+    b->cenario().cliente({.codigo = u"C2"_s, .formaPg = u"FIADO"_s});
+    b->cenario().documento({.pedido = pedido, .cliente = u"C2"_s});
+    QVERIFY(b->abre());
+    fechaTudo(mensagens::comErros);
+    QCOMPARE(b->log(), Bancada::logCom({formaInvalida.arg(formatado)}));
+}
+
+void TstRecusas::logOfAMixedBatch() {
+    b->cenario().basico();
+    b->cenario().cliente({.codigo = u"CPF"_s, .cnpjCpf = u"12345678909"_s});
+    b->cenario().cliente({.codigo = u"FIADO"_s, .formaPg = u"FIADO"_s});
+    b->cenario().documento({.pedido = 10, .cliente = u"FIADO"_s, .nomeVendedor = u"A"_s});
+    b->cenario().documento({.pedido = 20, .nomeVendedor = u"B"_s});
+    b->cenario().documento({.pedido = 30, .cliente = u"CPF"_s, .nomeVendedor = u"C"_s});
+    b->cenario().documento({.pedido = 40, .nomeVendedor = u"D"_s, .linhas = {{.quantidade = u"999"_s}}});
+    b->cenario().documento(
+        {.pedido = 50, .cliente = u"FIADO"_s, .nomeVendedor = u"E"_s, .linhas = {{.quantidade = u"999"_s}}});
+    QVERIFY(b->abre());
+    fechaTudo(mensagens::comErros);
+    QCOMPARE(
+        b->log(),
+        QByteArray("LOG DE FECHAMENTO:\r\n"
+                   "------------------\r\n"
+                   "\r\n"
+                   "PR\xC3\x89-VENDA: 0000010 - FORMA DE PAGAMENTO INV\xC3\x81LIDA.\r\n"
+                   "PR\xC3\x89-VENDA: 0000030 - O PEDIDO \xC3\x89 DE PESSOA F\xC3\x8DSICA E FOI CANCELADO\r\n"
+                   "PR\xC3\x89-VENDA: 0000040 - O PEDIDO N\xC3\x83O POSSUI ESTOQUE DISPON\xC3\x8DVEL\r\n"
+                   "PR\xC3\x89-VENDA: 0000050 - FORMA DE PAGAMENTO INV\xC3\x81LIDA.\r\n"
+                   "PR\xC3\x89-VENDA: 0000050 - O PEDIDO N\xC3\x83O POSSUI ESTOQUE DISPON\xC3\x8DVEL\r\n"));
+    QCOMPARE(recebidos(), QStringList{u"20"_s});
+}
+
+void TstRecusas::logIsRewrittenAtEachPress() {
+    b->cenario().basico();
+    b->cenario().cliente({.codigo = u"C2"_s, .formaPg = u"FIADO"_s});
+    b->cenario().documento({.pedido = 1, .cliente = u"C2"_s, .nomeVendedor = u"A"_s});
+    b->cenario().documento({.pedido = 2, .cliente = u"C2"_s, .nomeVendedor = u"B"_s});
+    QVERIFY(b->abre());
+    fechaTudo(mensagens::comErros);
+    QCOMPARE(b->log(), Bancada::logCom({formaInvalida.arg(u"0000001"_s), formaInvalida.arg(u"0000002"_s)}));
+
+    b->clica(1, colunas::Selecao);
+    fechaTudo(mensagens::comErros);
+    QCOMPARE(b->log(), Bancada::logCom({formaInvalida.arg(u"0000002"_s)}));
+
+    b->servidor().executa(u"UPDATE clientes SET formapg = 'BOLETO'"_s);
+    QVERIFY(b->abre());
+    fechaTudo(mensagens::sucesso);
+    QCOMPARE(b->log(), Bancada::logCom({}));
+}
+
+QTEST_MAIN(TstRecusas)
+#include "tst_recusas.moc"

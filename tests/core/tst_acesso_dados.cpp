@@ -1,0 +1,233 @@
+#include "core/AcessoDados.h"
+#include "support/ErroDe.h"
+#include "support/ModalHelper.h"
+#include "support/PrivateServer.h"
+#include "support/StatementLog.h"
+
+#include <QTest>
+
+#include <memory>
+
+using namespace Qt::StringLiterals;
+using namespace tarvessa;
+using namespace tarvessa::teste;
+
+/// The process-wide connection and its two results.
+class TstAcessoDados : public QObject {
+    Q_OBJECT
+
+  private Q_SLOTS:
+    void initTestCase();
+    void init();
+    void cleanup();
+    void cleanupTestCase();
+
+    void startMakesShellAndConnectionAndSendsNothing();
+    void failedConnectionShowsOneMessageAndRunsNothing();
+    void failedConnectionThenAnotherStart();
+    void queryWithRowsAnswersTrueAndStandsOnTheFirst();
+    void queryWithNoRowsAnswersFalseAndIsWalkedZeroTimes();
+    void newQueryReplacesTheResult();
+    void secondResultIsIndependentOfTheFirst();
+    void ownResultDisturbsNeither();
+    void executeRunsOneStatementAndReadsNothingBack();
+    void errorsSurfaceToTheCaller();
+    void queryAfterALostConnectionFails();
+    void nullIsTheEmptyText();
+    void blanksAroundATextAreRemoved_data();
+    void blanksAroundATextAreRemoved();
+    void endReleasesEverything();
+
+  private:
+    std::unique_ptr<PrivateServer> m_servidor;
+};
+
+void TstAcessoDados::initTestCase() {
+    m_servidor = std::make_unique<PrivateServer>();
+    m_servidor->executa(u"INSERT INTO vendedores (codigovend, vendedor) VALUES (1, 'ANA'), (2, 'BETO'), "
+                        "(3, 'CIDA')"_s);
+}
+
+void TstAcessoDados::init() {
+    QVERIFY(IniciaBanco());
+}
+
+void TstAcessoDados::cleanup() {
+    EncerraBanco();
+    m_servidor->usaSocket(m_servidor->socket());
+}
+
+void TstAcessoDados::cleanupTestCase() {
+    m_servidor.reset();
+}
+
+void TstAcessoDados::startMakesShellAndConnectionAndSendsNothing() {
+    EncerraBanco();
+    StatementLog registro(*m_servidor);
+    ModalHelper caixas;
+    QVERIFY(IniciaBanco());
+    QVERIFY(Shell);
+    QVERIFY(Connection.isOpen());
+    QVERIFY(!rs.isOpen());
+    QVERIFY(!rs2.isOpen());
+    QCOMPARE(registro.textos(), QStringList());
+    QCOMPARE(caixas.confere(), QString());
+}
+
+void TstAcessoDados::failedConnectionShowsOneMessageAndRunsNothing() {
+    EncerraBanco();
+    StatementLog registro(*m_servidor);
+    m_servidor->usaSocket(m_servidor->socket() + u".nada"_s);
+    ModalHelper caixas;
+    caixas.espera(u"Não foi possível conectar ao banco de dados. Verifique!!!"_s, QMessageBox::Ok);
+    QVERIFY(!IniciaBanco());
+    QCOMPARE(caixas.confere(), QString());
+    QCOMPARE(caixas.caixas().size(), 1);
+    QCOMPARE(caixas.caixas()[0].titulo, u"Atenção!!!"_s);
+    QCOMPARE(caixas.caixas()[0].icone, QMessageBox::Information);
+    QCOMPARE(caixas.caixas()[0].botoes, QMessageBox::StandardButtons(QMessageBox::Ok));
+    QVERIFY(!Connection.isOpen());
+    QCOMPARE(registro.textos(), QStringList());
+}
+
+void TstAcessoDados::failedConnectionThenAnotherStart() {
+    m_servidor->usaSocket(m_servidor->socket() + u".nada"_s);
+    ModalHelper caixas;
+    caixas.espera(u"Não foi possível conectar ao banco de dados. Verifique!!!"_s, QMessageBox::Ok);
+    QVERIFY(!IniciaBanco());
+    m_servidor->usaSocket(m_servidor->socket());
+    QVERIFY(IniciaBanco());
+    QVERIFY(AbreRS(u"SELECT 1 AS um"_s));
+    QCOMPARE(caixas.confere(), QString());
+}
+
+void TstAcessoDados::queryWithRowsAnswersTrueAndStandsOnTheFirst() {
+    TemRegistro = AbreRS(u"SELECT vendedor FROM vendedores ORDER BY codigovend"_s);
+    QVERIFY(TemRegistro);
+    QStringList nomes;
+    while (!rs.atEnd()) {
+        nomes += rs.field(u"vendedor").text();
+        rs.moveNext();
+    }
+    rs.close();
+    QCOMPARE(nomes, (QStringList{u"ANA"_s, u"BETO"_s, u"CIDA"_s}));
+}
+
+void TstAcessoDados::queryWithNoRowsAnswersFalseAndIsWalkedZeroTimes() {
+    TemRegistro = AbreRS(u"SELECT vendedor FROM vendedores WHERE codigovend = 99"_s);
+    QVERIFY(!TemRegistro);
+    QVERIFY(rs.isOpen());
+    int voltas = 0;
+    for (; !rs.atEnd(); rs.moveNext())
+        ++voltas;
+    QCOMPARE(voltas, 0);
+}
+
+void TstAcessoDados::newQueryReplacesTheResult() {
+    QVERIFY(AbreRS(u"SELECT vendedor FROM vendedores ORDER BY codigovend"_s));
+    QVERIFY(AbreRS(u"SELECT codigovend FROM vendedores WHERE codigovend = 3"_s));
+    QCOMPARE(rs.columnNames(), QStringList{u"codigovend"_s});
+    QCOMPARE(rs.field(u"codigovend").integer(), 3);
+}
+
+void TstAcessoDados::secondResultIsIndependentOfTheFirst() {
+    QStringList pares;
+    QVERIFY(AbreRS(u"SELECT codigovend FROM vendedores ORDER BY codigovend"_s));
+    for (; !rs.atEnd(); rs.moveNext())
+        for (bool tem = AbreRS2(u"SELECT vendedor FROM vendedores WHERE codigovend > "_s +
+                                rs.field(u"codigovend").text() + u" ORDER BY codigovend"_s);
+             tem && !rs2.atEnd(); rs2.moveNext())
+            pares += rs.field(u"codigovend").text() + rs2.field(u"vendedor").text();
+    QCOMPARE(pares, (QStringList{u"1BETO"_s, u"1CIDA"_s, u"2CIDA"_s}));
+    QVERIFY(!AbreRS2(u"SELECT 1 FROM vendedores WHERE codigovend = 99"_s));
+}
+
+void TstAcessoDados::ownResultDisturbsNeither() {
+    QVERIFY(AbreRS(u"SELECT vendedor FROM vendedores ORDER BY codigovend"_s));
+    QVERIFY(AbreRS2(u"SELECT vendedor FROM vendedores ORDER BY codigovend DESC"_s));
+    {
+        odbc::ResultSet proprio = NovoRS(u"SELECT 'outro' AS vendedor"_s);
+        QCOMPARE(proprio.field(u"vendedor").text(), u"outro"_s);
+    }
+    QCOMPARE(rs.field(u"vendedor").text(), u"ANA"_s);
+    QCOMPARE(rs2.field(u"vendedor").text(), u"CIDA"_s);
+}
+
+void TstAcessoDados::executeRunsOneStatementAndReadsNothingBack() {
+    StatementLog registro(*m_servidor);
+    const QString sql = u"Update Vendedores Set ComissEsp1= 2.5,ComissEsp2=-1 Where CodigoVend=2"_s;
+    Executa(sql);
+    QCOMPARE(registro.textos(), QStringList{sql});
+    QCOMPARE(m_servidor->consulta(u"SELECT ComissEsp1, ComissEsp2 FROM vendedores WHERE codigovend = 2"_s)[0],
+             (QStringList{u"2.50"_s, u"-1.00"_s}));
+}
+
+void TstAcessoDados::errorsSurfaceToTheCaller() {
+    ModalHelper caixas;
+    for (const auto& acao : {std::function<void()>([] { AbreRS(u"SELECT x FROM nenhuma"_s); }),
+                             std::function<void()>([] { AbreRS2(u"SELECT x FROM nenhuma"_s); }),
+                             std::function<void()>([] { NovoRS(u"SELECT x FROM nenhuma"_s); }),
+                             std::function<void()>([] { Executa(u"UPDATE nenhuma SET x = 1"_s); })}) {
+        const auto erro = erroDe(acao);
+        QVERIFY(erro);
+        QCOMPARE(erro->number(), 1146);
+        QVERIFY(erro->statement().contains(u"nenhuma"_s));
+    }
+    QCOMPARE(caixas.confere(), QString());
+    QVERIFY(AbreRS(u"SELECT 1 AS um"_s));
+}
+
+void TstAcessoDados::queryAfterALostConnectionFails() {
+    m_servidor->mataConexoesDoPrograma();
+    for (int vez = 0; vez < 2; ++vez) {
+        const auto erro = erroDe([] { AbreRS(u"SELECT 1 AS um"_s); });
+        QVERIFY(erro);
+        QVERIFY2(erro->isConnectionLost(),
+                 qPrintable(u"%1 %2 %3"_s.arg(erro->number()).arg(erro->sqlState(), erro->text())));
+    }
+}
+
+void TstAcessoDados::nullIsTheEmptyText() {
+    QVERIFY(AbreRS(u"SELECT NULL AS nulo, '' AS vazio, '  abc  ' AS texto, 12.50 AS valor"_s));
+    QCOMPARE(NuloVazio(rs.field(u"nulo")), u""_s);
+    QCOMPARE(NuloVazio(rs.field(u"vazio")), u""_s);
+    QCOMPARE(NuloVazio(rs.field(u"texto")), u"abc"_s);
+    QCOMPARE(NuloVazio(rs.field(u"valor")), u"12.50"_s);
+    QCOMPARE(NuloVazio(odbc::Field()), u""_s);
+}
+
+void TstAcessoDados::blanksAroundATextAreRemoved_data() {
+    QTest::addColumn<QString>("texto");
+    QTest::addColumn<QString>("aparado");
+    QTest::newRow("none") << u"abc"_s << u"abc"_s;
+    QTest::newRow("before and after") << u"  abc   "_s << u"abc"_s;
+    QTest::newRow("inside stays") << u" a  b "_s << u"a  b"_s;
+    QTest::newRow("blanks only") << u"    "_s << u""_s;
+    QTest::newRow("empty") << u""_s << u""_s;
+    QTest::newRow("tab and line break are no blanks") << u" \tabc\r\n "_s << u"\tabc\r\n"_s;
+    QTest::newRow("hard blank is no blank") << u"\u00A0abc\u00A0"_s << u"\u00A0abc\u00A0"_s;
+}
+
+void TstAcessoDados::blanksAroundATextAreRemoved() {
+    QFETCH(QString, texto);
+    QFETCH(QString, aparado);
+    QCOMPARE(NuloVazio(odbc::Field(texto)), aparado);
+}
+
+void TstAcessoDados::endReleasesEverything() {
+    QVERIFY(AbreRS(u"SELECT 1 AS um"_s));
+    QVERIFY(AbreRS2(u"SELECT 2 AS dois"_s));
+    EncerraBanco();
+    QVERIFY(!rs.isOpen());
+    QVERIFY(!rs2.isOpen());
+    QVERIFY(!Connection.isOpen());
+    QVERIFY(!Shell);
+    const auto conexoes = [this] {
+        return m_servidor->consulta(
+            u"SELECT id FROM information_schema.processlist WHERE user = '%1'"_s.arg(m_servidor->usuario()));
+    };
+    QTRY_COMPARE(conexoes().size(), 0);
+}
+
+QTEST_MAIN(TstAcessoDados)
+#include "tst_acesso_dados.moc"

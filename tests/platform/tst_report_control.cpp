@@ -1,0 +1,355 @@
+#include "platform/ReportBench.h"
+#include "platform/report/PreviewWindow.h"
+#include "platform/report/ReportControl.h"
+#include "support/ErroDe.h"
+
+#include <QApplication>
+#include <QDialog>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+using namespace tarvessa;
+using namespace tarvessa::teste;
+
+/// The report control as the screens drive it, and the four printed reports over staged rows.
+class TstReportControl : public QObject {
+    Q_OBJECT
+
+  private Q_SLOTS:
+    void initTestCase();
+    void init();
+    void cleanup();
+    void cleanupTestCase();
+
+    void actionShowsThePreviewAndReturns();
+    void otherActionsDoNothing();
+    void previewOverAModalScreenTakesInput();
+    void windowStateIsFollowed();
+    void fileNameTakesEitherSlash();
+    void missingLayoutIsAnErrorAndLeavesTheLastReport();
+    void formulasStaySetUntilCleared();
+    void unknownFormulaIsIgnored();
+    void formulaMayHoldAnApostrophe();
+    void wrongFormulaIsAnError_data();
+    void wrongFormulaIsAnError();
+    void replacementQueryBelongsToItsLayout();
+    void reportReadsOnAConnectionOfItsOwn();
+    void unreachableDatabaseIsAnError();
+
+    void commissionIsPrinted();
+    void commissionOfNobodyIsPrinted();
+    void statementIsPrinted();
+    void statementOfManyInvoicesIsPrinted_data();
+    void statementOfManyInvoicesIsPrinted();
+    void statementWithoutPercentagesIsPrinted();
+    void customersByLevelArePrinted();
+    void targetsArePrinted();
+
+  private:
+    static QString supplied(const QString& name) {
+        return QStringLiteral(TARVESSA_SOURCE_DIR "/rpt/") + name;
+    }
+    static report::PreviewWindow* preview() {
+        return qobject_cast<report::PreviewWindow*>(QApplication::activeModalWidget());
+    }
+
+    /// Runs the control on a layout, closes the preview and gives the printed text.
+    QString printed(const QString& layout);
+
+    std::unique_ptr<PrivateServer> m_server;
+    std::unique_ptr<QWidget> m_owner;
+    std::unique_ptr<ReportControl> m_control;
+    ReportBench m_bench;
+};
+
+void TstReportControl::initTestCase() {
+    m_server = std::make_unique<PrivateServer>();
+}
+
+void TstReportControl::init() {
+    m_owner = std::make_unique<QWidget>();
+    m_owner->show();
+    m_control = std::make_unique<ReportControl>(m_owner.get());
+    m_control->setClock([] { return QDateTime(QDate(2024, 3, 5), QTime(14, 30)); });
+    m_control->setWindowState(2);
+    m_server->executa(u"TRUNCATE relat2"_s);
+}
+
+void TstReportControl::cleanup() {
+    m_control.reset();
+    m_owner.reset();
+}
+
+void TstReportControl::cleanupTestCase() {
+    m_server.reset();
+}
+
+QString TstReportControl::printed(const QString& layout) {
+    m_control->setReportFileName(layout);
+    m_control->setAction(1);
+    if (QWidget* window = preview())
+        window->close();
+    const QString path = m_bench.path(u"impresso.pdf"_s);
+    m_control->lastReport()->savePdf(path);
+    return ReportBench::pdfText(path);
+}
+
+void TstReportControl::actionShowsThePreviewAndReturns() {
+    QVERIFY(!m_control->lastReport());
+    m_control->setReportFileName(supplied(u"COMISSAO.RPT"_s));
+    m_control->setAction(1);
+    QPointer<report::PreviewWindow> window = preview();
+    QVERIFY(window);
+    QVERIFY(window->isVisible());
+    QVERIFY(window->isMaximized());
+    QCOMPARE(window->parentWidget(), m_owner.get());
+    QCOMPARE(window->windowTitle(), u"Comissão dos vendedores - visualização"_s);
+    QVERIFY(m_control->lastReport());
+    window->close();
+    QTRY_VERIFY(!window);
+    QVERIFY(m_control->lastReport());
+}
+
+void TstReportControl::otherActionsDoNothing() {
+    m_control->setReportFileName(supplied(u"COMISSAO.RPT"_s));
+    m_control->setAction(0);
+    QVERIFY(!preview());
+    QVERIFY(!m_control->lastReport());
+}
+
+void TstReportControl::previewOverAModalScreenTakesInput() {
+    QDialog screen(m_owner.get());
+    screen.setModal(true);
+    screen.show();
+    m_control->setReportFileName(supplied(u"COMISSAO.RPT"_s));
+    m_control->setAction(1);
+    QPointer<report::PreviewWindow> window = preview();
+    QVERIFY(window);
+    QCOMPARE(window->parentWidget(), &screen);
+    QVERIFY(QTest::qWaitForWindowActive(window));
+    QTest::keyClick(window->centralWidget(), Qt::Key_Escape);
+    QTRY_VERIFY(!window);
+    QVERIFY(screen.isVisible());
+}
+
+void TstReportControl::windowStateIsFollowed() {
+    m_control->setWindowState(0);
+    m_control->setReportFileName(supplied(u"COMISSAO.RPT"_s));
+    m_control->setAction(1);
+    QVERIFY(preview());
+    QVERIFY(!preview()->isMaximized());
+}
+
+void TstReportControl::fileNameTakesEitherSlash() {
+    QVERIFY(printed(QString(supplied(u"COMISSAO.RPT"_s)).replace(u'/', u'\\')).contains(u"Comissão"_s));
+    QVERIFY(printed(QStringLiteral(TARVESSA_SOURCE_DIR) + u"\\rpt\\COMISSAO.RPT"_s).contains(u"Comissão"_s));
+}
+
+void TstReportControl::missingLayoutIsAnErrorAndLeavesTheLastReport() {
+    printed(supplied(u"COMISSAO.RPT"_s));
+    const auto before = m_control->lastReport();
+    m_control->setReportFileName(m_bench.path(u"nada.RPT"_s));
+    QCOMPARE(numeroDoErroDe([&] { m_control->setAction(1); }), numero(ErrorNumber::FileNotFound));
+    QVERIFY(!preview());
+    QCOMPARE(m_control->lastReport(), before);
+    QVERIFY(!QApplication::overrideCursor());
+}
+
+void TstReportControl::formulasStaySetUntilCleared() {
+    m_control->setFormula(0, u"Titulo='PERÍODO DE 01/02/2024 À 29/02/2024'"_s);
+    m_control->setFormula(3, u"TotalDevolucoes= 5"_s);
+    QVERIFY(printed(supplied(u"COMISSAO.RPT"_s)).contains(u"PERÍODO DE 01/02/2024 À 29/02/2024"_s));
+    // Another report finds it still set.
+    QVERIFY(printed(supplied(u"Metas.RPT"_s)).contains(u"PERÍODO DE 01/02/2024 À 29/02/2024"_s));
+    QCOMPARE(m_control->formula(0), u"Titulo='PERÍODO DE 01/02/2024 À 29/02/2024'"_s);
+    m_control->setFormula(0, QString());
+    QCOMPARE(m_control->formula(0), QString());
+    QCOMPARE(m_control->formula(3), u"TotalDevolucoes= 5"_s);
+    QVERIFY(!printed(supplied(u"Metas.RPT"_s)).contains(u"PERÍODO"_s));
+}
+
+void TstReportControl::unknownFormulaIsIgnored() {
+    m_control->setFormula(0, u"Desconhecida='x'"_s);
+    QVERIFY(printed(supplied(u"COMISSAO.RPT"_s)).contains(u"Comissão dos vendedores"_s));
+}
+
+void TstReportControl::formulaMayHoldAnApostrophe() {
+    m_control->setFormula(0, u"Titulo='3 - D'ÁVILA    -   PERÍODO'"_s);
+    QVERIFY(printed(supplied(u"ExtratoVendedorDistribuidora.RPT"_s)).contains(u"3 - D'ÁVILA - PERÍODO"_s));
+}
+
+void TstReportControl::wrongFormulaIsAnError_data() {
+    QTest::addColumn<QString>("text");
+    QTest::newRow("no name") << u"='x'"_s;
+    QTest::newRow("no value") << u"Titulo="_s;
+    QTest::newRow("no equals sign") << u"Titulo"_s;
+    QTest::newRow("quote not closed") << u"Titulo='x"_s;
+    QTest::newRow("comma") << u"Porc= 5,5"_s;
+}
+
+void TstReportControl::wrongFormulaIsAnError() {
+    QFETCH(const QString, text);
+    m_control->setFormula(0, text);
+    m_control->setReportFileName(supplied(u"COMISSAO.RPT"_s));
+    QCOMPARE(numeroDoErroDe([&] { m_control->setAction(1); }), numero(ErrorNumber::TypeMismatch));
+    QVERIFY(!preview());
+}
+
+void TstReportControl::replacementQueryBelongsToItsLayout() {
+    m_server->executa(u"INSERT INTO relat2 SET Codigo1='1', Texto1='MARIA'"_s);
+    const QString query = u"SELECT '7' AS codigo, 'ANA' AS nome, '' AS fantasia, '4' AS colunapreco"_s;
+    m_control->setSQLQuery(query);
+    QVERIFY(printed(supplied(u"RelatNivelPreco.RPT"_s)).contains(u"7 ANA"_s));
+    QVERIFY(printed(supplied(u"COMISSAO.RPT"_s)).contains(u"1 MARIA"_s));
+    QVERIFY(printed(supplied(u"RelatNivelPreco.RPT"_s)).contains(u"7 ANA"_s));
+    QCOMPARE(m_control->sqlQuery(), query);
+    m_control->setSQLQuery(QString());
+    QVERIFY(printed(supplied(u"RelatNivelPreco.RPT"_s)).contains(u"Não há clientes"_s));
+}
+
+void TstReportControl::reportReadsOnAConnectionOfItsOwn() {
+    // No other connection of the program's user is open, so the report made its own, and closed it again.
+    printed(supplied(u"COMISSAO.RPT"_s));
+    QTRY_COMPARE(
+        m_server->consulta(u"SELECT COUNT(*) FROM information_schema.processlist WHERE user='%1'"_s.arg(
+            m_server->usuario())),
+        QList<QStringList>{{u"0"_s}});
+}
+
+void TstReportControl::unreachableDatabaseIsAnError() {
+    m_server->usaSocket(m_bench.path(u"nada.sock"_s));
+    m_control->setReportFileName(supplied(u"COMISSAO.RPT"_s));
+    const auto error = erroDe([&] { m_control->setAction(1); });
+    m_server->usaSocket(m_server->socket());
+    QVERIFY(error);
+    QVERIFY(!preview());
+}
+
+void TstReportControl::commissionIsPrinted() {
+    m_server->executa(
+        u"INSERT INTO relat2 SET Codigo1='3', Texto1='JOÃO', Valor1=1000.10, Valor2=3.5, Valor3=35.00, "
+        "Valor4=2000.20, Valor5=1.25, Valor6=25.00, Valor7=3000.30, Valor8=60.00, Valor9=150.02, "
+        "Texto2='5,00';"
+        "INSERT INTO relat2 SET Codigo1='1', Texto1='ADRIANA', Valor1=-10, Valor2=0, Valor3=0, Valor4=110, "
+        "Valor5=10, Valor6=11, Valor7=100, Valor8=11, Valor9=0, Texto2='0,00'"_s);
+    m_control->setFormula(0, u"Titulo='PERÍODO DE 01/02/2024 À 29/02/2024'"_s);
+    const QString text = printed(supplied(u"COMISSAO.RPT"_s));
+    for (const auto& expected :
+         {u"Comissão dos vendedores"_s, u"PERÍODO DE 01/02/2024 À 29/02/2024"_s, u"Página 1 de 1"_s,
+          u"Impresso em 05/03/2024 às 14:30"_s,
+          u"3 JOÃO 1.000,10 3,50 35,00 2.000,20 1,25 25,00 3.000,30 60,00 150,02 5,00"_s,
+          u"1 ADRIANA -10,00 0,00 0,00 110,00 10,00 11,00 100,00 11,00 0,00 0,00"_s,
+          // 100 * 150.02 / 3100.30 = 4.8388...
+          u"TOTAL (vendedores: 2) 990,10 35,00 2.110,20 36,00 3.100,30 71,00 150,02 4,84"_s})
+        QVERIFY2(text.contains(expected), qPrintable(expected + u" in\n"_s + text));
+    QVERIFY(text.indexOf(u"JOÃO"_s) < text.indexOf(u"ADRIANA"_s)); // as the rows were written
+}
+
+void TstReportControl::commissionOfNobodyIsPrinted() {
+    const QString text = printed(supplied(u"COMISSAO.RPT"_s));
+    QVERIFY(text.contains(u"Não há vendedores a imprimir."_s));
+    // No sales to divide by: the percentage stays empty.
+    QVERIFY2(text.contains(u"TOTAL (vendedores: 0) 0,00 0,00 0,00 0,00 0,00 0,00 0,00\n"_s),
+             qPrintable(text));
+}
+
+void TstReportControl::statementIsPrinted() {
+    m_server->executa(u"INSERT INTO relat2 (Data1,Valor1,Texto1,Valor2,valor3,valor4) values "
+                      "('29/02/2024', 1234 , 'PADARIA D´OURO', 100.50 , 200 , 300.5),"
+                      "('01/03/2024', 1235 , 'MERCADO', -20.5 , 0 , -20.5)"_s);
+    m_control->setFormula(0, u"Titulo='3 - JOÃO    -   PERÍODO DE 01/02/2024 A 01/03/2024'"_s);
+    m_control->setFormula(1, u"PorcComissaoPao= 3.5"_s);
+    m_control->setFormula(2, u"PorcComissaoOutros= 1.25"_s);
+    m_control->setFormula(3, u"TotalDevolucoes= 14"_s);
+    m_control->setFormula(4, u"PercentualDev=' 5%'"_s);
+    const QString text = printed(supplied(u"ExtratoVendedorDistribuidora.RPT"_s));
+    for (const auto& expected :
+         {u"Extrato do vendedor"_s, u"3 - JOÃO - PERÍODO DE 01/02/2024 A 01/03/2024"_s,
+          u"29/02/2024 1234 PADARIA D´OURO 100,50 200,00 300,50"_s,
+          u"01/03/2024 1235 MERCADO -20,50 0,00 -20,50"_s, u"TOTAL (notas: 2) 80,00 200,00 280,00"_s,
+          u"Pão 80,00 3,5% 2,80"_s, u"Outros 200,00 1,25% 2,50"_s, u"Total 280,00 5,30"_s,
+          u"Devoluções 14,00 5,00%"_s})
+        QVERIFY2(text.contains(expected), qPrintable(expected + u" in\n"_s + text));
+}
+
+void TstReportControl::statementOfManyInvoicesIsPrinted_data() {
+    QTest::addColumn<int>("count");
+    for (const int count : {0, 1, 22, 23, 24, 10000})
+        QTest::addRow("%d", count) << count;
+}
+
+void TstReportControl::statementOfManyInvoicesIsPrinted() {
+    QFETCH(const int, count);
+    if (count > 0)
+        m_server->executa(u"INSERT INTO relat2 (Data1,Valor1,Texto1,Valor2,Valor3,Valor4) "
+                          "SELECT '29/02/2024', seq, 'CLIENTE', 1.25, 2, 3.25 FROM seq_1_to_%1"_s.arg(count));
+    const QString text = printed(supplied(u"ExtratoVendedorDistribuidora.RPT"_s));
+    QCOMPARE(text.count(u"CLIENTE 1,25 2,00 3,25"_s), count);
+    const QLocale brazilian(QLocale::Portuguese, QLocale::Brazil);
+    const auto money = [&](double value) { return brazilian.toString(value, 'f', 2); };
+    const QString total = u"TOTAL (notas: %1) %2 %3 %4"_s.arg(brazilian.toString(count), money(count * 1.25),
+                                                              money(count * 2.0), money(count * 3.25));
+    QVERIFY2(text.contains(total), qPrintable(total + u" in\n"_s + text.right(1000)));
+    const int pages = m_control->lastReport()->pageCount();
+    for (int page = 1; page <= pages; ++page)
+        QVERIFY(text.contains(u"Página %1 de %2\n"_s.arg(page).arg(pages)));
+    QCOMPARE(text.count(u"Nº NF Cliente"_s), pages);
+}
+
+void TstReportControl::statementWithoutPercentagesIsPrinted() {
+    m_server->executa(u"INSERT INTO relat2 (Data1,Valor1,Texto1,Valor2,valor3,valor4) values "
+                      "('29/02/2024', 1234 , 'PADARIA', 1 , 2 , 3)"_s);
+    const QString text = printed(supplied(u"ExtratoVendedorDistribuidora.RPT"_s));
+    QVERIFY2(text.contains(u"Pão 1,00 %\n"_s), qPrintable(text));
+}
+
+void TstReportControl::customersByLevelArePrinted() {
+    m_server->executa(
+        u"DELETE FROM clientes; INSERT INTO clientes (codigo, nome, fantasia, colunapreco, ativocad) VALUES "
+        "('000001','ALVES LTDA','ALVES','2','S'),('000002','ÁGUIA LTDA',NULL,'2','S'),"
+        "('000003','BAR DO ZÉ','ZÉ','2','S'),('000004','CAFÉ','CAFÉ','1','S'),"
+        "('000005','BOTECO','BOTECO','2','N')"_s);
+    m_control->setSQLQuery(
+        u"SELECT clientes1.`codigo`, clientes1.`nome`, clientes1.`fantasia`, "
+        "clientes1.`colunapreco` From `clientes` clientes1 Where clientes1.`colunapreco`= 2 And "
+        "clientes1.ativocad='S' order By clientes1.`nome` ASC"_s);
+    const QString text = printed(supplied(u"RelatNivelPreco.RPT"_s));
+    QString lines = text;
+    lines.replace(QRegularExpression(u"\\s*\n\\s*"_s), u"\n"_s);
+    const QString list =
+        u"Código Nome Nome fantasia\nA\n000002 ÁGUIA LTDA\n000001 ALVES LTDA ALVES\nLetra A: 2\n"
+        "B\n000003 BAR DO ZÉ ZÉ\nLetra B: 1\nTotal de clientes: 3\n"_s;
+    QVERIFY2(lines.contains(list), qPrintable(lines));
+    QVERIFY(lines.contains(u"Clientes ativos do nível 2, em ordem alfabética"_s));
+}
+
+void TstReportControl::targetsArePrinted() {
+    m_server->executa(
+        u"insert into relat2 (codigo1,codigo2,texto1,texto2,texto3,texto4,texto5,texto6,texto7) Values "
+        "('1 - ANA', '0001', 'PÃO FRANCÊS', '100', '150', '150,0%', '1.234,50', '0', '0,0%'),"
+        "('1 - ANA', '', '', '', '', '', '', '', ''),"
+        "('1 - ANA', '', '*** TOTAIS DE 1 - ANA ***', '100', '150', '150,0%', '1.234,50', '0', '0,0%'),"
+        "('2 - (Nenhum)', '0002', 'BOLO', '10,500', '0', '0,0%', '0,00', '0', '0,0%'),"
+        "('2 - (Nenhum)', '', '', '', '', '', '', '', ''),"
+        "('2 - (Nenhum)', '', '*** TOTAIS DE 2 - (Nenhum) ***', '10,500', '1', '9,52%', '0,00', '0', '0,0%')"_s);
+    m_control->setFormula(0, u"Titulo='PERÍODO DE 01/02/2024 A 29/02/2024'"_s);
+    QString text = printed(supplied(u"Metas.RPT"_s));
+    text.replace(QRegularExpression(u"\\s*\n\\s*"_s), u"\n"_s);
+    const QString list = u"1 - ANA\n0001 PÃO FRANCÊS 100 150 150,0% 1.234,50 0 0,0%\n"
+                         "*** TOTAIS DE 1 - ANA *** 100 150 150,0% 1.234,50 0 0,0%\n"
+                         "2 - (Nenhum)\n0002 BOLO 10,500 0 0,0% 0,00 0 0,0%\n"
+                         "*** TOTAIS DE 2 - (Nenhum) *** 10,500 1 9,52% 0,00 0 0,0%\n"_s;
+    QVERIFY2(text.contains(list), qPrintable(text));
+    // The totals are set off in bold: the caption and six figures of each seller, and nothing else.
+    const report::Layout& layout = m_control->lastReport()->layout();
+    QStringList bold;
+    for (const auto& placed : m_control->lastReport()->texts(0))
+        if (layout.fonts[static_cast<size_t>(placed.font)].name == u"bold"_s)
+            bold.append(placed.text);
+    QCOMPARE(bold.size(), 14);
+    QCOMPARE(bold[0], u"*** TOTAIS DE 1 - ANA ***"_s);
+    QCOMPARE(bold[7], u"*** TOTAIS DE 2 - (Nenhum) ***"_s);
+}
+
+QTEST_MAIN(TstReportControl)
+#include "tst_report_control.moc"

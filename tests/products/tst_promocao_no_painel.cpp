@@ -1,0 +1,162 @@
+#include "closing/PainelFechamento.h"
+#include "core/Datas.h"
+#include "core/JanelaPrincipal.h"
+#include "platform/TextBox.h"
+#include "platform/grid/Grid.h"
+#include "products/Balcao.h"
+#include "support/ModalHelper.h"
+
+#include <QApplication>
+#include <QFontMetricsF>
+#include <QLabel>
+#include <QPushButton>
+#include <QScreen>
+#include <QTest>
+#include <QTimer>
+
+using namespace Qt::StringLiterals;
+using namespace tarvessa;
+using namespace tarvessa::teste;
+
+/// How the panel opens the promotional prices and what it lends to the product screens.
+class TstPromocaoNoPainel : public QObject {
+    Q_OBJECT
+
+  private Q_SLOTS:
+    void initTestCase() { b = std::make_unique<Balcao>(); }
+    void cleanupTestCase() { b.reset(); }
+    void init();
+    void cleanup() { m_painel.reset(); }
+
+    void buttonNeedsPresales();
+    void buttonOpensTheScreen();
+    void pricesAreAppliedFromThePanel();
+    void panelLendsItsPictureAndItsFont();
+    void loanEndsWithThePanel();
+    void missingViewerEndsTheProgramFromItsDepths();
+
+  private:
+    bool abre();
+    QPushButton* command6() const { return m_painel->findChild<QPushButton*>(u"Command6"_s); }
+
+    std::unique_ptr<Balcao> b;
+    std::unique_ptr<PainelFechamento> m_painel;
+    QString m_id;
+};
+
+void TstPromocaoNoPainel::init() {
+    b->arruma();
+    b->produto(u"0000000000007"_s, u"PÃO FRANCÊS"_s);
+    b->produto(u"0000000000008"_s, u"PÃO DOCE"_s);
+    b->cliente(u"1"_s, u"ALFA"_s);
+    m_id = b->linha(u"0000000000007"_s, u"1"_s, u"dataabertura='"_s + TextoSQL(Hoje()) + u"', totalped=1"_s);
+}
+
+bool TstPromocaoNoPainel::abre() {
+    m_painel = std::make_unique<PainelFechamento>();
+    return m_painel->Form_Load() && mostra(m_painel.get());
+}
+
+void TstPromocaoNoPainel::buttonNeedsPresales() {
+    QVERIFY(abre());
+    QVERIFY(command6()->isEnabled());
+    QCOMPARE(command6()->text(), u"Define os preços promocionais para os clientes"_s);
+    b->servidor().executa(u"DELETE FROM orcamento"_s);
+    QVERIFY(abre());
+    QVERIFY(!command6()->isEnabled());
+}
+
+void TstPromocaoNoPainel::buttonOpensTheScreen() {
+    QVERIFY(abre());
+    ModalHelper modais;
+    modais.aoAbrir([this](QWidget* tela) {
+        QCOMPARE(tela->objectName(), u"PromocaoPedidos"_s);
+        QVERIFY(tela->isModal());
+        QCOMPARE(tela->parentWidget(), m_painel.get());
+        QTest::keyClick(tela, Qt::Key_Escape);
+    });
+    QTest::mouseClick(command6(), Qt::LeftButton);
+    QCOMPARE(modais.confere(), QString());
+    QVERIFY(m_painel->isVisible());
+}
+
+void TstPromocaoNoPainel::pricesAreAppliedFromThePanel() {
+    QVERIFY(abre());
+    ModalHelper modais;
+    modais.aoAbrir([&modais](QWidget* tela) {
+        QVERIFY(QTest::qWaitForWindowActive(tela));
+        auto* descricao = tela->findChild<TextBox*>(u"Descricao"_s);
+        auto* venda = tela->findChild<TextBox*>(u"Venda"_s);
+        cola(descricao, u"7"_s);
+        QTest::keyClick(descricao, Qt::Key_Tab);
+        QTest::keyClicks(venda, u"0.7"_s);
+        QTest::mouseClick(tela->findChild<QPushButton*>(u"Command2"_s), Qt::LeftButton);
+        modais.espera(u"Deseja realmente realizar esse processo?"_s, QMessageBox::Yes);
+        QTest::mouseClick(tela->findChild<QPushButton*>(u"Command1"_s), Qt::LeftButton);
+    });
+    QTest::mouseClick(command6(), Qt::LeftButton);
+    QCOMPARE(modais.confere(), QString());
+    QCOMPARE(b->servidor().consulta(u"SELECT unitario, totalped FROM orcamento WHERE id="_s + m_id),
+             QList<QStringList>({{u"0.70"_s, u"0.70"_s}}));
+}
+
+void TstPromocaoNoPainel::panelLendsItsPictureAndItsFont() {
+    QVERIFY(abre());
+    QFont grande = m_painel->font();
+    grande.setPointSize(grande.pointSize() * 3);
+    m_painel->setFont(grande);
+    const double polegadas =
+        QFontMetricsF(grande).horizontalAdvance(u"PÃO"_s) / m_painel->screen()->logicalDotsPerInchX();
+    QCOMPARE(LarguraImpressa(u"PÃO"_s), polegadas * 1440);
+    const auto* picSucesso = m_painel->findChild<QLabel*>(u"picSucesso"_s);
+    const QSize tamanho = picSucesso->pixmap(Qt::ReturnByValue).size();
+    QVERIFY(!tamanho.isEmpty());
+    QCOMPARE(PicSucesso().pixmap(tamanho).toImage(), picSucesso->pixmap(Qt::ReturnByValue).toImage());
+}
+
+void TstPromocaoNoPainel::loanEndsWithThePanel() {
+    QVERIFY(abre());
+    m_painel.reset();
+    QVERIFY(!PicSucesso().isNull());
+    QVERIFY(LarguraImpressa(u"PÃO"_s) > 0);
+}
+
+// Nothing here waits for a window to go: the windows go when the event loops have ended.
+void TstPromocaoNoPainel::missingViewerEndsTheProgramFromItsDepths() {
+    constexpr int desistiu = 99;
+    constexpr int intervaloMs = 20;
+    QVERIFY(abre());
+    b->marca();
+    QStringList vistas;
+    std::function<void()> opera = [&] {
+        QTimer::singleShot(intervaloMs, m_painel.get(), opera); // also inside the loops that open below
+        QWidget* janela = QApplication::activeModalWidget();
+        const QString classe = janela ? QString::fromLatin1(janela->metaObject()->className()) : QString();
+        if (!janela || !janela->isActiveWindow() || vistas.contains(classe))
+            return;
+        vistas.append(classe);
+        if (auto* caixa = qobject_cast<QMessageBox*>(janela)) {
+            vistas.append(caixa->text());
+            QTest::mouseClick(caixa->button(QMessageBox::Ok), Qt::LeftButton);
+        } else if (auto* descricao = janela->findChild<TextBox*>(u"Descricao"_s)) {
+            cola(descricao, u"pão"_s);
+            QTest::keyClick(descricao, Qt::Key_Tab);
+        } else {
+            QTest::keyClick(janela, Qt::Key_F2);
+        }
+    };
+    QTimer::singleShot(0, m_painel.get(), opera);
+    QTimer::singleShot(0, m_painel.get(), [this] { QTest::mouseClick(command6(), Qt::LeftButton); });
+    QTimer::singleShot(10000, m_painel.get(), [] { QApplication::exit(desistiu); });
+    const int resultado = QApplication::exec();
+    QCOMPARE(vistas,
+             QStringList({u"tarvessa::PromocaoPedidos"_s, u"tarvessa::SelecionaProd"_s, u"QMessageBox"_s,
+                          u"Erro em tempo de execução 424:\n\nO objeto é obrigatório: não há visualizador "
+                          "de imagem."_s}));
+    QCOMPARE(resultado, EXIT_FAILURE);
+    // The search and the selection screen's setting; nothing after the error.
+    QCOMPARE(b->comandos().size(), 2);
+}
+
+QTEST_MAIN(TstPromocaoNoPainel)
+#include "tst_promocao_no_painel.moc"
