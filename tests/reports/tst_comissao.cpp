@@ -104,7 +104,7 @@ void TstComissao::periodo(const QString& inicio, const QString& fim) {
 void TstComissao::venda(int vendedor, const QString& valor, const QString& descricao, const QString& cfop) {
     ++m_nota;
     m->nota(m_nota, vendedor, u"CLIENTE"_s);
-    Linha l;
+    LinhaFiscal l;
     l.nota = m_nota;
     l.entrsai = cfop.startsWith(u'1') ? u"E"_s : u"S"_s;
     l.cfop = cfop;
@@ -437,7 +437,7 @@ void TstComissao::invoicesWithoutSellerAreLeftOut() {
 void TstComissao::seriesMustMatch() {
     m->nota(1, 1, u"CLIENTE"_s, u"1"_s);
     m->nota(1, 2, u"CLIENTE"_s, u"2"_s);
-    Linha l;
+    LinhaFiscal l;
     l.serie = u"2"_s;
     m->linha(l);
     gera();

@@ -70,7 +70,7 @@ void TstComissaoEdicao::init() {
     m->vendedor(2, u"BETO"_s, u"NULL"_s, u"NULL"_s);
     const auto venda = [this](int nota, int vendedor, const QString& valor, const QString& descricao) {
         m->nota(nota, vendedor, u"CLIENTE"_s);
-        Linha l;
+        LinhaFiscal l;
         l.nota = nota;
         l.totalVenda = valor;
         l.descricao = descricao;

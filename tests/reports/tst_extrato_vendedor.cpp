@@ -97,7 +97,7 @@ void TstExtratoVendedor::venda(int nota, const QString& valor, const QString& de
                                const QString& data) {
     if (m->servidor().consulta(u"SELECT 1 FROM nfsaida WHERE nrnf=%1"_s.arg(nota)).isEmpty())
         m->nota(nota, 7, u"CLIENTE %1"_s.arg(nota));
-    Linha l;
+    LinhaFiscal l;
     l.nota = nota;
     l.data = data;
     l.entrsai = cfop.startsWith(u'1') ? u"E"_s : u"S"_s;
@@ -253,7 +253,7 @@ void TstExtratoVendedor::saleAndReturnOfOneNumberAreOneRow() {
     venda(5, u"100.00"_s, u"PÃO"_s);
     venda(5, u"30.00"_s, u"PÃO"_s, u"1202"_s);
     m->nota(5, 7, u"OUTRA SÉRIE"_s, u"2"_s);
-    Linha l;
+    LinhaFiscal l;
     l.nota = 5;
     l.serie = u"2"_s;
     l.totalVenda = u"7.00"_s;

@@ -68,7 +68,7 @@ void TstImpressao::init() {
 void TstImpressao::venda(int nota, int vendedor, const QString& valor, const QString& descricao,
                          const QString& cliente) {
     m->nota(nota, vendedor, cliente);
-    Linha l;
+    LinhaFiscal l;
     l.nota = nota;
     l.totalVenda = valor;
     l.descricao = descricao;
