@@ -127,7 +127,7 @@ void PainelFechamento::TotalSelecionado() {
     Dinheiro total;
     for (int linha = 1; linha < ui->Grid1->rows(); ++linha)
         if (ui->Grid1->isTicked(linha))
-            total += ValorNumerico(ui->Grid1->text(linha, colunas::Total));
+            total += ValorNumerico(ui->Grid1->textView(linha, colunas::Total));
     ui->Text1->setText(FormataDinheiro(total));
 }
 

@@ -26,7 +26,7 @@ void FixaRelogio(const QDateTime& momento) {
 }
 
 QString TextoSQL(QDate data) {
-    return data.toString(u"yyyy-MM-dd"_s);
+    return data.toString(Qt::ISODate);
 }
 
 QString TextoTela(QDate data) {

@@ -2,6 +2,8 @@
 
 #include "platform/RuntimeError.h"
 
+#include <QVarLengthArray>
+
 #include <limits>
 
 using namespace Qt::StringLiterals;
@@ -11,6 +13,8 @@ namespace tarvessa {
 namespace {
 
 constexpr int grupo = 3;
+// Longer texts work too, at the price of an allocation.
+constexpr qsizetype digitosUsuais = 32;
 
 bool digito(QStringView t, qsizetype i) {
     return i < t.size() && t[i] >= u'0' && t[i] <= u'9';
@@ -59,10 +63,11 @@ bool EhNumero(QStringView texto) {
 
 Dinheiro ValorNumerico(QStringView texto) {
     const QStringView t = semBrancosNoInicio(texto);
-    QString ponto = t.first(tamanhoDoNumero(t)).toString();
-    ponto.remove(u'.');
-    ponto.replace(u',', u'.');
-    return Dinheiro::dePonto(ponto);
+    QVarLengthArray<QChar, digitosUsuais> ponto;
+    for (const QChar c : t.first(tamanhoDoNumero(t)))
+        if (c != u'.')
+            ponto.append(c == u',' ? QChar(u'.') : c);
+    return Dinheiro::dePonto(QStringView(ponto));
 }
 
 qint32 ValorInteiro(QStringView texto) {

@@ -1,12 +1,16 @@
 #include "platform/Formata.h"
 
-using namespace Qt::StringLiterals;
+#include <QVarLengthArray>
+
+#include <algorithm>
 
 namespace tarvessa {
 
 namespace {
 
 constexpr int grupo = 3;
+// Longer texts work too, at the price of an allocation.
+constexpr qsizetype digitosUsuais = 32;
 
 struct Mascara {
     int inteirosMinimos = 0;
@@ -34,11 +38,11 @@ Mascara lida(QStringView texto) {
     return m;
 }
 
-QString comMilhares(const QString& digitos) {
-    QString texto = digitos;
-    for (qsizetype i = texto.size() - grupo; i > 0; i -= grupo)
-        texto.insert(i, u'.');
-    return texto;
+// Takes the last digit off a number.
+QChar ultimoDigito(quint64& numero) {
+    const auto digito = static_cast<char16_t>(u'0' + numero % 10);
+    numero /= 10;
+    return digito;
 }
 
 } // namespace
@@ -53,15 +57,31 @@ QString Formata(Dinheiro valor, QStringView mascara) {
         unidade *= 10;
     modulo = (modulo + unidade / 2) / unidade * unidade;
 
-    QString decimais = QString::number(modulo % Dinheiro::casas).rightJustified(casasDoValor, u'0');
-    decimais = decimais.leftJustified(m.casasMaximas, u'0', true);
-    while (decimais.size() > m.casasMinimas && decimais.endsWith(u'0'))
-        decimais.chop(1);
-    QString inteiros = QString::number(modulo / Dinheiro::casas).rightJustified(m.inteirosMinimos, u'0');
-    if (m.milhares)
-        inteiros = comMilhares(inteiros);
-    const QString sinal = v < 0 && modulo != 0 ? u"-"_s : QString();
-    return sinal + inteiros + (decimais.isEmpty() ? QString() : u","_s + decimais);
+    quint64 decimais = modulo % Dinheiro::casas;
+    quint64 inteiros = modulo / Dinheiro::casas;
+    int casas = m.casasMaximas;
+    for (int i = casas; i < casasDoValor; ++i)
+        decimais /= 10;
+    for (int i = casasDoValor; i < casas; ++i)
+        decimais *= 10;
+    for (; casas > m.casasMinimas && decimais % 10 == 0; --casas)
+        decimais /= 10;
+
+    // From the last digit to the first; a listing formats one amount per row, so no text per digit.
+    QVarLengthArray<QChar, digitosUsuais> invertido;
+    for (int i = 0; i < casas; ++i)
+        invertido.append(ultimoDigito(decimais));
+    if (casas > 0)
+        invertido.append(u',');
+    for (int i = 0; i < qMax(m.inteirosMinimos, 1) || inteiros != 0; ++i) {
+        if (m.milhares && i > 0 && i % grupo == 0)
+            invertido.append(u'.');
+        invertido.append(ultimoDigito(inteiros));
+    }
+    if (v < 0 && modulo != 0)
+        invertido.append(u'-');
+    std::reverse(invertido.begin(), invertido.end());
+    return QString(invertido.constData(), invertido.size());
 }
 
 } // namespace tarvessa

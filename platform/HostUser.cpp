@@ -22,8 +22,12 @@ QString hostUserName() {
 #else
 
 QString hostUserName() {
-    const passwd* entry = getpwuid(geteuid());
-    return entry ? QString::fromLocal8Bit(entry->pw_name) : QString();
+    // Looked up once: every stock movement names the user, and the look-up reads files.
+    static const QString name = [] {
+        const passwd* entry = getpwuid(geteuid());
+        return entry ? QString::fromLocal8Bit(entry->pw_name) : QString();
+    }();
+    return name;
 }
 
 #endif

@@ -123,12 +123,8 @@ void Grid::addItem(const QString& tabbed) {
     m_model->append(tabbed.split(u'\t'));
 }
 
-void Grid::addRow(const QStringList& cells) {
-    m_model->append(cells);
-}
-
-QString Grid::text(int row, int column) const {
-    return row == 0 ? m_model->caption(column) : m_model->text(row - 1, column);
+QStringView Grid::textView(int row, int column) const {
+    return row == 0 ? QStringView(m_model->caption(column)) : m_model->textView(row - 1, column);
 }
 
 void Grid::setText(int row, int column, const QString& text) {

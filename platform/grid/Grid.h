@@ -47,7 +47,8 @@ class Grid : public QTableView {
     void addItem(const QString& tabbed);
 
     /// Adds a row cell by cell; a tab inside a cell stays there.
-    void addRow(const QStringList& cells);
+    void addRow(std::span<const QString> cells) { m_model->append(cells); }
+    void addRow(std::initializer_list<QString> cells) { addRow(std::span(cells.begin(), cells.size())); }
 
     /// While it lives, added rows are not shown; they appear at once when it goes.
     class Fill {
@@ -63,7 +64,10 @@ class Grid : public QTableView {
 
     // Cells: row 0 is the header
 
-    QString text(int row, int column) const;
+    QString text(int row, int column) const { return textView(row, column).toString(); }
+
+    /// The same without a copy, for walking many rows; good until the row changes or goes.
+    QStringView textView(int row, int column) const;
     void setText(int row, int column, const QString& text);
     void setBold(int row, int column, bool bold);
     bool isBold(int row, int column) const;
@@ -86,7 +90,7 @@ class Grid : public QTableView {
 
     /// Writes the mark of a data row: " " with the picture, or "" without.
     void setTicked(int row, bool ticked);
-    bool isTicked(int row) const { return text(row, m_model->tickColumn()) == QLatin1StringView(" "); }
+    bool isTicked(int row) const { return textView(row, m_model->tickColumn()) == QLatin1StringView(" "); }
 
     // Position
 

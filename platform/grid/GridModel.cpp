@@ -2,6 +2,8 @@
 
 #include <QFont>
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 namespace tarvessa {
@@ -11,18 +13,16 @@ namespace {
 // A noncharacter: no text of a database or a keyboard holds it, so a tab inside a name shifts no column.
 constexpr QChar cellEnd = QChar(0xFFFF);
 
-QString packed(const QStringList& cells, qsizetype columns) {
-    qsizetype length = columns;
-    for (const QString& cell : cells)
+QString packed(std::span<const QString> cells, size_t columns) {
+    const std::span<const QString> kept = cells.first(std::min(cells.size(), columns));
+    const auto ends = static_cast<qsizetype>(columns > 0 ? columns - 1 : 0);
+    qsizetype length = ends;
+    for (const QString& cell : kept)
         length += cell.size();
-    QString text;
-    text.reserve(length);
-    for (qsizetype i = 0; i < columns; ++i) {
-        if (i > 0)
-            text += cellEnd;
-        if (i < cells.size())
-            text += cells[i];
-    }
+    QString text(length, cellEnd);
+    QChar* place = text.data();
+    for (const QString& cell : kept)
+        place = std::copy(cell.cbegin(), cell.cend(), place) + 1;
     return text;
 }
 
@@ -114,10 +114,10 @@ void GridModel::resize(int rows) {
         append({});
 }
 
-void GridModel::append(const QStringList& cells) {
+void GridModel::append(std::span<const QString> cells) {
     if (!m_filling)
         beginInsertRows({}, m_shownRows, m_shownRows);
-    m_rows.push_back({packed(cells, m_captions.size()), {}});
+    m_rows.push_back({packed(cells, static_cast<size_t>(m_captions.size())), {}});
     if (!m_filling) {
         ++m_shownRows;
         endInsertRows();
@@ -137,19 +137,19 @@ void GridModel::endFill() {
     endInsertRows();
 }
 
-QString GridModel::text(int row, int column) const {
+QStringView GridModel::textView(int row, int column) const {
     const QStringView cells = m_rows[static_cast<size_t>(row)].packed;
     qsizetype start = 0;
     for (int i = 0; i < column; ++i)
         start = cells.indexOf(cellEnd, start) + 1;
     const qsizetype end = cells.indexOf(cellEnd, start);
-    return cells.sliced(start, (end < 0 ? cells.size() : end) - start).toString();
+    return cells.sliced(start, (end < 0 ? cells.size() : end) - start);
 }
 
 void GridModel::setText(int row, int column, const QString& text) {
     QStringList cells = m_rows[static_cast<size_t>(row)].packed.split(cellEnd);
     cells[column] = text;
-    m_rows[static_cast<size_t>(row)].packed = packed(cells, m_captions.size());
+    m_rows[static_cast<size_t>(row)].packed = packed(cells, static_cast<size_t>(m_captions.size()));
     cellChanged(row, column);
 }
 

@@ -6,6 +6,7 @@
 #include <QIcon>
 
 #include <map>
+#include <span>
 #include <vector>
 
 namespace tarvessa {
@@ -41,13 +42,16 @@ class GridModel : public QAbstractTableModel {
     void resize(int rows);
 
     /// Adds a row of these cell texts; missing ones are empty, surplus ones are dropped.
-    void append(const QStringList& cells);
+    void append(std::span<const QString> cells);
 
     /// Between the two, rows are added without telling the view; endFill tells it once.
     void beginFill();
     void endFill();
 
-    QString text(int row, int column) const;
+    QString text(int row, int column) const { return textView(row, column).toString(); }
+
+    /// The same without a copy; good until the row changes or goes.
+    QStringView textView(int row, int column) const;
     void setText(int row, int column, const QString& text);
     const QString& caption(int column) const { return m_captions[column]; }
     void setCaption(int column, const QString& text);

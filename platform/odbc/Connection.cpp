@@ -27,6 +27,7 @@ Connection& Connection::operator=(Connection&& other) noexcept {
     close();
     m_environment = std::move(other.m_environment);
     m_connection = std::move(other.m_connection);
+    m_idle = std::move(other.m_idle);
     m_encoding = other.m_encoding;
     return *this;
 }
@@ -87,6 +88,7 @@ bool Connection::speaksUtf8mb4() const {
 }
 
 void Connection::close() {
+    m_idle = StatementHandle();
     if (m_connection)
         SQLDisconnect(m_connection.get());
     m_connection = ConnectionHandle();
@@ -104,8 +106,11 @@ StatementHandle Connection::newStatement(const QString& sql) const {
 }
 
 void Connection::execute(const QString& sql) {
-    const StatementHandle statement = newStatement(sql);
+    // Making a statement costs as much as a short command, so one is kept; not after an error.
+    StatementHandle statement = m_idle ? std::move(m_idle) : newStatement(sql);
     executeOn(statement, sql);
+    SQLFreeStmt(statement.get(), SQL_CLOSE);
+    m_idle = std::move(statement);
 }
 
 void Connection::executeOn(const StatementHandle& statement, const QString& sql) const {

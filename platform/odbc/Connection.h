@@ -48,6 +48,7 @@ class Connection {
 
     EnvironmentHandle m_environment;
     ConnectionHandle m_connection;
+    StatementHandle m_idle; // kept between two executes
     Encoding m_encoding = Encoding::Wide;
 };
 

@@ -100,17 +100,24 @@ void ResultSet::describeColumns() {
               SQL_HANDLE_STMT, m_statement.get(), m_sql);
         m_columns[i].cellBytes = cellBytes(m_connection->encoding(), std::max<SQLLEN>(characters, 1));
         m_names.append(name);
-        // Of two columns with one name, a look-up by name means the first.
-        if (!m_columnByName.contains(name.toLower()))
-            m_columnByName.insert(name.toLower(), i);
     }
 }
 
 void ResultSet::allocateCells() {
     m_rowsFetched = std::make_unique<SQLULEN>(0);
+    size_t bytes = 0;
+    for (const Column& column : m_columns)
+        bytes += static_cast<size_t>(column.cellBytes) * rowsPerBlock;
+    // As it comes: most results have a row or two, and clearing a block of rows would cost more than they do.
+    m_cells = std::make_unique_for_overwrite<char[]>(bytes);
+    m_indicators = std::make_unique_for_overwrite<SQLLEN[]>(m_columns.size() * rowsPerBlock);
+    char* cells = m_cells.get();
+    SQLLEN* indicators = m_indicators.get();
     for (Column& column : m_columns) {
-        column.cells.resize(static_cast<size_t>(column.cellBytes) * rowsPerBlock);
-        column.indicators.resize(rowsPerBlock);
+        column.cells = cells;
+        column.indicators = indicators;
+        cells += static_cast<size_t>(column.cellBytes) * rowsPerBlock;
+        indicators += rowsPerBlock;
     }
 }
 
@@ -121,8 +128,8 @@ void ResultSet::bindColumns() {
         Column& column = m_columns[i];
         if (column.cellBytes > 0)
             check(SQLBindCol(m_statement.get(), static_cast<SQLUSMALLINT>(i + 1),
-                             cellType(m_connection->encoding()), column.cells.data(), column.cellBytes,
-                             column.indicators.data()),
+                             cellType(m_connection->encoding()), column.cells, column.cellBytes,
+                             column.indicators),
                   SQL_HANDLE_STMT, m_statement.get(), m_sql);
     }
     m_bound = true;
@@ -171,9 +178,10 @@ void ResultSet::moveFirst() {
 void ResultSet::close() {
     m_statement = StatementHandle();
     m_columns.clear();
+    m_cells.reset();
+    m_indicators.reset();
     m_rowsFetched.reset();
     m_names.clear();
-    m_columnByName.clear();
     m_firstRowOfBlock = 0;
     m_rowInBlock = 0;
     m_bound = false;
@@ -181,11 +189,11 @@ void ResultSet::close() {
 }
 
 int ResultSet::column(QStringView name) const {
-    const auto found = m_columnByName.constFind(name.toString().toLower());
-    if (found == m_columnByName.constEnd())
-        throw RuntimeError(static_cast<int>(ErrorNumber::NoSuchColumn),
-                           u"A coluna \"%1\" não existe na consulta."_s.arg(name), {}, m_sql);
-    return *found;
+    for (qsizetype i = 0; i < m_names.size(); ++i)
+        if (m_names[i].compare(name, Qt::CaseInsensitive) == 0)
+            return static_cast<int>(i);
+    throw RuntimeError(static_cast<int>(ErrorNumber::NoSuchColumn),
+                       u"A coluna \"%1\" não existe na consulta."_s.arg(name), {}, m_sql);
 }
 
 Field ResultSet::field(int column) const {
@@ -201,7 +209,7 @@ Field ResultSet::field(int column) const {
     if (length == SQL_NO_TOTAL || length > bound.cellBytes - terminatorBytes(m_connection->encoding()))
         return longCell(column);
     return Field(cellText(m_connection->encoding(),
-                          bound.cells.data() + static_cast<SQLLEN>(m_rowInBlock) * bound.cellBytes, length));
+                          bound.cells + static_cast<SQLLEN>(m_rowInBlock) * bound.cellBytes, length));
 }
 
 // Inside a block the driver goes on reading a column where it stopped in another row; alone on its row it

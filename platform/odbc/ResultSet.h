@@ -3,7 +3,7 @@
 #include "platform/odbc/Connection.h"
 #include "platform/odbc/Field.h"
 
-#include <QHash>
+#include <QStringList>
 
 #include <memory>
 #include <vector>
@@ -36,7 +36,8 @@ class ResultSet {
     /// Releases the result; does nothing on a closed one.
     void close();
 
-    /// The place of a column by its name, letter case ignored; resolve it once before a long walk.
+    /// The place of a column by its name, letter case ignored; of two with one name, the first. Resolve it
+    /// once before a long walk.
     /// Raises RuntimeError when the query has no such column.
     int column(QStringView name) const;
 
@@ -49,9 +50,9 @@ class ResultSet {
 
   private:
     struct Column {
-        SQLLEN cellBytes = 0; // 0: not bound, every cell is fetched on its own
-        std::vector<char> cells;
-        std::vector<SQLLEN> indicators;
+        SQLLEN cellBytes = 0;  // 0: not bound, every cell is fetched on its own
+        char* cells = nullptr; // of one block of rows, in m_cells
+        SQLLEN* indicators = nullptr;
     };
 
     void describeColumns();
@@ -63,12 +64,13 @@ class ResultSet {
 
     const Connection* m_connection = nullptr;
     // The buffers outlive the statement that writes into them.
+    std::unique_ptr<char[]> m_cells;
+    std::unique_ptr<SQLLEN[]> m_indicators;
     std::vector<Column> m_columns;
     std::unique_ptr<SQLULEN> m_rowsFetched;
     StatementHandle m_statement;
     QString m_sql;
     QStringList m_names;
-    QHash<QString, int> m_columnByName;
     SQLULEN m_firstRowOfBlock = 0;
     SQLULEN m_rowInBlock = 0;
     mutable bool m_bound =

@@ -1,0 +1,132 @@
+#include "bench/ClosingBench.h"
+
+#include "bench/support/BareOdbc.h"
+#include "bench/support/BoxAnswerer.h"
+#include "bench/support/Measure.h"
+#include "bench/support/Painted.h"
+#include "bench/support/Workload.h"
+#include "closing/PainelFechamento.h"
+#include "core/AcessoDados.h"
+#include "platform/grid/Grid.h"
+#include "support/PrivateServer.h"
+#include "support/StatementLog.h"
+
+#include <QPushButton>
+
+#include <algorithm>
+#include <array>
+#include <limits>
+#include <stdexcept>
+
+using namespace Qt::StringLiterals;
+
+namespace tarvessa::bench {
+
+namespace {
+
+constexpr double loopGoal = 1.05;
+constexpr double evenGoal = 1.2;
+
+constexpr int rounds = 5;
+
+struct Size {
+    int presales;
+    int repeats; // within a round, of which the median counts: a disturbance weighs more on a short batch
+};
+constexpr std::array<Size, 3> sizes = {{{10, 5}, {100, 3}, {1000, 1}}};
+
+double repeated(int times, const Contestant& once) {
+    std::vector<double> seconds;
+    for (int i = 0; i < times; ++i)
+        seconds.push_back(once());
+    return median(seconds);
+}
+
+/// Closes what is listed in a panel of its own and gives the seconds of the batch, without the operator's
+/// boxes around it.
+double closeAll(int presales) {
+    PainelFechamento panel;
+    if (!panel.Form_Load())
+        throw std::runtime_error("the panel did not start");
+    panel.show();
+    auto* grid = panel.findChild<Grid*>(u"Grid1"_s);
+    waitPainted(grid->viewport());
+    if (grid->rows() != presales + 1)
+        throw std::runtime_error("the panel did not list what there is to close");
+
+    const BoxAnswerer answerer;
+    panel.findChild<QPushButton*>(u"Command4"_s)->click();
+    const std::vector<BoxAnswerer::Box>& boxes = answerer.boxes();
+    if (boxes.size() != 2 || boxes[1].text != u"Processamento efetuado com sucesso.")
+        throw std::runtime_error("the closing did not end well");
+    EncerraBanco();
+    return std::chrono::duration<double>(boxes[1].shown - boxes[0].gone).count();
+}
+
+// What the panel sends between its two boxes: everything after start-up but the listing at the very end.
+QByteArrayList recordedStatements(teste::PrivateServer& server, const Workload& workload, int presales) {
+    workload.closing(presales);
+    teste::StatementLog log(server);
+    closeAll(presales);
+    QStringList texts = log.textos();
+    server.executa(u"SET GLOBAL general_log = 0"_s);
+    const auto first = std::find_if(texts.cbegin(), texts.cend(), [](const QString& text) {
+        return text.startsWith(u"Select CNPJ_CPF"_s);
+    });
+    texts = texts.mid(first - texts.cbegin());
+    if (texts.isEmpty() || !texts.takeLast().startsWith(u"SELECT o.codigocli"_s))
+        throw std::runtime_error("the closing's statements are not in the log");
+    QByteArrayList statements;
+    for (const QString& text : texts)
+        statements.append(text.toUtf8());
+    return statements;
+}
+
+} // namespace
+
+QList<Row> closingRows(teste::PrivateServer& server, const Workload& workload) {
+    std::array<QByteArrayList, sizes.size()> statements;
+    std::vector<Contestant> contestants;
+    for (size_t i = 0; i < sizes.size(); ++i) {
+        const auto [presales, repeats] = sizes[i];
+        statements[i] = recordedStatements(server, workload, presales);
+        const auto panel = [&workload, presales = presales] {
+            workload.closing(presales);
+            return closeAll(presales);
+        };
+        const auto loop = [&workload, presales = presales, &sent = statements[i]] {
+            workload.closing(presales);
+            BareOdbc bare;
+            return secondsOf([&] { bare.run(sent); });
+        };
+        contestants.push_back([panel, repeats = repeats] { return repeated(repeats, panel); });
+        contestants.push_back([loop, repeats = repeats] { return repeated(repeats, loop); });
+    }
+    const std::vector<double> times = interleaved(rounds, contestants);
+
+    QList<Row> rows;
+    QStringList each;
+    double least = std::numeric_limits<double>::max();
+    double most = 0;
+    for (size_t i = 0; i < sizes.size(); ++i) {
+        const double ours = times[2 * i];
+        const double loop = times[2 * i + 1];
+        rows.append({u"closing of %1 PVs (%2 statements), against a bare loop"_s.arg(
+                         countText(sizes[i].presales), countText(statements[i].size())),
+                     timeText(ours), timeText(loop), ratioText(ours / loop), u"at most 1.05 times"_s,
+                     ours / loop <= loopGoal});
+        const double perPresale = ours / sizes[i].presales;
+        each.append(timeText(perPresale));
+        least = std::min(least, perPresale);
+        most = std::max(most, perPresale);
+    }
+    rows.append({u"time per PV closed, of 10 / of 100 / of 1,000"_s,
+                 each.join(u" / "_s),
+                 {},
+                 ratioText(most / least),
+                 u"flat within 20 %"_s,
+                 most <= least * evenGoal});
+    return rows;
+}
+
+} // namespace tarvessa::bench

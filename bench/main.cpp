@@ -1,0 +1,57 @@
+#include "app/Application.h"
+#include "bench/ClosingBench.h"
+#include "bench/ListingBench.h"
+#include "bench/ProgramBench.h"
+#include "bench/support/Machine.h"
+#include "bench/support/Workload.h"
+#include "core/Pastas.h"
+#include "support/PrivateServer.h"
+
+#include <QTemporaryDir>
+
+#include <cstdio>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+using namespace tarvessa;
+
+// All subjects, or those named on the command line; prints machine and table.
+void measure(const QStringList& subjects) {
+    const auto wanted = [&subjects](const QString& subject) {
+        if (!subjects.isEmpty() && !subjects.contains(subject))
+            return false;
+        fprintf(stderr, "%s...\n", qPrintable(subject));
+        return true;
+    };
+    const QTemporaryDir logs;
+    FixaPastaDoPrograma(logs.path());
+    teste::PrivateServer server;
+    const bench::Workload workload(server);
+    const QString machine = bench::machineText(server);
+    QList<bench::Row> rows;
+    if (wanted(u"listing"_s))
+        rows += bench::listingRows(server, workload);
+    if (wanted(u"memory"_s))
+        rows += bench::memoryRows(workload);
+    if (wanted(u"closing"_s))
+        rows += bench::closingRows(server, workload);
+    if (wanted(u"start"_s))
+        rows += bench::startRows(server, workload);
+    printf("%s\n%s", qPrintable(machine), qPrintable(bench::tableText(rows)));
+}
+
+} // namespace
+
+int main(int argc, char* argv[]) {
+    Application application(argc, argv);
+    Application::setQuitOnLastWindowClosed(false);
+    try {
+        measure(Application::arguments().mid(1));
+    } catch (const std::exception& error) {
+        fprintf(stderr, "tarvessa_bench: %s\n", error.what());
+        return 1;
+    }
+    return 0;
+}

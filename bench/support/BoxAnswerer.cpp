@@ -1,0 +1,36 @@
+#include "bench/support/BoxAnswerer.h"
+
+#include <QApplication>
+#include <QEvent>
+#include <QMessageBox>
+#include <QPointer>
+#include <QPushButton>
+
+namespace tarvessa::bench {
+
+BoxAnswerer::BoxAnswerer() {
+    qApp->installEventFilter(this);
+}
+
+bool BoxAnswerer::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() != QEvent::Show && event->type() != QEvent::Hide)
+        return false;
+    auto* box = qobject_cast<QMessageBox*>(watched);
+    if (!box)
+        return false;
+    if (event->type() == QEvent::Hide) {
+        m_boxes.back().gone = Clock::now();
+        return false;
+    }
+    m_boxes.push_back({box->text(), Clock::now(), {}});
+    QMetaObject::invokeMethod(
+        this,
+        [box = QPointer<QMessageBox>(box)] {
+            if (box)
+                box->buttons().constFirst()->click();
+        },
+        Qt::QueuedConnection);
+    return false;
+}
+
+} // namespace tarvessa::bench

@@ -1,0 +1,77 @@
+#include "bench/support/Workload.h"
+
+#include "support/PrivateServer.h"
+
+using namespace Qt::StringLiterals;
+
+namespace tarvessa::bench {
+
+namespace {
+
+constexpr int closingDocuments = 1000;
+
+// d numbers the documents, l their lines.
+QString documents(const QString& situation, const QString& from, const QString& opened) {
+    return u"INSERT INTO orcamento (nrpedido, TipoOperacao, situacaoorc, codigocli, placa, nomevendedor, "
+           "Vendedor, dataabertura, codigo, quantidade, unitario, totalped) "
+           "SELECT d.seq, 'P', "_s +
+           situation +
+           u", LPAD(1 + d.seq * 7919 % 2000, 5, '0'), '', ELT(1 + d.seq % 9, 'ADRIANA', 'CLÁUDIO', "
+           "'FERNANDA', 'JOÃO PEDRO', 'MARIA LÚCIA', 'PAULO', 'RITA', 'SÉRGIO', 'TERESA'), 1 + d.seq % 9, "_s +
+           opened +
+           u", LPAD(1 + (d.seq * 3 + l.seq) % 500, 6, '0'), 1 + l.seq, 12.50, (1 + l.seq) * 12.50 + "
+           "d.seq % 700 "
+           "FROM "_s +
+           from;
+}
+
+} // namespace
+
+Workload::Workload(teste::PrivateServer& server) : m_server(server) {
+    server.executa(
+        u"INSERT INTO clientes (codigo, nome, cidade, prazo, formapg, colunapreco, CNPJ_CPF) "
+        "SELECT LPAD(seq, 5, '0'), CONCAT('PADARIA E CONFEITARIA DO BAIRRO ', seq), ELT(1 + seq % 7, "
+        "'CAMPINAS', 'SÃO PAULO', 'RIBEIRÃO PRETO', 'SOROCABA', 'JUNDIAÍ', 'AMERICANA', 'PIRACICABA'), 28, "
+        "ELT(1 + seq % 4, 'BOLETO', 'CARTÃO', 'CHEQUE', 'DINHEIRO'), seq % 5, "
+        "CONCAT(LPAD(seq, 8, '0'), '000195') FROM seq_1_to_2000;"
+        "INSERT INTO Finalizadoras VALUES (1, 'DINHEIRO', 'S'), (2, 'BOLETO', 'N'), (3, 'CARTÃO', 'N'), "
+        "(4, 'CHEQUE', 'N');"
+        "INSERT INTO empresa (contadorPV, ultpedido, UltimaPV, ContaCTB1, PAF_ECF) "
+        "VALUES (0, 0, 0, '1.01/1.02/2.01/2.02/1.05', 'NAO');"
+        "INSERT INTO FichaTecnica (codigo, codigoprod, quantidade) "
+        "SELECT LPAD(1 + (p.seq * 10 + c.seq) % 500, 6, '0'), LPAD(p.seq * 10, 6, '0'), 0.5 * c.seq "
+        "FROM seq_1_to_50 p, seq_1_to_2 c"_s);
+    products();
+}
+
+void Workload::products() const {
+    m_server.executa(u"TRUNCATE produtos;"
+                     "INSERT INTO produtos (codfabr, descricao, Venda, quantidade, quantidade2) "
+                     "SELECT LPAD(seq, 6, '0'), CONCAT('PRODUTO ', seq), 12.50, 100000, 100000 "
+                     "FROM seq_1_to_500"_s);
+}
+
+void Workload::listing(int count) const {
+    m_server.executa(u"TRUNCATE orcamento;"_s +
+                     documents(u"'A'"_s, u"seq_1_to_%1 d, seq_1_to_1 l"_s.arg(count),
+                               u"CURDATE() - INTERVAL d.seq % 7 DAY"_s) +
+                     u"; ANALYZE TABLE orcamento, clientes"_s);
+}
+
+void Workload::closing(int open) const {
+    // Written through to the disk only while it is measured.
+    m_server.executa(u"SET GLOBAL innodb_flush_log_at_trx_commit = 0"_s);
+    products();
+    m_server.executa(
+        u"TRUNCATE orcamento; TRUNCATE orcamento_controle; TRUNCATE areceber; TRUNCATE caixa;"
+        "TRUNCATE logestoque;"_s +
+        documents(u"IF(MOD(d.seq, %1) = 0, 'A', 'B')"_s.arg(closingDocuments / open),
+                  u"seq_1_to_%1 d, seq_1_to_3 l"_s.arg(closingDocuments),
+                  u"CURDATE() - INTERVAL d.seq % 7 DAY"_s) +
+        u"; INSERT INTO orcamento_controle (NrPedido, tipoOperacao, Status) "
+        "SELECT seq, 'P', 'A' FROM seq_1_to_%1; ANALYZE TABLE orcamento, clientes, produtos"_s.arg(
+            closingDocuments));
+    m_server.executa(u"SET GLOBAL innodb_flush_log_at_trx_commit = 1"_s);
+}
+
+} // namespace tarvessa::bench
