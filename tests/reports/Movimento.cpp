@@ -82,7 +82,7 @@ void Movimento::nota(int numero, int vendedor, const QString& razSoc, const QStr
             .arg(razSoc));
 }
 
-void Movimento::linha(const Linha& l) {
+void Movimento::linha(const LinhaFiscal& l) {
     m_servidor.executa(
         u"INSERT INTO movsaient (nr_nf, serienf, dataemissao, entrsai, cancelado, cfop, codigo, descricao, "
         "quantunit, totalvenda, vlr_tot_item, cnpj_cpf) VALUES ("_s +

@@ -17,7 +17,7 @@ class ReportControl;
 namespace tarvessa::teste {
 
 /// A fiscal line, as far as the reports look at one; amounts in point form.
-struct Linha {
+struct LinhaFiscal {
     int nota = 1;
     QString data = QStringLiteral("2024-02-10");
     QString entrsai = QStringLiteral("S");
@@ -51,7 +51,7 @@ class Movimento {
     void vendedor(int codigo, const QString& nome, const QString& comissEsp1, const QString& comissEsp2);
     void produto(const QString& codigo, const QString& descricao);
     void nota(int numero, int vendedor, const QString& razSoc, const QString& serie = QStringLiteral("1"));
-    void linha(const Linha& linha);
+    void linha(const LinhaFiscal& linha);
     void troca(const QString& cliente, const QString& vendedor, const QString& quantidade,
                const QString& custo, const QString& data = QStringLiteral("2024-02-10"),
                const QString& situacao = QStringLiteral("B"));

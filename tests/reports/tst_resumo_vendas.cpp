@@ -267,7 +267,7 @@ void TstResumoVendas::ordersAsChosen() {
     const auto vende = [this](const QString& codigo, const QString& nome, const QString& documento,
                               const QString& valor, const QString& troca) {
         m->cliente(codigo, nome, documento, u"3"_s);
-        Linha l;
+        LinhaFiscal l;
         l.cnpj = documento;
         l.valorItem = valor;
         m->linha(l);
@@ -334,7 +334,7 @@ void TstResumoVendas::salesByPrefixAndItemValueReturnsByCodeAndSaleValue() {
     m->cliente(u"C1"_s, u"UM"_s, u"11"_s, u"1"_s);
     const auto linha = [this](const QString& entrsai, const QString& cfop,
                               const QString& cancelado = u"N"_s) {
-        Linha l;
+        LinhaFiscal l;
         l.entrsai = entrsai;
         l.cfop = cfop;
         l.cancelado = cancelado;
@@ -362,7 +362,7 @@ void TstResumoVendas::periodBoundsAreInside() {
     const QStringList dias = {u"2024-01-31"_s, u"2024-02-01"_s, u"2024-02-29"_s, u"2024-03-01"_s};
     const QStringList valores = {u"1000.00"_s, u"1.00"_s, u"10.00"_s, u"100.00"_s};
     for (int i = 0; i < dias.size(); ++i) {
-        Linha l;
+        LinhaFiscal l;
         l.data = dias[i];
         l.valorItem = valores[i];
         m->linha(l);
@@ -382,12 +382,12 @@ void TstResumoVendas::oneDayPeriod() {
 void TstResumoVendas::returnsOnly() {
     m->cliente(u"C1"_s, u"UM"_s, u"11"_s, u"4"_s);
     m->cliente(u"C2"_s, u"DOIS"_s, u"22"_s, u"4"_s);
-    Linha devolvida;
+    LinhaFiscal devolvida;
     devolvida.entrsai = u"E"_s;
     devolvida.cfop = u"1411"_s;
     devolvida.totalVenda = u"40.00"_s;
     m->linha(devolvida);
-    Linha venda;
+    LinhaFiscal venda;
     venda.cnpj = u"22"_s;
     venda.valorItem = u"1240.00"_s;
     m->linha(venda);
@@ -422,7 +422,7 @@ void TstResumoVendas::unknownLevelsGoToTheFirstTab() {
 void TstResumoVendas::documentWithoutCustomer() {
     m->cliente(u"C1"_s, u"UM"_s, u"11"_s, u"2"_s);
     m->linha({});
-    Linha semCadastro;
+    LinhaFiscal semCadastro;
     semCadastro.cnpj = u"99"_s;
     semCadastro.valorItem = u"30.00"_s;
     m->linha(semCadastro);
@@ -484,7 +484,7 @@ void TstResumoVendas::columnNarrowsWithTheScrollBar_data() {
 void TstResumoVendas::columnNarrowsWithTheScrollBar() {
     QFETCH(int, clientes);
     for (int i = 1; i <= clientes; ++i) {
-        Linha l;
+        LinhaFiscal l;
         l.cnpj = QString::number(i);
         m->linha(l);
     }

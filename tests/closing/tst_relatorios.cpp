@@ -1,0 +1,101 @@
+#include "closing/Bancada.h"
+#include "closing/PainelFechamento.h"
+#include "core/Relatorio.h"
+#include "platform/grid/Grid.h"
+#include "support/ModalHelper.h"
+
+#include <QAction>
+#include <QDialog>
+#include <QMenu>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+using namespace tarvessa;
+using namespace tarvessa::teste;
+
+/// The report screens as the panel's menu opens them.
+class TstRelatorios : public QObject {
+    Q_OBJECT
+
+  private Q_SLOTS:
+    void initTestCase() { b = std::make_unique<Bancada>(); }
+    void cleanupTestCase() { b.reset(); }
+    void init();
+
+    void menuOpensTheScreen_data();
+    void menuOpensTheScreen();
+    void menuByKeyboard();
+    void screenThatCannotOpenIsAnErrorReport();
+    void panelOwnsTheReportControl();
+
+  private:
+    std::unique_ptr<Bancada> b;
+};
+
+void TstRelatorios::init() {
+    b->arruma();
+    b->cenario().empresa();
+    b->cenario().formas();
+    QVERIFY(b->abre());
+}
+
+void TstRelatorios::menuOpensTheScreen_data() {
+    QTest::addColumn<QString>("item");
+    QTest::addColumn<QString>("tela");
+    QTest::newRow("sales summary") << u"MnResumoVendas"_s << u"ResumoVendas"_s;
+    QTest::newRow("commission") << u"MnComissao"_s << u"Comissao"_s;
+    QTest::newRow("price level") << u"MnrelAlfaNivel"_s << u"RelatNivelPreco"_s;
+}
+
+void TstRelatorios::menuOpensTheScreen() {
+    QFETCH(QString, item);
+    QFETCH(QString, tela);
+    auto* acao = b->painel()->findChild<QAction*>(item);
+    QVERIFY(acao && acao->isEnabled());
+    ModalHelper modal;
+    QString aberta;
+    modal.aoAbrir([&](QWidget* janela) {
+        aberta = janela->objectName();
+        QVERIFY(janela->isModal());
+        QCOMPARE(janela->parentWidget(), b->painel());
+        QTest::keyClick(janela, Qt::Key_Escape);
+    });
+    acao->trigger();
+    QCOMPARE(modal.confere(), QString());
+    QCOMPARE(aberta, tela);
+    QVERIFY(b->painel()->isVisible());
+}
+
+void TstRelatorios::menuByKeyboard() {
+    const auto* relatorio = b->painel()->findChild<QMenu*>(u"MnRelatorio"_s);
+    ModalHelper modal;
+    QString aberta;
+    modal.aoAbrir([&](QWidget* janela) {
+        aberta = janela->objectName();
+        QTest::keyClick(janela, Qt::Key_Escape);
+    });
+    QTest::keyClick(b->grade(), Qt::Key_R, Qt::AltModifier);
+    QTRY_VERIFY(relatorio->isVisible());
+    QTest::keyClick(QApplication::activePopupWidget(), Qt::Key_Down);
+    QTest::keyClick(QApplication::activePopupWidget(), Qt::Key_Return);
+    QTRY_COMPARE(modal.confere(), QString());
+    QVERIFY(!aberta.isEmpty());
+}
+
+void TstRelatorios::screenThatCannotOpenIsAnErrorReport() {
+    b->servidor().executa(u"DELETE FROM empresa"_s);
+    ModalHelper modal;
+    modal.esperaContendo(mensagens::erroDeExecucao, QMessageBox::Ok);
+    b->painel()->findChild<QAction*>(u"MnrelAlfaNivel"_s)->trigger();
+    QCOMPARE(modal.confere(), QString());
+    QVERIFY(b->painel()->isVisible());
+}
+
+void TstRelatorios::panelOwnsTheReportControl() {
+    QVERIFY(CRW);
+    b->fecha();
+    QVERIFY(!CRW);
+}
+
+QTEST_MAIN(TstRelatorios)
+#include "tst_relatorios.moc"

@@ -1,0 +1,554 @@
+#include "core/Datas.h"
+#include "platform/DateBox.h"
+#include "platform/grid/Grid.h"
+#include "reports/Comissao.h"
+#include "reports/Movimento.h"
+#include "support/ModalHelper.h"
+
+#include <QApplication>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+using namespace tarvessa;
+using namespace tarvessa::teste;
+
+namespace {
+
+const QColor amarelo(255, 255, 0);
+const QColor verde(0, 255, 0);
+
+bool ehPao(const QString& descricao) {
+    // The server compares without regard to case and accents.
+    return descricao.toUpper().replace(u'Ã', u'A').contains(u"PAO"_s);
+}
+
+/// "1,5" of hundredths, one decimal: the percentages' display.
+QString porcentagem(const QString& ponto) {
+    return ponto.isEmpty() ? QString() : comoTela(proporcao(centavos(ponto), 1, 10), 1);
+}
+
+/// Tenths of a displayed percentage.
+qint64 decimos(const QString& tela) {
+    return QString(tela).remove(u',').toLongLong();
+}
+
+} // namespace
+
+/// The commission run: statements, control break, figures, colours.
+class TstComissao : public QObject {
+    Q_OBJECT
+
+  private Q_SLOTS:
+    void initTestCase() { m = std::make_unique<Movimento>(); }
+    void cleanupTestCase() { m.reset(); }
+    void init();
+    void cleanup() { tela.reset(); }
+
+    void opensWithThePreviousMonth_data();
+    void opensWithThePreviousMonth();
+    void captionsWidthsAndNames();
+    void refusesBadPeriods_data();
+    void refusesBadPeriods();
+    void sendsTheStatementsInTheirOrder();
+    void figuresOfARandomMonth_data();
+    void figuresOfARandomMonth();
+    void coloursBoldAndPictures();
+    void breadByTheWordInTheDescription_data();
+    void breadByTheWordInTheDescription();
+    void currentDescriptionReplacesTheInvoices();
+    void returnedBreadLowersBread();
+    void counterExchangesAreReturns();
+    void sellerWithoutARow();
+    void nullPercentages();
+    void twoSellersOfOneName();
+    void invoicesWithoutSellerAreLeftOut();
+    void seriesMustMatch();
+    void nothingInThePeriod();
+    void onlyExchangesIsADivisionByZero();
+    void totalSalesOfZeroIsADivisionByZero();
+    void percentagesAreExact();
+    void busyLabelIsSeenWhileRunning();
+    void runsAgainFromEmpty();
+    void byKeyboardAlone();
+
+  private:
+    Grid* grade() const { return controle<Grid>(tela.get(), "Grid1"); }
+    void periodo(const QString& inicio, const QString& fim);
+    void gera() { QTest::mouseClick(controle<QPushButton>(tela.get(), "Command4"), Qt::LeftButton); }
+    QPushButton* imprime() const { return controle<QPushButton>(tela.get(), "Command1"); }
+    void venda(int vendedor, const QString& valor, const QString& descricao, const QString& cfop = u"5102"_s);
+    QList<QStringList> esperadas(const QString& inicio, const QString& fim);
+
+    std::unique_ptr<Movimento> m;
+    std::unique_ptr<Comissao> tela;
+    int m_nota = 0;
+};
+
+void TstComissao::init() {
+    m->arruma();
+    m_nota = 0;
+    tela = std::make_unique<Comissao>();
+    QVERIFY(mostra(tela.get()));
+    m->marca();
+}
+
+void TstComissao::periodo(const QString& inicio, const QString& fim) {
+    controle<DateBox>(tela.get(), "DataIni")->setText(inicio);
+    controle<DateBox>(tela.get(), "DataFin")->setText(fim);
+}
+
+// A returned invoice when the code is one of a return.
+void TstComissao::venda(int vendedor, const QString& valor, const QString& descricao, const QString& cfop) {
+    ++m_nota;
+    m->nota(m_nota, vendedor, u"CLIENTE"_s);
+    LinhaFiscal l;
+    l.nota = m_nota;
+    l.entrsai = cfop.startsWith(u'1') ? u"E"_s : u"S"_s;
+    l.cfop = cfop;
+    l.codigo = u"SEM CADASTRO"_s;
+    l.descricao = descricao;
+    l.totalVenda = valor;
+    m->linha(l);
+}
+
+// All rows of the grid from the raw rows, with the test's own arithmetic, by seller name.
+QList<QStringList> TstComissao::esperadas(const QString& inicio, const QString& fim) {
+    const QStringList vendas = {u"5101"_s, u"5102"_s, u"5104"_s, u"5401"_s, u"5403"_s, u"5405"_s,
+                                u"6101"_s, u"6102"_s, u"6104"_s, u"6401"_s, u"6403"_s, u"6404"_s};
+    const QStringList devolucoes = {u"1202"_s, u"1411"_s, u"2202"_s, u"2411"_s};
+    QMap<QString, QString> descricaoDe;
+    for (const QStringList& p : m->servidor().consulta(u"SELECT codfabr, descricao FROM produtos"_s))
+        descricaoDe[p[0]] = p[1];
+    QMap<QString, QString> vendedorDaNota;
+    for (const QStringList& n : m->servidor().consulta(u"SELECT nrnf, SerieNF, CodVendedor FROM nfsaida"_s))
+        vendedorDaNota[n[0] + u'/' + n[1]] = n[2];
+    struct Somas {
+        qint64 pao = 0;
+        qint64 outros = 0;
+        qint64 trocas = 0;
+    };
+    QMap<QString, Somas> porVendedor;
+    for (const QStringList& l : m->servidor().consulta(u"SELECT nr_nf, serienf, dataemissao, entrsai, "
+                                                       u"cancelado, cfop, codigo, descricao, totalvenda FROM "
+                                                       "movsaient"_s)) {
+        const QString vendedor = vendedorDaNota.value(l[0] + u'/' + l[1]);
+        if (l[2] < inicio || l[2] > fim || l[4] != u"N" || vendedor.toInt() <= 0)
+            continue;
+        qint64 valor = centavos(l[8]);
+        if (l[3] == u"E" && devolucoes.contains(l[5]))
+            valor = -valor;
+        else if (l[3] != u"S" || !vendas.contains(l[5]))
+            continue;
+        Somas& somas = porVendedor[vendedor];
+        (ehPao(descricaoDe.value(l[6], l[7])) ? somas.pao : somas.outros) += valor;
+    }
+    QMap<QString, qint64> trocas;
+    for (const QStringList& t : m->servidor().consulta(
+             u"SELECT Vendedor, quantidade, pcfabrica, situacaoorc, databaixa FROM Orcamento_Troca"_s))
+        if (t[3] == u"B" && t[4] >= inicio && t[4] <= fim)
+            trocas[t[0]] += QString(t[1]).remove(u'.').toLongLong() * centavos(t[2]);
+    for (auto t = trocas.cbegin(); t != trocas.cend(); ++t)
+        porVendedor[t.key()].trocas = centavosDeCentesimosMilesimos(t.value());
+
+    QMap<QString, QStringList> cadastro;
+    for (const QStringList& v :
+         m->servidor().consulta(u"SELECT codigovend, vendedor, ComissEsp1, ComissEsp2 FROM vendedores"_s))
+        cadastro[v[0]] = v;
+    QMap<QString, QStringList> porNome;
+    std::array<qint64, 13> soma = {};
+    for (auto v = porVendedor.cbegin(); v != porVendedor.cend(); ++v) {
+        const QStringList dados = cadastro.value(v.key(), {v.key(), QString(), QString(), QString()});
+        const QString porcPao = porcentagem(dados[2]);
+        const QString porcOutros = porcentagem(dados[3]);
+        const qint64 comissaoPao = proporcao(v->pao, decimos(porcPao), 1000);
+        const qint64 comissaoOutros = proporcao(v->outros, decimos(porcOutros), 1000);
+        const qint64 vendido = v->pao + v->outros;
+        porNome.insert(dados[1] + u'/' + v.key(),
+                       {v.key(), dados[1], comoTela(v->pao), porcPao, comoTela(comissaoPao),
+                        comoTela(v->outros), porcOutros, comoTela(comissaoOutros), comoTela(vendido),
+                        comoTela(comissaoPao + comissaoOutros), comoTela(v->trocas),
+                        comoTela(proporcao(v->trocas, 10000, vendido)), QString()});
+        soma[2] += v->pao;
+        soma[4] += comissaoPao;
+        soma[5] += v->outros;
+        soma[7] += comissaoOutros;
+        soma[8] += vendido;
+        soma[9] += comissaoPao + comissaoOutros;
+        soma[10] += v->trocas;
+    }
+    QList<QStringList> todas = porNome.values();
+    if (todas.isEmpty())
+        return todas;
+    todas.append(QStringList(13, QString()));
+    QStringList totais(13, QString());
+    totais[1] = u"***TOTAL-***"_s;
+    for (const int coluna : {2, 4, 5, 7, 8, 9, 10})
+        totais[coluna] = comoTela(soma[static_cast<size_t>(coluna)]);
+    totais[11] = comoTela(proporcao(soma[10], 10000, soma[8]));
+    todas.append(totais);
+    return todas;
+}
+
+void TstComissao::opensWithThePreviousMonth_data() {
+    QTest::addColumn<QDate>("hoje");
+    QTest::addColumn<QString>("inicio");
+    QTest::addColumn<QString>("fim");
+    QTest::newRow("1 March, leap year") << QDate(2024, 3, 1) << u"01/02/2024"_s << u"29/02/2024"_s;
+    QTest::newRow("1 March") << QDate(2023, 3, 1) << u"01/02/2023"_s << u"28/02/2023"_s;
+    QTest::newRow("January") << QDate(2024, 1, 20) << u"01/12/2023"_s << u"31/12/2023"_s;
+}
+
+void TstComissao::opensWithThePreviousMonth() {
+    QFETCH(QDate, hoje);
+    const QDateTime antes = Agora();
+    FixaRelogio(QDateTime(hoje, QTime(8, 0)));
+    tela = std::make_unique<Comissao>();
+    FixaRelogio(antes);
+    QTEST(controle<DateBox>(tela.get(), "DataIni")->text(), "inicio");
+    QTEST(controle<DateBox>(tela.get(), "DataFin")->text(), "fim");
+}
+
+void TstComissao::captionsWidthsAndNames() {
+    QCOMPARE(tela->windowTitle(), u" Comissão dos Vendedores"_s);
+    QCOMPARE(controle<QPushButton>(tela.get(), "Command4")->text(), u"&Gerar Relatório"_s);
+    QCOMPARE(imprime()->text(), u"&Imprime"_s);
+    QVERIFY(!imprime()->isEnabled());
+    QCOMPARE(controle<QLabel>(tela.get(), "Label3")->text(), u"AGUARDE...."_s);
+    QVERIFY(controle<QLabel>(tela.get(), "Label3")->isHidden());
+    QCOMPARE(controle<QLabel>(tela.get(), "Label2")->text(), u"PERÍODO"_s);
+    QVERIFY(controle<QLineEdit>(tela.get(), "TextGrid")->isHidden());
+    QVERIFY(!controle<QLabel>(tela.get(), "Image1")->pixmap().isNull());
+    QCOMPARE(celulas(grade(), 0),
+             QStringList({u"CÓDIGO"_s, u"VENDEDOR"_s, u"R$ TOTAL PÃO"_s, u"% COMISÃO"_s, u"R$ COMISSÃO"_s,
+                          u"R$ TOTAL OUTROS"_s, u"% COMISSÃO"_s, u"R$ COMISSÃO"_s, u"R$ TOTAL VENDAS"_s,
+                          u"R$ TOTAL COMISSÃO"_s, u"R$ DEVOLUÇÕES"_s, u"% DEVOLUÇÕES"_s, u"IMPRIME"_s}));
+    QCOMPARE(larguras(grade()),
+             QList<int>({800, 1300, 1400, 1400, 1400, 1600, 1400, 1400, 1600, 1600, 1400, 1400, 920}));
+    for (int coluna = 0; coluna < grade()->columns(); ++coluna)
+        QVERIFY(grade()->isBold(0, coluna));
+    QCOMPARE(grade()->rows(), 1);
+    QCOMPARE(m->comandos(), QStringList());
+}
+
+void TstComissao::refusesBadPeriods_data() {
+    QTest::addColumn<QString>("inicio");
+    QTest::addColumn<QString>("fim");
+    QTest::addColumn<QString>("mensagem");
+    QTest::addColumn<QString>("foco");
+    const QString bom = u"01/02/2024"_s;
+    QTest::newRow("31/02") << u"31/02/2024"_s << bom << u"Data inicial inválida. Verifique!!!"_s
+                           << u"DataIni"_s;
+    QTest::newRow("half typed") << u"1"_s << bom << u"Data inicial inválida. Verifique!!!"_s << u"DataIni"_s;
+    QTest::newRow("end 29/02/2023") << bom << u"29/02/2023"_s << u"Data final inválida. Verifique!!!"_s
+                                    << u"DataFin"_s;
+    QTest::newRow("inverted") << u"02/02/2024"_s << bom
+                              << u"Data inicial superior a data final. Verifique!!!"_s << u"DataIni"_s;
+}
+
+void TstComissao::refusesBadPeriods() {
+    QFETCH(QString, inicio);
+    QFETCH(QString, fim);
+    QFETCH(QString, mensagem);
+    QFETCH(QString, foco);
+    periodo(inicio, fim);
+    ModalHelper modal;
+    modal.espera(mensagem, QMessageBox::Ok);
+    gera();
+    QCOMPARE(modal.confere(), QString());
+    QCOMPARE(modal.caixas()[0].titulo, u"Atenção!!!"_s);
+    QCOMPARE(tela->focusWidget()->objectName(), foco);
+    QCOMPARE(m->comandos(), QStringList());
+}
+
+void TstComissao::sendsTheStatementsInTheirOrder() {
+    venda(1, u"10.00"_s, u"BOLO"_s);
+    m->marca();
+    gera();
+    const QString inicio =
+        u"INSERT INTO relat2 (CODIGO1, TEXTO1, CODIGO2, valor1, DATA1, TEXTO3) SELECT m.codigo, m.descricao, "
+        "n.CodVendedor, "_s;
+    const QString meio =
+        u", m.dataemissao, 'OUTROS' AS Outros FROM movsaient AS m Inner JOIN nfsaida AS n ON "
+        "m.nr_nf=n.nrnf AND m.serienf=n.SerieNF WHERE m.dataemissao>='2024-02-01' AND "
+        "m.dataemissao<='2024-02-29' AND m.entrsai="_s;
+    const QStringList esperado = {
+        u"TRUNCATE relat2"_s,
+        inicio + u"m.totalvenda"_s + meio +
+            u"'S' AND n.CodVendedor>0 AND m.cancelado='N' and m.cfop in "
+            "('5101','5102','5104','5401','5403','5405','6101','6102','6104','6401','6403','6404')"_s,
+        inicio + u"-1 * m.totalvenda"_s + meio +
+            u"'E' AND n.CodVendedor>0 AND m.cancelado='N' and m.cfop in ('1202','1411','2202','2411')"_s,
+        u"INSERT INTO relat2 (CODIGO1, CODIGO2, valor1, TEXTO3) SELECT '***DEVOLUÇÃO', Vendedor, "
+        "ifnull(SUM(quantidade*pcfabrica),0) as TotalPed, '***DEVOLUÇÃO' AS Devolucao FROM Orcamento_Troca "
+        "WHERE situacaoorc='B' AND databaixa BETWEEN '2024-02-01' AND '2024-02-29' Group By vendedor"_s,
+        u"UPDATE relat2 AS r, produtos AS p SET r.TEXTO1=p.descricao WHERE r.CODIGO1=p.codfabr"_s,
+        u"UPDATE relat2 AS r, vendedores AS v SET r.TEXTO2=v.vendedor WHERE r.CODIGO2=v.codigovend"_s,
+        u"UPDATE relat2 SET TEXTO3='PÃO' WHERE TEXTO1 LIKE '%PÃO%' OR TEXTO1 LIKE '%PAO%'"_s,
+        u"SELECT r.codigo2, r.texto2, r.texto3, SUM(r.valor1) as TotVenda, v.ComissEsp1, v.ComissEsp2 FROM "
+        "relat2 as r left join vendedores as v on r.codigo2=v.codigovend GROUP BY r.codigo2,r.texto3 ORDER "
+        "BY "
+        "r.TEXTO2, r.texto2"_s};
+    QCOMPARE(m->comandos(), StatementLog::esperado(esperado));
+}
+
+void TstComissao::figuresOfARandomMonth_data() {
+    QTest::addColumn<quint32>("semente");
+    QTest::addColumn<QString>("inicio");
+    QTest::addColumn<QString>("fim");
+    QTest::newRow("february") << 11u << u"2024-02-01"_s << u"2024-02-29"_s;
+    QTest::newRow("another february") << 12u << u"2024-02-01"_s << u"2024-02-29"_s;
+    QTest::newRow("one day") << 13u << u"2024-02-20"_s << u"2024-02-20"_s;
+}
+
+void TstComissao::figuresOfARandomMonth() {
+    QFETCH(quint32, semente);
+    QFETCH(QString, inicio);
+    QFETCH(QString, fim);
+    m->semeia(semente);
+    periodo(TextoTela(QDate::fromString(inicio, Qt::ISODate)),
+            TextoTela(QDate::fromString(fim, Qt::ISODate)));
+    gera();
+    const QList<QStringList> todas = esperadas(inicio, fim);
+    QVERIFY(todas.size() > 8);
+    QCOMPARE(linhas(grade()), todas);
+    QVERIFY(imprime()->isEnabled());
+}
+
+void TstComissao::coloursBoldAndPictures() {
+    m->vendedor(1, u"ANA"_s, u"3"_s, u"1.5"_s);
+    m->vendedor(2, u"BETO"_s, u"3"_s, u"1.5"_s);
+    venda(1, u"10.00"_s, u"BOLO"_s);
+    venda(2, u"10.00"_s, u"PAO"_s);
+    gera();
+    QCOMPARE(grade()->rows(), 5);
+    for (int linha = 1; linha < grade()->rows(); ++linha)
+        for (int coluna = 0; coluna < grade()->columns(); ++coluna) {
+            const QColor cor = coluna >= 2 && coluna <= 4   ? amarelo
+                               : coluna >= 5 && coluna <= 7 ? verde
+                                                            : QColor();
+            QCOMPARE(grade()->backColor(linha, coluna), cor);
+            QCOMPARE(grade()->isBold(linha, coluna), linha == 4);
+            QCOMPARE(grade()->hasPicture(linha, coluna), coluna == 12 && linha <= 2);
+        }
+}
+
+void TstComissao::breadByTheWordInTheDescription_data() {
+    QTest::addColumn<QString>("descricao");
+    QTest::addColumn<bool>("pao");
+    QTest::newRow("PAO FRANCES") << u"PAO FRANCES"_s << true;
+    QTest::newRow("PÃO DE QUEIJO") << u"PÃO DE QUEIJO"_s << true;
+    QTest::newRow("PAOZINHO") << u"PAOZINHO"_s << true;
+    QTest::newRow("inside the text") << u"FARINHA DE PÃO 1KG"_s << true;
+    QTest::newRow("other") << u"BOLO"_s << false;
+    QTest::newRow("two words") << u"PA O"_s << false;
+}
+
+void TstComissao::breadByTheWordInTheDescription() {
+    QFETCH(QString, descricao);
+    QFETCH(bool, pao);
+    venda(1, u"10.00"_s, descricao);
+    gera();
+    QCOMPARE(grade()->text(1, 2), pao ? u"10,00"_s : u"0,00"_s);
+    QCOMPARE(grade()->text(1, 5), pao ? u"0,00"_s : u"10,00"_s);
+    QCOMPARE(m->servidor().consulta(u"SELECT Texto3 FROM relat2"_s)[0][0], pao ? u"PÃO"_s : u"OUTROS"_s);
+}
+
+void TstComissao::currentDescriptionReplacesTheInvoices() {
+    m->produto(u"SEM CADASTRO"_s, u"PÃO NOVO"_s);
+    venda(1, u"10.00"_s, u"BOLO"_s);
+    gera();
+    QCOMPARE(grade()->text(1, 2), u"10,00"_s);
+}
+
+void TstComissao::returnedBreadLowersBread() {
+    m->vendedor(1, u"ANA"_s, u"10"_s, u"1"_s);
+    venda(1, u"100.00"_s, u"PÃO"_s);
+    venda(1, u"50.00"_s, u"BOLO"_s);
+    venda(1, u"30.00"_s, u"PÃO"_s, u"1202"_s);
+    gera();
+    QCOMPARE(celulas(grade(), 1),
+             QStringList({u"1"_s, u"ANA"_s, u"70,00"_s, u"10,0"_s, u"7,00"_s, u"50,00"_s, u"1,0"_s, u"0,50"_s,
+                          u"120,00"_s, u"7,50"_s, u"0,00"_s, u"0,00"_s, QString()}));
+}
+
+void TstComissao::counterExchangesAreReturns() {
+    m->vendedor(1, u"ANA"_s, u"10"_s, u"1"_s);
+    venda(1, u"100.00"_s, u"PÃO"_s);
+    m->troca(u"C1"_s, u"1"_s, u"2.500"_s, u"3.33"_s); // 8.325, half up in the staging row
+    m->troca(u"C1"_s, u"1"_s, u"1"_s, u"9.00"_s, u"2024-02-10"_s, u"A"_s);
+    gera();
+    QCOMPARE(grade()->text(1, 10), u"8,33"_s);
+    QCOMPARE(grade()->text(1, 11), u"8,33"_s);
+    QCOMPARE(grade()->text(1, 8), u"100,00"_s);
+}
+
+void TstComissao::sellerWithoutARow() {
+    venda(77, u"100.00"_s, u"PÃO"_s);
+    gera();
+    QCOMPARE(celulas(grade(), 1),
+             QStringList({u"77"_s, QString(), u"100,00"_s, QString(), u"0,00"_s, u"0,00"_s, QString(),
+                          u"0,00"_s, u"100,00"_s, u"0,00"_s, u"0,00"_s, u"0,00"_s, QString()}));
+    QVERIFY(imprime()->isEnabled());
+}
+
+void TstComissao::nullPercentages() {
+    m->vendedor(1, u"ANA"_s, u"NULL"_s, u"2.55"_s);
+    venda(1, u"100.00"_s, u"PÃO"_s);
+    venda(1, u"100.00"_s, u"BOLO"_s);
+    gera();
+    QCOMPARE(grade()->text(1, 3), QString());
+    QCOMPARE(grade()->text(1, 4), u"0,00"_s);
+    QCOMPARE(grade()->text(1, 6), u"2,6"_s); // the shown percentage counts
+    QCOMPARE(grade()->text(1, 7), u"2,60"_s);
+}
+
+void TstComissao::twoSellersOfOneName() {
+    m->vendedor(1, u"ANA"_s, u"1"_s, u"1"_s);
+    m->vendedor(2, u"ANA"_s, u"2"_s, u"2"_s);
+    for (const int vendedor : {1, 2, 31, 32}) { // the last two have no row, so no name either
+        venda(vendedor, u"100.00"_s, u"PÃO"_s);
+        venda(vendedor, u"200.00"_s, u"BOLO"_s);
+        m->troca(u"C1"_s, QString::number(vendedor), u"1"_s, u"30.00"_s);
+    }
+    gera();
+    QCOMPARE(grade()->rows(), 7);
+    QSet<QString> codigos;
+    for (int linha = 1; linha <= 4; ++linha) {
+        codigos.insert(grade()->text(linha, 0));
+        QCOMPARE(grade()->text(linha, 2), u"100,00"_s);
+        QCOMPARE(grade()->text(linha, 5), u"200,00"_s);
+        QCOMPARE(grade()->text(linha, 10), u"30,00"_s);
+        QCOMPARE(grade()->text(linha, 11), u"10,00"_s);
+    }
+    QCOMPARE(codigos, QSet<QString>({u"1"_s, u"2"_s, u"31"_s, u"32"_s}));
+}
+
+void TstComissao::invoicesWithoutSellerAreLeftOut() {
+    venda(0, u"100.00"_s, u"PÃO"_s);
+    venda(1, u"5.00"_s, u"PÃO"_s);
+    gera();
+    QCOMPARE(grade()->rows(), 4);
+    QCOMPARE(grade()->text(3, 8), u"5,00"_s);
+}
+
+void TstComissao::seriesMustMatch() {
+    m->nota(1, 1, u"CLIENTE"_s, u"1"_s);
+    m->nota(1, 2, u"CLIENTE"_s, u"2"_s);
+    LinhaFiscal l;
+    l.serie = u"2"_s;
+    m->linha(l);
+    gera();
+    QCOMPARE(grade()->rows(), 4);
+    QCOMPARE(grade()->text(1, 0), u"2"_s);
+}
+
+void TstComissao::nothingInThePeriod() {
+    ModalHelper modal;
+    gera();
+    QCOMPARE(modal.confere(), QString());
+    QCOMPARE(grade()->rows(), 1);
+    QVERIFY(!imprime()->isEnabled());
+    QVERIFY(controle<QLabel>(tela.get(), "Label3")->isHidden());
+}
+
+void TstComissao::onlyExchangesIsADivisionByZero() {
+    m->vendedor(1, u"ANA"_s, u"1"_s, u"1"_s);
+    m->vendedor(2, u"BETO"_s, u"1"_s, u"1"_s);
+    venda(1, u"100.00"_s, u"PÃO"_s);
+    m->troca(u"C1"_s, u"2"_s, u"1"_s, u"30.00"_s);
+    ModalHelper modal;
+    modal.esperaContendo(u"Divisão por zero."_s, QMessageBox::Ok);
+    gera();
+    QCOMPARE(modal.confere(), QString());
+    QVERIFY(!imprime()->isEnabled());
+    QCOMPARE(grade()->rows(), 1);
+    QVERIFY(controle<QLabel>(tela.get(), "Label3")->isHidden());
+    // The staging table as far as it was filled.
+    QCOMPARE(m->servidor().consulta(u"SELECT COUNT(*) FROM relat2"_s)[0][0], u"2"_s);
+    m->servidor().executa(u"DELETE FROM Orcamento_Troca"_s);
+    gera();
+    QCOMPARE(grade()->rows(), 4);
+    QVERIFY(imprime()->isEnabled());
+}
+
+void TstComissao::totalSalesOfZeroIsADivisionByZero() {
+    m->vendedor(1, u"ANA"_s, u"1"_s, u"1"_s);
+    m->vendedor(2, u"BETO"_s, u"1"_s, u"1"_s);
+    venda(1, u"100.00"_s, u"PÃO"_s);
+    venda(2, u"100.00"_s, u"PÃO"_s, u"1411"_s);
+    ModalHelper modal;
+    modal.esperaContendo(u"Divisão por zero."_s, QMessageBox::Ok);
+    gera();
+    QCOMPARE(modal.confere(), QString());
+    QVERIFY(!imprime()->isEnabled());
+    QCOMPARE(grade()->text(1, 8), u"100,00"_s);
+    QCOMPARE(grade()->text(2, 8), u"-100,00"_s);
+}
+
+void TstComissao::percentagesAreExact() {
+    // 0.33 at 1.5 % is 0.00495: four places would make 0.0050 of it, and two of those 0.01.
+    m->vendedor(1, u"ANA"_s, u"1.5"_s, u"1.5"_s);
+    venda(1, u"0.33"_s, u"PÃO"_s);
+    venda(1, u"1.00"_s, u"BOLO"_s); // 0.015
+    m->troca(u"C1"_s, u"1"_s, u"1"_s, u"0.01"_s);
+    gera();
+    QCOMPARE(grade()->text(1, 4), u"0,00"_s);
+    QCOMPARE(grade()->text(1, 7), u"0,02"_s);
+    QCOMPARE(grade()->text(1, 11), u"0,75"_s); // 0.7518...
+}
+
+void TstComissao::busyLabelIsSeenWhileRunning() {
+    auto* rotulo = controle<QLabel>(tela.get(), "Label3");
+    struct Observador : QObject {
+        int pinturas = 0;
+        bool eventFilter(QObject*, QEvent* evento) override {
+            pinturas += evento->type() == QEvent::Paint;
+            return false;
+        }
+    } observador;
+    rotulo->installEventFilter(&observador);
+    controle<QPushButton>(tela.get(), "Command4")->click(); // without letting the event loop run
+    QVERIFY(observador.pinturas >= 1);
+    QVERIFY(rotulo->isHidden());
+}
+
+void TstComissao::runsAgainFromEmpty() {
+    venda(1, u"100.00"_s, u"PÃO"_s);
+    gera();
+    gera();
+    QCOMPARE(grade()->rows(), 4);
+    QCOMPARE(m->servidor().consulta(u"SELECT COUNT(*) FROM relat2"_s)[0][0], u"1"_s);
+    periodo(u"01/01/2024"_s, u"31/01/2024"_s);
+    gera();
+    QCOMPARE(grade()->rows(), 1);
+    QVERIFY(!imprime()->isEnabled());
+}
+
+void TstComissao::byKeyboardAlone() {
+    venda(1, u"100.00"_s, u"PÃO"_s);
+    const auto teclaNoFoco = [](Qt::Key tecla, Qt::KeyboardModifiers modificadores = {}) {
+        QTest::keyClick(QApplication::focusWidget(), tecla, modificadores);
+        QCoreApplication::processEvents();
+    };
+    controle<DateBox>(tela.get(), "DataIni")->setFocus();
+    teclaNoFoco(Qt::Key_Return);
+    QCOMPARE(QApplication::focusWidget()->objectName(), u"DataFin"_s);
+    teclaNoFoco(Qt::Key_Up); // 1 March
+    QCOMPARE(controle<DateBox>(tela.get(), "DataFin")->text(), u"01/03/2024"_s);
+    teclaNoFoco(Qt::Key_Return);
+    QCOMPARE(QApplication::focusWidget()->objectName(), u"Command4"_s);
+    teclaNoFoco(Qt::Key_Space);
+    QCOMPARE(grade()->rows(), 4);
+    teclaNoFoco(Qt::Key_Tab);
+    QCOMPARE(QApplication::focusWidget()->objectName(), u"Grid1"_s);
+    teclaNoFoco(Qt::Key_Tab);
+    QCOMPARE(QApplication::focusWidget()->objectName(), u"Command1"_s);
+    teclaNoFoco(Qt::Key_Escape);
+    QVERIFY(!tela->isVisible());
+}
+
+QTEST_MAIN(TstComissao)
+#include "tst_comissao.moc"

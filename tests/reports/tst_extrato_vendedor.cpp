@@ -1,0 +1,374 @@
+#include "core/Datas.h"
+#include "platform/DateBox.h"
+#include "platform/grid/Grid.h"
+#include "reports/Comissao.h"
+#include "reports/ExtratoVendedor.h"
+#include "reports/Movimento.h"
+#include "support/ModalHelper.h"
+
+#include <QApplication>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+using namespace tarvessa;
+using namespace tarvessa::teste;
+
+namespace {
+
+const QStringList caixas = {u"TotGerPao"_s,    u"PorcComissPao"_s,    u"TotalComissaoPao"_s,
+                            u"TotGerOutros"_s, u"PorcComissOutros"_s, u"TotalComissaoOutros"_s,
+                            u"TotalVendas"_s,  u"TotalComissoes"_s,   u"TotalDevolucoes"_s};
+
+QStringList valores(QWidget* tela) {
+    QStringList textos;
+    for (const QString& caixa : caixas)
+        textos.append(controle<QLineEdit>(tela, qPrintable(caixa))->text());
+    return textos;
+}
+
+bool ehPao(const QString& descricao) {
+    return descricao.toUpper().contains(u"PÃO"_s) || descricao.toUpper().contains(u"PAO"_s);
+}
+
+} // namespace
+
+/// The statement of a seller: statement text, control break, boxes.
+class TstExtratoVendedor : public QObject {
+    Q_OBJECT
+
+  private Q_SLOTS:
+    void initTestCase() { m = std::make_unique<Movimento>(); }
+    void cleanupTestCase() { m.reset(); }
+    void init() { m->arruma(); }
+
+    void sendsTheStatement();
+    void captionsWidthsAndNames();
+    void titleAndBoxes();
+    void figuresOfARandomMonth_data();
+    void figuresOfARandomMonth();
+    void returnedBreadLowersBread();
+    void lowerCaseCountsAsBread();
+    void saleAndReturnOfOneNumberAreOneRow();
+    void sellerWithoutInvoices();
+    void emptyPercentagesCountAsZero();
+    void commissionsAreAddedAsShown();
+    void columnNarrowsWithTheScrollBar_data();
+    void columnNarrowsWithTheScrollBar();
+    void opensFromTheCommissionGrid_data();
+    void opensFromTheCommissionGrid();
+    void isNotOpenedForADayThatDoesNotExist();
+    void escapeCloses();
+
+  private:
+    /// Opens the statement, looks at it, closes it.
+    void carrega(const std::function<void(QWidget*)>& olha, const QString& comissaoPao = u"3,0"_s,
+                 const QString& comissaoOutros = u"1,5"_s, const QString& devolucao = u"0,00"_s,
+                 int vendedor = 7);
+    QList<QStringList> carregadas();
+    void venda(int nota, const QString& valor, const QString& descricao, const QString& cfop = u"5102"_s,
+               const QString& data = u"2024-02-10"_s);
+
+    std::unique_ptr<Movimento> m;
+};
+
+void TstExtratoVendedor::carrega(const std::function<void(QWidget*)>& olha, const QString& comissaoPao,
+                                 const QString& comissaoOutros, const QString& devolucao, int vendedor) {
+    ModalHelper modal;
+    modal.aoAbrir([&olha](QWidget* tela) {
+        olha(tela);
+        tela->close();
+    });
+    ExtratoVendedor extrato;
+    extrato.Carrega(vendedor, u"ANA & FILHOS"_s, u"01/02/2024"_s, u"29/02/2024"_s, comissaoPao,
+                    comissaoOutros, devolucao);
+    QCOMPARE(modal.confere(), QString());
+}
+
+QList<QStringList> TstExtratoVendedor::carregadas() {
+    QList<QStringList> vistas;
+    carrega([&vistas](QWidget* tela) { vistas = linhas(controle<Grid>(tela, "Grid1")); });
+    return vistas;
+}
+
+void TstExtratoVendedor::venda(int nota, const QString& valor, const QString& descricao, const QString& cfop,
+                               const QString& data) {
+    if (m->servidor().consulta(u"SELECT 1 FROM nfsaida WHERE nrnf=%1"_s.arg(nota)).isEmpty())
+        m->nota(nota, 7, u"CLIENTE %1"_s.arg(nota));
+    LinhaFiscal l;
+    l.nota = nota;
+    l.data = data;
+    l.entrsai = cfop.startsWith(u'1') ? u"E"_s : u"S"_s;
+    l.cfop = cfop;
+    l.descricao = descricao;
+    l.totalVenda = valor;
+    m->linha(l);
+}
+
+void TstExtratoVendedor::sendsTheStatement() {
+    m->marca();
+    carrega([](QWidget*) {});
+    const QString inicio = u" AS m Inner JOIN nfsaida AS n ON m.nr_nf=n.nrnf AND m.serienf=n.SerieNF WHERE "
+                           "m.dataemissao>='2024-02-01' AND m.dataemissao<='2024-02-29' AND m.entrsai="_s;
+    QCOMPARE(
+        m->comandos(),
+        QStringList({u"SELECT m.nr_nf, m.descricao, n.razsoc, m.totalvenda, m.dataemissao FROM movsaient"_s +
+                     inicio +
+                     u"'S' AND n.CodVendedor=7 AND m.cancelado='N' and m.cfop in "
+                     "('5101','5102','5104','5401','5403','5405','6101','6102','6104','6401','6403','6404') "
+                     "Union All SELECT m.nr_nf, m.descricao, n.razsoc, -1 * m.totalvenda, m.dataemissao FROM "
+                     "movsaient"_s +
+                     inicio +
+                     u"'E' AND n.CodVendedor=7 AND m.cancelado='N' and m.cfop in "
+                     "('1202','1411','2202','2411') order by nr_nf"_s}));
+}
+
+void TstExtratoVendedor::captionsWidthsAndNames() {
+    carrega([](QWidget* tela) {
+        QCOMPARE(tela->windowTitle(), u" Extrato do Vendedor"_s);
+        const auto* grade = controle<Grid>(tela, "Grid1");
+        QCOMPARE(celulas(grade, 0), QStringList({u"DATA"_s, u"Nº NF"_s, u"CLIENTE"_s, u"R$ TOTAL PÃO"_s,
+                                                 u"R$ TOT.OUTROS"_s, u"R$ TOTAL NF"_s}));
+        QCOMPARE(larguras(grade), QList<int>({1200, 1000, 5100, 1500, 1500, 1500}));
+        QCOMPARE(controle<QPushButton>(tela, "Command1")->text(), u"&Imprime"_s);
+        const QStringList rotulos = {
+            u"R$ TOTAL VENDA DE PÃO"_s, u"% COMISSÃO PÃO"_s,     u"R$ TOTAL COMISSÃO PÃO"_s,
+            u"R$ TOTAL VENDA OUTROS"_s, u"% COMISSÃO OUTROS"_s,  u"R$ TOTAL COMISSÃO OUTROS"_s,
+            u"R$ TOTAL VENDAS"_s,       u"R$ TOTAL COMISSÕES"_s, u"R$ TOTAL DEVOLUÇÕES"_s};
+        for (int i = 0; i < caixas.size(); ++i) {
+            const auto* caixa = controle<QLineEdit>(tela, qPrintable(caixas[i]));
+            QVERIFY(caixa->isReadOnly());
+            QCOMPARE(caixa->accessibleName(), rotulos[i]);
+            QCOMPARE(controle<QLabel>(tela, qPrintable(u"Label"_s + caixas[i]))->text(), rotulos[i]);
+        }
+    });
+}
+
+void TstExtratoVendedor::titleAndBoxes() {
+    venda(1, u"1234.50"_s, u"PÃO"_s);
+    venda(1, u"100.25"_s, u"BOLO"_s);
+    carrega(
+        [](QWidget* tela) {
+            QCOMPARE(controle<QLabel>(tela, "Label1")->text(),
+                     u"7 - ANA & FILHOS    -   PERÍODO DE 01/02/2024 A 29/02/2024"_s);
+            QCOMPARE(valores(tela),
+                     QStringList({u"1.234,50"_s, u"3,0"_s, u"37,04"_s, u"100,25"_s, u"12,345"_s, u"12,38"_s,
+                                  u"1.334,75"_s, u"49,42"_s, u"1.060,00"_s}));
+            QCOMPARE(linhas(controle<Grid>(tela, "Grid1")),
+                     QList<QStringList>({{u"10/02/2024"_s, u"1"_s, u"CLIENTE 1"_s, u"1.234,50"_s, u"100,25"_s,
+                                          u"1.334,75"_s}}));
+        },
+        u"3,0"_s, u"12,345"_s, u"1.060,00"_s);
+}
+
+void TstExtratoVendedor::figuresOfARandomMonth_data() {
+    QTest::addColumn<quint32>("semente");
+    QTest::newRow("a month") << 21u;
+    QTest::newRow("another") << 22u;
+}
+
+void TstExtratoVendedor::figuresOfARandomMonth() {
+    QFETCH(quint32, semente);
+    m->semeia(semente);
+    const QStringList vendas = {u"5101"_s, u"5102"_s, u"5104"_s, u"5401"_s, u"5403"_s, u"5405"_s,
+                                u"6101"_s, u"6102"_s, u"6104"_s, u"6401"_s, u"6403"_s, u"6404"_s};
+    const QStringList devolucoes = {u"1202"_s, u"1411"_s, u"2202"_s, u"2411"_s};
+    for (const int vendedor : {3, 9}) {
+        struct Nota {
+            QSet<QString> datas;
+            QSet<QString> clientes;
+            qint64 pao = 0;
+            qint64 outros = 0;
+        };
+        QMap<int, Nota> notas;
+        QMap<QString, QStringList> cabecalhos;
+        for (const QStringList& n :
+             m->servidor().consulta(u"SELECT nrnf, SerieNF, CodVendedor, razsoc FROM nfsaida"_s))
+            cabecalhos[n[0] + u'/' + n[1]] = n;
+        for (const QStringList& l : m->servidor().consulta(
+                 u"SELECT nr_nf, serienf, dataemissao, entrsai, cancelado, cfop, descricao, "
+                 "totalvenda FROM movsaient"_s)) {
+            const QStringList cabecalho = cabecalhos.value(l[0] + u'/' + l[1]);
+            const bool sai = l[3] == u"S" && vendas.contains(l[5]);
+            const bool volta = l[3] == u"E" && devolucoes.contains(l[5]);
+            if (cabecalho.value(2).toInt() != vendedor || l[2] < u"2024-02-01" || l[2] > u"2024-02-29" ||
+                l[4] != u"N" || (!sai && !volta))
+                continue;
+            Nota& nota = notas[l[0].toInt()];
+            nota.datas.insert(TextoTela(QDate::fromString(l[2], Qt::ISODate)));
+            nota.clientes.insert(cabecalho[3]);
+            (ehPao(l[6]) ? nota.pao : nota.outros) += sai ? centavos(l[7]) : -centavos(l[7]);
+        }
+        QVERIFY(notas.size() > 2);
+        carrega(
+            [&notas](QWidget* tela) {
+                const QList<QStringList> vistas = linhas(controle<Grid>(tela, "Grid1"));
+                QCOMPARE(vistas.size(), notas.size());
+                qint64 pao = 0;
+                qint64 outros = 0;
+                int linha = 0;
+                for (auto n = notas.cbegin(); n != notas.cend(); ++n, ++linha) {
+                    QVERIFY(n->datas.contains(vistas[linha][0]));
+                    QVERIFY(n->clientes.contains(vistas[linha][2]));
+                    QCOMPARE(vistas[linha][1], QString::number(n.key()));
+                    QCOMPARE(vistas[linha].mid(3), QStringList({comoTela(n->pao), comoTela(n->outros),
+                                                                comoTela(n->pao + n->outros)}));
+                    pao += n->pao;
+                    outros += n->outros;
+                }
+                const qint64 comissaoPao = proporcao(pao, 30, 1000);
+                const qint64 comissaoOutros = proporcao(outros, 15, 1000);
+                QCOMPARE(valores(tela),
+                         QStringList({comoTela(pao), u"3,0"_s, comoTela(comissaoPao), comoTela(outros),
+                                      u"1,5"_s, comoTela(comissaoOutros), comoTela(pao + outros),
+                                      comoTela(comissaoPao + comissaoOutros), u"0,00"_s}));
+            },
+            u"3,0"_s, u"1,5"_s, u"0,00"_s, vendedor);
+    }
+}
+
+void TstExtratoVendedor::returnedBreadLowersBread() {
+    venda(1, u"100.00"_s, u"PÃO"_s);
+    venda(2, u"30.00"_s, u"PAO DE FORMA"_s, u"1202"_s);
+    carrega([](QWidget* tela) {
+        QCOMPARE(controle<QLineEdit>(tela, "TotGerPao")->text(), u"70,00"_s);
+        QCOMPARE(controle<Grid>(tela, "Grid1")->text(2, 3), u"-30,00"_s);
+        QCOMPARE(controle<Grid>(tela, "Grid1")->text(2, 5), u"-30,00"_s);
+    });
+}
+
+void TstExtratoVendedor::lowerCaseCountsAsBread() {
+    venda(1, u"10.00"_s, u"pão caseiro"_s);
+    venda(2, u"20.00"_s, u"mini pao"_s);
+    venda(3, u"40.00"_s, u"bolo"_s);
+    const QList<QStringList> vistas = carregadas();
+    QCOMPARE(vistas.value(0).mid(3), QStringList({u"10,00"_s, u"0,00"_s, u"10,00"_s}));
+    QCOMPARE(vistas.value(1).mid(3), QStringList({u"20,00"_s, u"0,00"_s, u"20,00"_s}));
+    QCOMPARE(vistas.value(2).mid(3), QStringList({u"0,00"_s, u"40,00"_s, u"40,00"_s}));
+}
+
+void TstExtratoVendedor::saleAndReturnOfOneNumberAreOneRow() {
+    venda(5, u"100.00"_s, u"PÃO"_s);
+    venda(5, u"30.00"_s, u"PÃO"_s, u"1202"_s);
+    m->nota(5, 7, u"OUTRA SÉRIE"_s, u"2"_s);
+    LinhaFiscal l;
+    l.nota = 5;
+    l.serie = u"2"_s;
+    l.totalVenda = u"7.00"_s;
+    m->linha(l);
+    const QList<QStringList> vistas = carregadas();
+    QCOMPARE(vistas.size(), 1);
+    QCOMPARE(vistas[0][3], u"77,00"_s);
+}
+
+void TstExtratoVendedor::sellerWithoutInvoices() {
+    carrega([](QWidget* tela) {
+        QCOMPARE(controle<Grid>(tela, "Grid1")->rows(), 1);
+        QCOMPARE(valores(tela), QStringList({u"0,00"_s, u"3,0"_s, u"0,00"_s, u"0,00"_s, u"1,5"_s, u"0,00"_s,
+                                             u"0,00"_s, u"0,00"_s, u"0,00"_s}));
+    });
+}
+
+void TstExtratoVendedor::emptyPercentagesCountAsZero() {
+    venda(1, u"100.00"_s, u"PÃO"_s);
+    carrega(
+        [](QWidget* tela) {
+            QCOMPARE(valores(tela), QStringList({u"100,00"_s, u"0,0"_s, u"0,00"_s, u"0,00"_s, u"0,0"_s,
+                                                 u"0,00"_s, u"100,00"_s, u"0,00"_s, u"0,00"_s}));
+        },
+        QString(), QString(), QString());
+}
+
+void TstExtratoVendedor::commissionsAreAddedAsShown() {
+    venda(1, u"0.15"_s, u"PÃO"_s);
+    venda(1, u"0.15"_s, u"BOLO"_s);
+    carrega( // 0.0045 each, shown as 0.00, although together they are nearly a cent
+        [](QWidget* tela) { QCOMPARE(controle<QLineEdit>(tela, "TotalComissoes")->text(), u"0,00"_s); },
+        u"3,0"_s, u"3,0"_s);
+    carrega( // 0.0075 each
+        [](QWidget* tela) { QCOMPARE(controle<QLineEdit>(tela, "TotalComissoes")->text(), u"0,02"_s); },
+        u"5,0"_s, u"5,0"_s);
+}
+
+void TstExtratoVendedor::columnNarrowsWithTheScrollBar_data() {
+    QTest::addColumn<int>("notas");
+    QTest::addColumn<int>("largura");
+    QTest::newRow("22 invoices, 23 rows") << 22 << 5100;
+    QTest::newRow("23 invoices, 24 rows") << 23 << 4850;
+    QTest::newRow("24 invoices") << 24 << 4850;
+}
+
+void TstExtratoVendedor::columnNarrowsWithTheScrollBar() {
+    QFETCH(int, notas);
+    QFETCH(int, largura);
+    for (int i = 1; i <= notas; ++i)
+        venda(i, u"1.00"_s, u"PÃO"_s);
+    carrega([&](QWidget* tela) {
+        QCOMPARE(controle<Grid>(tela, "Grid1")->rows(), notas + 1);
+        QCOMPARE(controle<Grid>(tela, "Grid1")->columnTwips(2), largura);
+    });
+}
+
+void TstExtratoVendedor::opensFromTheCommissionGrid_data() {
+    QTest::addColumn<bool>("porTecla");
+    QTest::newRow("mouse") << false;
+    QTest::newRow("Space") << true;
+}
+
+void TstExtratoVendedor::opensFromTheCommissionGrid() {
+    QFETCH(bool, porTecla);
+    m->vendedor(7, u"ANA"_s, u"3"_s, u"1.5"_s);
+    venda(1, u"1000.00"_s, u"PÃO"_s);
+    m->troca(u"C1"_s, u"7"_s, u"1"_s, u"60.00"_s);
+    Comissao comissao;
+    QVERIFY(mostra(&comissao));
+    QTest::mouseClick(controle<QPushButton>(&comissao, "Command4"), Qt::LeftButton);
+    auto* grade = controle<Grid>(&comissao, "Grid1");
+    clica(grade, 1, 3); // the statement takes the percentages as they stand in the grid
+    QTest::keyClicks(controle<QLineEdit>(&comissao, "TextGrid"), u"5"_s);
+    QTest::keyClick(controle<QLineEdit>(&comissao, "TextGrid"), Qt::Key_Return);
+    ModalHelper modal;
+    modal.aoAbrir([](QWidget* tela) {
+        QCOMPARE(tela->objectName(), u"ExtratoVendedor"_s);
+        QCOMPARE(controle<QLabel>(tela, "Label1")->text(),
+                 u"7 - ANA    -   PERÍODO DE 01/02/2024 A 29/02/2024"_s);
+        QCOMPARE(valores(tela), QStringList({u"1.000,00"_s, u"5,0"_s, u"50,00"_s, u"0,00"_s, u"1,5"_s,
+                                             u"0,00"_s, u"1.000,00"_s, u"50,00"_s, u"60,00"_s}));
+        tela->close();
+    });
+    if (porTecla) {
+        grade->setCurrentCell(1, 12);
+        QTest::keyClick(grade, Qt::Key_Space);
+    } else {
+        clica(grade, 1, 12);
+    }
+    QCOMPARE(modal.confere(), QString());
+}
+
+void TstExtratoVendedor::isNotOpenedForADayThatDoesNotExist() {
+    venda(1, u"1000.00"_s, u"PÃO"_s);
+    Comissao comissao;
+    QVERIFY(mostra(&comissao));
+    QTest::mouseClick(controle<QPushButton>(&comissao, "Command4"), Qt::LeftButton);
+    controle<DateBox>(&comissao, "DataFin")->setText(u"31/02/2024"_s);
+    m->marca();
+    ModalHelper modal;
+    modal.espera(u"Data final inválida. Verifique!!!"_s, QMessageBox::Ok);
+    clica(controle<Grid>(&comissao, "Grid1"), 1, 12);
+    QCOMPARE(modal.confere(), QString());
+    QCOMPARE(m->comandos(), QStringList());
+}
+
+void TstExtratoVendedor::escapeCloses() {
+    ModalHelper modal;
+    modal.aoAbrir([](QWidget* tela) { QTest::keyClick(tela, Qt::Key_Escape); });
+    ExtratoVendedor extrato;
+    extrato.Carrega(1, u"ANA"_s, u"01/02/2024"_s, u"29/02/2024"_s, u"3,0"_s, u"1,5"_s, u"0,00"_s);
+    QCOMPARE(modal.confere(), QString());
+    QVERIFY(!extrato.isVisible());
+}
+
+QTEST_MAIN(TstExtratoVendedor)
+#include "tst_extrato_vendedor.moc"

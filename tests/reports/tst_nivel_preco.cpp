@@ -1,0 +1,263 @@
+#include "core/Relatorio.h"
+#include "platform/RuntimeError.h"
+#include "reports/Movimento.h"
+#include "reports/RelatNivelPreco.h"
+#include "support/ModalHelper.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+using namespace tarvessa;
+using namespace tarvessa::teste;
+
+namespace {
+
+const QString obrigatoria = u"Obrigatória a seleção de um nível de preço. Verifique!!!"_s;
+
+QString consulta(int nivel) {
+    return u"SELECT clientes1.`codigo`, clientes1.`nome`, clientes1.`fantasia`, clientes1.`colunapreco` From "
+           "`clientes` clientes1 Where clientes1.`colunapreco`=%1 And clientes1.ativocad='S' order By "
+           "clientes1.`nome` ASC"_s.arg(nivel);
+}
+
+} // namespace
+
+/// The list of customers by price level.
+class TstNivelPreco : public QObject {
+    Q_OBJECT
+
+  private Q_SLOTS:
+    void initTestCase() { m = std::make_unique<Movimento>(); }
+    void cleanupTestCase() { m.reset(); }
+    void init() { m->arruma(); }
+    void cleanup() { tela.reset(); }
+
+    void captionsAndNames();
+    void levelsWithTitles_data();
+    void levelsWithTitles();
+    void secondItemIsLevelThree();
+    void refusesWhatNamesNoLevel_data();
+    void refusesWhatNamesNoLevel();
+    void leadingNumberCounts_data();
+    void leadingNumberCounts();
+    void typedTextFollowsTheConvention();
+    void printsActiveCustomersOfTheLevel();
+    void queryStaysForItsLayoutAlone();
+    void noCompanyIsAnErrorReport();
+    void byKeyboardAlone();
+
+  private:
+    void abre();
+    void titulos(const QString& um, const QString& dois, const QString& tres, const QString& quatro);
+    QComboBox* lista() const { return controle<QComboBox>(tela.get(), "TabelaPreco"); }
+    void gera() { QTest::mouseClick(controle<QPushButton>(tela.get(), "Command4"), Qt::LeftButton); }
+
+    std::unique_ptr<Movimento> m;
+    std::unique_ptr<RelatNivelPreco> tela;
+};
+
+void TstNivelPreco::titulos(const QString& um, const QString& dois, const QString& tres,
+                            const QString& quatro) {
+    const auto valor = [](const QString& titulo) {
+        return titulo == u"NULL" ? titulo : u"'"_s + titulo + u"'"_s;
+    };
+    m->servidor().executa(u"UPDATE empresa SET Titulom1="_s + valor(um) + u", Titulom2="_s + valor(dois) +
+                          u", Titulom3="_s + valor(tres) + u", Titulom4="_s + valor(quatro));
+}
+
+void TstNivelPreco::abre() {
+    m->marca();
+    tela = std::make_unique<RelatNivelPreco>();
+    QVERIFY(mostra(tela.get()));
+}
+
+void TstNivelPreco::captionsAndNames() {
+    titulos(u"varejo"_s, u"b"_s, u"c"_s, u"d"_s);
+    abre();
+    QCOMPARE(tela->windowTitle(), u" Relatório de Nível de Preços"_s);
+    QCOMPARE(controle<QLabel>(tela.get(), "Label1")->text(), u"NÍVEL PREÇO"_s);
+    QCOMPARE(lista()->accessibleName(), u"NÍVEL PREÇO"_s);
+    QCOMPARE(lista()->lineEdit()->accessibleName(), u"NÍVEL PREÇO"_s);
+    QCOMPARE(controle<QPushButton>(tela.get(), "Command4")->text(), u"&Gerar Relatório"_s);
+    QCOMPARE(lista()->currentIndex(), -1);
+    QCOMPARE(lista()->currentText(), QString());
+    QCOMPARE(m->comandos(), QStringList({u"Select Titulom1,Titulom2,Titulom3,Titulom4 from Empresa"_s}));
+}
+
+void TstNivelPreco::levelsWithTitles_data() {
+    QTest::addColumn<QStringList>("gravados");
+    QTest::addColumn<QStringList>("itens");
+    QTest::newRow("all") << QStringList({u"varejo"_s, u"Atacado"_s, u"doces à mão"_s, u"X"_s})
+                         << QStringList(
+                                {u"1 - VAREJO"_s, u"2 - ATACADO"_s, u"3 - DOCES À MÃO"_s, u"4 - X"_s});
+    QTest::newRow("1 and 3") << QStringList({u"A"_s, u""_s, u"C"_s, u"NULL"_s})
+                             << QStringList({u"1 - A"_s, u"3 - C"_s});
+    QTest::newRow("blanks are none") << QStringList({u"   "_s, u" B "_s, u""_s, u"NULL"_s})
+                                     << QStringList({u"2 - B"_s});
+    QTest::newRow("none") << QStringList({u"NULL"_s, u"NULL"_s, u"NULL"_s, u"NULL"_s}) << QStringList();
+}
+
+void TstNivelPreco::levelsWithTitles() {
+    QFETCH(QStringList, gravados);
+    titulos(gravados[0], gravados[1], gravados[2], gravados[3]);
+    abre();
+    QStringList itens;
+    for (int i = 0; i < lista()->count(); ++i)
+        itens.append(lista()->itemText(i));
+    QTEST(itens, "itens");
+}
+
+void TstNivelPreco::secondItemIsLevelThree() {
+    titulos(u"A"_s, QString(), u"C"_s, QString());
+    abre();
+    lista()->setCurrentIndex(1);
+    ModalHelper modal;
+    modal.aoAbrir([](QWidget* previa) { previa->close(); });
+    gera();
+    QTRY_COMPARE(modal.confere(), QString());
+    QCOMPARE(CRW->sqlQuery(), consulta(3));
+}
+
+void TstNivelPreco::refusesWhatNamesNoLevel_data() {
+    QTest::addColumn<QString>("digitado");
+    QTest::newRow("nothing") << QString();
+    QTest::newRow("text") << u"varejo"_s;
+    QTest::newRow("text before the number") << u"n1"_s;
+    QTest::newRow("zero") << u"0 - X"_s;
+    QTest::newRow("less than one") << u"0,9"_s;
+}
+
+void TstNivelPreco::refusesWhatNamesNoLevel() {
+    QFETCH(QString, digitado);
+    titulos(u"A"_s, u"B"_s, u"C"_s, u"D"_s);
+    abre();
+    controle<QPushButton>(tela.get(), "Command4")->setFocus();
+    lista()->lineEdit()->setText(digitado);
+    m->marca();
+    ModalHelper modal;
+    modal.espera(obrigatoria, QMessageBox::Ok);
+    gera();
+    QCOMPARE(modal.confere(), QString());
+    QCOMPARE(modal.caixas()[0].titulo, u"Atenção!!!"_s);
+    QCOMPARE(modal.caixas()[0].icone, QMessageBox::Information);
+    QCOMPARE(tela->focusWidget(), lista());
+    QCOMPARE(CRW->sqlQuery(), QString());
+    QCOMPARE(m->comandos(), QStringList());
+}
+
+void TstNivelPreco::leadingNumberCounts_data() {
+    QTest::addColumn<QString>("digitado");
+    QTest::addColumn<int>("nivel");
+    QTest::newRow("a number") << u"2"_s << 2;
+    QTest::newRow("number and text") << u"4 qualquer"_s << 4;
+    QTest::newRow("a level without a title") << u"7"_s << 7;
+    QTest::newRow("decimals") << u"3,9"_s << 3;
+}
+
+void TstNivelPreco::leadingNumberCounts() {
+    QFETCH(QString, digitado);
+    QFETCH(int, nivel);
+    titulos(u"A"_s, QString(), QString(), QString());
+    abre();
+    lista()->setFocus();
+    QTest::keyClicks(lista()->lineEdit(), digitado);
+    ModalHelper modal;
+    modal.aoAbrir([](QWidget* previa) { previa->close(); });
+    gera();
+    QTRY_COMPARE(modal.confere(), QString());
+    QCOMPARE(CRW->sqlQuery(), consulta(nivel));
+}
+
+void TstNivelPreco::typedTextFollowsTheConvention() {
+    abre();
+    lista()->setFocus();
+    QTest::keyClicks(lista()->lineEdit(), u"a'b"_s);
+    QCOMPARE(lista()->currentText(), u"A´B"_s);
+    lista()->lineEdit()->clear();
+    QApplication::clipboard()->setText(u"d'água"_s);
+    QTest::keyClick(lista()->lineEdit(), Qt::Key_V, Qt::ControlModifier);
+    QCOMPARE(lista()->currentText(), u"D´ÁGUA"_s);
+}
+
+void TstNivelPreco::printsActiveCustomersOfTheLevel() {
+    titulos(u"A"_s, u"B"_s, u"C"_s, u"D"_s);
+    m->cliente(u"C1"_s, u"ZULMIRA"_s, u"1"_s, u"2"_s);
+    m->cliente(u"C2"_s, u"ÁGATA"_s, u"2"_s, u"2"_s);
+    m->cliente(u"C3"_s, u"INATIVA"_s, u"3"_s, u"2"_s, u"ativocad='N'"_s);
+    m->cliente(u"C4"_s, u"SEM SITUAÇÃO"_s, u"4"_s, u"2"_s, u"ativocad=NULL"_s);
+    m->cliente(u"C5"_s, u"DE OUTRO NÍVEL"_s, u"5"_s, u"3"_s);
+    abre();
+    lista()->setCurrentIndex(1);
+    m->marca();
+    ModalHelper modal;
+    modal.aoAbrir([](QWidget* previa) {
+        QVERIFY(previa->isMaximized());
+        previa->close();
+    });
+    gera();
+    QTRY_COMPARE(modal.confere(), QString());
+    QCOMPARE(m->comandos(), QStringList({consulta(2)}));
+    QCOMPARE(CRW->windowState(), 2);
+    QVERIFY(CRW->reportFileName().endsWith(u"\\rpt\\RelatNivelPreco.RPT"));
+    QCOMPARE(CRW->formula(0), QString());
+    if (!Movimento::leitorDePdf())
+        QSKIP("no tool here reads a PDF's text");
+    const QString texto = m->textoDoPdf();
+    QVERIFY2(texto.contains(u"ÁGATA"_s) && texto.contains(u"ZULMIRA"_s), qPrintable(texto));
+    QVERIFY(texto.indexOf(u"ÁGATA"_s) < texto.indexOf(u"ZULMIRA"_s));
+    for (const QString& fora : {u"INATIVA"_s, u"SEM SITUAÇÃO"_s, u"DE OUTRO NÍVEL"_s})
+        QVERIFY2(!texto.contains(fora), qPrintable(texto));
+}
+
+void TstNivelPreco::queryStaysForItsLayoutAlone() {
+    titulos(u"A"_s, u"B"_s, u"C"_s, u"D"_s);
+    abre();
+    lista()->setCurrentIndex(0);
+    ModalHelper modal;
+    modal.aoAbrir([](QWidget* previa) { previa->close(); });
+    gera();
+    QTRY_COMPARE(modal.confere(), QString());
+    QCOMPARE(CRW->sqlQuery(), consulta(1));
+    lista()->setCurrentIndex(3);
+    modal.aoAbrir([](QWidget* previa) { previa->close(); });
+    gera();
+    QTRY_COMPARE(modal.confere(), QString());
+    QCOMPARE(CRW->sqlQuery(), consulta(4));
+}
+
+void TstNivelPreco::noCompanyIsAnErrorReport() {
+    m->servidor().executa(u"DELETE FROM empresa"_s);
+    QVERIFY_EXCEPTION_THROWN(RelatNivelPreco(), RuntimeError);
+}
+
+void TstNivelPreco::byKeyboardAlone() {
+    titulos(u"A"_s, u"B"_s, u"C"_s, u"D"_s);
+    abre();
+    const auto teclaNoFoco = [](Qt::Key tecla, Qt::KeyboardModifiers modificadores = {}) {
+        QTest::keyClick(QApplication::focusWidget(), tecla, modificadores);
+        QCoreApplication::processEvents();
+    };
+    lista()->setFocus();
+    teclaNoFoco(Qt::Key_Down);
+    teclaNoFoco(Qt::Key_Down);
+    QCOMPARE(lista()->currentText(), u"2 - B"_s);
+    teclaNoFoco(Qt::Key_Return);
+    QCOMPARE(QApplication::focusWidget()->objectName(), u"Command4"_s);
+    QCOMPARE(lista()->count(), 4);
+    ModalHelper modal;
+    modal.aoAbrir([](QWidget* previa) { previa->close(); });
+    teclaNoFoco(Qt::Key_Space);
+    QTRY_COMPARE(modal.confere(), QString());
+    QCOMPARE(CRW->sqlQuery(), consulta(2));
+    QTest::keyClick(tela.get(), Qt::Key_Escape);
+    QVERIFY(!tela->isVisible());
+}
+
+QTEST_MAIN(TstNivelPreco)
+#include "tst_nivel_preco.moc"
