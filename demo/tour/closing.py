@@ -82,6 +82,17 @@ def edit_term(program, database, panel):
            database.rows(f"select prazo, formapg from clientes where codigo='{customer}'"), [["21", "BOLETO"]])
 
 
+def view_order(program, panel):
+    """F3 shows the order of the current row; Escape leaves the panel as it was."""
+    row = row_of(panel, 10302)
+    panel.grid.click(row, CLIENTE)
+    program.keys("F3")
+    wait_for("o pedido", lambda: len(program.windows()) > 1)
+    program.picture("visualizacao", "a PV 10302 por inteiro, com F3 na linha")
+    program.keys("Escape")
+    wait_for("o fim da visualização", lambda: len(program.windows()) == 1)
+
+
 def correct_prices(program, database, panel):
     panel.press("Analisa tabela de preço das PRÉ-VENDAS")
     box, text = program.message()

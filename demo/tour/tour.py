@@ -4,10 +4,13 @@ import os
 import shutil
 import sys
 
-from closing import close_presales, convert_davs, correct_prices, edit_term, list_davs, leave_one_open
+from closing import (close_presales, convert_davs, correct_prices, edit_term, leave_one_open, list_davs,
+                     view_order)
 from database import Database
 from driver import Program, TourError
 from products import promote
+from reports import commission, price_levels, sales_summary
+from targets import targets
 
 
 def main(binary, socket, pictures):
@@ -19,10 +22,15 @@ def main(binary, socket, pictures):
         panel = list_davs(program, database)
         convert_davs(program, database, panel)
         edit_term(program, database, panel)
+        view_order(program, panel)
         correct_prices(program, database, panel)
         promote(program, database, panel)
         left = leave_one_open(program, panel)
         close_presales(program, database, panel, left, os.path.dirname(binary))
+        sales_summary(program, panel)
+        commission(program, panel, pictures)
+        price_levels(program, database, panel, pictures)
+        targets(program, database, panel, pictures)
         program.keys("Escape")
         if program.wait_end() != 0:
             raise TourError("o programa não terminou em ordem com Escape")
