@@ -138,8 +138,8 @@ void PainelFechamento::Command3_Click() {
     TemRegistro = AbreRS(
         u"SELECT o.codigocli, o.placa, o.nrpedido, o.TipoOperacao, c.nome, SUM(o.totalped) AS totalped, "
         "o.nomevendedor, c.cidade, c.prazo, c.formapg,c.colunapreco  FROM orcamento AS o left join clientes "
-        "AS c "
-        "ON o.codigocli=c.codigo where o.situacaoorc in ('A','C') and TipoOperacao='P' and dataabertura>='"_s +
+        "AS c ON o.codigocli=c.codigo where o.situacaoorc in ('A','C') and TipoOperacao='P' and "
+        "dataabertura>='"_s +
         inicioDoPeriodo() + u"' group BY o.nrpedido Order By o.nomevendedor, c.nome"_s);
     m_layout = Layout::Pv;
     DefineGrid();

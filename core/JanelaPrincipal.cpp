@@ -1,10 +1,8 @@
 #include "core/JanelaPrincipal.h"
 
 #include "platform/Pictures.h"
-#include "platform/Twips.h"
 
 #include <QApplication>
-#include <QFontMetricsF>
 #include <QPointer>
 #include <QWidget>
 
@@ -32,9 +30,9 @@ QIcon PicSucesso() {
     return emprestimo().form ? emprestimo().picSucesso : pictures::check();
 }
 
-double LarguraImpressa(const QString& texto) {
+TextMeasure MedidaImpressa() {
     const QWidget* form = emprestimo().form;
-    return textTwips(form ? form->font() : QApplication::font(), texto);
+    return TextMeasure(form ? form->font() : QApplication::font());
 }
 
 } // namespace tarvessa

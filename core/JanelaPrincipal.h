@@ -1,7 +1,8 @@
 #pragma once
 
+#include "platform/TextMeasure.h"
+
 #include <QIcon>
-#include <QString>
 
 class QWidget;
 
@@ -15,8 +16,7 @@ void EmprestaJanelaPrincipal(const QWidget* form, const QIcon& picSucesso);
 /// The picture drawn in ticked rows: the one of `picSucesso`, or the program's own check with no main window.
 QIcon PicSucesso();
 
-/// Printed width of a text in the main window's font, in twips; in the application's font with no main
-/// window.
-double LarguraImpressa(const QString& texto);
+/// Measures printed widths in the main window's font, or in the application's with no main window.
+TextMeasure MedidaImpressa();
 
 } // namespace tarvessa

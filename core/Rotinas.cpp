@@ -4,8 +4,8 @@
 #include "core/Datas.h"
 #include "core/Esquema.h"
 #include "core/Numeros.h"
-#include "platform/HostUser.h"
 #include "core/Textos.h"
+#include "platform/HostUser.h"
 #include "platform/Windows1252.h"
 
 #include <QLineEdit>

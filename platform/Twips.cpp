@@ -1,8 +1,5 @@
 #include "platform/Twips.h"
 
-#include <QFontMetricsF>
-#include <QGuiApplication>
-#include <QScreen>
 #include <QWidget>
 
 namespace tarvessa {
@@ -17,11 +14,6 @@ int twipsToPixels(const QWidget* widget, int twips) {
 
 int pixelsToTwips(const QWidget* widget, int pixels) {
     return qRound(pixels * twipsPerInch / widget->logicalDpiX());
-}
-
-double textTwips(const QFont& font, const QString& text) {
-    const double dpi = QGuiApplication::primaryScreen()->logicalDotsPerInchX();
-    return QFontMetricsF(font).horizontalAdvance(text) * twipsPerInch / dpi;
 }
 
 } // namespace tarvessa

@@ -14,10 +14,12 @@ QString FormataCampo(const odbc::Field& campo, QStringView mascara) {
 
 QString DataCurta(const odbc::Field& campo) {
     constexpr int anoDeNenhumaData = 1901;
-    constexpr qsizetype tamanhoDaData = 10; // a date-time column brings its time behind it
-    const QDate data =
-        QDate::fromString(campo.text().first(qMin(tamanhoDaData, campo.text().size())), u"yyyy-MM-dd"_s);
-    return data.isValid() && data.year() != anoDeNenhumaData ? data.toString(u"dd/MM/yy"_s) : QString();
+    constexpr qsizetype tamanho = 10; // "yyyy-mm-dd"; a date-time column brings its time behind it
+    const QString texto = campo.text().left(tamanho);
+    const QDate data = QDate::fromString(texto, Qt::ISODate);
+    if (!data.isValid() || data.year() == anoDeNenhumaData)
+        return {};
+    return texto.sliced(8, 2) + u'/' + texto.sliced(5, 2) + u'/' + texto.sliced(2, 2);
 }
 
 } // namespace tarvessa

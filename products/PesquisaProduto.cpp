@@ -51,6 +51,7 @@ int preenche(Grid* grid, const QString& texto) {
     constexpr QStringView quantidade = u"###,##0.000";
 
     const bool umaPalavra = !texto.contains(u' ');
+    TextMeasure medida = MedidaImpressa();
     int preSelecionada = 0;
     std::vector<std::pair<int, int>> alturas;
     {
@@ -67,7 +68,7 @@ int preenche(Grid* grid, const QString& texto) {
             const int linha = grid->rows() - 1;
             if (umaPalavra && preSelecionada == 0 && nome.startsWith(texto))
                 preSelecionada = linha;
-            const double largura = LarguraImpressa(nome);
+            const double largura = medida.twips(nome);
             if (largura > larguraDeUmaLinha)
                 alturas.emplace_back(linha, static_cast<int>(std::nearbyint(
                                                 (largura / larguraDeUmaLinha + 1) * alturaDeUmaLinha)));

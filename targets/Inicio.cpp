@@ -7,9 +7,22 @@
 #include "targets/MetasQuadro.h"
 #include "ui_MetasQuadro.h"
 
+#include <QAbstractItemView>
+#include <QScrollBar>
+
 using namespace Qt::StringLiterals;
 
 namespace tarvessa {
+
+namespace {
+
+// The lists are as wide as the form allows; what drops down is as wide as the longest name.
+void mostraInteiros(QComboBox* lista) {
+    lista->view()->setMinimumWidth(lista->view()->sizeHintForColumn(0) +
+                                   lista->view()->verticalScrollBar()->sizeHint().width());
+}
+
+} // namespace
 
 void MetasQuadro::Form_Load() {
     carregaVendedores();
@@ -28,6 +41,8 @@ void MetasQuadro::carregaVendedores() {
         ui->Vendedores2->addItem(item);
     }
     rs.close();
+    for (QComboBox* lista : {ui->Vendedores, ui->Vendedores2})
+        mostraInteiros(lista);
     ui->Vendedores->setCurrentIndex(-1); // the first seller added became the chosen one
 }
 

@@ -32,11 +32,15 @@ constexpr std::array<LarguraDeColuna, 5> larguras = {{{colunasMeta::Codigo, 2230
 
 } // namespace
 
-void MetasQuadro::AjustaGrid() {
-    ui->Grid1->setRows(1);
+void MetasQuadro::defineLarguras() {
     for (const LarguraDeColuna& largura : larguras)
         ui->Grid1->setColumnTwips(largura.coluna, largura.twips);
     ui->Grid1->setHeaderBold();
+}
+
+void MetasQuadro::AjustaGrid() {
+    ui->Grid1->setRows(1);
+    defineLarguras();
     const qint32 vendedor = CodigoDaLista(ui->Vendedores->currentText());
     if (vendedor >= 1)
         listaMetas(vendedor);

@@ -9,10 +9,10 @@
 #include "platform/TextBox.h"
 #include "platform/Twips.h"
 #include "platform/grid/CellEditor.h"
+#include "platform/grid/FitToGrids.h"
 #include "targets/CampoProduto.h"
 #include "ui_MetasQuadro.h"
 
-#include <QScrollBar>
 #include <QShortcut>
 
 using namespace Qt::StringLiterals;
@@ -21,20 +21,11 @@ namespace tarvessa {
 
 namespace {
 
-constexpr int larguraDasColunasTwips = 12970;
-constexpr int linhasSemRolagem = 17;
+// Header included; one more and the board makes room for the scroll bar, which the targets never do.
+constexpr int linhasSemRolagem = 18;
 constexpr int alturaDaLinhaTwips = 300;
+constexpr int barraDeRolagemTwips = 250;
 constexpr int larguraDaQuantidadeTwips = 1640;
-
-// Room for all columns and, beside them, for the scroll bar.
-void dimensiona(Grid* grid) {
-    const int moldura = 2 * grid->frameWidth();
-    grid->setMinimumRowTwips(alturaDaLinhaTwips);
-    grid->setMinimumWidth(twipsToPixels(grid, larguraDasColunasTwips) + moldura +
-                          grid->verticalScrollBar()->sizeHint().width());
-    grid->setMinimumHeight(grid->horizontalHeader()->sizeHint().height() + moldura +
-                           linhasSemRolagem * grid->verticalHeader()->defaultSectionSize());
-}
 
 } // namespace
 
@@ -78,17 +69,28 @@ void MetasQuadro::preparaGrids() {
     ui->Grid1->setFormat(u"<CÓDIGO|<PRODUTO|>QUANTIDADE|^EXCLUIR|ID"_s);
     ui->Grid2->setFormat(
         u"<CÓDIGO|<DESCRIÇÃO|>META|>VENDIDO|>% META|>R$ TOTAL VENDA|>DEVOLUÇÃO|% DEVOLUÇÃO"_s);
-    dimensiona(ui->Grid1);
-    dimensiona(ui->Grid2);
+    for (Grid* grid : {ui->Grid1, ui->Grid2})
+        grid->setMinimumRowTwips(alturaDaLinhaTwips);
+    defineLarguras();
+    AjustaGrid2();
+    fitToGrids(this, {ui->Grid1, ui->Grid2}, linhasSemRolagem, barraDeRolagemTwips);
 }
 
 void MetasQuadro::defineAtalhos() {
+    const auto atalho = [this](const QKeySequence& teclas, auto acao) {
+        connect(new QShortcut(teclas, this), &QShortcut::activated, ui->SSTab1, acao);
+    };
     for (int aba = 0; aba < ui->SSTab1->count(); ++aba) {
         const QKeySequence teclas(Qt::ALT | static_cast<Qt::Key>(Qt::Key_1 + aba));
         ui->SSTab1->setTabToolTip(aba, u"Tecla de atalho: "_s + teclas.toString(QKeySequence::NativeText));
-        connect(new QShortcut(teclas, this), &QShortcut::activated, ui->SSTab1,
-                [this, aba] { ui->SSTab1->setCurrentIndex(aba); });
+        atalho(teclas, [this, aba] { ui->SSTab1->setCurrentIndex(aba); });
     }
+    // The tabs know these keys themselves, but a list that has the focus would keep them for its search.
+    const auto outraAba = [this] {
+        ui->SSTab1->setCurrentIndex((ui->SSTab1->currentIndex() + 1) % ui->SSTab1->count());
+    };
+    atalho(Qt::CTRL | Qt::Key_Tab, outraAba);
+    atalho(Qt::CTRL | Qt::SHIFT | Qt::Key_Tab, outraAba);
 }
 
 void MetasQuadro::SSTab1_Click(int aba) {

@@ -48,6 +48,7 @@ class MetasQuadro : public QDialog {
     void carregaVendedores();
 
     // Maintenance (Manutencao.cpp)
+    void defineLarguras();
     void Command1_Click();
     void insereMeta(qint32 vendedor, const QString& produto, Dinheiro quantidade);
     void Grid1_Click(int linha, int coluna);

@@ -7,6 +7,7 @@ import sys
 from closing import close_presales, convert_davs, correct_prices, edit_term, list_davs, leave_one_open
 from database import Database
 from driver import Program, TourError
+from products import promote
 
 
 def main(binary, socket, pictures):
@@ -19,6 +20,7 @@ def main(binary, socket, pictures):
         convert_davs(program, database, panel)
         edit_term(program, database, panel)
         correct_prices(program, database, panel)
+        promote(program, database, panel)
         left = leave_one_open(program, panel)
         close_presales(program, database, panel, left, os.path.dirname(binary))
         program.keys("Escape")

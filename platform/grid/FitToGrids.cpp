@@ -21,16 +21,28 @@ QSize wholeSize(const Grid* grid, int rows, int besides) {
     return QSize(width, height) + 2 * QSize(grid->frameWidth(), grid->frameWidth());
 }
 
+// A page of a tab hands a new minimum up by events only, which come too late here.
+void activateLayouts(QWidget* form, QWidget* grid) {
+    for (QWidget* widget = grid->parentWidget(); widget != form; widget = widget->parentWidget()) {
+        if (widget->layout())
+            widget->layout()->activate();
+        widget->updateGeometry();
+    }
+    form->layout()->activate();
+}
+
 } // namespace
 
 void fitToGrids(QWidget* form, const QList<Grid*>& grids, int rows, int besides) {
     for (Grid* grid : grids)
         grid->setMinimumSize(wholeSize(grid, rows, besides));
-    form->layout()->activate();
+    for (Grid* grid : grids)
+        activateLayouts(form, grid);
     const QSize whole = form->sizeHint();
     for (Grid* grid : grids)
         grid->setMinimumSize(0, 0);
-    form->layout()->activate();
+    for (Grid* grid : grids)
+        activateLayouts(form, grid);
     const int titleBar = form->style()->pixelMetric(QStyle::PM_TitleBarHeight, nullptr, form);
     form->resize(whole.boundedTo(form->screen()->availableSize() - QSize(0, titleBar)));
 }

@@ -84,12 +84,12 @@ class TestPrecos : public QObject {
         m.documento(u"P"_s, numero, codigo, u"ANA"_s, itens);
     }
 
+    /// Unit price and total of each line, then those of its fiscal copy.
     QStringList precos(int numero) {
         QStringList lista;
-        for (
-            const QStringList& linha : m.linhas(
-                u"SELECT unitario, totalped, UnitarioPAF, TotalPaf FROM orcamento WHERE nrpedido=%1 ORDER BY id"_s
-                    .arg(numero)))
+        for (const QStringList& linha :
+             m.linhas(u"SELECT unitario, totalped, UnitarioPAF, TotalPaf FROM orcamento WHERE nrpedido=%1 "
+                      "ORDER BY id"_s.arg(numero)))
             lista += linha.join(u' ');
         return lista;
     }

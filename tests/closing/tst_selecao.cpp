@@ -290,8 +290,10 @@ void TstSelecao::menus() {
     QCOMPARE(barra->actions()[1]->objectName(), u"Metas"_s);
     QCOMPARE(barra->actions()[1]->text().remove(u'&'), u"Metas"_s);
     QStringList itens;
-    for (const QAction* item : relatorio->actions())
+    for (const QAction* item : relatorio->actions()) {
+        QVERIFY2(item->isEnabled(), qPrintable(item->objectName()));
         itens.append(item->objectName() + u'=' + item->text().remove(u'&'));
+    }
     QCOMPARE(itens, (QStringList{u"MnResumoVendas=Resumo de Vendas"_s,
                                  u"MnrelAlfaNivel=Relação alfabética de Nível de Preços"_s,
                                  u"MnComissao=Comissão"_s}));

@@ -42,6 +42,19 @@ QString nomeAcessivel(QWidget* controle) {
     return acessivel ? acessivel->text(QAccessible::Name) : QString();
 }
 
+/// Width of a text, character by character, in twips.
+double largura(const QFont& fonte, const QString& texto) {
+    const QFontMetricsF medidas(fonte);
+    double pixels = 0;
+    for (const QChar c : texto)
+        pixels += medidas.horizontalAdvance(c);
+    return pixels * 1440 / QGuiApplication::primaryScreen()->logicalDotsPerInchX();
+}
+
+int alturaEsperada(double largura) {
+    return largura > 3700 ? static_cast<int>(std::nearbyint((largura / 3700 + 1) * 240)) : 300;
+}
+
 /// A viewer that notes what it was asked for.
 class VisualizadorDeTeste : public VisualizadorImagem {
   public:
@@ -432,14 +445,10 @@ void TstPesquisaProduto::longDescriptionsGetHigherRows() {
         b->produto(QString::number(i), QString::number(i) + u" PALAVRA"_s.repeated(20).first(tamanhos[i]));
     pesquisa(u"PALAVRA"_s, [](QWidget* tela) {
         Grid* grade = gradeDe(tela);
-        const double porPolegada = tela->screen()->logicalDotsPerInchX();
-        for (int linha = 1; linha <= 3; ++linha) {
-            const double largura =
-                QFontMetricsF(QApplication::font()).horizontalAdvance(grade->text(linha, 1)) * 1440 /
-                porPolegada;
-            const double altura = largura > 3700 ? std::nearbyint((largura / 3700 + 1) * 240) : 300;
-            QCOMPARE(grade->rowHeight(linha - 1), twipsToPixels(grade, static_cast<int>(altura)));
-        }
+        for (int linha = 1; linha <= 3; ++linha)
+            QCOMPARE(
+                grade->rowHeight(linha - 1),
+                twipsToPixels(grade, alturaEsperada(largura(QApplication::font(), grade->text(linha, 1)))));
         QVERIFY(grade->rowHeight(0) < grade->rowHeight(1));
         QVERIFY(grade->rowHeight(1) < grade->rowHeight(2));
         // What the row is high enough for is all there: the text wraps within the column without being cut.
@@ -461,12 +470,9 @@ void TstPesquisaProduto::heightsFollowTheMainWindowsFont() {
     b->produto(u"1"_s, u"PÃO DE FORMA A"_s);
     b->produto(u"2"_s, u"PÃO DE FORMA B"_s);
     pesquisa(u"PÃO"_s, [&enorme](QWidget* tela) {
-        const double porPolegada = tela->screen()->logicalDotsPerInchX();
-        const double largura =
-            QFontMetricsF(enorme).horizontalAdvance(u"PÃO DE FORMA A"_s) * 1440 / porPolegada;
-        QVERIFY(largura > 3700);
-        QCOMPARE(gradeDe(tela)->rowHeight(0),
-                 twipsToPixels(tela, static_cast<int>(std::nearbyint((largura / 3700 + 1) * 240))));
+        const double larga = largura(enorme, u"PÃO DE FORMA A"_s);
+        QVERIFY(larga > 3700);
+        QCOMPARE(gradeDe(tela)->rowHeight(0), twipsToPixels(tela, alturaEsperada(larga)));
         QTest::keyClick(tela, Qt::Key_Escape);
     });
 }

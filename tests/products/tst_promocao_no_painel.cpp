@@ -105,9 +105,10 @@ void TstPromocaoNoPainel::panelLendsItsPictureAndItsFont() {
     QFont grande = m_painel->font();
     grande.setPointSize(grande.pointSize() * 3);
     m_painel->setFont(grande);
-    const double polegadas =
-        QFontMetricsF(grande).horizontalAdvance(u"PÃO"_s) / m_painel->screen()->logicalDotsPerInchX();
-    QCOMPARE(LarguraImpressa(u"PÃO"_s), polegadas * 1440);
+    double pixels = 0;
+    for (const QChar c : u"PÃO"_s)
+        pixels += QFontMetricsF(grande).horizontalAdvance(c);
+    QCOMPARE(MedidaImpressa().twips(u"PÃO"), pixels * 1440 / m_painel->screen()->logicalDotsPerInchX());
     const auto* picSucesso = m_painel->findChild<QLabel*>(u"picSucesso"_s);
     const QSize tamanho = picSucesso->pixmap(Qt::ReturnByValue).size();
     QVERIFY(!tamanho.isEmpty());
@@ -118,7 +119,7 @@ void TstPromocaoNoPainel::loanEndsWithThePanel() {
     QVERIFY(abre());
     m_painel.reset();
     QVERIFY(!PicSucesso().isNull());
-    QVERIFY(LarguraImpressa(u"PÃO"_s) > 0);
+    QVERIFY(MedidaImpressa().twips(u"PÃO") > 0);
 }
 
 // Nothing here waits for a window to go: the windows go when the event loops have ended.

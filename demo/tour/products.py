@@ -1,0 +1,62 @@
+"""The products' part of the tour: a search with several answers, and a promotional price for two orders."""
+
+from closing import expect, in_period
+from driver import Table, wait_for
+
+PROMOTION = " Atualiza preço nos pedidos"
+SELECTION = " Seleciona Produtos"
+
+# Columns of the promotion's grid
+ID, TICK = 0, 6
+
+
+def promote(program, database, panel):
+    code, description = database.rows(
+        "select o.codigo, p.descricao from orcamento o join produtos p on p.codfabr=o.codigo "
+        "where o.TipoOperacao='P' and o.situacaoorc in ('A','C') and p.ativo='S' "
+        "and (select count(*) from produtos q where q.ativo='S' and "
+        "q.descricao like concat('%', substring_index(p.descricao,' ',1), '%')) > 3 "
+        "group by o.codigo having count(*) >= 3 order by count(*) desc, o.codigo limit 1")[0]
+    panel.press("Define os preços promocionais para os clientes")
+    screen = program.window(PROMOTION)
+    program.click(program.find("text", "CÓDIGO/DESCRIÇÃO", screen))
+    program.type(description.split()[0])
+    program.keys("Return")
+    choose(program, code)
+    lines = Table(program, program.find("table", None, screen))
+    wait_for("as linhas do produto", lambda: lines.rows() > 1)
+    expect("as linhas listadas", sorted(lines.column(ID), key=int), [r[0] for r in database.rows(
+        f"select id from orcamento where codigo='{code}' and TipoOperacao='P' and situacaoorc in ('A','C') "
+        "order by id")])
+    chosen = [lines.text(row, ID) for row in (0, 1)]
+    for row in (0, 1):
+        lines.click(row, TICK)
+    price = program.find("text", "R$ VENDA DESEJADA", screen)
+    program.click(price)
+    program.type("12.5")
+    program.keys("Tab")
+    expect("o preço ao sair da caixa", program.text(price), "12,50")
+    program.picture("promocao", f"o preço promocional de {description} para duas das linhas em aberto")
+    program.click(program.find("push button", "GERAR ATUALIZAÇÃO DE PREÇOS", screen))
+    box, text = program.message()
+    expect("a pergunta", text, "Deseja realmente realizar esse processo?")
+    program.answer(box, "Sim")
+    wait_for("o fim da tela", lambda: not program.has_window(PROMOTION))
+    stored = database.rows(f"select id, unitario, totalped = round(quantidade*12.5,2) from orcamento "
+                           f"where id in ({','.join(chosen)}) order by id")
+    expect("os preços gravados", stored, [[i, "12.50", "1"] for i in sorted(chosen, key=int)])
+    expect("outras linhas com o preço", database.value(
+        f"select count(*) from orcamento where codigo='{code}' and unitario=12.5 and id not in ({','.join(chosen)}) "
+        f"and {in_period('P')}"), "0")
+
+
+def choose(program, code):
+    """Goes down to the product of this code on the selection screen and takes it."""
+    screen = program.window(SELECTION)
+    products = Table(program, program.find("table", None, screen))
+    codes = wait_for("os produtos", lambda: products.column(0))
+    program.picture("selecao-de-produtos", "vários produtos servem: um se escolhe com Enter ou um clique")
+    program.keys("Home", "Control_L+Home")
+    program.keys(*["Down"] * codes.index(code))
+    program.keys("Return")
+    wait_for("o fim da seleção", lambda: not program.has_window(SELECTION))

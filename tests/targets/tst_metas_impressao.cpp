@@ -1,0 +1,208 @@
+#include "core/Pastas.h"
+#include "core/Relatorio.h"
+#include "platform/report/Report.h"
+#include "support/ModalHelper.h"
+#include "support/StatementLog.h"
+#include "targets/BancadaMetas.h"
+#include "targets/MetasQuadro.h"
+
+#include <QApplication>
+#include <QLabel>
+#include <QLineEdit>
+#include <QProcess>
+#include <QPushButton>
+#include <QStandardPaths>
+#include <QTemporaryDir>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+using namespace tarvessa;
+using namespace tarvessa::teste;
+
+namespace {
+
+QString sqlLinha(const QString& valores) {
+    return u"Insert into relat2 (codigo1,codigo2,texto1,texto2,texto3,texto4,texto5,texto6,texto7) Values ("_s +
+           valores + u")"_s;
+}
+
+} // namespace
+
+/// Printing the board: staged rows, formula and layout.
+class TstMetasImpressao : public QObject {
+    Q_OBJECT
+
+  private Q_SLOTS:
+    void initTestCase() { b = std::make_unique<BancadaMetas>(); }
+    void cleanupTestCase() { b.reset(); }
+    void init() {
+        b->arruma();
+        b->basico();
+    }
+
+    void stagedRows();
+    void reportControl();
+    void periodAsItStandsWhenPrinted();
+    void captionWithAnApostrophe();
+    void missingLayout();
+    void missingLayoutLeavesTheScreenUsable();
+    void printedText();
+    void waitingLabel();
+
+  private:
+    void gera();
+    void imprime();
+
+    std::unique_ptr<BancadaMetas> b;
+};
+
+void TstMetasImpressao::gera() {
+    b->meta(1, u"P1"_s, u"100"_s);
+    b->meta(2, u"P3"_s, u"2.5"_s);
+    b->venda({.vendedor = 1, .produto = u"P1"_s, .quantidade = u"150"_s, .total = u"1234.50"_s});
+    b->devolucao({.vendedor = 1, .produto = u"P1"_s, .quantidade = u"7.5"_s});
+    b->abre();
+    b->vaiParaAba(1);
+    b->aperta(u"Command4"_s);
+}
+
+// The preview is a window of its own: closed again, whatever its modality.
+void TstMetasImpressao::imprime() {
+    b->aperta(u"Command2"_s);
+    for (QWidget* janela : QApplication::topLevelWidgets())
+        if (janela != b->tela() && janela->isVisible())
+            janela->close();
+    b->processa();
+}
+
+void TstMetasImpressao::stagedRows() {
+    gera();
+    StatementLog registro(b->servidor());
+    imprime();
+    const QString vazia = u"'', '', '', '', '', '', '', ''"_s;
+    const QStringList esperados{
+        u"Truncate Relat2"_s,
+        sqlLinha(u"'1 - ANA', 'P1', 'PAO FRANCES', '100', '150', '150,0%', '1.234,50', '7,500', '5,0%'"_s),
+        sqlLinha(u"'1 - ANA', "_s + vazia),
+        sqlLinha(u"'1 - ANA', '', '*** TOTAIS DE 1 - ANA ***', '100', '150', '150,0%', '1.234,50', '7,500', "
+                 "'5,0%'"_s),
+        sqlLinha(u"'2 - BRUNO', 'P3', 'LEITE', '2,500', '0', '0,0%', '0,00', '0', '0,0%'"_s),
+        sqlLinha(u"'2 - BRUNO', "_s + vazia),
+        sqlLinha(
+            u"'2 - BRUNO', '', '*** TOTAIS DE 2 - BRUNO ***', '2,500', '1', '40,0%', '0,00', '0', '0,0%'"_s)};
+    // The report's own connection follows with the layout's query.
+    QCOMPARE(registro.textos().first(esperados.size()), StatementLog::esperado(esperados));
+    const QString v;
+    QCOMPARE(b->estagio().size(), 6);
+    QCOMPARE(b->estagio()[1], QStringList({u"1 - ANA"_s, v, v, v, v, v, v, v, v}));
+    QCOMPARE(b->estagio()[3], QStringList({u"2 - BRUNO"_s, u"P3"_s, u"LEITE"_s, u"2,500"_s, u"0"_s, u"0,0%"_s,
+                                           u"0,00"_s, u"0"_s, u"0,0%"_s}));
+}
+
+void TstMetasImpressao::reportControl() {
+    b->relatorio()->setFormula(1, u"Outra='FICA'"_s);
+    gera();
+    imprime();
+    QCOMPARE(b->relatorio()->reportFileName(), PastaDoPrograma() + u"\\rpt\\Metas.RPT"_s);
+    QCOMPARE(b->relatorio()->windowState(), 2);
+    QVERIFY(b->relatorio()->lastReport());
+    // Its own slot is cleared afterwards, another screen's is left alone.
+    QCOMPARE(b->relatorio()->formula(0), QString());
+    QCOMPARE(b->relatorio()->formula(1), u"Outra='FICA'"_s);
+}
+
+namespace {
+
+QString textoImpresso(report::Report& relatorio) {
+    QTemporaryDir pasta;
+    const QString pdf = pasta.filePath(u"metas.pdf"_s);
+    relatorio.savePdf(pdf);
+    QProcess processo;
+    processo.start(u"pdftotext"_s, {u"-layout"_s, pdf, u"-"_s});
+    processo.waitForFinished();
+    return QString::fromUtf8(processo.readAllStandardOutput()).simplified();
+}
+
+} // namespace
+
+void TstMetasImpressao::periodAsItStandsWhenPrinted() {
+    gera();
+    b->periodo(u"02/03/2024"_s, u"14/03/2024"_s);
+    imprime();
+    const QString texto = textoImpresso(*b->relatorio()->lastReport());
+    QVERIFY2(texto.contains(u"PERÍODO DE 02/03/2024 A 14/03/2024"_s), qPrintable(texto));
+}
+
+void TstMetasImpressao::printedText() {
+    if (QStandardPaths::findExecutable(u"pdftotext"_s).isEmpty())
+        QSKIP("pdftotext is not there to read the page back");
+    gera();
+    imprime();
+    const QString texto = textoImpresso(*b->relatorio()->lastReport());
+    for (const auto& trecho :
+         {u"PERÍODO DE 01/03/2024 A 15/03/2024"_s, u"1 - ANA"_s,
+          u"P1 PAO FRANCES 100 150 150,0% 1.234,50 7,500 5,0%"_s, u"*** TOTAIS DE 1 - ANA ***"_s,
+          u"2 - BRUNO"_s, u"P3 LEITE 2,500 0 0,0% 0,00 0 0,0%"_s, u"*** TOTAIS DE 2 - BRUNO ***"_s})
+        QVERIFY2(texto.contains(trecho), qPrintable(trecho + u" in "_s + texto));
+}
+
+void TstMetasImpressao::captionWithAnApostrophe() {
+    b->servidor().executa(u"UPDATE vendedores SET vendedor = 'D''ÁVILA' WHERE codigovend = 2"_s);
+    gera();
+    ModalHelper caixas;
+    caixas.esperaContendo(u"2 - D'ÁVILA"_s, QMessageBox::Ok);
+    imprime();
+    QCOMPARE(caixas.confere(), QString());
+    QVERIFY(caixas.caixas()[0].texto.contains(u"Erro em tempo de execução"_s));
+    // Filled as far as it came; nothing was printed.
+    QCOMPARE(b->estagio().size(), 3);
+    QVERIFY(!b->relatorio()->lastReport());
+    QVERIFY(!b->controle(u"Label7"_s)->isVisible());
+    QVERIFY(b->controle(u"Command2"_s)->isEnabled());
+}
+
+void TstMetasImpressao::missingLayout() {
+    const QTemporaryDir vazia;
+    const QString pasta = PastaDoPrograma();
+    FixaPastaDoPrograma(vazia.path());
+    gera();
+    ModalHelper caixas;
+    caixas.esperaContendo(u"Metas.RPT"_s, QMessageBox::Ok);
+    imprime();
+    FixaPastaDoPrograma(pasta);
+    QCOMPARE(caixas.confere(), QString());
+    QCOMPARE(b->estagio().size(), 6);
+    QVERIFY(!b->controle(u"Label7"_s)->isVisible());
+}
+
+void TstMetasImpressao::missingLayoutLeavesTheScreenUsable() {
+    missingLayout();
+    imprime();
+    QVERIFY(b->relatorio()->lastReport());
+}
+
+namespace {
+
+// Whether a widget was painted since it was last shown.
+class Pintura : public QObject {
+  public:
+    explicit Pintura(QWidget* alvo) { alvo->installEventFilter(this); }
+    bool eventFilter(QObject*, QEvent* evento) override {
+        vezes += evento->type() == QEvent::Paint ? 1 : 0;
+        return false;
+    }
+    int vezes = 0;
+};
+
+} // namespace
+
+void TstMetasImpressao::waitingLabel() {
+    gera();
+    const Pintura pintura(b->controle(u"Label7"_s));
+    imprime();
+    QVERIFY(pintura.vezes > 0);
+    QVERIFY(!b->controle(u"Label7"_s)->isVisible());
+}
+
+QTEST_MAIN(TstMetasImpressao)
+#include "tst_metas_impressao.moc"

@@ -1,0 +1,507 @@
+#include "platform/grid/Grid.h"
+#include "support/ModalHelper.h"
+#include "support/StatementLog.h"
+#include "targets/BancadaMetas.h"
+#include "targets/Colunas.h"
+#include "targets/MetasQuadro.h"
+
+#include <QAccessible>
+#include <QComboBox>
+#include <QHeaderView>
+#include <QLabel>
+#include <QLineEdit>
+#include <QTabWidget>
+#include <QTest>
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+using namespace tarvessa;
+using namespace tarvessa::teste;
+
+namespace {
+
+const QString sqlVendedores = u"Select * from Vendedores WHERE Ativo = 'S' order by Vendedor"_s;
+const QString sqlLista =
+    u"SELECT m.id, m.codigoproduto, p.descricao, m.Quantidade from metavendedoritem AS m INNER JOIN "
+    "produtos AS p ON m.codigoproduto=p.codfabr Where CodVendedor=1"_s;
+
+const QString semVendedor = u"Vendedor não selecionado corretamente. Verifique!!!"_s;
+const QString semProduto = u"Produto não selecionado corretamente. Verifique!!!"_s;
+const QString quantidadeInvalida = u"Quantidade inválida. Verifique!!!"_s;
+
+} // namespace
+
+class TstMetasManutencao : public QObject {
+    Q_OBJECT
+
+  private Q_SLOTS:
+    void initTestCase() { b = std::make_unique<BancadaMetas>(); }
+    void cleanupTestCase() { b.reset(); }
+    void init() {
+        b->arruma();
+        b->basico();
+    }
+
+    void startUp();
+    void sellerLists();
+    void oddSellers();
+    void controlsOfTheTab();
+    void gridLayout();
+
+    void noSellerListsNothing();
+    void chosenSellerIsListed();
+    void otherSellersTargetsAreNotListed();
+    void quantitiesAsShown_data();
+    void quantitiesAsShown();
+    void targetOfARemovedProductIsNotListedButBlocks();
+    void thousandTargets();
+
+    void addingSends();
+    void addingWithoutSeller();
+    void addingWithoutProduct();
+    void quantityTyped_data();
+    void quantityTyped();
+    void quantityPasted_data();
+    void quantityPasted();
+    void duplicateIsRefused();
+    void oneMessageAtATime();
+    void addingAfterAnErrorReport();
+
+    void deleting();
+    void notDeleting();
+    void deletingWhatIsGone();
+    void otherCellsDoNothing();
+
+  private:
+    void preparaInclusao(const QString& quantidade);
+    void verificaQuantidade(const QString& gravada);
+
+    std::unique_ptr<BancadaMetas> b;
+};
+
+void TstMetasManutencao::startUp() {
+    StatementLog registro(b->servidor());
+    b->abre();
+    QCOMPARE(registro.textos(), StatementLog::esperado({sqlVendedores}));
+    QCOMPARE(b->tela()->windowTitle(), u" Metas de vendas"_s);
+    QCOMPARE(b->controle<QTabWidget>(u"SSTab1"_s)->currentIndex(), 0);
+    QCOMPARE(b->foco(), u"Vendedores"_s);
+    QCOMPARE(b->caixa(u"DataIni"_s)->text(), u"01/03/2024"_s);
+    QCOMPARE(b->caixa(u"DataFin"_s)->text(), u"15/03/2024"_s);
+    QCOMPARE(b->lista(u"Vendedores2"_s)->currentText(), u"(Todos)"_s);
+    QCOMPARE(b->lista(u"Vendedores"_s)->currentText(), QString());
+}
+
+void TstMetasManutencao::sellerLists() {
+    b->vendedor(45, u"ALICE"_s);
+    b->vendedor(1234, u"ZECA"_s);
+    b->vendedor(8, u"CAIO"_s, u"N"_s);
+    b->abre();
+    const QStringList ativos{u"ALICE   <<045>>"_s, u"ANA   <<001>>"_s, u"BRUNO   <<002>>"_s,
+                             u"ZECA   <<1234>>"_s};
+    const auto itens = [this](const QString& nome) {
+        QStringList textos;
+        for (int i = 0; i < b->lista(nome)->count(); ++i)
+            textos.append(b->lista(nome)->itemText(i));
+        return textos;
+    };
+    QCOMPARE(itens(u"Vendedores"_s), ativos);
+    QCOMPARE(itens(u"Vendedores2"_s), QStringList(u"(Todos)"_s) + ativos);
+}
+
+void TstMetasManutencao::oddSellers() {
+    b->servidor().executa(u"DELETE FROM vendedores"_s);
+    b->vendedor(3, std::nullopt);
+    b->vendedor(4, u"D'ÁVILA & FILHOS \\"_s);
+    b->meta(4, u"P1"_s, u"5"_s);
+    b->abre();
+    QCOMPARE(b->lista(u"Vendedores"_s)->itemText(0), u"   <<003>>"_s);
+    b->escolhe(u"Vendedores"_s, u"D'ÁVILA & FILHOS \\   <<004>>"_s);
+    QCOMPARE(b->grade(u"Grid1"_s)->rows(), 2);
+}
+
+void TstMetasManutencao::controlsOfTheTab() {
+    b->abre();
+    const auto* abas = b->controle<QTabWidget>(u"SSTab1"_s);
+    QCOMPARE(abas->tabText(0), u"CONFIGURA METAS"_s);
+    QCOMPARE(abas->tabText(1), u"CONSULTA METAS"_s);
+    const auto* quadro = b->controle(u"Frame1"_s);
+    const auto texto = [quadro](const QString& nome) { return quadro->findChild<QLabel*>(nome)->text(); };
+    QCOMPARE(texto(u"Label1"_s), u"VENDEDOR(A)"_s);
+    QCOMPARE(texto(u"Label2"_s), u"DESCRIÇÃO"_s);
+    QCOMPARE(texto(u"Label3"_s), u"QUANTIDADE"_s);
+    QCOMPARE(texto(u"Label4"_s), u"CLIQUE NA COLUNA QUANTIDADE PARA ALTERAR O VALOR DESTE CAMPO."_s);
+    for (const auto& nome : {u"Descricao"_s, u"Quantidade"_s, u"Descricao2"_s})
+        QCOMPARE(b->caixa(nome)->toolTip(), u"[F4] Consulta ítens nos pedidos efetuados"_s);
+    // No F4 of the form's own: text and search stay as they are.
+    b->caixa(u"Descricao"_s)->setFocus();
+    b->digita(u"p1"_s);
+    StatementLog registro(b->servidor());
+    b->tecla(Qt::Key_F4);
+    QCOMPARE(registro.textos(), QStringList());
+    QCOMPARE(b->caixa(u"Descricao"_s)->text(), u"P1"_s);
+}
+
+void TstMetasManutencao::gridLayout() {
+    b->abre();
+    const Grid* grade = b->grade(u"Grid1"_s);
+    QCOMPARE(b->linha(u"Grid1"_s, 0),
+             QStringList({u"CÓDIGO"_s, u"PRODUTO"_s, u"QUANTIDADE"_s, u"EXCLUIR"_s, u"ID"_s}));
+    const QList<int> larguras{2230, 7100, 2000, 1640, 0};
+    const QList<Qt::Alignment> lados{Qt::AlignLeft, Qt::AlignLeft, Qt::AlignRight, Qt::AlignHCenter};
+    for (int coluna = 0; coluna < grade->columns(); ++coluna) {
+        QCOMPARE(grade->columnTwips(coluna), larguras[coluna]);
+        QCOMPARE(grade->isColumnHidden(coluna), larguras[coluna] == 0);
+        QVERIFY(grade->isBold(0, coluna));
+        if (coluna < lados.size())
+            QVERIFY(grade->model()
+                        ->headerData(coluna, Qt::Horizontal, Qt::TextAlignmentRole)
+                        .value<Qt::Alignment>()
+                        .testFlags(lados[coluna]));
+    }
+    // All columns can be seen without scrolling sideways.
+    QVERIFY(grade->horizontalHeader()->length() <= grade->viewport()->width());
+}
+
+void TstMetasManutencao::noSellerListsNothing() {
+    b->meta(1, u"P1"_s, u"10"_s);
+    b->abre();
+    QCOMPARE(b->grade(u"Grid1"_s)->rows(), 1);
+    QVERIFY(!b->controle(u"Label4"_s)->isVisible());
+}
+
+void TstMetasManutencao::chosenSellerIsListed() {
+    b->meta(1, u"P1"_s, u"10"_s);
+    b->meta(1, u"P3"_s, u"2.5"_s);
+    b->abre();
+    StatementLog registro(b->servidor());
+    b->escolhe(u"Vendedores"_s, u"ANA"_s);
+    QCOMPARE(registro.textos(), StatementLog::esperado({sqlLista}));
+    const QList<QStringList> ids =
+        b->servidor().consulta(u"SELECT ID FROM metavendedoritem ORDER BY CodigoProduto"_s);
+    QList<QStringList> linhas = b->linhas(u"Grid1"_s);
+    std::sort(linhas.begin(), linhas.end()); // they come in the database's order
+    QCOMPARE(linhas, QList<QStringList>({{u"P1"_s, u"PAO FRANCES"_s, u"10"_s, QString(), ids[0][0]},
+                                         {u"P3"_s, u"LEITE"_s, u"2,500"_s, QString(), ids[1][0]}}));
+    QVERIFY(b->controle(u"Label4"_s)->isVisible());
+    for (int linha = 1; linha <= 2; ++linha) {
+        QVERIFY(b->grade(u"Grid1"_s)->hasPicture(linha, colunasMeta::Excluir));
+        QVERIFY(!b->grade(u"Grid1"_s)->hasPicture(linha, colunasMeta::Quantidade));
+    }
+    // A screen reader hears more than an empty cell.
+    const QModelIndex celula = b->grade(u"Grid1"_s)->model()->index(0, colunasMeta::Excluir);
+    QCOMPARE(celula.data(Qt::AccessibleTextRole).toString(), u"EXCLUIR"_s);
+}
+
+void TstMetasManutencao::otherSellersTargetsAreNotListed() {
+    b->meta(2, u"P1"_s, u"10"_s);
+    b->abre();
+    b->escolhe(u"Vendedores"_s, u"ANA"_s);
+    QCOMPARE(b->grade(u"Grid1"_s)->rows(), 1);
+    QVERIFY(!b->controle(u"Label4"_s)->isVisible());
+    b->escolhe(u"Vendedores"_s, u"BRUNO"_s);
+    QCOMPARE(b->grade(u"Grid1"_s)->rows(), 2);
+    QVERIFY(b->controle(u"Label4"_s)->isVisible());
+}
+
+void TstMetasManutencao::quantitiesAsShown_data() {
+    QTest::addColumn<QString>("gravada");
+    QTest::addColumn<QString>("vista");
+    QTest::newRow("whole") << u"12.000"_s << u"12"_s;
+    QTest::newRow("decimals") << u"12.500"_s << u"12,500"_s;
+    QTest::newRow("thousands") << u"1234.000"_s << u"1.234"_s;
+    QTest::newRow("a million") << u"999999.999"_s << u"999.999,999"_s;
+    QTest::newRow("small") << u"0.001"_s << u"0,001"_s;
+    QTest::newRow("negative") << u"-3.000"_s << u"-3"_s;
+    QTest::newRow("zero") << u"0.000"_s << u"0"_s;
+    QTest::newRow("null") << QString() << u"0"_s;
+}
+
+void TstMetasManutencao::quantitiesAsShown() {
+    QFETCH(QString, gravada);
+    QFETCH(QString, vista);
+    b->meta(1, u"P1"_s, gravada.isEmpty() ? Valor() : Valor(gravada));
+    b->abre();
+    b->escolhe(u"Vendedores"_s, u"ANA"_s);
+    QCOMPARE(b->linha(u"Grid1"_s, 1)[colunasMeta::Quantidade], vista);
+}
+
+void TstMetasManutencao::targetOfARemovedProductIsNotListedButBlocks() {
+    b->meta(1, u"P1"_s, u"10"_s);
+    b->abre();
+    b->escolhe(u"Vendedores"_s, u"ANA"_s);
+    preparaInclusao(u"7"_s);
+    b->servidor().executa(u"DELETE FROM produtos WHERE codfabr = 'P1'"_s);
+    ModalHelper caixas;
+    caixas.espera(u"Já existe uma meta de venda para o produto\n\nPAO FRANCES"_s, QMessageBox::Ok);
+    b->aperta(u"Command1"_s);
+    QCOMPARE(caixas.confere(), QString());
+    b->escolhe(u"Vendedores"_s, u"BRUNO"_s);
+    b->escolhe(u"Vendedores"_s, u"ANA"_s);
+    QCOMPARE(b->grade(u"Grid1"_s)->rows(), 1);
+    QCOMPARE(b->metas().size(), 1);
+}
+
+void TstMetasManutencao::thousandTargets() {
+    b->servidor().executa(u"INSERT INTO produtos (codfabr, descricao, ativo) SELECT CONCAT('Q', seq), "
+                          "CONCAT('PRODUTO ', seq), 'S' FROM seq_1_to_1000"_s);
+    b->servidor().executa(u"INSERT INTO metavendedoritem (CodVendedor, CodigoProduto, Quantidade) SELECT 1, "
+                          "CONCAT('Q', seq), seq FROM seq_1_to_1000"_s);
+    b->abre();
+    b->escolhe(u"Vendedores"_s, u"ANA"_s);
+    QCOMPARE(b->grade(u"Grid1"_s)->rows(), 1001);
+}
+
+// A product is pending and the quantity typed; the focus is on the quantity.
+void TstMetasManutencao::preparaInclusao(const QString& quantidade) {
+    b->entraProduto(u"Descricao"_s, u"PAO FRANCES"_s);
+    QCOMPARE(b->tag(u"Descricao"_s), u"P1"_s);
+    QCOMPARE(b->foco(), u"Quantidade"_s);
+    b->tecla(Qt::Key_A, Qt::ControlModifier);
+    b->tecla(Qt::Key_Delete);
+    b->digita(quantidade);
+}
+
+void TstMetasManutencao::addingSends() {
+    b->abre();
+    b->escolhe(u"Vendedores"_s, u"ANA"_s);
+    preparaInclusao(u"1234,5"_s);
+    StatementLog registro(b->servidor());
+    b->aperta(u"Command1"_s);
+    QCOMPARE(registro.textos(),
+             StatementLog::esperado(
+                 {u"Select * from metavendedoritem Where CodVendedor=1 and CodigoProduto='P1'"_s,
+                  u"Insert Into metavendedoritem Set CodVendedor=1, CodigoProduto='P1', Quantidade= 1234.5"_s,
+                  sqlLista}));
+    QCOMPARE(b->metas(),
+             QList<QStringList>({{u"1"_s, u"P1"_s, u"1234.500"_s, u"0.000"_s, u"0.00"_s, u"0.000"_s}}));
+    QCOMPARE(b->linha(u"Grid1"_s, 1).first(3), QStringList({u"P1"_s, u"PAO FRANCES"_s, u"1.234,500"_s}));
+    QVERIFY(b->controle(u"Label4"_s)->isVisible());
+    QCOMPARE(b->caixa(u"Descricao"_s)->text(), QString());
+    QCOMPARE(b->tag(u"Descricao"_s), QString());
+    QCOMPARE(b->caixa(u"Quantidade"_s)->text(), u"0"_s);
+    QCOMPARE(b->foco(), u"Descricao"_s);
+}
+
+void TstMetasManutencao::addingWithoutSeller() {
+    b->abre();
+    preparaInclusao(u"0"_s);
+    StatementLog registro(b->servidor());
+    ModalHelper caixas;
+    caixas.espera(semVendedor, QMessageBox::Ok);
+    b->aperta(u"Command1"_s);
+    QCOMPARE(caixas.confere(), QString());
+    QCOMPARE(caixas.caixas()[0].titulo, u"Atenção!!!"_s);
+    QCOMPARE(caixas.caixas()[0].icone, QMessageBox::Information);
+    QCOMPARE(b->foco(), u"Vendedores"_s);
+    QCOMPARE(registro.textos(), QStringList());
+}
+
+void TstMetasManutencao::addingWithoutProduct() {
+    b->abre();
+    b->escolhe(u"Vendedores"_s, u"ANA"_s);
+    StatementLog registro(b->servidor());
+    ModalHelper caixas;
+    caixas.espera(semProduto, QMessageBox::Ok);
+    b->aperta(u"Command1"_s);
+    QCOMPARE(caixas.confere(), QString());
+    QCOMPARE(b->foco(), u"Descricao"_s);
+    QCOMPARE(registro.textos(), QStringList());
+}
+
+namespace {
+
+// An empty text under `gravada` means refused.
+void quantidades() {
+    QTest::addColumn<QString>("texto");
+    QTest::addColumn<QString>("gravada");
+    QTest::newRow("comma") << u"1,5"_s << u"1.500"_s;
+    QTest::newRow("whole") << u"12"_s << u"12.000"_s;
+    QTest::newRow("largest") << u"999999,999"_s << u"999999.999"_s;
+    QTest::newRow("smallest") << u"0,001"_s << u"0.001"_s;
+    QTest::newRow("a million") << u"1000000"_s << QString();
+    QTest::newRow("a million and more") << u"1000000,001"_s << QString();
+    QTest::newRow("far too much") << u"99999999999999"_s << QString();
+    QTest::newRow("zero") << u"0"_s << QString();
+    QTest::newRow("negative") << u"-1"_s << QString();
+    QTest::newRow("nothing") << QString() << QString();
+    QTest::newRow("letters") << u"abc"_s << QString();
+    QTest::newRow("number with letters") << u"12cx"_s << QString();
+    QTest::newRow("two commas") << u"1,2,3"_s << QString();
+}
+
+} // namespace
+
+void TstMetasManutencao::verificaQuantidade(const QString& gravada) {
+    ModalHelper caixas;
+    if (gravada.isEmpty())
+        caixas.espera(quantidadeInvalida, QMessageBox::Ok);
+    StatementLog registro(b->servidor());
+    b->aperta(u"Command1"_s);
+    QCOMPARE(caixas.confere(), QString());
+    if (gravada.isEmpty()) {
+        QCOMPARE(registro.textos(), QStringList());
+        QCOMPARE(b->foco(), u"Quantidade"_s);
+        QCOMPARE(b->tag(u"Descricao"_s), u"P1"_s);
+    } else {
+        QCOMPARE(b->metas().size(), 1);
+        QCOMPARE(b->metas()[0][2], gravada);
+    }
+}
+
+void TstMetasManutencao::quantityTyped_data() {
+    quantidades();
+    QTest::newRow("point") << u"1.5"_s << u"1.500"_s;
+}
+
+void TstMetasManutencao::quantityTyped() {
+    QFETCH(QString, texto);
+    QFETCH(QString, gravada);
+    b->abre();
+    b->escolhe(u"Vendedores"_s, u"ANA"_s);
+    preparaInclusao(texto);
+    QCOMPARE(b->caixa(u"Quantidade"_s)->text(), QString(texto).replace(u'.', u',').toUpper());
+    verificaQuantidade(gravada);
+}
+
+void TstMetasManutencao::quantityPasted_data() {
+    quantidades();
+    QTest::newRow("point") << u"1.5"_s << u"1.500"_s;
+    QTest::newRow("thousands and comma") << u"1.234,5"_s << u"1234.500"_s;
+    QTest::newRow("point form") << u"1234.56"_s << u"1234.560"_s;
+}
+
+void TstMetasManutencao::quantityPasted() {
+    QFETCH(QString, texto);
+    QFETCH(QString, gravada);
+    b->abre();
+    b->escolhe(u"Vendedores"_s, u"ANA"_s);
+    preparaInclusao({});
+    b->cola(texto);
+    verificaQuantidade(gravada);
+}
+
+void TstMetasManutencao::duplicateIsRefused() {
+    b->meta(1, u"P1"_s, u"10"_s);
+    b->abre();
+    b->escolhe(u"Vendedores"_s, u"ANA"_s);
+    preparaInclusao(u"7"_s);
+    StatementLog registro(b->servidor());
+    ModalHelper caixas;
+    caixas.espera(u"Já existe uma meta de venda para o produto\n\nPAO FRANCES"_s, QMessageBox::Ok);
+    b->aperta(u"Command1"_s);
+    QCOMPARE(caixas.confere(), QString());
+    QCOMPARE(b->foco(), u"Descricao"_s);
+    QCOMPARE(registro.textos(),
+             StatementLog::esperado(
+                 {u"Select * from metavendedoritem Where CodVendedor=1 and CodigoProduto='P1'"_s}));
+    // Another seller may have it.
+    b->escolhe(u"Vendedores"_s, u"BRUNO"_s);
+    b->aperta(u"Command1"_s);
+    QCOMPARE(b->metas().size(), 2);
+}
+
+void TstMetasManutencao::oneMessageAtATime() {
+    b->abre();
+    b->caixa(u"Descricao"_s)->setFocus();
+    b->digita(u"NADA ASSIM"_s);
+    ModalHelper caixas;
+    caixas.espera(u"Descrição não cadastrada. Verifique!!!"_s, QMessageBox::Ok);
+    caixas.espera(u"Descricao inexistente. Verifique!!!"_s, QMessageBox::Ok);
+    // By its shortcut, which moves no focus of its own.
+    b->tecla(Qt::Key_A, Qt::AltModifier);
+    QCOMPARE(caixas.confere(), QString());
+    QCOMPARE(b->foco(), u"Descricao"_s);
+}
+
+void TstMetasManutencao::addingAfterAnErrorReport() {
+    b->abre();
+    b->escolhe(u"Vendedores"_s, u"ANA"_s);
+    preparaInclusao(u"7"_s);
+    b->servidor().executa(u"RENAME TABLE metavendedoritem TO guardada"_s);
+    {
+        ModalHelper caixas;
+        caixas.esperaContendo(u"Erro em tempo de execução"_s, QMessageBox::Ok);
+        b->aperta(u"Command1"_s);
+        QCOMPARE(caixas.confere(), QString());
+    }
+    b->servidor().executa(u"RENAME TABLE guardada TO metavendedoritem"_s);
+    b->aperta(u"Command1"_s);
+    QCOMPARE(b->metas().size(), 1);
+}
+
+void TstMetasManutencao::deleting() {
+    b->meta(1, u"P1"_s, u"10"_s);
+    b->meta(1, u"P3"_s, u"20"_s);
+    b->abre();
+    b->escolhe(u"Vendedores"_s, u"ANA"_s);
+    const int linha = b->linhaDe(u"Grid1"_s, u"P1"_s);
+    const QString id = b->linha(u"Grid1"_s, linha)[colunasMeta::Id];
+    StatementLog registro(b->servidor());
+    ModalHelper caixas;
+    caixas.espera(u"Deseja realmente excluir o produto\nP1?"_s, QMessageBox::Yes);
+    b->clica(u"Grid1"_s, linha, colunasMeta::Excluir);
+    QCOMPARE(caixas.confere(), QString());
+    QCOMPARE(caixas.caixas()[0].titulo, u"Atenção!!!"_s);
+    QCOMPARE(caixas.caixas()[0].icone, QMessageBox::Information);
+    QCOMPARE(caixas.caixas()[0].botoes, QMessageBox::Yes | QMessageBox::No);
+    QCOMPARE(registro.textos(),
+             StatementLog::esperado({u"Delete from metavendedoritem Where ID="_s + id, sqlLista}));
+    QCOMPARE(b->linhas(u"Grid1"_s).size(), 1);
+    QCOMPARE(b->linha(u"Grid1"_s, 1)[0], u"P3"_s);
+
+    caixas.espera(u"Deseja realmente excluir o produto\nP3?"_s, QMessageBox::Yes);
+    b->clica(u"Grid1"_s, 1, colunasMeta::Excluir);
+    QCOMPARE(caixas.confere(), QString());
+    QVERIFY(!b->controle(u"Label4"_s)->isVisible());
+    QVERIFY(b->metas().isEmpty());
+}
+
+void TstMetasManutencao::notDeleting() {
+    b->meta(1, u"P1"_s, u"10"_s);
+    b->abre();
+    b->escolhe(u"Vendedores"_s, u"ANA"_s);
+    StatementLog registro(b->servidor());
+    for (const QMessageBox::StandardButton resposta : {QMessageBox::No, QMessageBox::NoButton}) {
+        ModalHelper caixas;
+        caixas.espera(u"Deseja realmente excluir o produto\nP1?"_s, resposta);
+        b->clica(u"Grid1"_s, 1, colunasMeta::Excluir);
+        QCOMPARE(caixas.confere(), QString());
+    }
+    QCOMPARE(registro.textos(), QStringList());
+    QVERIFY(b->tela()->isVisible());
+}
+
+void TstMetasManutencao::deletingWhatIsGone() {
+    b->meta(1, u"P1"_s, u"10"_s);
+    b->abre();
+    b->escolhe(u"Vendedores"_s, u"ANA"_s);
+    b->servidor().executa(u"DELETE FROM metavendedoritem"_s);
+    ModalHelper caixas;
+    caixas.espera(u"Deseja realmente excluir o produto\nP1?"_s, QMessageBox::Yes);
+    b->clica(u"Grid1"_s, 1, colunasMeta::Excluir);
+    QCOMPARE(caixas.confere(), QString());
+    QCOMPARE(b->grade(u"Grid1"_s)->rows(), 1);
+}
+
+void TstMetasManutencao::otherCellsDoNothing() {
+    b->meta(1, u"P1"_s, u"10"_s);
+    b->abre();
+    b->escolhe(u"Vendedores"_s, u"ANA"_s);
+    StatementLog registro(b->servidor());
+    ModalHelper caixas;
+    b->clica(u"Grid1"_s, 1, colunasMeta::Codigo);
+    b->clica(u"Grid1"_s, 1, colunasMeta::Produto);
+    const QHeaderView* cabecalho = b->grade(u"Grid1"_s)->horizontalHeader();
+    for (int coluna = 0; coluna < colunasMeta::Id; ++coluna)
+        QTest::mouseClick(cabecalho->viewport(), Qt::LeftButton, {},
+                          QPoint(cabecalho->sectionViewportPosition(coluna) + 5, cabecalho->height() / 2));
+    b->processa();
+    QCOMPARE(caixas.confere(), QString());
+    QCOMPARE(registro.textos(), QStringList());
+    QVERIFY(!b->controle(u"TextGrid"_s)->isVisible());
+}
+
+QTEST_MAIN(TstMetasManutencao)
+#include "tst_metas_manutencao.moc"

@@ -1,0 +1,668 @@
+#include "platform/grid/Grid.h"
+#include "support/FaultProxy.h"
+#include "support/ModalHelper.h"
+#include "support/StatementLog.h"
+#include "targets/BancadaMetas.h"
+#include "targets/Colunas.h"
+#include "targets/MetasQuadro.h"
+#include "targets/MundoSorteado.h"
+
+#include <QHeaderView>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QScrollBar>
+#include <QTest>
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+using namespace tarvessa;
+using namespace tarvessa::teste;
+
+namespace {
+
+const QColor amarelo(255, 255, 0);
+const QColor vermelho(255, 0, 0);
+const QColor vermelhoClaro(255, 192, 192);
+
+// The statements for 01/03/2024 to 15/03/2024, whole but for the filters.
+const QString sqlZera = u"Update metavendedoritem Set Vendido=0, TotalVendas=0, QtdDevolucao=0"_s;
+const QString sqlVendas =
+    u"Insert into Relat2 (Codigo1,Texto1,Quant,Valor1, Valor2) SELECT m.codigo,m.descricao, SUM(m.quantunit) "
+    "AS quantidade, n.CodVendedor, Sum(m.totalvenda) as totalvenda FROM movsaient AS m inner join nfsaida AS "
+    "n "
+    "ON m.nr_nf=n.nrnf AND m.serienf=n.SerieNF WHERE m.dataemissao>='2024-03-01' AND "
+    "m.dataemissao<='2024-03-15' AND m.entrsai='S' AND m.cancelado='N'"_s;
+const QString sqlVendasFim = u" GROUP BY n.CodVendedor,m.codigo"_s;
+const QString sqlPassaVendas =
+    u"Update relat2 as r, metavendedoritem as m Set m.vendido=r.quant, m.totalvendas=r.valor2 Where "
+    "r.valor1=m.codvendedor and r.codigo1=m.codigoproduto"_s;
+const QString sqlDevolucoes =
+    u"INSERT INTO relat2 (CODIGO1, Quant, Valor1) SELECT codigo,  SUM(quantidade) as Quantidade, Vendedor "
+    u"FROM "
+    "Orcamento_Troca WHERE situacaoorc='B' AND databaixa BETWEEN '2024-03-01' AND '2024-03-15' Group By "
+    "vendedor, codigo"_s;
+const QString sqlPassaDevolucoes =
+    u"Update relat2 as r, metavendedoritem as m Set m.qtddevolucao=r.quant Where r.valor1=m.codvendedor and "
+    "r.codigo1=m.codigoproduto"_s;
+const QString sqlListagem =
+    u"Select m.codvendedor, m.CodigoProduto,p.Descricao,m.Quantidade,m.Vendido, m.totalvendas, "
+    u"m.qtddevolucao "
+    "From metavendedoritem as m INNER JOIN produtos as p ON m.CodigoProduto=p.codfabr "_s;
+const QString sqlListagemFim = u" Order By codvendedor"_s;
+
+QString sqlRotulo(int vendedor) {
+    return u"Select Vendedor From Vendedores Where codigovend="_s + QString::number(vendedor);
+}
+
+} // namespace
+
+/// The progress of the targets: statements, figures and looks of the board.
+class TstMetasProgresso : public QObject {
+    Q_OBJECT
+
+  private Q_SLOTS:
+    void initTestCase() { b = std::make_unique<BancadaMetas>(); }
+    void cleanupTestCase() { b.reset(); }
+    void init() {
+        b->arruma();
+        b->basico();
+    }
+
+    void controlsAndLayout();
+    void statements_data();
+    void statements();
+    void periodRefused_data();
+    void periodRefused();
+    void oneDayAndBothBounds();
+
+    void boardOfOneSeller();
+    void looks();
+    void percentages_data();
+    void percentages();
+    void sellerWithoutSales();
+    void sellerFilterAndAll();
+    void returnsWithoutTargetAreIgnored();
+    void soldWithoutTargetDoesNotAppear();
+    void productFilterWithoutPendingProduct();
+    void productFilterWithAnotherPending();
+    void productFilterWithTheSamePending();
+    void unknownSeller();
+    void inactiveSeller();
+    void removedProductIsUpdatedButNotListed();
+    void onlyCountedLinesCount();
+    void nullFigures();
+    void targetTotalOfZero();
+    void targetsOfZeroAndNegative();
+    void periodWithoutInvoices();
+    void noTargetsAtAll();
+    void earlierFiguresAreOverwritten();
+    void figuresAgainstRawRows();
+
+    void widthForTheScrollBar_data();
+    void widthForTheScrollBar();
+    void tabChangeEmptiesTheBoard();
+    void waitingLabel();
+    void cutAtEveryStatement();
+
+  private:
+    void gera();
+    QStringList produto(int linha) { return b->linha(u"Grid2"_s, linha); }
+    QStringList produto(const QString& codigo) { return produto(b->linhaDe(u"Grid2"_s, codigo)); }
+
+    std::unique_ptr<BancadaMetas> b;
+};
+
+void TstMetasProgresso::gera() {
+    if (!b->tela()) {
+        b->abre();
+        b->vaiParaAba(1);
+    }
+    b->aperta(u"Command4"_s);
+}
+
+void TstMetasProgresso::controlsAndLayout() {
+    b->abre();
+    b->vaiParaAba(1);
+    QCOMPARE(b->foco(), u"DataIni"_s);
+    const auto* quadro = b->controle(u"Frame2"_s);
+    const auto texto = [quadro](const QString& nome) { return quadro->findChild<QLabel*>(nome)->text(); };
+    QCOMPARE(texto(u"Label1"_s), u"VENDEDOR(A)"_s);
+    QCOMPARE(texto(u"Label6"_s), u"DESCRIÇÃO"_s);
+    QCOMPARE(texto(u"Label5"_s), u"PERÍODO DE"_s);
+    QCOMPARE(texto(u"Label7"_s), u"AGUARDE..."_s);
+    QVERIFY(!b->controle(u"Label7"_s)->isVisible());
+    QCOMPARE(b->controle<QPushButton>(u"Command4"_s)->text(), u"&Gerar Relatório"_s);
+    QCOMPARE(b->controle<QPushButton>(u"Command2"_s)->text(), u"&Imprimir"_s);
+    QVERIFY(!b->controle(u"Command2"_s)->isEnabled());
+    const Grid* grade = b->grade(u"Grid2"_s);
+    QCOMPARE(b->linha(u"Grid2"_s, 0),
+             QStringList({u"CÓDIGO"_s, u"DESCRIÇÃO"_s, u"META"_s, u"VENDIDO"_s, u"% META"_s,
+                          u"R$ TOTAL VENDA"_s, u"DEVOLUÇÃO"_s, u"% DEVOLUÇÃO"_s}));
+    const QList<int> larguras{1460, 4000, 1100, 1100, 900, 1570, 1400, 1440};
+    for (int coluna = 0; coluna < grade->columns(); ++coluna) {
+        QCOMPARE(grade->columnTwips(coluna), larguras[coluna]);
+        const bool direita = coluna >= colunasQuadro::Meta && coluna <= colunasQuadro::Devolucao;
+        QVERIFY(grade->model()
+                    ->headerData(coluna, Qt::Horizontal, Qt::TextAlignmentRole)
+                    .value<Qt::Alignment>()
+                    .testFlags(direita ? Qt::AlignRight : Qt::AlignLeft));
+    }
+    QVERIFY(grade->horizontalHeader()->length() <= grade->viewport()->width());
+}
+
+void TstMetasProgresso::statements_data() {
+    QTest::addColumn<QString>("vendedor");
+    QTest::addColumn<QString>("produto");  // of this tab
+    QTest::addColumn<QString>("pendente"); // of the other one
+    QTest::addColumn<QString>("filtroVendas");
+    QTest::addColumn<QString>("filtroLista");
+    QTest::newRow("none") << QString() << QString() << QString() << QString() << QString();
+    QTest::newRow("seller") << u"BRUNO"_s << QString() << QString() << u" AND n.CodVendedor=2"_s
+                            << u"Where m.codvendedor=2"_s;
+    QTest::newRow("product") << QString() << u"LEITE"_s << QString() << u" AND m.codigo='' "_s
+                             << u"Where m.CodigoProduto='P3'"_s;
+    QTest::newRow("both") << u"ANA"_s << u"LEITE"_s << QString() << u" AND n.CodVendedor=1 AND m.codigo='' "_s
+                          << u"Where m.codvendedor=1 And m.CodigoProduto='P3'"_s;
+    QTest::newRow("pending on the other tab only")
+        << QString() << QString() << u"PAO DOCE"_s << QString() << QString();
+    QTest::newRow("another pending on the other tab")
+        << QString() << u"LEITE"_s << u"PAO DOCE"_s << u" AND m.codigo='P2' "_s
+        << u"Where m.CodigoProduto='P3'"_s;
+    QTest::newRow("both and pending")
+        << u"ANA"_s << u"LEITE"_s << u"LEITE"_s << u" AND n.CodVendedor=1 AND m.codigo='P3' "_s
+        << u"Where m.codvendedor=1 And m.CodigoProduto='P3'"_s;
+}
+
+void TstMetasProgresso::statements() {
+    QFETCH(QString, vendedor);
+    QFETCH(QString, produto);
+    QFETCH(QString, pendente);
+    QFETCH(QString, filtroVendas);
+    QFETCH(QString, filtroLista);
+    b->meta(1, u"P3"_s, u"10"_s);
+    b->meta(2, u"P3"_s, u"10"_s);
+    b->abre();
+    if (!pendente.isEmpty())
+        b->entraProduto(u"Descricao"_s, pendente);
+    b->vaiParaAba(1);
+    if (!vendedor.isEmpty())
+        b->escolhe(u"Vendedores2"_s, vendedor);
+    if (!produto.isEmpty())
+        b->entraProduto(u"Descricao2"_s, produto);
+    StatementLog registro(b->servidor());
+    gera();
+    QStringList esperados{sqlZera,
+                          u"Truncate Relat2"_s,
+                          sqlVendas + filtroVendas + sqlVendasFim,
+                          sqlPassaVendas,
+                          u"TRUNCATE relat2"_s,
+                          sqlDevolucoes,
+                          sqlPassaDevolucoes,
+                          sqlListagem + filtroLista + sqlListagemFim};
+    for (const int codigo : {1, 2})
+        if (vendedor.isEmpty() || vendedor == (codigo == 1 ? u"ANA"_s : u"BRUNO"_s))
+            esperados.append(sqlRotulo(codigo));
+    QCOMPARE(registro.textos(), StatementLog::esperado(esperados));
+}
+
+void TstMetasProgresso::periodRefused_data() {
+    QTest::addColumn<QString>("inicio");
+    QTest::addColumn<QString>("fim");
+    QTest::addColumn<QString>("mensagem");
+    QTest::addColumn<QString>("foco");
+    const QString inicioInvalido = u"Data Inicial inválida. Verifique!!!"_s;
+    const QString fimInvalido = u"Data Final inválida. Verifique!!!"_s;
+    QTest::newRow("no start") << QString() << u"15/03/2024"_s << inicioInvalido << u"DataIni"_s;
+    QTest::newRow("31 February") << u"31/02/2024"_s << u"15/03/2024"_s << inicioInvalido << u"DataIni"_s;
+    QTest::newRow("no end") << u"01/03/2024"_s << QString() << fimInvalido << u"DataFin"_s;
+    QTest::newRow("31 April") << u"01/03/2024"_s << u"31/04/2024"_s << fimInvalido << u"DataFin"_s;
+    QTest::newRow("both wrong") << u"00/00/0000"_s << u"99/99/9999"_s << inicioInvalido << u"DataIni"_s;
+    QTest::newRow("inverted") << u"16/03/2024"_s << u"15/03/2024"_s
+                              << u"Data Inicial superior a Data Final. Verifique!!!"_s << u"DataIni"_s;
+}
+
+void TstMetasProgresso::periodRefused() {
+    QFETCH(QString, inicio);
+    QFETCH(QString, fim);
+    QFETCH(QString, mensagem);
+    QFETCH(QString, foco);
+    b->abre();
+    b->vaiParaAba(1);
+    b->periodo(inicio, fim);
+    StatementLog registro(b->servidor());
+    ModalHelper caixas;
+    caixas.espera(mensagem, QMessageBox::Ok);
+    gera();
+    QCOMPARE(caixas.confere(), QString());
+    QCOMPARE(caixas.caixas()[0].titulo, u"Atenção!!!"_s);
+    QCOMPARE(caixas.caixas()[0].icone, QMessageBox::Information);
+    QCOMPARE(b->foco(), foco);
+    QCOMPARE(registro.textos(), QStringList());
+    QVERIFY(!b->controle(u"Label7"_s)->isVisible());
+}
+
+void TstMetasProgresso::oneDayAndBothBounds() {
+    b->meta(1, u"P1"_s, u"100"_s);
+    for (const auto& dia : {u"2024-03-09"_s, u"2024-03-10"_s, u"2024-03-12"_s, u"2024-03-13"_s}) {
+        b->venda({.vendedor = 1, .produto = u"P1"_s, .quantidade = u"1"_s, .emissao = dia});
+        b->devolucao({.vendedor = 1, .produto = u"P1"_s, .baixa = dia});
+    }
+    b->abre();
+    b->vaiParaAba(1);
+    b->periodo(u"10/03/2024"_s, u"12/03/2024"_s);
+    gera();
+    QCOMPARE(produto(2)[colunasQuadro::Vendido], u"2"_s);
+    QCOMPARE(produto(2)[colunasQuadro::Devolucao], u"2"_s);
+    b->periodo(u"13/03/2024"_s, u"13/03/2024"_s);
+    gera();
+    QCOMPARE(produto(2)[colunasQuadro::Vendido], u"1"_s);
+    QCOMPARE(produto(2)[colunasQuadro::Devolucao], u"1"_s);
+}
+
+void TstMetasProgresso::boardOfOneSeller() {
+    b->meta(1, u"P1"_s, u"100"_s);
+    b->meta(1, u"P2"_s, u"1500.5"_s);
+    b->venda({.vendedor = 1, .produto = u"P1"_s, .quantidade = u"100"_s, .total = u"1234.50"_s});
+    b->venda({.vendedor = 1, .produto = u"P1"_s, .quantidade = u"50"_s, .total = u"0.50"_s});
+    b->venda({.vendedor = 1, .produto = u"P2"_s, .quantidade = u"0.125"_s, .total = u"10"_s});
+    b->devolucao({.vendedor = 1, .produto = u"P1"_s, .quantidade = u"7.5"_s});
+    gera();
+    const QString v;
+    QCOMPARE(b->grade(u"Grid2"_s)->rows(), 1 + 5);
+    QCOMPARE(produto(1), QStringList({v, u"1 - ANA"_s, v, v, v, v, v, v}));
+    QCOMPARE(produto(u"P1"_s), QStringList({u"P1"_s, u"PAO FRANCES"_s, u"100"_s, u"150"_s, u"150,0%"_s,
+                                            u"1.235,00"_s, u"7,500"_s, u"5,0%"_s}));
+    QCOMPARE(produto(u"P2"_s), QStringList({u"P2"_s, u"PAO DOCE"_s, u"1.500,500"_s, u"0,125"_s, u"0,01%"_s,
+                                            u"10,00"_s, u"0"_s, u"0,0%"_s}));
+    QCOMPARE(produto(4), QStringList({v, v, v, v, v, v, v, v}));
+    QCOMPARE(produto(5), QStringList({v, u"*** TOTAIS DE 1 - ANA ***"_s, u"1.600,500"_s, u"150,125"_s,
+                                      u"9,38%"_s, u"1.245,00"_s, u"7,500"_s, u"5,0%"_s}));
+    QVERIFY(b->controle(u"Command2"_s)->isEnabled());
+    QVERIFY(!b->controle(u"Label7"_s)->isVisible());
+    QCOMPARE(b->metas()[0],
+             QStringList({u"1"_s, u"P1"_s, u"100.000"_s, u"150.000"_s, u"1235.00"_s, u"7.500"_s}));
+}
+
+void TstMetasProgresso::looks() {
+    b->meta(1, u"P1"_s, u"100"_s);
+    b->meta(1, u"P2"_s, u"100"_s);
+    b->venda({.vendedor = 1, .produto = u"P1"_s, .quantidade = u"100"_s});
+    b->venda({.vendedor = 1, .produto = u"P2"_s, .quantidade = u"99.99"_s});
+    gera();
+    const Grid* grade = b->grade(u"Grid2"_s);
+    const int atingida = b->linhaDe(u"Grid2"_s, u"P1"_s);
+    const int quase = b->linhaDe(u"Grid2"_s, u"P2"_s);
+    QCOMPARE(produto(atingida)[colunasQuadro::PercMeta], u"100,0%"_s);
+    QCOMPARE(produto(quase)[colunasQuadro::PercMeta], u"99,99%"_s);
+    for (int coluna = 0; coluna < grade->columns(); ++coluna) {
+        QCOMPARE(grade->backColor(1, coluna), amarelo);
+        QCOMPARE(grade->foreColor(1, coluna), vermelho);
+        QVERIFY(grade->isBold(1, coluna));
+        const bool destaque = coluna == colunasQuadro::PercMeta;
+        QCOMPARE(grade->backColor(atingida, coluna), destaque ? vermelhoClaro : QColor());
+        QCOMPARE(grade->foreColor(atingida, coluna), destaque ? vermelho : QColor());
+        QCOMPARE(grade->isBold(atingida, coluna), destaque);
+        for (const int comum : {quase, 4}) {
+            QCOMPARE(grade->backColor(comum, coluna), QColor());
+            QCOMPARE(grade->foreColor(comum, coluna), QColor());
+            QVERIFY(!grade->isBold(comum, coluna));
+        }
+        QCOMPARE(grade->backColor(5, coluna), vermelhoClaro);
+        QCOMPARE(grade->foreColor(5, coluna), QColor());
+        QVERIFY(grade->isBold(5, coluna));
+    }
+}
+
+void TstMetasProgresso::percentages_data() {
+    QTest::addColumn<QString>("meta");
+    QTest::addColumn<QString>("vendido");
+    QTest::addColumn<QString>("devolvido");
+    QTest::addColumn<QString>("percMeta");
+    QTest::addColumn<QString>("percDevolucao");
+    QTest::addColumn<bool>("destaque");
+    QTest::newRow("half") << u"100"_s << u"50"_s << u"25"_s << u"50,0%"_s << u"50,0%"_s << false;
+    QTest::newRow("a third") << u"3"_s << u"1"_s << u"0"_s << u"33,33%"_s << u"0,0%"_s << false;
+    QTest::newRow("two thirds") << u"3"_s << u"2"_s << u"2"_s << u"66,67%"_s << u"100,0%"_s << false;
+    QTest::newRow("exactly reached") << u"0.001"_s << u"0.001"_s << u"0"_s << u"100,0%"_s << u"0,0%"_s
+                                     << true;
+    QTest::newRow("just below, rounded up")
+        << u"999999.999"_s << u"999999.998"_s << u"0"_s << u"100,0%"_s << u"0,0%"_s << false;
+    // 33.33499...: rounded twice it would be 33,34.
+    QTest::newRow("rounded once") << u"100000"_s << u"33334.999"_s << u"0"_s << u"33,33%"_s << u"0,0%"_s
+                                  << false;
+    QTest::newRow("half goes up") << u"100000"_s << u"33335"_s << u"0"_s << u"33,34%"_s << u"0,0%"_s << false;
+    QTest::newRow("far beyond") << u"0.001"_s << u"999999"_s << u"0"_s << u"99999900000,0%"_s << u"0,0%"_s
+                                << true;
+    QTest::newRow("returned more than sold")
+        << u"10"_s << u"1"_s << u"2"_s << u"10,0%"_s << u"200,0%"_s << false;
+    QTest::newRow("returned, nothing sold") << u"10"_s << u"0"_s << u"2"_s << u"0,0%"_s << u"0,0%"_s << false;
+    QTest::newRow("sold negative") << u"10"_s << u"-5"_s << u"2"_s << u"0,0%"_s << u"0,0%"_s << false;
+}
+
+void TstMetasProgresso::percentages() {
+    QFETCH(QString, meta);
+    QFETCH(QString, vendido);
+    QFETCH(QString, devolvido);
+    b->meta(1, u"P1"_s, meta);
+    b->venda({.vendedor = 1, .produto = u"P1"_s, .quantidade = vendido});
+    b->devolucao({.vendedor = 1, .produto = u"P1"_s, .quantidade = devolvido});
+    gera();
+    QTEST(produto(2)[colunasQuadro::PercMeta], "percMeta");
+    QTEST(produto(2)[colunasQuadro::PercDevolucao], "percDevolucao");
+    QTEST(b->grade(u"Grid2"_s)->isBold(2, colunasQuadro::PercMeta), "destaque");
+}
+
+void TstMetasProgresso::sellerWithoutSales() {
+    b->meta(1, u"P1"_s, u"40"_s);
+    b->meta(1, u"P2"_s, u"10"_s);
+    gera();
+    QCOMPARE(produto(u"P1"_s), QStringList({u"P1"_s, u"PAO FRANCES"_s, u"40"_s, u"0"_s, u"0,0%"_s, u"0,00"_s,
+                                            u"0"_s, u"0,0%"_s}));
+    QCOMPARE(produto(5), QStringList({QString(), u"*** TOTAIS DE 1 - ANA ***"_s, u"50"_s, u"1"_s, u"2,0%"_s,
+                                      u"0,00"_s, u"0"_s, u"0,0%"_s}));
+}
+
+void TstMetasProgresso::sellerFilterAndAll() {
+    b->meta(2, u"P1"_s, u"10"_s);
+    b->meta(1, u"P1"_s, u"10"_s);
+    b->meta(1, u"P2"_s, u"10"_s);
+    b->venda({.vendedor = 1, .produto = u"P1"_s, .quantidade = u"3"_s});
+    b->venda({.vendedor = 2, .produto = u"P1"_s, .quantidade = u"4"_s});
+    gera();
+    QCOMPARE(b->grade(u"Grid2"_s)->rows(), 1 + 5 + 4);
+    QCOMPARE(produto(1)[1], u"1 - ANA"_s);
+    QCOMPARE(produto(6)[1], u"2 - BRUNO"_s);
+    QCOMPARE(produto(7)[colunasQuadro::Vendido], u"4"_s);
+    b->escolhe(u"Vendedores2"_s, u"BRUNO"_s);
+    gera();
+    QCOMPARE(b->grade(u"Grid2"_s)->rows(), 1 + 4);
+    QCOMPARE(produto(1)[1], u"2 - BRUNO"_s);
+    // Every target was cleared, only those of the filter have figures again.
+    QCOMPARE(b->metas()[0][3], u"0.000"_s);
+    QCOMPARE(b->metas()[2][3], u"4.000"_s);
+}
+
+void TstMetasProgresso::returnsWithoutTargetAreIgnored() {
+    b->meta(1, u"P1"_s, u"10"_s);
+    b->devolucao({.vendedor = 1, .produto = u"P2"_s, .quantidade = u"5"_s});
+    b->devolucao({.vendedor = 2, .produto = u"P1"_s, .quantidade = u"5"_s});
+    b->devolucao({.vendedor = 1, .produto = u"P1"_s, .quantidade = u"5"_s, .situacao = u"A"_s});
+    gera();
+    QCOMPARE(b->grade(u"Grid2"_s)->rows(), 1 + 4);
+    QCOMPARE(produto(2)[colunasQuadro::Devolucao], u"0"_s);
+}
+
+void TstMetasProgresso::soldWithoutTargetDoesNotAppear() {
+    b->meta(1, u"P1"_s, u"10"_s);
+    b->venda({.vendedor = 1, .produto = u"P2"_s, .quantidade = u"5"_s});
+    gera();
+    QCOMPARE(b->grade(u"Grid2"_s)->rows(), 1 + 4);
+    QCOMPARE(produto(4)[colunasQuadro::Vendido], u"1"_s);
+}
+
+void TstMetasProgresso::productFilterWithoutPendingProduct() {
+    b->meta(1, u"P1"_s, u"10"_s);
+    b->meta(1, u"P2"_s, u"10"_s);
+    b->venda({.vendedor = 1, .produto = u"P1"_s, .quantidade = u"5"_s});
+    b->devolucao({.vendedor = 1, .produto = u"P1"_s, .quantidade = u"2"_s});
+    b->abre();
+    b->vaiParaAba(1);
+    b->entraProduto(u"Descricao2"_s, u"PAO FRANCES"_s);
+    gera();
+    QCOMPARE(b->grade(u"Grid2"_s)->rows(), 1 + 4);
+    QCOMPARE(produto(u"P1"_s), QStringList({u"P1"_s, u"PAO FRANCES"_s, u"10"_s, u"0"_s, u"0,0%"_s, u"0,00"_s,
+                                            u"2"_s, u"0,0%"_s}));
+}
+
+void TstMetasProgresso::productFilterWithAnotherPending() {
+    b->meta(1, u"P1"_s, u"10"_s);
+    b->meta(1, u"P2"_s, u"10"_s);
+    b->venda({.vendedor = 1, .produto = u"P1"_s, .quantidade = u"5"_s});
+    b->venda({.vendedor = 1, .produto = u"P2"_s, .quantidade = u"7"_s});
+    b->abre();
+    b->entraProduto(u"Descricao"_s, u"PAO DOCE"_s);
+    b->vaiParaAba(1);
+    b->entraProduto(u"Descricao2"_s, u"PAO FRANCES"_s);
+    gera();
+    QCOMPARE(produto(2)[colunasQuadro::Codigo], u"P1"_s);
+    QCOMPARE(produto(2)[colunasQuadro::Vendido], u"0"_s);
+    QCOMPARE(b->metas()[0][3], u"0.000"_s);
+    QCOMPARE(b->metas()[1][3], u"7.000"_s);
+}
+
+void TstMetasProgresso::productFilterWithTheSamePending() {
+    b->meta(1, u"P1"_s, u"10"_s);
+    b->venda({.vendedor = 1, .produto = u"P1"_s, .quantidade = u"5"_s});
+    b->abre();
+    b->entraProduto(u"Descricao"_s, u"PAO FRANCES"_s);
+    b->vaiParaAba(1);
+    b->entraProduto(u"Descricao2"_s, u"PAO FRANCES"_s);
+    gera();
+    QCOMPARE(produto(2)[colunasQuadro::Vendido], u"5"_s);
+}
+
+void TstMetasProgresso::unknownSeller() {
+    b->meta(9, u"P1"_s, u"10"_s);
+    gera();
+    QCOMPARE(produto(1)[1], u"9 - (Nenhum)"_s);
+    QCOMPARE(produto(4)[1], u"*** TOTAIS DE 9 - (Nenhum) ***"_s);
+}
+
+void TstMetasProgresso::inactiveSeller() {
+    b->vendedor(3, u"CAIO"_s, u"N"_s);
+    b->meta(3, u"P1"_s, u"10"_s);
+    gera();
+    QCOMPARE(produto(1)[1], u"3 - CAIO"_s);
+}
+
+void TstMetasProgresso::removedProductIsUpdatedButNotListed() {
+    b->meta(1, u"SUMIU"_s, u"10"_s);
+    b->venda({.vendedor = 1, .produto = u"SUMIU"_s, .quantidade = u"5"_s});
+    gera();
+    QCOMPARE(b->grade(u"Grid2"_s)->rows(), 1);
+    QVERIFY(!b->controle(u"Command2"_s)->isEnabled());
+    QCOMPARE(b->metas()[0][3], u"5.000"_s);
+}
+
+void TstMetasProgresso::onlyCountedLinesCount() {
+    b->meta(1, u"P1"_s, u"10"_s);
+    b->venda({.vendedor = 1, .produto = u"P1"_s, .quantidade = u"1"_s});
+    b->venda({.vendedor = 1, .produto = u"P1"_s, .quantidade = u"20"_s, .entrSai = u"E"_s});
+    b->venda({.vendedor = 1, .produto = u"P1"_s, .quantidade = u"30"_s, .cancelado = u"S"_s});
+    b->venda({.vendedor = 2, .produto = u"P1"_s, .quantidade = u"40"_s});
+    // The same number in another series belongs to another seller's invoice.
+    b->servidor().executa(u"INSERT INTO nfsaida (nrnf, SerieNF, CodVendedor) VALUES (1, '2', 2)"_s);
+    gera();
+    QCOMPARE(produto(2)[colunasQuadro::Vendido], u"1"_s);
+}
+
+// Sums over NULL alone are NULL, and so are written into the target.
+void TstMetasProgresso::nullFigures() {
+    b->meta(1, u"P1"_s, std::nullopt);
+    b->venda({.vendedor = 1, .produto = u"P1"_s, .quantidade = std::nullopt, .total = std::nullopt});
+    b->servidor().executa(
+        u"INSERT INTO Orcamento_Troca (codigo, Vendedor, quantidade, situacaoorc, databaixa) "
+        "VALUES ('P1', 1, NULL, 'B', '2024-03-10')"_s);
+    b->meta(1, u"P2"_s, u"10"_s);
+    b->servidor().executa(u"UPDATE produtos SET descricao = NULL WHERE codfabr = 'P1'"_s);
+    gera();
+    QVERIFY(b->metas()[0][3].isNull());
+    QVERIFY(b->metas()[0][4].isNull());
+    QVERIFY(b->metas()[0][5].isNull());
+    QCOMPARE(produto(u"P1"_s),
+             QStringList({u"P1"_s, QString(), u"0"_s, u"0"_s, u"0,0%"_s, u"0,00"_s, u"0"_s, u"0,0%"_s}));
+    QCOMPARE(produto(5)[colunasQuadro::Vendido], u"1"_s);
+}
+
+void TstMetasProgresso::targetTotalOfZero() {
+    b->meta(1, u"P1"_s, u"0"_s);
+    b->abre();
+    b->vaiParaAba(1);
+    ModalHelper caixas;
+    caixas.esperaContendo(u"Divisão por zero"_s, QMessageBox::Ok);
+    gera();
+    QCOMPARE(caixas.confere(), QString());
+    QVERIFY(!b->controle(u"Label7"_s)->isVisible());
+    QVERIFY(!b->controle(u"Command2"_s)->isEnabled());
+    // The screen goes on.
+    b->servidor().executa(u"UPDATE metavendedoritem SET Quantidade = 5"_s);
+    gera();
+    QCOMPARE(caixas.confere(), QString());
+    QCOMPARE(b->grade(u"Grid2"_s)->rows(), 1 + 4);
+}
+
+void TstMetasProgresso::targetsOfZeroAndNegative() {
+    b->meta(1, u"P1"_s, u"0"_s);
+    b->meta(1, u"P2"_s, u"-4"_s);
+    b->meta(1, u"P3"_s, u"9"_s);
+    for (const auto& codigo : {u"P1"_s, u"P2"_s})
+        b->venda({.vendedor = 1, .produto = codigo, .quantidade = u"5"_s});
+    gera();
+    QCOMPARE(produto(u"P1"_s)[colunasQuadro::PercMeta], u"0,0%"_s);
+    QCOMPARE(produto(u"P2"_s)[colunasQuadro::PercMeta], u"0,0%"_s);
+    for (const int linha : {2, 3, 4})
+        QVERIFY(!b->grade(u"Grid2"_s)->isBold(linha, colunasQuadro::PercMeta));
+    QCOMPARE(produto(6)[colunasQuadro::Meta], u"5"_s);
+    QCOMPARE(produto(6)[colunasQuadro::PercMeta], u"200,0%"_s);
+}
+
+void TstMetasProgresso::periodWithoutInvoices() {
+    b->meta(1, u"P1"_s, u"10"_s);
+    b->venda({.vendedor = 1, .produto = u"P1"_s, .emissao = u"2020-01-01"_s});
+    gera();
+    QCOMPARE(produto(2)[colunasQuadro::Vendido], u"0"_s);
+    QCOMPARE(b->servidor().consulta(u"SELECT * FROM relat2"_s).size(), 0);
+}
+
+void TstMetasProgresso::noTargetsAtAll() {
+    gera();
+    QCOMPARE(b->grade(u"Grid2"_s)->rows(), 1);
+    QVERIFY(!b->controle(u"Command2"_s)->isEnabled());
+}
+
+void TstMetasProgresso::earlierFiguresAreOverwritten() {
+    b->meta(1, u"P1"_s, u"10"_s);
+    b->servidor().executa(u"UPDATE metavendedoritem SET Vendido=5, TotalVendas=6, QtdDevolucao=7"_s);
+    gera();
+    QCOMPARE(b->metas()[0].sliced(3), QStringList({u"0.000"_s, u"0.00"_s, u"0.000"_s}));
+}
+
+// Rows of one seller come in the database's order: each is looked up by its product.
+void TstMetasProgresso::figuresAgainstRawRows() {
+    const MundoSorteado mundo(b->servidor());
+    gera();
+    const Grid* grade = b->grade(u"Grid2"_s);
+    int linha = 1;
+    for (int v = 1; v <= MundoSorteado::vendedores; ++v) {
+        const QString rotulo = v == 1 ? u"1 - ANA"_s : v == 2 ? u"2 - BRUNO"_s : u"%1 - (Nenhum)"_s.arg(v);
+        QCOMPARE(produto(linha++)[colunasQuadro::Descricao], rotulo);
+        QSet<int> vistos;
+        MundoSorteado::Conta totais;
+        for (; !produto(linha)[colunasQuadro::Codigo].isEmpty(); ++linha) {
+            const int p = produto(linha)[colunasQuadro::Codigo].sliced(1).toInt();
+            vistos.insert(p);
+            const MundoSorteado::Conta conta = mundo.contas().at({v, p});
+            totais += conta;
+            QCOMPARE(produto(linha),
+                     MundoSorteado::celulas(MundoSorteado::codigo(p), MundoSorteado::descricao(p), conta));
+            QCOMPARE(grade->isBold(linha, colunasQuadro::PercMeta), conta.vendido >= conta.meta);
+        }
+        const auto doVendedor = [v](const auto& conta) { return conta.first.first == v; };
+        QCOMPARE(vistos.size(), std::count_if(mundo.contas().begin(), mundo.contas().end(), doVendedor));
+        QVERIFY(totais.vendido > 0);
+        QCOMPARE(produto(linha++), QStringList(QList<QString>(8)));
+        QCOMPARE(produto(linha++),
+                 MundoSorteado::celulas({}, u"*** TOTAIS DE "_s + rotulo + u" ***"_s, totais));
+    }
+    QCOMPARE(linha, grade->rows());
+}
+
+void TstMetasProgresso::widthForTheScrollBar_data() {
+    QTest::addColumn<int>("linhas"); // header included
+    QTest::addColumn<int>("largura");
+    QTest::newRow("17") << 17 << 4000;
+    QTest::newRow("18") << 18 << 4000;
+    QTest::newRow("19") << 19 << 3750;
+}
+
+void TstMetasProgresso::widthForTheScrollBar() {
+    QFETCH(int, linhas);
+    for (int i = 0; i < linhas - 4; ++i) {
+        const QString codigo = u"Q%1"_s.arg(i);
+        b->produto(codigo, codigo);
+        b->meta(1, codigo, u"1"_s);
+    }
+    gera();
+    const Grid* grade = b->grade(u"Grid2"_s);
+    QCOMPARE(grade->rows(), linhas);
+    QTEST(grade->columnTwips(colunasQuadro::Descricao), "largura");
+    QVERIFY(!grade->horizontalScrollBar()->isVisible());
+    // A smaller result gets the full width back.
+    b->servidor().executa(u"DELETE FROM metavendedoritem"_s);
+    gera();
+    QCOMPARE(grade->columnTwips(colunasQuadro::Descricao), 4000);
+}
+
+void TstMetasProgresso::tabChangeEmptiesTheBoard() {
+    b->meta(1, u"P1"_s, u"10"_s);
+    gera();
+    QVERIFY(b->controle(u"Command2"_s)->isEnabled());
+    b->vaiParaAba(0);
+    QCOMPARE(b->foco(), u"Vendedores"_s);
+    b->vaiParaAba(1);
+    QCOMPARE(b->grade(u"Grid2"_s)->rows(), 1);
+    QVERIFY(!b->controle(u"Command2"_s)->isEnabled());
+    QCOMPARE(b->foco(), u"DataIni"_s);
+}
+
+namespace {
+
+// Notes each painting of a widget.
+class Pintura : public QObject {
+  public:
+    explicit Pintura(QWidget* alvo) { alvo->installEventFilter(this); }
+    bool eventFilter(QObject*, QEvent* evento) override {
+        vezes += evento->type() == QEvent::Paint ? 1 : 0;
+        return false;
+    }
+    int vezes = 0;
+};
+
+} // namespace
+
+void TstMetasProgresso::waitingLabel() {
+    b->meta(1, u"P1"_s, u"10"_s);
+    b->abre();
+    b->vaiParaAba(1);
+    Pintura pintura(b->controle(u"Label7"_s));
+    gera();
+    QCOMPARE(pintura.vezes, 1);
+    QVERIFY(!b->controle(u"Label7"_s)->isVisible());
+}
+
+// The computation is cut before each of its statements in turn: one report, and the screen goes on to close.
+void TstMetasProgresso::cutAtEveryStatement() {
+    constexpr int comandos = 9;
+    b->meta(1, u"P1"_s, u"10"_s);
+    FaultProxy proxy(b->servidor().socket());
+    for (int k = 1; k <= comandos; ++k) {
+        b->servidor().usaSocket(proxy.socket());
+        b->abre();
+        b->vaiParaAba(1);
+        ModalHelper caixas;
+        caixas.esperaContendo(u"feche o programa e inicie-o novamente"_s, QMessageBox::Ok);
+        proxy.cortaAntesDe(k);
+        b->aperta(u"Command4"_s);
+        QCOMPARE(caixas.confere(), QString());
+        QVERIFY(!proxy.cortado().isNull());
+        QVERIFY(!b->controle(u"Label7"_s)->isVisible());
+        QVERIFY(!b->controle(u"Command2"_s)->isEnabled());
+        b->tecla(Qt::Key_Escape);
+        QVERIFY(!b->tela()->isVisible());
+    }
+}
+
+QTEST_MAIN(TstMetasProgresso)
+#include "tst_metas_progresso.moc"
