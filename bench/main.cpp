@@ -2,6 +2,7 @@
 #include "bench/ClosingBench.h"
 #include "bench/ListingBench.h"
 #include "bench/ProgramBench.h"
+#include "bench/ReportsBench.h"
 #include "bench/support/Machine.h"
 #include "bench/support/Workload.h"
 #include "core/Pastas.h"
@@ -39,6 +40,8 @@ void measure(const QStringList& subjects) {
         rows += bench::closingRows(server, workload);
     if (wanted(u"start"_s))
         rows += bench::startRows(server, workload);
+    if (wanted(u"reports"_s))
+        rows += bench::reportRows(server, workload);
     printf("%s\n%s", qPrintable(machine), qPrintable(bench::tableText(rows)));
 }
 

@@ -74,4 +74,30 @@ void Workload::closing(int open) const {
     m_server.executa(u"SET GLOBAL innodb_flush_log_at_trx_commit = 1"_s);
 }
 
+void Workload::fiscalYear(int lines) const {
+    constexpr int linesPerInvoice = 4;
+    m_server.executa(u"SET GLOBAL innodb_flush_log_at_trx_commit = 0"_s);
+    m_server.executa(
+        u"TRUNCATE movsaient; TRUNCATE nfsaida; TRUNCATE Orcamento_Troca; TRUNCATE vendedores;"
+        "INSERT INTO vendedores (codigovend, vendedor, ComissEsp1, ComissEsp2) "
+        "SELECT seq, CONCAT('VENDEDOR ', seq), 3, 1.5 FROM seq_1_to_9;"
+        "INSERT INTO nfsaida (nrnf, SerieNF, CodVendedor, razsoc) "
+        "SELECT seq, '1', 1 + seq % 9, CONCAT('PADARIA E CONFEITARIA DO BAIRRO ', 1 + seq % 2000) "
+        "FROM seq_1_to_%1;"
+        "INSERT INTO movsaient (nr_nf, serienf, dataemissao, entrsai, cfop, codigo, descricao, quantunit, "
+        "totalvenda, vlr_tot_item, cnpj_cpf) "
+        "SELECT n.seq, '1', '2024-01-01' + INTERVAL n.seq % 366 DAY, IF(n.seq % 20 = 0, 'E', 'S'), "
+        "IF(n.seq % 20 = 0, '1202', '5102'), LPAD(1 + (n.seq + l.seq) % 500, 6, '0'), "
+        "ELT(1 + (n.seq + l.seq) % 3, 'PÃO FRANCÊS', 'BOLO DE MILHO', 'PAO DE FORMA'), l.seq, "
+        "12.50 * l.seq + n.seq % 90, 12.50 * l.seq + n.seq % 90, "
+        "CONCAT(LPAD(1 + n.seq % 2000, 8, '0'), '000195') FROM seq_1_to_%1 n, seq_1_to_%2 l;"
+        "INSERT INTO Orcamento_Troca (codigo, codigocli, Vendedor, quantidade, pcfabrica, situacaoorc, "
+        "databaixa) SELECT LPAD(1 + seq % 500, 6, '0'), LPAD(1 + seq % 2000, 5, '0'), 1 + seq % 9, 1.5, "
+        "3.25, 'B', '2024-01-01' + INTERVAL seq % 366 DAY FROM seq_1_to_1000;"
+        "ANALYZE TABLE movsaient, nfsaida, Orcamento_Troca, vendedores, clientes, produtos"_s
+            .arg(lines / linesPerInvoice)
+            .arg(linesPerInvoice));
+    m_server.executa(u"SET GLOBAL innodb_flush_log_at_trx_commit = 1"_s);
+}
+
 } // namespace tarvessa::bench

@@ -21,6 +21,10 @@ class Workload {
     /// stock, receivables, cash book and stock log as before any closing. Raises TestError.
     void closing(int open) const;
 
+    /// So many fiscal lines over the year 2024, four to an invoice, a twentieth of them returns, invoices of
+    /// nine sellers to all customers; a thousand exchanges. Raises TestError.
+    void fiscalYear(int lines) const;
+
   private:
     void products() const;
 

@@ -1,0 +1,123 @@
+#include "bench/ReportsBench.h"
+
+#include "bench/support/Client.h"
+#include "bench/support/Measure.h"
+#include "bench/support/Painted.h"
+#include "bench/support/Workload.h"
+#include "core/AcessoDados.h"
+#include "platform/DateBox.h"
+#include "platform/grid/Grid.h"
+#include "reports/Comissao.h"
+#include "reports/ExtratoVendedor.h"
+#include "reports/ResumoVendas.h"
+#include "support/PrivateServer.h"
+#include "support/StatementLog.h"
+
+#include <QPushButton>
+#include <QTimer>
+
+#include <stdexcept>
+
+using namespace Qt::StringLiterals;
+
+namespace tarvessa::bench {
+
+namespace {
+
+constexpr int lines = 1000000;
+constexpr double clientGoal = 1.05;
+constexpr int rounds = 5;
+const QString start = u"01/01/2024"_s;
+const QString end = u"31/12/2024"_s;
+
+/// The connection of the program, open while it lives.
+struct Session {
+    Session() {
+        if (!IniciaBanco())
+            throw std::runtime_error("the database cannot be reached");
+    }
+    ~Session() { EncerraBanco(); }
+    Session(const Session&) = delete;
+    Session& operator=(const Session&) = delete;
+};
+
+/// A report screen with its run button, on the screen, set to the year of the workload.
+template <typename Screen>
+class RunScreen {
+  public:
+    explicit RunScreen(const QString& grid) : m_grid(m_screen.template findChild<Grid*>(grid)) {
+        m_screen.template findChild<DateBox*>(u"DataIni"_s)->setText(start);
+        m_screen.template findChild<DateBox*>(u"DataFin"_s)->setText(end);
+        m_screen.show();
+        waitPainted(m_grid->viewport());
+    }
+
+    double seconds() {
+        const double seconds = secondsOf([this] {
+            m_screen.template findChild<QPushButton*>(u"Command4"_s)->click();
+            waitPainted(m_grid->viewport());
+        });
+        if (m_grid->rows() < 2)
+            throw std::runtime_error("the report shows nothing");
+        return seconds;
+    }
+
+  private:
+    Screen m_screen;
+    Grid* m_grid;
+};
+
+// From the call to the painted grid of the modal screen, which is then closed.
+double statementSeconds() {
+    constexpr int seller = 5;
+    using Clock = std::chrono::steady_clock;
+    ExtratoVendedor screen;
+    auto* grid = screen.findChild<Grid*>(u"Grid1"_s);
+    Clock::time_point painted;
+    QTimer::singleShot(0, &screen, [&] {
+        waitPainted(grid->viewport());
+        painted = Clock::now();
+        screen.close();
+    });
+    const Clock::time_point called = Clock::now();
+    screen.Carrega(seller, u"MARIA LÚCIA"_s, start, end, u"3,0"_s, u"1,5"_s, u"0,00"_s);
+    if (grid->rows() < 2)
+        throw std::runtime_error("the statement shows nothing");
+    return std::chrono::duration<double>(painted - called).count();
+}
+
+// What a run sends, taken from the server's own log.
+QStringList statementsOf(teste::PrivateServer& server, const Contestant& run) {
+    teste::StatementLog log(server);
+    run();
+    const QStringList texts = log.textos();
+    server.executa(u"SET GLOBAL general_log = 0"_s);
+    return texts;
+}
+
+Row compared(teste::PrivateServer& server, const QString& what, const Contestant& ours) {
+    const QStringList statements = statementsOf(server, ours);
+    const auto client = [&] { return clientSeconds(server, statements); };
+    const std::vector<double> times = interleaved(rounds, {ours, client});
+    const double ratio = times[0] / times[1];
+    return {what + u" over "_s + countText(lines) + u" fiscal lines, against the client"_s,
+            timeText(times[0]),
+            timeText(times[1]),
+            ratioText(ratio),
+            u"at most 1.05 times"_s,
+            ratio <= clientGoal};
+}
+
+} // namespace
+
+QList<Row> reportRows(teste::PrivateServer& server, const Workload& workload) {
+    workload.fiscalYear(lines);
+    const Session session;
+    RunScreen<ResumoVendas> summary(u"TabelaPreco(1)"_s);
+    RunScreen<Comissao> commission(u"Grid1"_s);
+    return {compared(server, u"sales summary"_s, [&] { return summary.seconds(); }),
+            compared(server, u"commission"_s, [&] { return commission.seconds(); }),
+            compared(server, u"seller's statement"_s, statementSeconds)};
+}
+
+} // namespace tarvessa::bench
