@@ -6,6 +6,7 @@
 #include "core/Esquema.h"
 #include "core/Numeros.h"
 #include "core/Rotinas.h"
+#include "core/Textos.h"
 #include "platform/BusyPointer.h"
 #include "platform/RuntimeError.h"
 
@@ -49,7 +50,7 @@ QString comandoCaixa(qint32 nrPedido, const QString& nomeCli, const QString& for
     const QString numero = Formata(Dinheiro(nrPedido), u"#000,000");
     return u"insert into caixa Set cd_cta='"_s + conta + u"', DataCx='"_s + TextoSQL(Hoje()) +
            u"', Historico= 'PEDIDO Nº "_s + numero + u"-"_s +
-           primeirasLetras(nomeCli, letrasDoNomeNoCaixa).trimmed() + u"', Valor="_s + valor.ponto() +
+           SemBrancos(primeirasLetras(nomeCli, letrasDoNomeNoCaixa)) + u"', Valor="_s + valor.ponto() +
            u", Finaliza1='"_s + formaPG + u"', ValorFin1="_s + valor.ponto() + u", CodigoLanc='PED:"_s +
            numero + u"', NrCaixa=0, USUARIO='PAINEL PV'"_s;
 }
@@ -92,8 +93,8 @@ void PainelFechamento::baixaEstoqueDaPV(qint32 nrPedido) {
     for (; !rs.atEnd(); rs.moveNext()) {
         const QString codigo = rs.field(esquema::orcamento::codigo).text();
         if (!codigo.startsWith(esquema::notaDoPedido))
-            BaixaEstoque(codigo.trimmed(), Dinheiro::dePonto(rs.field(esquema::orcamento::quantidade).text()),
-                         tela);
+            BaixaEstoque(SemBrancos(codigo),
+                         Dinheiro::dePonto(rs.field(esquema::orcamento::quantidade).text()), tela);
     }
 }
 

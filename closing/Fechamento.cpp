@@ -33,6 +33,11 @@ QDate vencimento(Dinheiro prazo) {
 } // namespace
 
 void PainelFechamento::Command4_Click() {
+    // Without the settings the accounts would be wrong, and so might be the stock.
+    if (!m_configurado)
+        throw RuntimeError(ErrorNumber::NoCurrentRecord,
+                           u"As configurações da empresa não foram lidas ao abrir: nada pode ser encerrado. "
+                           "Corrija o cadastro da empresa e inicie o programa novamente."_s);
     m_logFechamento.cria(u"LogFechamento.txt"_s);
     m_logFechamento.linha(u"LOG DE FECHAMENTO:"_s);
     m_logFechamento.linha(u"------------------"_s);
@@ -108,11 +113,11 @@ bool PainelFechamento::fechaLinha(int linha) {
 }
 
 // A method that is not cash-like needs a term; a cash-like one takes any that is not negative; one that is
-// not in the list is invalid.
+// not in the list is invalid, and so is one whose name would break the statements half-way.
 bool PainelFechamento::formaValida(int linha) const {
-    const int item = ui->Combo1->findText(ui->Grid1->text(linha, colunas::FormaPagto),
-                                          Qt::MatchExactly | Qt::MatchCaseSensitive);
-    if (item < 0)
+    const QString forma = ui->Grid1->text(linha, colunas::FormaPagto);
+    const int item = ui->Combo1->findText(forma, Qt::MatchExactly | Qt::MatchCaseSensitive);
+    if (item < 0 || LimpaTexto(forma) != forma)
         return false;
     const bool avista = ui->Combo1->itemData(item).toInt() == 1;
     const Dinheiro prazo = ValorNumerico(ui->Grid1->text(linha, colunas::DiasVenc));

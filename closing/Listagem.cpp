@@ -129,6 +129,7 @@ void PainelFechamento::carregaConfiguracao() {
     for (qsizetype i = 0; i < quantidadeDeContas; ++i)
         m_contaCTB[static_cast<size_t>(i)] =
             i < pedacos.size() ? pedacos[i] : esquema::contaAusente.toString();
+    m_configurado = true;
     rs.close();
 }
 

@@ -116,6 +116,7 @@ class PainelFechamento : public QMainWindow {
     CellEditor* m_editorTexto = nullptr;
     CellEditor* m_editorForma = nullptr;
     Layout m_layout = Layout::Dav;
+    bool m_configurado = false;
     bool m_pafEcf = false;
     std::array<QString, quantidadeDeContas> m_contaCTB;
     std::unique_ptr<ReportControl> m_relatorio; // CRW

@@ -29,13 +29,15 @@ bool openWithDesktop(const QString& path) {
 
 #else
 
+constexpr int viewerQueryMs = 3000;
+
 // xdg-open answers only after it has tried; asking first for a text viewer tells whether it will find one.
 bool openWithDesktop(const QString& path) {
     if (QStandardPaths::findExecutable(u"xdg-open"_s).isEmpty())
         return false;
     QProcess query;
     query.start(u"xdg-mime"_s, {u"query"_s, u"default"_s, u"text/plain"_s});
-    if (!query.waitForFinished() || query.readAllStandardOutput().trimmed().isEmpty())
+    if (!query.waitForFinished(viewerQueryMs) || query.readAllStandardOutput().trimmed().isEmpty())
         return false;
     return QProcess::startDetached(u"xdg-open"_s, {path});
 }

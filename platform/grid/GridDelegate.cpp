@@ -36,7 +36,6 @@ void GridDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
     QStyleOptionViewItem background = option;
     initStyleOption(&background, index);
     background.features &= ~QStyleOptionViewItem::HasDecoration;
-    background.icon = {};
     background.text.clear();
     background.icon = QIcon(); // the style would still draw it, in no room
     option.widget->style()->drawControl(QStyle::CE_ItemViewItem, &background, painter, option.widget);

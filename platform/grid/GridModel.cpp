@@ -1,6 +1,7 @@
 #include "platform/grid/GridModel.h"
 
 #include <QFont>
+#include <QTextDocument>
 
 #include <algorithm>
 
@@ -9,6 +10,11 @@ using namespace Qt::StringLiterals;
 namespace tarvessa {
 
 namespace {
+
+// A tool tip takes what looks like markup for markup.
+QString plainToolTip(const QString& text) {
+    return Qt::mightBeRichText(text) ? text.toHtmlEscaped() : text;
+}
 
 // A noncharacter: no text of a database or a keyboard holds it, so a tab inside a name shifts no column.
 constexpr QChar cellEnd = QChar(0xFFFF);
@@ -43,7 +49,7 @@ QVariant GridModel::data(const QModelIndex& index, int role) const {
     case Qt::DisplayRole:
         return text(row, column);
     case Qt::ToolTipRole:
-        return column == m_tickColumn ? QString() : text(row, column);
+        return column == m_tickColumn ? QString() : plainToolTip(text(row, column));
     case Qt::AccessibleTextRole:
         if (column == m_tickColumn)
             return text(row, column) == u" " ? u"Selecionado"_s : u"Não selecionado"_s;

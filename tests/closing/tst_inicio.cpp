@@ -423,6 +423,13 @@ void TstInicio::companyWithoutRow() {
 
     QVERIFY(b->painel()->isVisible());
     QCOMPARE(b->grade()->rows(), 3);
+
+    // Accounts and stock handling are unknown: nothing may be closed with them.
+    StatementLog registro(b->servidor());
+    modal.esperaContendo(u"As configurações da empresa não foram lidas ao abrir"_s, QMessageBox::Ok);
+    b->aperta(u"Command4"_s);
+    QCOMPARE(modal.confere(), QString());
+    QCOMPARE(registro.textos(), QStringList());
     b->aperta(u"Command1"_s);
     QCOMPARE(b->total(), u"0,00"_s);
 }

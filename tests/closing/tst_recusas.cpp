@@ -37,6 +37,7 @@ class TstRecusas : public QObject {
     void paymentMethodAndTerm();
     void methodNotInTheList_data();
     void methodNotInTheList();
+    void methodThatWouldBreakTheStatements();
     void stock_data();
     void stock();
     void noteLinesWithoutQuantityPassTheStockTest();
@@ -108,9 +109,10 @@ void TstRecusas::personByDocument() {
 void TstRecusas::personIsCancelledEvenUnselected() {
     b->cenario().basico();
     b->cenario().cliente({.codigo = u"C2"_s, .cnpjCpf = u"123.456.789-09"_s});
+    b->cenario().cliente({.codigo = u"C3"_s, .cnpjCpf = u""_s});
     b->cenario().documento({.pedido = 1, .cliente = u"C2"_s, .nomeVendedor = u"A"_s});
     b->cenario().documento({.pedido = 2, .nomeVendedor = u"B"_s});
-    b->cenario().documento({.pedido = 3, .cliente = u"C2"_s, .nomeVendedor = u"C"_s});
+    b->cenario().documento({.pedido = 3, .cliente = u"C3"_s, .nomeVendedor = u"C"_s});
     b->cenario().documento({.pedido = 4, .nomeVendedor = u"D"_s});
     QVERIFY(b->abre());
     for (const int linha : {1, 3, 4})
@@ -183,6 +185,18 @@ void TstRecusas::methodNotInTheList() {
     QVERIFY(b->abre());
     fechaTudo(mensagens::comErros);
     QCOMPARE(situacao(1), u"A"_s);
+    QCOMPARE(b->log(), Bancada::logCom({formaInvalida.arg(u"0000001"_s)}));
+}
+
+void TstRecusas::methodThatWouldBreakTheStatements() {
+    b->cenario().basico();
+    b->cenario().forma(u"GOTA D'ÁGUA"_s, Valor(u"S"_s));
+    b->cenario().cliente({.codigo = u"C2"_s, .formaPg = u"GOTA D'ÁGUA"_s});
+    b->cenario().documento({.pedido = 1, .cliente = u"C2"_s});
+    QVERIFY(b->abre());
+    fechaTudo(mensagens::comErros);
+    QCOMPARE(situacao(1), u"A"_s);
+    QCOMPARE(b->servidor().consulta(u"SELECT COUNT(*) FROM logestoque"_s)[0][0], u"0"_s);
     QCOMPARE(b->log(), Bancada::logCom({formaInvalida.arg(u"0000001"_s)}));
 }
 

@@ -120,6 +120,8 @@ void BancadaMetas::abre() {
     QVERIFY(IniciaBanco());
     m_tela = std::make_unique<MetasQuadro>();
     m_tela->Form_Load();
+    // The screen of a test may be narrower than any real one, and the form opens within it.
+    m_tela->resize(m_tela->size().expandedTo(QSize(1024, 640)));
     m_tela->show();
     m_tela->activateWindow();
     QVERIFY(QTest::qWaitForWindowActive(m_tela.get(), esperaDaJanelaMs));
