@@ -224,6 +224,9 @@ void TstNivelPreco::queryStaysForItsLayoutAlone() {
     gera();
     QTRY_COMPARE(modal.confere(), QString());
     QCOMPARE(CRW->sqlQuery(), consulta(1));
+    QTRY_VERIFY(!QApplication::activeModalWidget());
+    tela->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(tela.get()));
     lista()->setCurrentIndex(3);
     modal.aoAbrir([](QWidget* previa) { previa->close(); });
     gera();
