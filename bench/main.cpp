@@ -1,6 +1,9 @@
 #include "app/Application.h"
 #include "bench/ClosingBench.h"
 #include "bench/ListingBench.h"
+#include "bench/OperationsBench.h"
+#include "bench/PrintingBench.h"
+#include "bench/ProductBench.h"
 #include "bench/ProgramBench.h"
 #include "bench/ReportsBench.h"
 #include "bench/support/Machine.h"
@@ -38,10 +41,16 @@ void measure(const QStringList& subjects) {
         rows += bench::memoryRows(workload);
     if (wanted(u"closing"_s))
         rows += bench::closingRows(server, workload);
+    if (wanted(u"operations"_s))
+        rows += bench::operationRows(server);
     if (wanted(u"start"_s))
         rows += bench::startRows(server, workload);
     if (wanted(u"reports"_s))
         rows += bench::reportRows(server, workload);
+    if (wanted(u"products"_s))
+        rows += bench::productRows(server);
+    if (wanted(u"printing"_s))
+        rows += bench::printingRows(server);
     printf("%s\n%s", qPrintable(machine), qPrintable(bench::tableText(rows)));
 }
 
@@ -51,6 +60,8 @@ int main(int argc, char* argv[]) {
     Application application(argc, argv);
     Application::setQuitOnLastWindowClosed(false);
     try {
+        if (Application::arguments().value(1) == QLatin1StringView(bench::previewMemoryWord))
+            return bench::previewMemory();
         measure(Application::arguments().mid(1));
     } catch (const std::exception& error) {
         fprintf(stderr, "tarvessa_bench: %s\n", error.what());

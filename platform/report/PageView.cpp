@@ -101,6 +101,7 @@ void PageView::paintEvent(QPaintEvent* event) {
         painter.setPen(palette().highlight().color());
         painter.drawRect(paper.adjusted(-1, -1, 0, 0));
     }
+    Q_EMIT painted();
 }
 
 void PageView::resizeEvent(QResizeEvent* event) {

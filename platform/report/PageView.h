@@ -36,6 +36,8 @@ class PageView : public QAbstractScrollArea {
     /// Scrolling has come to the page's end: `pages` is 1 or -1.
     void turned(int pages);
     void zoomChanged();
+    /// The page stands on the screen.
+    void painted();
 
   protected:
     void paintEvent(QPaintEvent* event) override;

@@ -62,7 +62,8 @@ PreviewWindow::PreviewWindow(std::shared_ptr<Report> report, QWidget* parent)
 
     showPage(0);
     m_view->setFocus();
-    m_reading.start();
+    // The rest of the rows waits until the operator has the first page before him.
+    connect(m_view, &PageView::painted, &m_reading, qOverload<>(&QTimer::start), Qt::SingleShotConnection);
 }
 
 void PreviewWindow::makeFileBar() {

@@ -1,0 +1,146 @@
+#include "bench/OperationsBench.h"
+
+#include "bench/support/BareOdbc.h"
+#include "bench/support/BoxAnswerer.h"
+#include "bench/support/Measure.h"
+#include "bench/support/Painted.h"
+#include "closing/PainelFechamento.h"
+#include "core/AcessoDados.h"
+#include "platform/grid/Grid.h"
+#include "support/PrivateServer.h"
+#include "support/StatementLog.h"
+
+#include <QPushButton>
+
+#include <algorithm>
+#include <stdexcept>
+
+using namespace Qt::StringLiterals;
+
+namespace tarvessa::bench {
+
+namespace {
+
+constexpr double loopGoal = 1.05;
+constexpr int rounds = 5;
+constexpr int documents = 500;
+
+/// What is measured: the documents it needs, the panel doing it, and the first statement it sends.
+struct Operation {
+    QString what;
+    QString kind;
+    double (*run)(PainelFechamento& panel);
+    QString firstStatement;
+    bool listsAtTheEnd;
+};
+
+// Each customer buys at the table that its number tells; two lines of each document are off it.
+void load(teste::PrivateServer& server, const QString& kind) {
+    // Written through to the disk only while it is measured.
+    server.executa(
+        u"SET GLOBAL innodb_flush_log_at_trx_commit = 0;"
+        "TRUNCATE orcamento; TRUNCATE observacao; UPDATE empresa SET contadorPV = 0;"
+        "UPDATE produtos SET Venda = 12.50, Venda2 = 11.90, Venda3 = 11.50, Venda4 = 10.90;"
+        "INSERT INTO orcamento (nrpedido, TipoOperacao, situacaoorc, codigocli, nomevendedor, "
+        "Vendedor, dataabertura, codigo, quantidade, unitario, totalped) "
+        "SELECT 10000 + d.seq, '%2', 'A', LPAD(5 * (d.seq % 400) + 1 + d.seq % 4, 5, '0'), 'RITA', "
+        "7, CURDATE(), LPAD(1 + (d.seq * 3 + l.seq) % 500, 6, '0'), l.seq, "
+        "ELT(1 + d.seq % 4, 12.50, 11.90, 11.50, 10.90) + IF(l.seq > 18, 1, 0), 1 "
+        "FROM seq_1_to_%1 d, seq_1_to_20 l;"
+        "INSERT INTO observacao (nrpedido, tipoOperacao, texto) SELECT 10000 + seq, '%2', 'NOTA' "
+        "FROM seq_1_to_%1; ANALYZE TABLE orcamento, observacao, clientes, produtos;"
+        "SET GLOBAL innodb_flush_log_at_trx_commit = 1"_s.arg(documents)
+            .arg(kind));
+}
+
+double convert(PainelFechamento& panel) {
+    const double seconds = secondsOf([&] { panel.findChild<QPushButton*>(u"Command2"_s)->click(); });
+    if (panel.findChild<Grid*>(u"Grid1"_s)->rows() != 1)
+        throw std::runtime_error("the conversion did not end well");
+    return seconds;
+}
+
+// From the question answered to the list of what was corrected, on the screen.
+double checkPrices(PainelFechamento& panel) {
+    const BoxAnswerer answerer;
+    panel.findChild<QPushButton*>(u"Command5"_s)->click();
+    const std::vector<BoxAnswerer::Box>& boxes = answerer.boxes();
+    if (boxes.size() != 2 || boxes[1].text.count(u"PV Nº "_s) != documents)
+        throw std::runtime_error("the price check did not end well");
+    return std::chrono::duration<double>(boxes[1].shown - boxes[0].gone).count();
+}
+
+double throughPanel(const Operation& operation) {
+    double seconds = 0;
+    {
+        PainelFechamento panel;
+        if (!panel.Form_Load())
+            throw std::runtime_error("the panel did not start");
+        panel.show();
+        auto* grid = panel.findChild<Grid*>(u"Grid1"_s);
+        waitPainted(grid->viewport());
+        if (grid->rows() != documents + 1)
+            throw std::runtime_error("the panel did not list the documents");
+        seconds = operation.run(panel);
+    }
+    EncerraBanco();
+    return seconds;
+}
+
+QByteArrayList recordedStatements(teste::PrivateServer& server, const Operation& operation) {
+    load(server, operation.kind);
+    teste::StatementLog log(server);
+    throughPanel(operation);
+    QStringList texts = log.textos();
+    server.executa(u"SET GLOBAL general_log = 0"_s);
+    const auto first = std::find_if(texts.cbegin(), texts.cend(), [&operation](const QString& text) {
+        return text.startsWith(operation.firstStatement);
+    });
+    texts = texts.mid(first - texts.cbegin());
+    if (texts.size() <= documents)
+        throw std::runtime_error("the statements are not in the log");
+    if (operation.listsAtTheEnd)
+        texts.removeLast();
+    QByteArrayList statements;
+    for (const QString& text : texts)
+        statements.append(text.toUtf8());
+    return statements;
+}
+
+} // namespace
+
+QList<Row> operationRows(teste::PrivateServer& server) {
+    const std::vector<Operation> operations = {
+        {u"conversion of 500 DAVs of 20 lines"_s, u"D"_s, convert, u"SELECT GET_LOCK"_s, false},
+        {u"price check of 500 PVs of 20 lines"_s, u"P"_s, checkPrices, u"Select o.id"_s, true}};
+    std::vector<QByteArrayList> statements;
+    for (const Operation& operation : operations)
+        statements.push_back(recordedStatements(server, operation));
+
+    std::vector<Contestant> contestants;
+    for (size_t i = 0; i < operations.size(); ++i) {
+        contestants.push_back([&server, &operation = operations[i]] {
+            load(server, operation.kind);
+            return throughPanel(operation);
+        });
+        contestants.push_back([&server, &operation = operations[i], &sent = statements[i]] {
+            load(server, operation.kind);
+            BareOdbc bare;
+            return secondsOf([&] { bare.run(sent); });
+        });
+    }
+    const std::vector<double> times = interleaved(rounds, contestants);
+
+    QList<Row> rows;
+    for (size_t i = 0; i < operations.size(); ++i) {
+        const double ours = times[2 * i];
+        const double loop = times[2 * i + 1];
+        rows.append({u"%1 (%2 statements), against a bare loop"_s.arg(operations[i].what,
+                                                                      countText(statements[i].size())),
+                     timeText(ours), timeText(loop), ratioText(ours / loop), u"at most 1.05 times"_s,
+                     ours / loop <= loopGoal});
+    }
+    return rows;
+}
+
+} // namespace tarvessa::bench

@@ -1,0 +1,16 @@
+#pragma once
+
+#include "bench/support/Table.h"
+
+namespace tarvessa::teste {
+class PrivateServer;
+}
+
+namespace tarvessa::bench {
+
+/// Turning 500 DAVs of 20 lines into pre-sales, and checking the prices of 500 pre-sales of 20 lines of which
+/// two are wrong, through the panel, against a bare loop sending the statements that the panel sent. Needs
+/// the customers, products and company of a Workload; leaves only documents of its own behind.
+QList<Row> operationRows(teste::PrivateServer& server);
+
+} // namespace tarvessa::bench
