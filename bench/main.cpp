@@ -3,6 +3,7 @@
 #include "bench/ListingBench.h"
 #include "bench/ProgramBench.h"
 #include "bench/ReportsBench.h"
+#include "bench/TargetsBench.h"
 #include "bench/support/Machine.h"
 #include "bench/support/Workload.h"
 #include "core/Pastas.h"
@@ -42,6 +43,8 @@ void measure(const QStringList& subjects) {
         rows += bench::startRows(server, workload);
     if (wanted(u"reports"_s))
         rows += bench::reportRows(server, workload);
+    if (wanted(u"targets"_s))
+        rows += bench::targetRows(server, workload);
     printf("%s\n%s", qPrintable(machine), qPrintable(bench::tableText(rows)));
 }
 
