@@ -83,6 +83,10 @@ void TextBox::setSelectsOnFocus() {
     m_selectsOnFocus = true;
 }
 
+QString TextBox::lookUpText() const {
+    return text().replace(u'\'', u'´');
+}
+
 QString TextBox::conventional(const QString& text) {
     constexpr char16_t firstPrintable = 0x20;
     const auto breaksLine = [](QChar c) {

@@ -17,6 +17,9 @@ class TextBox : public QLineEdit {
     /// Shows a text of the program's own, such as a stored description, letter by letter.
     void showText(const QString& text);
 
+    /// The text without apostrophes, "´" in their place, for a look-up: a shown text may hold some.
+    QString lookUpText() const;
+
     /// Makes the box one for decimal numbers: what is put in by hand takes the comma as its decimal separator
     /// (see decimalForm). What was in the box before is left as it is; no other text is refused.
     void setDecimal();

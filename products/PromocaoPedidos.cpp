@@ -49,6 +49,9 @@ PromocaoPedidos::PromocaoPedidos(QWidget* parent)
     onSignal(new FieldLeave(ui->Venda), &FieldLeave::left, this, [this] { Venda_LostFocus(); });
     onSignal(ui->Grid1, &Grid::cellClicked, this,
              [this](int linha, int coluna) { Grid1_Click(linha, coluna); });
+    // The second of two quick clicks comes as a double one and ticks all the same.
+    onSignal(ui->Grid1, &Grid::cellDoubleClicked, this,
+             [this](int linha, int coluna) { Grid1_Click(linha, coluna); });
     onSignal(ui->Command2, &QPushButton::clicked, this, [this](bool) { Command2_Click(); });
     onSignal(ui->Command1, &QPushButton::clicked, this, [this](bool) { Command1_Click(); });
 }
@@ -76,7 +79,7 @@ void PromocaoPedidos::Descricao_LostFocus() {
     if (m_pesquisando || ui->Descricao->text().isEmpty())
         return;
     const QScopedValueRollback<bool> umaDeCadaVez(m_pesquisando, true);
-    QString texto = ui->Descricao->text();
+    QString texto = ui->Descricao->lookUpText();
     const QString codigo = PesquisaProduto(texto, this);
     TemRegistro = AbreRS(u"Select Descricao from produtos where CodFabr='"_s + codigo + u"'"_s);
     if (!TemRegistro) {

@@ -46,7 +46,7 @@ bool CampoProduto::conclui() {
 
 bool CampoProduto::procura() {
     m_caixa->setProperty(propriedade, QString());
-    QString texto = m_caixa->text();
+    QString texto = m_caixa->lookUpText();
     if (texto.isEmpty())
         return true;
     const QString escolhido = PesquisaProduto(texto, m_form);

@@ -73,6 +73,7 @@ class TstPromocaoPedidos : public QObject {
     void escapedSearchLeavesTheListInPlace();
     void productDeletedBetweenSearchAndDescription();
     void storedDescriptionIsShownLetterByLetter();
+    void shownApostropheNeverReachesTheSearch();
     void changedTextEmptiesTheList();
     void leavingAgainSearchesAgain();
 
@@ -86,6 +87,7 @@ class TstPromocaoPedidos : public QObject {
     void clickTicksAndUnticks();
     void spaceTicks();
     void clickElsewhereChangesNothing();
+    void doubleClickIsTwoClicks();
     void clickOnAnEmptyListChangesNothing();
     void tickPictureIsTheMainWindows();
     void tickAllAndUntickAll();
@@ -396,6 +398,19 @@ void TstPromocaoPedidos::storedDescriptionIsShownLetterByLetter() {
     QCOMPARE(descricao()->text(), u"Rosca d'Água"_s);
 }
 
+void TstPromocaoPedidos::shownApostropheNeverReachesTheSearch() {
+    b->produto(u"8"_s, u"Rosca d''Água"_s);
+    digita(u"rosca"_s);
+    b->marca();
+    ModalHelper modal;
+    modal.espera(u"Descrição não cadastrada. Verifique!!!"_s, QMessageBox::Ok);
+    modal.espera(u"Descricao inexistente. Verifique!!!"_s, QMessageBox::Ok);
+    descricao()->setFocus();
+    QTest::keyClick(descricao(), Qt::Key_Tab);
+    QTRY_COMPARE(modal.confere(), QString());
+    QVERIFY(b->comandos()[0].contains(u"Descricao like '%d´Água%'"_s));
+}
+
 void TstPromocaoPedidos::changedTextEmptiesTheList() {
     lista();
     descricao()->setFocus();
@@ -515,6 +530,15 @@ void TstPromocaoPedidos::clickElsewhereChangesNothing() {
         clica(grade(), 2, coluna);
     clica(grade(), 0, 6);
     QCOMPARE(marcadas(), QStringList(3));
+}
+
+void TstPromocaoPedidos::doubleClickIsTwoClicks() {
+    lista();
+    const QPoint meio = grade()->visualRect(grade()->model()->index(0, 6)).center();
+    QTest::mouseClick(grade()->viewport(), Qt::LeftButton, {}, meio);
+    QVERIFY(grade()->isTicked(1));
+    QTest::mouseDClick(grade()->viewport(), Qt::LeftButton, {}, meio);
+    QVERIFY(!grade()->isTicked(1));
 }
 
 void TstPromocaoPedidos::clickOnAnEmptyListChangesNothing() {
