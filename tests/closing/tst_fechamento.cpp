@@ -54,7 +54,8 @@ const QString sqlReceber =
 const QString sqlReceberCartao =
     u"INSERT INTO `areceber` (`CodigoCli`, `NomeCli`, `Emissao`, `Vencto`, `Valor`, `Historico`, "
     u"`Nr_Pedido`, "
-    "`DataBaixa`, `ValorPago`, `SitBaixa`, `TipoPag`, TipoCartao, CodigoVend, CodigoMec, ContaCTB) VALUES ("_s;
+    "`DataBaixa`, `ValorPago`, `SitBaixa`, `TipoPag`, TipoCartao, CodigoVend, CodigoMec, ContaCTB) "
+    "VALUES ("_s;
 const QString sqlCaixa =
     u"insert into caixa Set cd_cta='1.01', DataCx='2024-03-15', Historico= 'PEDIDO Nº 001.234-PADARIA "
     u"MODELO', "
