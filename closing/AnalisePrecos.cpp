@@ -57,6 +57,10 @@ void PainelFechamento::Command5_Click() {
         // The prices are stored by now: a log that cannot be written must not keep the list from the screen.
         guarded(this, [&] { gravaLogDePrecos(corrigidos); });
         boxes::inform(this, u"PEDIDOS COM PREÇOS CORRIGIDOS:\n\n"_s + corrigidos.join(u'\n') + u'\n');
+        // The totals on the screen are no longer those of the documents: should the reload fail, none of them
+        // may be closed.
+        DefineGrid();
+        TotalSelecionado();
     }
     Command3_Click();
 }
