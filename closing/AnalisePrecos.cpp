@@ -52,52 +52,53 @@ class LegendaDeEspera {
 void PainelFechamento::Command5_Click() {
     if (!boxes::ask(this, u"Deseja realmente o processo desta função?"_s, QMessageBox::Question))
         return;
-    const QStringList corrigidos = corrigePrecos();
+    QStringList corrigidos;
+    const bool completa = guarded(this, [&] { corrigePrecos(corrigidos); });
     if (!corrigidos.isEmpty()) {
-        // The prices are stored by now: a log that cannot be written must not keep the list from the screen.
+        // What was corrected is stored, also when the check was cut short: neither that nor a log that cannot
+        // be written may keep the list from the screen.
         guarded(this, [&] { gravaLogDePrecos(corrigidos); });
         boxes::inform(this, u"PEDIDOS COM PREÇOS CORRIGIDOS:\n\n"_s + corrigidos.join(u'\n') + u'\n');
-        // The totals on the screen are no longer those of the documents: should the reload fail, none of them
-        // may be closed.
-        DefineGrid();
-        TotalSelecionado();
+        // The totals on the screen are no longer those of the documents: should they not be listed again,
+        // none of them may be closed.
+        esvaziaLista();
     }
-    Command3_Click();
+    if (completa)
+        Command3_Click();
 }
 
-/// The pre-sales in which a price was corrected, one text each.
-QStringList PainelFechamento::corrigePrecos() {
+/// Adds the pre-sales in which a price was corrected, one text each; what was added before an error stands.
+void PainelFechamento::corrigePrecos(QStringList& corrigidos) {
     const LegendaDeEspera espera(ui->Label1, u"AGUARDE PROCESSO"_s);
-    ProgressoLote::Lote lote(m_progresso, ui->Grid1->rows() - 1);
-    QStringList corrigidos;
+    ProgressoLote::Lote lote(m_progresso, ui->Grid1->rows() - 1, u"Pré-venda"_s);
     for (int linha = 1; linha < ui->Grid1->rows(); ++linha) {
         lote.linha(linha);
-        if (corrigeLinha(linha))
-            corrigidos.append(u"PV Nº "_s + ui->Grid1->text(linha, colunas::Pedido) + u" - "_s +
-                              ui->Grid1->text(linha, colunas::Cliente));
+        corrigeLinha(linha, corrigidos);
     }
-    return corrigidos;
 }
 
-bool PainelFechamento::corrigeLinha(int linha) {
+void PainelFechamento::corrigeLinha(int linha, QStringList& corrigidos) {
     const QString coluna = colunaDePreco(ui->Grid1->text(linha, colunas::Tabela));
     if (coluna.isEmpty())
-        return false;
+        return;
     TemRegistro = AbreRS(u"Select o.id, o.nrpedido, o.tipooperacao, o.unitario, p."_s + coluna +
                          u" as Vnd From orcamento as o Left Join produtos as p ON o.codigo=p.codfabr Where "
                          "o.nrpedido="_s +
                          ui->Grid1->text(linha, colunas::Pedido) + u" and o.TipoOperacao='"_s +
                          ui->Grid1->text(linha, colunas::Tipo) + u"' and o.unitario <> p."_s + coluna +
                          u" and p."_s + coluna + u"<> 0"_s);
-    const bool corrige = TemRegistro;
+    bool corrigida = false;
     for (; !rs.atEnd(); rs.moveNext()) {
         const QString preco = Dinheiro::dePonto(rs.field(u"Vnd").text()).ponto();
         Executa(u"Update Orcamento Set Unitario="_s + preco + u", TotalPed=Round(quantidade*"_s + preco +
                 u",2) , UnitarioPAF = "_s + preco + u", TotalPaf = Round(quantidade * "_s + preco +
                 u", 2) Where ID="_s + rs.field(esquema::orcamento::id).text());
+        if (!corrigida)
+            corrigidos.append(u"PV Nº "_s + ui->Grid1->text(linha, colunas::Pedido) + u" - "_s +
+                              ui->Grid1->text(linha, colunas::Cliente));
+        corrigida = true;
     }
     rs.close();
-    return corrige;
 }
 
 void PainelFechamento::gravaLogDePrecos(const QStringList& pedidos) {

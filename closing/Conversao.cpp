@@ -10,6 +10,8 @@
 #include "platform/RuntimeError.h"
 #include "ui_PainelFechamento.h"
 
+#include <QScopeGuard>
+
 #include <limits>
 
 using namespace Qt::StringLiterals;
@@ -43,13 +45,14 @@ qint32 proximaPv() {
 
 void PainelFechamento::Command2_Click() {
     {
-        ProgressoLote::Lote lote(m_progresso, ui->Grid1->rows() - 1);
+        // Should one fail, ticks and total show what is still to be converted.
+        const auto totaliza = qScopeGuard([this] { TotalSelecionado(); });
+        ProgressoLote::Lote lote(m_progresso, ui->Grid1->rows() - 1, u"DAV"_s);
         for (int linha = 1; linha < ui->Grid1->rows(); ++linha) {
             lote.linha(linha);
             if (!ui->Grid1->isTicked(linha))
                 continue;
             converteDav(ValorInteiro(ui->Grid1->text(linha, colunas::Pedido)));
-            // Should a later one fail, the ticks show what is still to be converted.
             ui->Grid1->setTicked(linha, false);
         }
     }

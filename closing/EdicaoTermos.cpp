@@ -5,6 +5,7 @@
 #include "core/AcessoDados.h"
 #include "core/Esquema.h"
 #include "core/Numeros.h"
+#include "core/Rotinas.h"
 #include "platform/Guard.h"
 #include "platform/MessageBoxes.h"
 #include "platform/RuntimeError.h"
@@ -27,12 +28,23 @@ constexpr std::array<QStringView, 5> mascaras = {u"1111", u"1000", u"0100", u"00
 const QString prazoDeFormaAPrazo = u"7"_s;
 const QString prazoDeFormaAVista = u"0"_s;
 
+// What was typed, at most one beyond the 32-bit range: no longer number means anything here, and each column
+// has its own answer to one that is too large.
+Dinheiro valorDigitado(const QString& texto) {
+    constexpr qint64 limite = qint64(std::numeric_limits<qint32>::max()) + 1;
+    try {
+        return std::clamp(ValorNumerico(texto), Dinheiro(-limite), Dinheiro(limite));
+    } catch (const RuntimeError&) {
+        return Dinheiro(texto.trimmed().startsWith(u'-') ? -limite : limite);
+    }
+}
+
 // Whole days, halves up, which is what the integer column makes of decimals anyway: so the cell, the record
 // and the due date agree.
-Dinheiro diasInteiros(Dinheiro valor) {
+Dinheiro diasInteiros(Dinheiro valor, const QString& texto) {
     if (valor > Dinheiro(std::numeric_limits<qint32>::max()))
         throw RuntimeError(ErrorNumber::Overflow,
-                           u"Estouro: o prazo de %1 dias é grande demais."_s.arg(valor.inteiro()));
+                           u"Estouro: o prazo de %1 dias é grande demais."_s.arg(texto.trimmed()));
     constexpr qint64 meioDia = Dinheiro::casas / 2;
     return Dinheiro((valor.decimosMilesimos() + meioDia) / Dinheiro::casas);
 }
@@ -73,7 +85,7 @@ bool PainelFechamento::teclaDeEditor(const QWidget* controle, int tecla) {
     if (controle == ui->TextGrid && m_editorTexto->isOpen()) {
         if (!enter)
             ui->TextGrid->showText(ui->Grid1->text(m_editorTexto->row(), m_editorTexto->column()));
-        TextGrid_LostFocus();
+        TextGrid_LostFocus(enter ? Desfecho::Grava : Desfecho::Desiste);
         return true;
     }
     if (controle == ui->Combo1 && m_editorForma->isOpen()) {
@@ -97,21 +109,27 @@ bool PainelFechamento::concluiEdicao() {
 // The editors are closed first: whatever takes the focus from here on, a message included, finds nothing left
 // to commit.
 
-bool PainelFechamento::TextGrid_LostFocus() {
+bool PainelFechamento::TextGrid_LostFocus(Desfecho desfecho) {
     const int linha = m_editorTexto->row();
     const int coluna = m_editorTexto->column();
     const QString texto = ui->TextGrid->text();
+    const QString antes = ui->Grid1->text(linha, coluna);
     m_editorTexto->close();
+    bool aceito = true;
     if (coluna == colunas::Tabela)
-        return gravaTabela(linha, texto);
-    gravaDias(linha, texto);
-    return true;
+        aceito = gravaTabela(linha, texto);
+    else
+        gravaDias(linha, texto);
+    // Given up, the cell stays as it was even where its text is no number and 0 was stored for it.
+    if (desfecho == Desfecho::Desiste)
+        ui->Grid1->setText(linha, coluna, antes);
+    return aceito;
 }
 
 // A cell changes once the record has taken its value, so that after an error it still shows what is stored.
 
 bool PainelFechamento::gravaTabela(int linha, const QString& texto) {
-    const Dinheiro valor = ValorNumerico(texto);
+    const Dinheiro valor = valorDigitado(texto);
     const bool inteiro = valor == Dinheiro(valor.inteiro());
     if (valor.negativo() || valor >= Dinheiro(std::ssize(mascaras)) || !inteiro) {
         boxes::inform(this, u"A tabela de preço tem que ser entre 0 e 4. Verifique!!!"_s);
@@ -126,17 +144,28 @@ bool PainelFechamento::gravaTabela(int linha, const QString& texto) {
 }
 
 void PainelFechamento::gravaDias(int linha, const QString& texto) {
-    const Dinheiro valor = ValorNumerico(texto);
+    const Dinheiro valor = valorDigitado(texto);
     if (valor.negativo())
         return;
-    const Dinheiro dias = diasInteiros(valor);
+    const Dinheiro dias = diasInteiros(valor, texto);
     QString forma = ui->Grid1->text(linha, colunas::FormaPagto);
     if (dias > Dinheiro() && forma == esquema::dinheiro)
         forma = esquema::boleto.toString();
-    Executa(u"Update Clientes Set Prazo="_s + dias.ponto() + u", FormaPG='"_s + forma +
-            u"' Where Codigo='"_s + ui->Grid1->text(linha, colunas::CodigoCli) + u"'"_s);
+    gravaTermos(linha, dias, forma);
     ui->Grid1->setText(linha, colunas::DiasVenc, QString::number(dias.inteiro()));
     ui->Grid1->setText(linha, colunas::FormaPagto, forma);
+}
+
+/// Writes days and method to the row's customer (`clientes`). Raises RuntimeError, also for a method whose
+/// name would break the statement.
+void PainelFechamento::gravaTermos(int linha, Dinheiro dias, const QString& forma) {
+    if (LimpaTexto(forma) != forma)
+        throw RuntimeError(
+            ErrorNumber::TypeMismatch,
+            u"Tipos incompatíveis: a forma de pagamento %1 tem no nome um caractere que não "
+            "pode ser gravado, como o apóstrofo. Corrija o cadastro de finalizadoras."_s.arg(forma));
+    Executa(u"Update Clientes Set Prazo="_s + dias.ponto() + u", FormaPG='"_s + forma +
+            u"' Where Codigo='"_s + ui->Grid1->text(linha, colunas::CodigoCli) + u"'"_s);
 }
 
 void PainelFechamento::Combo1_LostFocus() {
@@ -154,8 +183,7 @@ void PainelFechamento::Combo1_LostFocus() {
         dias = prazoDeFormaAPrazo;
     else if (avista && prazo > Dinheiro())
         dias = prazoDeFormaAVista;
-    Executa(u"Update Clientes Set Prazo="_s + ValorNumerico(dias).ponto() + u", FormaPG='"_s + forma +
-            u"' Where Codigo='"_s + ui->Grid1->text(linha, colunas::CodigoCli) + u"'"_s);
+    gravaTermos(linha, ValorNumerico(dias), forma);
     ui->Grid1->setText(linha, colunas::FormaPagto, forma);
     ui->Grid1->setText(linha, colunas::DiasVenc, dias);
 }

@@ -50,7 +50,7 @@ void PainelFechamento::Command4_Click() {
 
     bool houveErro = false;
     {
-        ProgressoLote::Lote lote(m_progresso, ui->Grid1->rows() - 1);
+        ProgressoLote::Lote lote(m_progresso, ui->Grid1->rows() - 1, u"Pré-venda"_s);
         for (int linha = 1; linha < ui->Grid1->rows(); ++linha) {
             lote.linha(linha);
             if (!fechaLinha(linha))

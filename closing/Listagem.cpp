@@ -169,6 +169,17 @@ void PainelFechamento::Command3_Click() {
     rs.close();
     estreitaCliente();
     TotalSelecionado();
+    habilitaOperacoes();
+}
+
+void PainelFechamento::esvaziaLista() {
+    DefineGrid();
+    TotalSelecionado();
+    habilitaOperacoes();
+}
+
+// Without a pre-sale on the screen only the listing leads on.
+void PainelFechamento::habilitaOperacoes() {
     const bool haPvs = ui->Grid1->rows() > 1;
     ui->Command3->setEnabled(!haPvs);
     ui->Command6->setEnabled(haPvs);

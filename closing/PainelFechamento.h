@@ -57,6 +57,7 @@ class PainelFechamento : public QMainWindow {
 
   private:
     enum class Layout { Dav, Pv };
+    enum class Desfecho { Grava, Desiste };
 
     static constexpr int quantidadeDeContas = 8;
 
@@ -66,6 +67,8 @@ class PainelFechamento : public QMainWindow {
     void carregaFormasDePagamento();
     void carregaConfiguracao();
     void Command3_Click();
+    void habilitaOperacoes();
+    void esvaziaLista();
     void estreitaCliente();
 
     // Rows and keys (PainelFechamento.cpp)
@@ -85,10 +88,11 @@ class PainelFechamento : public QMainWindow {
     void abreEditor(int linha, int coluna);
     bool teclaDeEditor(const QWidget* controle, int tecla);
     bool concluiEdicao();
-    bool TextGrid_LostFocus();
+    bool TextGrid_LostFocus(Desfecho desfecho = Desfecho::Grava);
     void Combo1_LostFocus();
     bool gravaTabela(int linha, const QString& texto);
     void gravaDias(int linha, const QString& texto);
+    void gravaTermos(int linha, Dinheiro dias, const QString& forma);
 
     // DAV to pre-sale (Conversao.cpp)
     void Command2_Click();
@@ -96,8 +100,8 @@ class PainelFechamento : public QMainWindow {
 
     // Price check (AnalisePrecos.cpp)
     void Command5_Click();
-    QStringList corrigePrecos();
-    bool corrigeLinha(int linha);
+    void corrigePrecos(QStringList& corrigidos);
+    void corrigeLinha(int linha, QStringList& corrigidos);
     void gravaLogDePrecos(const QStringList& pedidos);
 
     // Closing (Fechamento.cpp, FechaPV.cpp)

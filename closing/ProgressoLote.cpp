@@ -15,12 +15,13 @@ constexpr qint64 entrePinturasMs = 80;
 ProgressoLote::ProgressoLote(QWidget* parent) : QProgressBar(parent) {
     setObjectName(u"progresso"_s);
     setAccessibleName(u"Andamento do processo"_s);
-    setFormat(u"Pré-venda %v de %m"_s);
     setAlignment(Qt::AlignCenter);
     hide();
 }
 
-ProgressoLote::Lote::Lote(ProgressoLote* progresso, int linhas) : m_progresso(progresso) {
+ProgressoLote::Lote::Lote(ProgressoLote* progresso, int linhas, const QString& documento)
+    : m_progresso(progresso) {
+    m_progresso->setFormat(documento + u" %v de %m"_s);
     m_progresso->setRange(0, linhas);
     m_progresso->setValue(0);
     m_progresso->setVisible(linhas > punhado);

@@ -15,11 +15,11 @@ class ProgressoLote : public QProgressBar {
   public:
     explicit ProgressoLote(QWidget* parent);
 
-    /// Begins a batch of so many rows and shows the busy pointer; both end when the returned object goes,
-    /// however the batch ends.
+    /// Begins a batch of so many rows, each a document of the kind named in Portuguese, and shows the busy
+    /// pointer; both end when the returned object goes, however the batch ends.
     class Lote {
       public:
-        Lote(ProgressoLote* progresso, int linhas);
+        Lote(ProgressoLote* progresso, int linhas, const QString& documento);
         ~Lote();
         Lote(const Lote&) = delete;
         Lote& operator=(const Lote&) = delete;

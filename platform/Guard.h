@@ -10,13 +10,15 @@
 namespace tarvessa {
 
 /// Runs a handler of a form. A run-time error below ends it there and becomes the error report; the program
-/// stays usable.
+/// stays usable. True when it ran to its end.
 template <typename Body>
-void guarded(QWidget* form, Body&& body) {
+bool guarded(QWidget* form, Body&& body) {
     try {
         std::forward<Body>(body)();
+        return true;
     } catch (const RuntimeError& error) {
         showErrorReport(form, error);
+        return false;
     }
 }
 

@@ -56,6 +56,8 @@ class Balcao {
     QLineEdit* editor() const { return m_painel->findChild<QLineEdit*>(QStringLiteral("TextGrid")); }
     QComboBox* combo() const { return m_painel->findChild<QComboBox*>(QStringLiteral("Combo1")); }
     QString celula(int linha, int coluna) const { return grade()->text(linha, coluna); }
+    /// The total of the selected rows as shown.
+    QString total() const { return m_painel->findChild<QLineEdit*>(QStringLiteral("Text1"))->text(); }
     /// True when the grid has the focus, or gets it back as soon as the window does.
     bool focoNaGrade() const { return m_painel->focusWidget() == grade(); }
     /// The row that shows the document; 0 for none.

@@ -10,6 +10,7 @@
 
 #include <QElapsedTimer>
 #include <QProcess>
+#include <QProgressBar>
 #include <QSet>
 #include <QTest>
 #include <QThread>
@@ -38,6 +39,24 @@ QStringList comandosDe(int dav, int pv) {
             "'D'"_s.arg(pv)
                 .arg(dav)};
 }
+
+/// Notes what a progress bar said each time it was painted while it was shown.
+class Pintura : public QObject {
+  public:
+    explicit Pintura(QProgressBar* barra) : m_barra(barra) { barra->installEventFilter(this); }
+
+    bool eventFilter(QObject*, QEvent* evento) override {
+        if (evento->type() == QEvent::Paint)
+            m_textos += m_barra->text();
+        return false;
+    }
+
+    const QStringList& textos() const { return m_textos; }
+
+  private:
+    QProgressBar* m_barra;
+    QStringList m_textos;
+};
 
 } // namespace
 
@@ -280,6 +299,7 @@ class TestConversao : public QObject {
         QVERIFY(!m.grade()->isTicked(m.linhaDe(30)));
         QVERIFY(m.grade()->isTicked(m.linhaDe(10)));
         QVERIFY(m.grade()->isTicked(m.linhaDe(20)));
+        QCOMPARE(m.total(), u"40,00"_s);
         m.marca();
         m.clica("Command2");
         QCOMPARE(m.textos(), comandosDe(10, 102).sliced(4) + comandosDe(20, 103));
@@ -450,10 +470,16 @@ class TestConversao : public QObject {
         for (int i = 1; i <= 60; ++i)
             dav(i, u"C1"_s, u"ANA"_s, false);
         m.abre();
+        auto* progresso = m.painel().findChild<QProgressBar*>(u"progresso"_s);
+        const Pintura pintura(progresso);
         m.clica("Command2");
+        QVERIFY(!pintura.textos().isEmpty());
+        QCOMPARE(pintura.textos().first(), u"DAV 1 de 60"_s);
+        for (const QString& texto : pintura.textos())
+            QVERIFY2(texto.startsWith(u"DAV "_s) && texto.endsWith(u" de 60"_s), qPrintable(texto));
         QCOMPARE(m.valor(u"SELECT COUNT(DISTINCT nrpedido) FROM orcamento WHERE TipoOperacao='P'"_s),
                  u"60"_s);
-        QVERIFY(!m.painel().findChild<QWidget*>(u"progresso"_s)->isVisible());
+        QVERIFY(!progresso->isVisible());
         QVERIFY(!QApplication::overrideCursor());
     }
 };

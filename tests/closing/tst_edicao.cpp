@@ -82,7 +82,8 @@ class TestEdicao : public QObject {
         tabela("table of letters counts as 0", u"abc"_s, u"0"_s, u"1111"_s);
         tabela("table of blanks counts as 0", u"  "_s, u"0"_s, u"1111"_s);
         for (const QString& digitado :
-             {u"5"_s, u"-1"_s, u"-0,5"_s, u"2,5"_s, u"2.5"_s, u"4,9"_s, u"10"_s, u"999999999999"_s})
+             {u"5"_s, u"-1"_s, u"-0,5"_s, u"2,5"_s, u"2.5"_s, u"4,9"_s, u"10"_s, u"999999999999"_s,
+              u"9999999999999999"_s, u"-9999999999999999999999"_s})
             QTest::addRow("table %s", qPrintable(digitado))
                 << t << 0 << u"PIX"_s << digitado << QString() << foraDaFaixa
                 << QStringList{u"0"_s, u"PIX"_s, u"1"_s};
@@ -107,7 +108,7 @@ class TestEdicao : public QObject {
         dias("leading zeros", 7, u"BOLETO"_s, u"007"_s, u"7"_s, u"BOLETO"_s);
         dias("an apostrophe", 7, u"BOLETO"_s, u"9'"_s, u"9"_s, u"BOLETO"_s);
         dias("the largest term", 7, u"BOLETO"_s, u"2147483647"_s, u"2147483647"_s, u"BOLETO"_s);
-        for (const QString& digitado : {u"-1"_s, u"-0,1"_s, u"-30"_s})
+        for (const QString& digitado : {u"-1"_s, u"-0,1"_s, u"-30"_s, u"-9999999999999999999999"_s})
             QTest::addRow("days %s change nothing", qPrintable(digitado))
                 << d << 7 << u"BOLETO"_s << digitado << QString() << QString()
                 << QStringList{u"7"_s, u"BOLETO"_s, u"1"_s};
@@ -141,6 +142,8 @@ class TestEdicao : public QObject {
         QCOMPARE(termosNaTela(), naTela);
         const QStringList gravados = termosGravados();
         QCOMPARE(gravados.first(3), naTela);
+        if (coluna == colunas::Tabela && !comando.isEmpty())
+            QVERIFY(comando.contains(u"tabelas_preco='"_s + gravados[3] + u'\''));
         QCOMPARE(caixas.confere(), QString());
     }
 
@@ -244,6 +247,28 @@ class TestEdicao : public QObject {
         QCOMPARE(m.valor(u"SELECT COUNT(*) FROM clientes"_s), u"0"_s);
     }
 
+    void formaComApostrofoNaoVaiAoBanco_data() {
+        QTest::addColumn<int>("coluna");
+        QTest::newRow("days") << int(colunas::DiasVenc);
+        QTest::newRow("method") << int(colunas::FormaPagto);
+    }
+
+    void formaComApostrofoNaoVaiAoBanco() {
+        QFETCH(int, coluna);
+        m.servidor.executa(u"INSERT INTO Finalizadoras (Descricao, avista) VALUES ('VALE D''AGUA', 'N')"_s);
+        umaPv(30, coluna == colunas::DiasVenc ? u"VALE D'AGUA"_s : u"BOLETO"_s);
+        const QStringList antes = termosNaTela();
+        ModalHelper caixas;
+        caixas.esperaContendo(u"a forma de pagamento VALE D'AGUA tem no nome um caractere"_s,
+                              QMessageBox::Ok);
+        m.clica(1, coluna);
+        Balcao::digita(coluna == colunas::DiasVenc ? u"5"_s : u"VA"_s);
+        Balcao::tecla(Qt::Key_Return);
+        QCOMPARE(caixas.confere(), QString());
+        QCOMPARE(m.textos(), QStringList());
+        QCOMPARE(termosNaTela(), antes);
+    }
+
     // Escape
 
     void escapeDeixaACelulaComoEstava_data() {
@@ -266,6 +291,39 @@ class TestEdicao : public QObject {
         QVERIFY(m.painel().isVisible());
         QCOMPARE(m.textos(), QStringList{comando});
         QCOMPARE(termosNaTela(), QStringList({u"30"_s, u"BOLETO"_s, u"2"_s}));
+    }
+
+    // What is no number counts as 0 in the statement, and stays what it is on the screen.
+    void escapeDeixaTambemOQueNaoEhNumero() {
+        umaPv(30, u"BOLETO"_s, QString());
+        for (int vez = 0; vez < 2; ++vez) {
+            m.clica(1, colunas::Tabela);
+            Balcao::digita(u"3"_s);
+            Balcao::tecla(Qt::Key_Escape);
+        }
+        QCOMPARE(m.textos(), QStringList({gravaTabela(u"0"_s, u"1111"_s), gravaTabela(u"0"_s, u"1111"_s)}));
+        QCOMPARE(termosNaTela(), QStringList({u"30"_s, u"BOLETO"_s, QString()}));
+    }
+
+    void escapeGravaComAsRegrasDosTermos() {
+        umaPv(0, u"BOLETO"_s);
+        m.clica(1, colunas::FormaPagto);
+        Balcao::digita(u"DI"_s);
+        Balcao::tecla(Qt::Key_Escape);
+        QCOMPARE(m.textos(), QStringList{gravaTermos(u" 7"_s, u"BOLETO"_s)});
+        QCOMPARE(termosNaTela(), QStringList({u"7"_s, u"BOLETO"_s, u"1"_s}));
+    }
+
+    void escapeEmTabelaForaDaFaixaSoAvisa() {
+        umaPv(30, u"BOLETO"_s, u"5"_s);
+        ModalHelper caixas;
+        caixas.espera(foraDaFaixa, QMessageBox::Ok);
+        m.clica(1, colunas::Tabela);
+        Balcao::digita(u"3"_s);
+        Balcao::tecla(Qt::Key_Escape);
+        QCOMPARE(caixas.confere(), QString());
+        QCOMPARE(m.textos(), QStringList());
+        QCOMPARE(termosNaTela(), QStringList({u"30"_s, u"BOLETO"_s, u"5"_s}));
     }
 
     void escapeComFalhaDoBancoNaoEncerraOPrograma() {

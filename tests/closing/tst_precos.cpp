@@ -152,6 +152,9 @@ class TestPrecos : public QObject {
             caixas.espera(pergunta, resposta);
             m.clica("Command5");
             QCOMPARE(caixas.confere(), QString());
+            QCOMPARE(m.total(), u"297,00"_s);
+            QVERIFY(m.grade()->isTicked(1));
+            QCOMPARE(m.painel().findChild<QLabel*>(u"Label1"_s)->text(), u"TOTAL SELEÇÃO R$"_s);
         }
         QCOMPARE(m.textos(), QStringList());
         QCOMPARE(precos(1), QStringList{u"99.00 297.00 0.00 0.00"_s});
@@ -262,6 +265,54 @@ class TestPrecos : public QObject {
         QCOMPARE(legenda->text(), u"TOTAL SELEÇÃO R$"_s);
     }
 
+    void certasEErradasJuntas() {
+        pv(1, u"1"_s, {{u"A"_s, u"1"_s, u"10"_s}});
+        pv(2, u"2"_s, {{u"A"_s, u"2"_s, u"99"_s}, {u"B"_s, u"1"_s, u"2"_s}});
+        pv(3, u"3"_s, {{u"A"_s, u"1"_s, u"30.25"_s}});
+        m.abre();
+        ModalHelper caixas;
+        caixas.espera(pergunta, QMessageBox::Yes);
+        caixas.espera(cabeca + u"PV Nº 2 - CLIENTE 0002\n"_s, QMessageBox::Ok);
+        m.clica("Command5");
+        QCOMPARE(caixas.confere(), QString());
+        QCOMPARE(m.textos().first(4),
+                 QStringList({consulta(1, u"Venda"_s), consulta(2, u"Venda2"_s),
+                              correcao(u" 20.5"_s, id(2, u"A"_s)), consulta(3, u"Venda3"_s)}));
+        QCOMPARE(precos(1) + precos(3),
+                 QStringList({u"10.00 10.00 0.00 0.00"_s, u"30.25 30.25 0.00 0.00"_s}));
+        QCOMPARE(precos(2), QStringList({u"20.50 41.00 20.50 41.00"_s, u"2.00 2.00 0.00 0.00"_s}));
+        QCOMPARE(log(), "PV Nº 2 - CLIENTE 0002\r\n\r\n"_qba);
+    }
+
+    // The totals shown are no longer the documents': nothing may be closed with them.
+    void semNovaListaNadaFicaAEncerrar() {
+        pv(1, u"1"_s, {{u"A"_s, u"1"_s, u"99"_s}});
+        m.abre();
+        ModalHelper caixas;
+        caixas.espera(pergunta, QMessageBox::Yes);
+        QTimer corte;
+        caixas.espera(cabeca + u"PV Nº 1 - CLIENTE 0001\n"_s, QMessageBox::Ok);
+        caixas.esperaContendo(u"c.prazo"_s, QMessageBox::Ok);
+        bool renomeada = false;
+        connect(&corte, &QTimer::timeout, this, [&] {
+            const auto* caixa = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+            if (renomeada || !caixa || !caixa->text().startsWith(cabeca))
+                return;
+            renomeada = true;
+            m.servidor.executa(u"RENAME TABLE clientes TO clientes_fora"_s);
+        });
+        corte.start(1);
+        m.clica("Command5");
+        QVERIFY(renomeada);
+        m.servidor.executa(u"RENAME TABLE clientes_fora TO clientes"_s);
+        QCOMPARE(caixas.confere(), QString());
+        QCOMPARE(m.grade()->rows(), 1);
+        QCOMPARE(m.total(), u"0,00"_s);
+        QVERIFY(!m.botao("Command4")->isEnabled());
+        m.clica("Command3");
+        QCOMPARE(m.celula(1, colunas::Total), u"10,00"_s);
+    }
+
     void falhaDoBancoDevolveALegenda() {
         pv(1, u"1"_s, {{u"A"_s, u"1"_s, u"99"_s}});
         pv(2, u"1"_s, {{u"A"_s, u"1"_s, u"99"_s}});
@@ -272,6 +323,7 @@ class TestPrecos : public QObject {
         ModalHelper caixas;
         caixas.espera(pergunta, QMessageBox::Yes);
         caixas.esperaContendo(u"recusado"_s, QMessageBox::Ok);
+        caixas.espera(cabeca + u"PV Nº 1 - CLIENTE 0001\n"_s, QMessageBox::Ok);
         m.clica("Command5");
         m.servidor.executa(u"DROP TRIGGER recusa"_s);
         QCOMPARE(caixas.confere(), QString());
@@ -279,6 +331,9 @@ class TestPrecos : public QObject {
         QVERIFY(!QApplication::overrideCursor());
         QCOMPARE(precos(1), QStringList{u"10.00 10.00 10.00 10.00"_s});
         QCOMPARE(precos(2), QStringList{u"99.00 99.00 0.00 0.00"_s});
+        QCOMPARE(m.grade()->rows(), 1);
+        QVERIFY(!m.botao("Command4")->isEnabled());
+        QVERIFY(m.botao("Command3")->isEnabled());
     }
 
     void logQueNaoSeGravaMostraALista() {
