@@ -1,7 +1,6 @@
 // Computation of the targets' progress.
 
 #include "core/AcessoDados.h"
-#include "core/Datas.h"
 #include "core/Periodo.h"
 #include "core/Rotinas.h"
 #include "platform/BusyLabel.h"

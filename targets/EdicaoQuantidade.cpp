@@ -32,13 +32,13 @@ void MetasQuadro::restauraTexto() {
 void MetasQuadro::encerraEdicao() {
     if (!m_edicao->isOpen())
         return;
-    if (quantidadeDigitada(ui->TextGrid->text()) <= Dinheiro())
-        restauraTexto();
     const int linha = m_edicao->row();
-    const Dinheiro quantidade = quantidadeDigitada(ui->TextGrid->text());
-    // Closed first: whatever the database answers, the editor is not committed a second time.
+    // Closed first: whatever becomes of the number, the editor is not committed a second time.
     ui->Grid1->setEnabled(true);
     m_edicao->close();
+    Dinheiro quantidade = quantidadeDigitada(ui->TextGrid->text());
+    if (quantidade <= Dinheiro())
+        quantidade = quantidadeDigitada(ui->Grid1->text(linha, colunasMeta::Quantidade));
     Executa(u"Update metavendedoritem Set Quantidade="_s + quantidade.ponto() + u" Where ID="_s +
             ui->Grid1->text(linha, colunasMeta::Id));
     ui->Grid1->setText(linha, colunasMeta::Quantidade, FormataQuantidade(quantidade));

@@ -5,6 +5,7 @@
 #include "core/Rotinas.h"
 #include "platform/MessageBoxes.h"
 #include "platform/Pictures.h"
+#include "platform/TextBox.h"
 #include "targets/CampoProduto.h"
 #include "targets/Colunas.h"
 #include "targets/MetasQuadro.h"
@@ -17,6 +18,12 @@ namespace tarvessa {
 namespace {
 
 constexpr Dinheiro quantidadeInvalida(1000000);
+
+// After a message the screen may not be active again yet, and what gets the focus then selects nothing.
+void foca(TextBox* caixa) {
+    caixa->setFocus();
+    caixa->selectAll();
+}
 
 struct LarguraDeColuna {
     colunasMeta::Coluna coluna;
@@ -40,6 +47,7 @@ void MetasQuadro::defineLarguras() {
 
 void MetasQuadro::AjustaGrid() {
     ui->Grid1->setRows(1);
+    ui->Label4->setVisible(false);
     defineLarguras();
     const qint32 vendedor = CodigoDaLista(ui->Vendedores->currentText());
     if (vendedor >= 1)
@@ -82,10 +90,10 @@ void MetasQuadro::Command1_Click() {
         ui->Vendedores->setFocus();
     } else if (produto.isEmpty()) {
         boxes::inform(this, u"Produto não selecionado corretamente. Verifique!!!"_s);
-        ui->Descricao->setFocus();
+        foca(ui->Descricao);
     } else if (quantidade >= quantidadeInvalida || quantidade <= Dinheiro()) {
         boxes::inform(this, u"Quantidade inválida. Verifique!!!"_s);
-        ui->Quantidade->setFocus();
+        foca(ui->Quantidade);
     } else {
         insereMeta(vendedor, produto, quantidade);
     }
@@ -97,7 +105,7 @@ void MetasQuadro::insereMeta(qint32 vendedor, const QString& produto, Dinheiro q
     rs.close();
     if (TemRegistro) {
         boxes::inform(this, u"Já existe uma meta de venda para o produto\n\n"_s + ui->Descricao->text());
-        ui->Descricao->setFocus();
+        foca(ui->Descricao);
         return;
     }
     Executa(u"Insert Into metavendedoritem Set CodVendedor="_s + QString::number(vendedor) +
@@ -109,6 +117,10 @@ void MetasQuadro::insereMeta(qint32 vendedor, const QString& produto, Dinheiro q
 }
 
 void MetasQuadro::Grid1_Click(int linha, int coluna) {
+    // The click took the focus from the product box: its search comes first, or its messages would come up
+    // over the question or the editor.
+    if (!m_produto->conclui())
+        return;
     if (coluna == colunasMeta::Excluir)
         excluiMeta(linha);
     else if (coluna == colunasMeta::Quantidade)

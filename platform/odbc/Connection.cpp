@@ -42,9 +42,13 @@ void Connection::open(const QString& connectionString, bool preferWide) {
     try {
         connectWith(connectionString, useWideCalls);
         // In a character set of its own the driver drops error texts with accents, and some characters have
-        // no code in it.
+        // no code in it. A driver that does not know the word is taken as it is.
         if (!speaksUtf8mb4())
-            connectWith(connectionString + u";CHARSET=utf8mb4"_s, useWideCalls);
+            try {
+                connectWith(connectionString + u";CHARSET=utf8mb4"_s, useWideCalls);
+            } catch (const RuntimeError&) {
+                connectWith(connectionString, useWideCalls);
+            }
         if (!useWideCalls && !speaksUtf8mb4()) {
             useWideCalls = true;
             connectWith(connectionString, useWideCalls);

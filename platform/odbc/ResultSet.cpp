@@ -234,6 +234,10 @@ Field ResultSet::longCell(int column) const {
           m_statement.get(), m_sql);
     if (bytes == SQL_NULL_DATA)
         return {};
+    if (bytes < 0)
+        throw RuntimeError(
+            ErrorNumber::TypeMismatch,
+            u"Tipos incompatíveis: o driver não informa o tamanho do texto da coluna %1."_s.arg(column + 1));
     // In one piece: a wide text fetched in several loses what the driver's count falls short of.
     cell.resize(static_cast<size_t>((bytes + 1) * bytesPerWideCharacter));
     check(SQLGetData(m_statement.get(), ordinal, cellType(encoding), cell.data(),

@@ -43,6 +43,10 @@ class TstMetasEdicao : public QObject {
     void leftBy_data();
     void leftBy();
     void leavingWithoutANumber();
+    void longestQuantityIsKeptWhole();
+    void numberBeyondEverything_data();
+    void numberBeyondEverything();
+    void clickWaitsForTheProduct();
     void closingTheFormCommitsNothing();
     void boxesAndOtherWindowsAreNoLeaving();
     void deletedByAnotherWorkstation();
@@ -245,6 +249,70 @@ void TstMetasEdicao::leavingWithoutANumber() {
     b->tecla(Qt::Key_Tab);
     QCOMPARE(registro.textos(), StatementLog::esperado({sqlUpdate(u" 1234.5"_s)}));
     confereFechado(u"1.234,500"_s);
+}
+
+// As long as the column takes it, fifteen characters on the screen.
+void TstMetasEdicao::longestQuantityIsKeptWhole() {
+    b->servidor().executa(
+        u"UPDATE metavendedoritem SET Quantidade = 999999999.999 WHERE CodigoProduto = 'P1'"_s);
+    abreEditor();
+    StatementLog registro(b->servidor());
+    QCOMPARE(b->caixa(u"TextGrid"_s)->text(), u"999.999.999,999"_s);
+    b->digita(u"7"_s);
+    b->tecla(Qt::Key_Escape);
+    QCOMPARE(registro.textos(), StatementLog::esperado({sqlUpdate(u" 999999999.999"_s)}));
+    confereFechado(u"999.999.999,999"_s);
+    QCOMPARE(b->metas()[0][2], u"999999999.999"_s);
+}
+
+void TstMetasEdicao::numberBeyondEverything_data() {
+    leftBy_data();
+}
+
+// The number is refused once, nothing is written, and the screen goes on.
+void TstMetasEdicao::numberBeyondEverything() {
+    QFETCH(QString, como);
+    abreEditor();
+    StatementLog registro(b->servidor());
+    ModalHelper caixas;
+    caixas.esperaContendo(u"Estouro"_s, QMessageBox::Ok);
+    b->digita(u"99999999999999999999"_s);
+    if (como == u"Tab") {
+        b->tecla(Qt::Key_Tab);
+    } else if (como == u"Backtab") {
+        b->tecla(Qt::Key_Backtab, Qt::ShiftModifier);
+    } else if (como == u"mouse") {
+        QTest::mouseClick(b->caixa(u"Quantidade"_s), Qt::LeftButton);
+        b->processa();
+    } else if (como == u"shortcut") {
+        caixas.espera(u"Produto não selecionado corretamente. Verifique!!!"_s, QMessageBox::Ok);
+        b->tecla(Qt::Key_A, Qt::AltModifier);
+    } else {
+        b->tecla(Qt::Key_2, Qt::AltModifier);
+        b->vaiParaAba(0);
+    }
+    QCOMPARE(caixas.confere(), QString());
+    QCOMPARE(registro.textos().filter(u"Update"_s), QStringList());
+    QVERIFY(!b->caixa(u"TextGrid"_s)->isVisible());
+    QVERIFY(b->grade(u"Grid1"_s)->isEnabled());
+    QCOMPARE(b->linha(u"Grid1"_s, linha())[colunasMeta::Quantidade], u"1.234,500"_s);
+}
+
+// A product that is still to be searched says so before the clicked cell does anything, not over it.
+void TstMetasEdicao::clickWaitsForTheProduct() {
+    b->abre();
+    b->escolhe(u"Vendedores"_s, u"ANA"_s);
+    for (const int coluna : {int(colunasMeta::Excluir), int(colunasMeta::Quantidade)}) {
+        b->caixa(u"Descricao"_s)->setFocus();
+        b->digita(u"NADA IGUAL"_s);
+        ModalHelper caixas;
+        caixas.esperaContendo(u"Descrição não cadastrada"_s, QMessageBox::Ok);
+        caixas.espera(u"Descricao inexistente. Verifique!!!"_s, QMessageBox::Ok);
+        b->clica(u"Grid1"_s, linha(), coluna);
+        QCOMPARE(caixas.confere(), QString());
+        QVERIFY(!b->caixa(u"TextGrid"_s)->isVisible());
+    }
+    QCOMPARE(b->metas().size(), 2);
 }
 
 void TstMetasEdicao::closingTheFormCommitsNothing() {

@@ -22,7 +22,8 @@ using namespace tarvessa::teste;
 namespace {
 
 QString sqlLinha(const QString& valores) {
-    return u"Insert into relat2 (codigo1,codigo2,texto1,texto2,texto3,texto4,texto5,texto6,texto7) Values ("_s +
+    return u"Insert into relat2 (codigo1,codigo2,texto1,texto2,texto3,texto4,texto5,texto6,texto7) "
+           "Values ("_s +
            valores + u")"_s;
 }
 

@@ -324,23 +324,33 @@ void TstMetasProgresso::percentages_data() {
     QTest::addColumn<QString>("percMeta");
     QTest::addColumn<QString>("percDevolucao");
     QTest::addColumn<bool>("destaque");
-    QTest::newRow("half") << u"100"_s << u"50"_s << u"25"_s << u"50,0%"_s << u"50,0%"_s << false;
-    QTest::newRow("a third") << u"3"_s << u"1"_s << u"0"_s << u"33,33%"_s << u"0,0%"_s << false;
-    QTest::newRow("two thirds") << u"3"_s << u"2"_s << u"2"_s << u"66,67%"_s << u"100,0%"_s << false;
-    QTest::newRow("exactly reached") << u"0.001"_s << u"0.001"_s << u"0"_s << u"100,0%"_s << u"0,0%"_s
-                                     << true;
-    QTest::newRow("just below, rounded up")
-        << u"999999.999"_s << u"999999.998"_s << u"0"_s << u"100,0%"_s << u"0,0%"_s << false;
+    QTest::addColumn<QString>("totalMeta");
+    QTest::addColumn<QString>("totalDevolucao");
+    QTest::newRow("half") << u"100"_s << u"50"_s << u"25"_s << u"50,0%"_s << u"50,0%"_s << false << u"50,0%"_s
+                          << u"50,0%"_s;
+    QTest::newRow("a third") << u"3"_s << u"1"_s << u"0"_s << u"33,33%"_s << u"0,0%"_s << false << u"33,33%"_s
+                             << u"0,0%"_s;
+    QTest::newRow("two thirds") << u"3"_s << u"2"_s << u"2"_s << u"66,67%"_s << u"100,0%"_s << false
+                                << u"66,67%"_s << u"100,0%"_s;
+    QTest::newRow("exactly reached") << u"0.001"_s << u"0.001"_s << u"0"_s << u"100,0%"_s << u"0,0%"_s << true
+                                     << u"100,0%"_s << u"0,0%"_s;
+    QTest::newRow("just below, rounded up") << u"999999.999"_s << u"999999.998"_s << u"0"_s << u"100,0%"_s
+                                            << u"0,0%"_s << false << u"100,0%"_s << u"0,0%"_s;
     // 33.33499...: rounded twice it would be 33,34.
     QTest::newRow("rounded once") << u"100000"_s << u"33334.999"_s << u"0"_s << u"33,33%"_s << u"0,0%"_s
-                                  << false;
-    QTest::newRow("half goes up") << u"100000"_s << u"33335"_s << u"0"_s << u"33,34%"_s << u"0,0%"_s << false;
+                                  << false << u"33,33%"_s << u"0,0%"_s;
+    QTest::newRow("half goes up") << u"100000"_s << u"33335"_s << u"0"_s << u"33,34%"_s << u"0,0%"_s << false
+                                  << u"33,34%"_s << u"0,0%"_s;
     QTest::newRow("far beyond") << u"0.001"_s << u"999999"_s << u"0"_s << u"99999900000,0%"_s << u"0,0%"_s
-                                << true;
+                                << true << u"99999900000,0%"_s << u"0,0%"_s;
+    QTest::newRow("half as much again")
+        << u"100"_s << u"150"_s << u"0"_s << u"150,0%"_s << u"0,0%"_s << true << u"150,0%"_s << u"0,0%"_s;
     QTest::newRow("returned more than sold")
-        << u"10"_s << u"1"_s << u"2"_s << u"10,0%"_s << u"200,0%"_s << false;
-    QTest::newRow("returned, nothing sold") << u"10"_s << u"0"_s << u"2"_s << u"0,0%"_s << u"0,0%"_s << false;
-    QTest::newRow("sold negative") << u"10"_s << u"-5"_s << u"2"_s << u"0,0%"_s << u"0,0%"_s << false;
+        << u"10"_s << u"1"_s << u"2"_s << u"10,0%"_s << u"200,0%"_s << false << u"10,0%"_s << u"200,0%"_s;
+    QTest::newRow("returned, nothing sold")
+        << u"10"_s << u"0"_s << u"2"_s << u"0,0%"_s << u"0,0%"_s << false << u"10,0%"_s << u"200,0%"_s;
+    QTest::newRow("sold negative") << u"10"_s << u"-5"_s << u"2"_s << u"0,0%"_s << u"0,0%"_s << false
+                                   << u"-50,0%"_s << u""_s;
 }
 
 void TstMetasProgresso::percentages() {
@@ -353,7 +363,13 @@ void TstMetasProgresso::percentages() {
     gera();
     QTEST(produto(2)[colunasQuadro::PercMeta], "percMeta");
     QTEST(produto(2)[colunasQuadro::PercDevolucao], "percDevolucao");
-    QTEST(b->grade(u"Grid2"_s)->isBold(2, colunasQuadro::PercMeta), "destaque");
+    QFETCH(bool, destaque);
+    const Grid* grade = b->grade(u"Grid2"_s);
+    QCOMPARE(grade->isBold(2, colunasQuadro::PercMeta), destaque);
+    QCOMPARE(grade->backColor(2, colunasQuadro::PercMeta), destaque ? vermelhoClaro : QColor());
+    QCOMPARE(grade->foreColor(2, colunasQuadro::PercMeta), destaque ? vermelho : QColor());
+    QTEST(produto(4)[colunasQuadro::PercMeta], "totalMeta");
+    QTEST(produto(4)[colunasQuadro::PercDevolucao], "totalDevolucao");
 }
 
 void TstMetasProgresso::sellerWithoutSales() {

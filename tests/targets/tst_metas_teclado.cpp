@@ -7,6 +7,7 @@
 #include "targets/MetasQuadro.h"
 
 #include <QAbstractItemView>
+#include <QAccessible>
 #include <QAction>
 #include <QApplication>
 #include <QComboBox>
@@ -181,12 +182,23 @@ void TstMetasTeclado::names() {
         {u"Quantidade"_s, u"QUANTIDADE"_s},    {u"TextGrid"_s, u"QUANTIDADE"_s},
         {u"Grid1"_s, u"Metas do vendedor"_s},  {u"Vendedores2"_s, u"VENDEDOR(A)"_s},
         {u"Descricao2"_s, u"DESCRIÇÃO"_s},     {u"DataIni"_s, u"PERÍODO DE (início)"_s},
-        {u"DataFin"_s, u"PERÍODO DE (fim)"_s}, {u"Grid2"_s, u"Andamento das metas"_s}};
+        {u"DataFin"_s, u"PERÍODO DE (fim)"_s}, {u"Grid2"_s, u"Andamento das metas"_s},
+        {u"Frame1"_s, u"CONFIGURA METAS"_s},   {u"Frame2"_s, u"CONSULTA METAS"_s},
+        {u"SSTab1"_s, u"Metas de vendas"_s}};
     for (const auto& [nome, acessivel] : esperados)
         QCOMPARE(b->controle(nome)->accessibleName(), acessivel);
-    for (const auto& nome :
-         {u"Command1"_s, u"Command2"_s, u"Command4"_s, u"Label7"_s, u"Label4"_s, u"SSTab1"_s})
-        QVERIFY2(b->controle(nome), qPrintable(nome));
+    // Those without a name of their own are called by what they say.
+    const QList<std::pair<QString, QString>> pelaLegenda{
+        {u"Command1"_s, u"Adicionar"_s},
+        {u"Command2"_s, u"Imprimir"_s},
+        {u"Command4"_s, u"Gerar Relatório"_s},
+        {u"Label4"_s, u"CLIQUE NA COLUNA QUANTIDADE PARA ALTERAR O VALOR DESTE CAMPO."_s},
+        {u"Label7"_s, u"AGUARDE..."_s}};
+    for (const auto& [nome, legenda] : pelaLegenda) {
+        const QAccessibleInterface* acesso = QAccessible::queryAccessibleInterface(b->controle(nome));
+        QVERIFY2(acesso, qPrintable(nome));
+        QCOMPARE(acesso->text(QAccessible::Name), legenda);
+    }
     // Each tab has a Label1 of its own.
     QCOMPARE(b->controle(u"Frame1"_s)->findChildren<QWidget*>(u"Label1"_s).size(), 1);
     QCOMPARE(b->controle(u"Frame2"_s)->findChildren<QWidget*>(u"Label1"_s).size(), 1);
