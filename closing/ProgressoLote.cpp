@@ -8,7 +8,7 @@ namespace {
 
 constexpr int punhado = 5;
 // Painting more often than the eye follows would only slow the batch down.
-constexpr qint64 entrePinturasMs = 80;
+constexpr qint64 entrePinturasMs = 200;
 
 } // namespace
 

@@ -21,15 +21,20 @@ void scrollLongText(QMessageBox& box) {
     auto* label = box.findChild<QLabel*>(u"qt_msgbox_label"_s);
     auto* layout = qobject_cast<QGridLayout*>(box.layout());
     const QSize room = box.screen()->availableSize() / screenParts;
-    if (!label || !layout || label->sizeHint().height() <= room.height())
+    if (!label || !layout)
+        return;
+    // Measuring hundreds of lines is dear: it is done once.
+    const QSize text = label->sizeHint();
+    if (text.height() <= room.height())
         return;
     auto* area = new QScrollArea;
     area->setObjectName(u"textoLongo"_s);
     area->setAccessibleName(box.windowTitle());
     area->setFrameShape(QFrame::NoFrame);
-    area->setWidgetResizable(true);
     const int bar = area->verticalScrollBar()->sizeHint().width();
-    area->setMinimumSize(qMin(label->sizeHint().width() + bar, room.width()), room.height());
+    area->setMinimumSize(qMin(text.width() + bar, room.width()), room.height());
+    label->resize(text);
+    area->setWidgetResizable(text.width() + bar > room.width());
     delete layout->replaceWidget(label, area);
     area->setWidget(label);
 }

@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QEvent>
+#include <QMainWindow>
 #include <QMessageBox>
 #include <QPointer>
 #include <QPushButton>
@@ -13,6 +14,9 @@ BoxAnswerer::BoxAnswerer() {
 }
 
 bool BoxAnswerer::eventFilter(QObject* watched, QEvent* event) {
+    // A box joins the panel before anything else of it is made.
+    if (event->type() == QEvent::ChildAdded && qobject_cast<QMainWindow*>(watched))
+        m_lastBegun = Clock::now();
     if (event->type() != QEvent::Show && event->type() != QEvent::Hide)
         return false;
     auto* box = qobject_cast<QMessageBox*>(watched);
@@ -22,7 +26,7 @@ bool BoxAnswerer::eventFilter(QObject* watched, QEvent* event) {
         m_boxes.back().gone = Clock::now();
         return false;
     }
-    m_boxes.push_back({box->text(), Clock::now(), {}});
+    m_boxes.push_back({box->text(), m_lastBegun, Clock::now(), {}});
     QMetaObject::invokeMethod(
         this,
         [box = QPointer<QMessageBox>(box)] {

@@ -9,7 +9,7 @@
 namespace tarvessa::bench {
 
 /// While it lives, presses the default button of every message box as soon as the box is on the screen, and
-/// keeps when each one came and went: the operator's time is not the program's.
+/// keeps when each one was begun, came and went: the operator's time is not the program's.
 class BoxAnswerer : public QObject {
     Q_OBJECT
 
@@ -18,6 +18,7 @@ class BoxAnswerer : public QObject {
 
     struct Box {
         QString text;
+        Clock::time_point begun; ///< its making began
         Clock::time_point shown;
         Clock::time_point gone;
     };
@@ -31,6 +32,7 @@ class BoxAnswerer : public QObject {
 
   private:
     std::vector<Box> m_boxes;
+    Clock::time_point m_lastBegun;
 };
 
 } // namespace tarvessa::bench
