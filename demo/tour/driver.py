@@ -10,6 +10,7 @@ import gi
 gi.require_version("Atspi", "2.0")
 from gi.repository import Atspi, GLib  # noqa: E402
 
+SCALE = float(os.environ.get("QT_SCALE_FACTOR", "1"))
 PATIENCE = 30.0
 PAUSE = 0.05
 # Time for the display to paint what the program has already decided.
@@ -110,7 +111,9 @@ class Program:
 
     def click(self, node, times=1):
         box = node.get_extents(Atspi.CoordType.SCREEN)
-        _run("xdotool", "mousemove", "--sync", str(box.x + box.width // 2), str(box.y + box.height // 2))
+        # What the toolkit tells is in its own units, the pointer moves in the display's.
+        x, y = (round(SCALE * middle) for middle in (box.x + box.width / 2, box.y + box.height / 2))
+        _run("xdotool", "mousemove", "--sync", str(x), str(y))
         _run("xdotool", "click", "--repeat", str(times), "--delay", "60", "1")
         time.sleep(SETTLE)
 
