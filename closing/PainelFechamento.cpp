@@ -95,8 +95,11 @@ void PainelFechamento::defineAtalhos() {
     botao(ui->Command5, Qt::Key_A);
     botao(ui->Command6, Qt::Key_D);
     const auto* relatorio = new QShortcut(Qt::ALT | Qt::Key_R, this);
-    connect(relatorio, &QShortcut::activated, this,
-            [this] { ui->menuBar->setActiveAction(ui->MnRelatorio->menuAction()); });
+    connect(relatorio, &QShortcut::activated, this, [this] {
+        ui->menuBar->setActiveAction(ui->MnRelatorio->menuAction());
+        // Opened by key, it is ready for Enter and the arrows.
+        ui->MnRelatorio->setActiveAction(ui->MnResumoVendas);
+    });
     ui->Metas->setShortcut(Qt::ALT | Qt::Key_M);
     const auto* visualizacao = new QShortcut(Qt::Key_F3, this);
     onSignal(visualizacao, &QShortcut::activated, this, [this] {
