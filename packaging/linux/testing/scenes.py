@@ -98,7 +98,7 @@ def no_rights(program, database):
     end_with_escape(program)
 
 
-def own_data_source(program, database):
+def panel_opens(program, database):
     expect("o painel", bool(program.window(PANEL)), True)
     expect("há documentos", Panel(program).grid.rows() > 0, True)
     program.picture("painel", "o painel")
@@ -116,17 +116,20 @@ SCENES = {
     "computer refused": no_connection,
     "no driver": no_connection,
     "no rights": no_rights,
-    "own data source": own_data_source,
-    "second server": own_data_source,
+    "other authority": no_connection,
+    "not encrypted": no_connection,
+    "own data source": panel_opens,
+    "second server": panel_opens,
+    "encrypted": panel_opens,
 }
 
 
 class InstalledProgram(Program):
-    """The program in the tree; its pictures carry the scene's name."""
+    """The program in the tree; its pictures carry the operator and the scene."""
 
     def __init__(self, scene, pictures):
         super().__init__(os.path.join(HERE, "in-tree"), pictures)
-        self._scene = scene.replace(" ", "-")
+        self._scene = f"{os.environ['OPERATOR']}-{scene}".replace(" ", "-")
 
     def picture(self, name, what):
         super().picture(f"{self._scene}-{name}", what)
