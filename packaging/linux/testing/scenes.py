@@ -20,8 +20,8 @@ class ShopDatabase(Database):
     """The shop's database as its own user sees it, over the network."""
 
     def __init__(self):
-        self._command = ["mariadb", "--no-defaults", "--host=127.0.0.1", "--user=tarvessa", "--password=segredo",
-                         "--default-character-set=utf8mb4", "tarvessa"]
+        self._command = ["mariadb", "--no-defaults", "--host=127.0.0.1", "--user=tarvessa",
+                         "--password=segredo", "--default-character-set=utf8mb4", "tarvessa"]
 
 
 def expect_end(program):
