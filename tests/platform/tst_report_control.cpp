@@ -441,7 +441,8 @@ void TstReportControl::targetsArePrinted() {
         "('1 - ANA', '', '*** TOTAIS DE 1 - ANA ***', '100', '150', '150,0%', '1.234,50', '0', '0,0%'),"
         "('2 - (Nenhum)', '0002', 'BOLO', '10,500', '0', '0,0%', '0,00', '0', '0,0%'),"
         "('2 - (Nenhum)', '', '', '', '', '', '', '', ''),"
-        "('2 - (Nenhum)', '', '*** TOTAIS DE 2 - (Nenhum) ***', '10,500', '1', '9,52%', '0,00', '0', '0,0%')"_s);
+        "('2 - (Nenhum)', '', '*** TOTAIS DE 2 - (Nenhum) ***', '10,500', '1', '9,52%', '0,00', '0', "
+        "'0,0%')"_s);
     m_control->setFormula(0, u"Titulo='PERÍODO DE 01/02/2024 A 29/02/2024'"_s);
     QString text = printed(supplied(u"Metas.RPT"_s));
     text.replace(QRegularExpression(u"\\s*\n\\s*"_s), u"\n"_s);

@@ -272,7 +272,8 @@ void TstReportPages::footIsNeverAloneOnAPage() {
 
 void TstReportPages::detailIsChosenByCondition() {
     const auto report = m_bench.run(
-        u"SELECT 'a' AS t UNION ALL SELECT '*** TOTAL' UNION ALL SELECT '' UNION ALL SELECT NULL UNION ALL SELECT 'b'"_s,
+        u"SELECT 'a' AS t UNION ALL SELECT '*** TOTAL' UNION ALL SELECT '' UNION ALL SELECT NULL "
+        "UNION ALL SELECT 'b'"_s,
         {},
         "<detail height=\"5\" when=\"t\" begins=\"***\"><text x=\"0\" y=\"0\" width=\"90\">total "
         "{t}</text></detail>"
