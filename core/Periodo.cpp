@@ -30,12 +30,19 @@ void Periodo::mesAnterior() {
 }
 
 bool Periodo::confere() const {
+    if (!confereDatas())
+        return false;
+    if (m_dataIni->date() <= m_dataFin->date())
+        return true;
+    recusa(m_dataIni, m_mensagens.foraDeOrdem);
+    return false;
+}
+
+bool Periodo::confereDatas() const {
     if (!m_dataIni->date().isValid())
         recusa(m_dataIni, m_mensagens.inicioInvalido);
     else if (!m_dataFin->date().isValid())
         recusa(m_dataFin, m_mensagens.fimInvalido);
-    else if (m_dataIni->date() > m_dataFin->date())
-        recusa(m_dataIni, m_mensagens.foraDeOrdem);
     else
         return true;
     return false;

@@ -29,6 +29,9 @@ class Periodo {
     /// is back in its box.
     bool confere() const;
 
+    /// True when both boxes hold a date, whatever their order; otherwise as `confere`.
+    bool confereDatas() const;
+
     /// The bounds for SQL, "YYYY-MM-DD"; empty while the box holds no date.
     QString inicioSQL() const;
     QString fimSQL() const;

@@ -108,9 +108,10 @@ void Comissao::Grid1_Click(int linha, int coluna) {
         abreExtrato(linha);
 }
 
-// The boxes may have been changed since the run; the statement is never asked for a day that does not exist.
+// The boxes may have been changed since the run. A day that does not exist cannot be asked for; a period the
+// wrong way round can, and has nothing in it.
 void Comissao::abreExtrato(int linha) {
-    if (!m_periodo->confere())
+    if (!m_periodo->confereDatas())
         return;
     const auto celula = [this, linha](int coluna) { return ui->Grid1->text(linha, coluna); };
     ExtratoVendedor extrato(this);

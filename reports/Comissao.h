@@ -16,8 +16,10 @@ namespace tarvessa {
 class CellEditor;
 
 /// The sellers' commission of a period: sales of bread and of everything else, the commission on each,
-/// returns. The percentages are changed in the grid; the statement of a seller opens from it. Uses relat2,
-/// writes the percentages of vendedores.
+/// returns. The percentages are changed in the grid; the statement of a seller opens from it. Reads
+/// movsaient, nfsaida, Orcamento_Troca and produtos; empties and fills relat2; writes the percentages of
+/// vendedores. A failing statement, a division by zero (a seller, or all together, without sales) or a sum
+/// that is too large ends a run as the error report.
 class Comissao : public QDialog {
     Q_OBJECT
 
@@ -28,8 +30,8 @@ class Comissao : public QDialog {
     /// Leaves only the header of the grid, with its widths, and nothing to print.
     void AjustaGrid();
 
-    /// Writes the commissions of every seller row, and the totals row. Raises RuntimeError (division by zero)
-    /// when there are no sales in total.
+    /// Writes the commissions of every seller row, and the totals row. Raises RuntimeError (division by zero
+    /// when there are no sales in total, overflow).
     void SomaGrid();
 
   private:

@@ -23,8 +23,8 @@ void Comissao::Command1_Click() {
         for (int linha = 1; linha <= linhasDeVendedores(); ++linha)
             gravaLinha(linha);
     }
-    CRW->setFormula(0, u"Titulo='PERÍODO DE "_s + m_periodo->inicioTela() + u" À "_s + m_periodo->fimTela() +
-                           u"'"_s);
+    ControleDeRelatorio().setFormula(0, u"Titulo='PERÍODO DE "_s + m_periodo->inicioTela() + u" À "_s +
+                                            m_periodo->fimTela() + u"'"_s);
     MostraRelatorio(u"COMISSAO.RPT"_s);
 }
 

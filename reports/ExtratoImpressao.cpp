@@ -34,7 +34,7 @@ void ExtratoVendedor::Command1_Click() {
     MostraRelatorio(u"ExtratoVendedorDistribuidora.RPT"_s);
     // The returns and their percentage stay for the next report, as the layouts have always found them.
     for (const int formula : {Titulo, PorcComissaoPao, PorcComissaoOutros})
-        CRW->setFormula(formula, QString());
+        ControleDeRelatorio().setFormula(formula, QString());
 }
 
 void ExtratoVendedor::gravaLinha(int linha) {
@@ -48,13 +48,14 @@ void ExtratoVendedor::gravaLinha(int linha) {
 
 void ExtratoVendedor::defineFormulas() {
     constexpr int casas = 2;
-    CRW->setFormula(Titulo, u"Titulo='"_s + ui->Label1->text() + u"'"_s);
-    CRW->setFormula(PorcComissaoPao, u"PorcComissaoPao="_s + ponto(ui->PorcComissPao));
-    CRW->setFormula(PorcComissaoOutros, u"PorcComissaoOutros="_s + ponto(ui->PorcComissOutros));
-    CRW->setFormula(TotalDevolucoes, u"TotalDevolucoes="_s + ponto(ui->TotalDevolucoes));
+    ReportControl& crw = ControleDeRelatorio();
+    crw.setFormula(Titulo, u"Titulo='"_s + ui->Label1->text() + u"'"_s);
+    crw.setFormula(PorcComissaoPao, u"PorcComissaoPao="_s + ponto(ui->PorcComissPao));
+    crw.setFormula(PorcComissaoOutros, u"PorcComissaoOutros="_s + ponto(ui->PorcComissOutros));
+    crw.setFormula(TotalDevolucoes, u"TotalDevolucoes="_s + ponto(ui->TotalDevolucoes));
     const Dinheiro percentual = Proporcao(Dinheiro(100), ValorNumerico(ui->TotalDevolucoes->text()),
                                           ValorNumerico(ui->TotalVendas->text()), casas);
-    CRW->setFormula(PercentualDev, u"PercentualDev='"_s + percentual.ponto() + u"%'"_s);
+    crw.setFormula(PercentualDev, u"PercentualDev='"_s + percentual.ponto() + u"%'"_s);
 }
 
 } // namespace tarvessa

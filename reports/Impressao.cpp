@@ -10,9 +10,10 @@ namespace tarvessa {
 void MostraRelatorio(const QString& layout) {
     constexpr int maximizada = 2;
     constexpr int executa = 1;
-    CRW->setWindowState(maximizada);
-    CRW->setReportFileName(PastaDoPrograma() + u"\\rpt\\"_s + layout);
-    CRW->setAction(executa);
+    ReportControl& crw = ControleDeRelatorio();
+    crw.setWindowState(maximizada);
+    crw.setReportFileName(PastaDoPrograma() + u"\\rpt\\"_s + layout);
+    crw.setAction(executa);
 }
 
 } // namespace tarvessa

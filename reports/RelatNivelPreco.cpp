@@ -47,9 +47,10 @@ void RelatNivelPreco::Command4_Click() {
         ui->TabelaPreco->setFocus();
         return;
     }
-    CRW->setSQLQuery(u"SELECT clientes1.`codigo`, clientes1.`nome`, clientes1.`fantasia`, "
-                     "clientes1.`colunapreco` From `clientes` clientes1 Where clientes1.`colunapreco`="_s +
-                     QString::number(nivel) + u" And clientes1.ativocad='S' order By clientes1.`nome` ASC"_s);
+    ControleDeRelatorio().setSQLQuery(
+        u"SELECT clientes1.`codigo`, clientes1.`nome`, clientes1.`fantasia`, "
+        "clientes1.`colunapreco` From `clientes` clientes1 Where clientes1.`colunapreco`="_s +
+        QString::number(nivel) + u" And clientes1.ativocad='S' order By clientes1.`nome` ASC"_s);
     MostraRelatorio(u"RelatNivelPreco.RPT"_s);
 }
 

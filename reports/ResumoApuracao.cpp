@@ -15,7 +15,6 @@ namespace tarvessa {
 namespace {
 
 constexpr int clienteComRolagem = 4650;
-constexpr int linhasSemRolagem = 23;
 constexpr int colunaDoCliente = 1;
 
 // By the items of `order`.

@@ -19,7 +19,6 @@ namespace {
 // Twips, by column.
 constexpr std::array<int, 6> larguras = {1750, 4900, 3500, 1405, 1405, 1405};
 constexpr int alturaDaLinha = 340;
-constexpr int linhasSemRolagem = 23;
 
 } // namespace
 

@@ -18,7 +18,9 @@ namespace tarvessa {
 class Grid;
 
 /// The sales of a period by customer, on one tab for each price level: net sales, counter exchanges and the
-/// share returned. Uses relat and relat2; prints nothing.
+/// share returned. Reads movsaient, clientes and Orcamento_Troca; empties and fills relat and relat2; prints
+/// nothing. A failing statement, a division by zero (grand total of 0) or a sum that is too large ends a run
+/// as the error report.
 class ResumoVendas : public QDialog {
     Q_OBJECT
 
@@ -31,6 +33,8 @@ class ResumoVendas : public QDialog {
 
   private:
     static constexpr int niveis = 4;
+    // Header included; with more the grid scrolls and the customer's name gives way.
+    static constexpr int linhasSemRolagem = 23;
 
     // A tab's grid and the total of its level.
     struct Nivel {

@@ -26,12 +26,13 @@ void MetasQuadro::Command2_Click() {
         Executa(u"Truncate Relat2"_s);
         gravaLinhasDoQuadro();
     }
-    CRW->setFormula(0, u"Titulo='PERÍODO DE "_s + m_periodo->inicioTela() + u" A "_s + m_periodo->fimTela() +
-                           u"'"_s);
-    CRW->setWindowState(janelaMaximizada);
-    CRW->setReportFileName(PastaDoPrograma() + u"\\rpt\\Metas.RPT"_s);
-    CRW->setAction(1);
-    CRW->setFormula(0, {});
+    ReportControl& crw = ControleDeRelatorio();
+    crw.setFormula(0, u"Titulo='PERÍODO DE "_s + m_periodo->inicioTela() + u" A "_s + m_periodo->fimTela() +
+                          u"'"_s);
+    crw.setWindowState(janelaMaximizada);
+    crw.setReportFileName(PastaDoPrograma() + u"\\rpt\\Metas.RPT"_s);
+    crw.setAction(1);
+    crw.setFormula(0, {});
 }
 
 // Everything is staged as displayed, the empty and the totals lines too; a seller's line goes into the rows

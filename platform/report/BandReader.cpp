@@ -64,18 +64,20 @@ void BandReader::readCondition(Band& band) {
 }
 
 void BandReader::readText(Band& band) {
-    m_xml.expectAttributes({u"x", u"y", u"width", u"height", u"font", u"align", u"colour", u"wrap"});
+    m_xml.expectAttributes(
+        {u"x", u"y", u"width", u"height", u"font", u"align", u"colour", u"wrap", u"fit", u"optional"});
     Text text = textFrame(band);
+    text.isOptional = m_xml.flag(u"optional");
     text.pieces = pieces(m_xml.readText().simplified());
     band.texts.push_back(std::move(text));
 }
 
 void BandReader::readField(Band& band) {
-    m_xml.expectAttributes(
-        {u"x", u"y", u"width", u"height", u"font", u"align", u"colour", u"wrap", u"value", u"format"});
+    m_xml.expectAttributes({u"x", u"y", u"width", u"height", u"font", u"align", u"colour", u"wrap", u"fit",
+                            u"value", u"format"});
     Text text = textFrame(band);
     text.pieces.push_back(piece(m_xml.requiredText(u"value"), m_xml.text(u"format")));
-    text.isNumber = text.pieces.front().format.kind == Format::Kind::Number;
+    text.shrinks |= text.pieces.front().format.kind == Format::Kind::Number;
     m_xml.expectEmpty();
     band.texts.push_back(std::move(text));
 }
@@ -126,6 +128,7 @@ Text BandReader::textFrame(const Band& band) const {
     constexpr Qt::Alignment alignments[] = {Qt::AlignLeft, Qt::AlignRight, Qt::AlignHCenter};
     text.alignment = alignments[m_xml.choice(u"align", {u"left", u"right", u"centre"})];
     text.wraps = m_xml.flag(u"wrap");
+    text.shrinks = m_xml.choice(u"fit", {u"cut", u"shrink"}) == 1;
     checkInside(band, text.place);
     return text;
 }

@@ -83,7 +83,7 @@ void Composer::placeLine(const Text& text, const QString& content, const QRectF&
     double width = 0; // needed only where it decides something
     if (text.alignment != Qt::AlignLeft || !m_fonts.surelyFits(text.font, content, place.width())) {
         width = m_fonts.width(text.font, content);
-        if (width > place.width() && text.isNumber) {
+        if (width > place.width() && text.shrinks) {
             placed.squeeze = place.width() / width;
             width = place.width();
         } else if (width > place.width()) {

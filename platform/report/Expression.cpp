@@ -1,6 +1,7 @@
 #include "platform/report/Expression.h"
 
 #include "platform/RuntimeError.h"
+#include "platform/report/Fraction.h"
 
 using namespace Qt::StringLiterals;
 
@@ -116,39 +117,39 @@ QString Expression::parse(const QString& text, const NameLookup& names) {
     return Parser(text, names, m_steps).run();
 }
 
-std::optional<Dinheiro> Expression::evaluate(const ValueLookup& values) const {
-    std::vector<Dinheiro> operands;
+std::optional<Dinheiro> Expression::evaluate(const ValueLookup& values, int decimals) const {
+    std::vector<Fraction> operands;
     for (const Step& step : m_steps) {
         if (step.operation == Operation::Number) {
-            operands.push_back(step.number);
+            operands.emplace_back(step.number);
             continue;
         }
         if (step.operation == Operation::Value) {
             const std::optional<Dinheiro> value = values(step.value);
             if (!value)
                 return {};
-            operands.push_back(*value);
+            operands.emplace_back(*value);
             continue;
         }
         if (step.operation == Operation::Negate) {
-            operands.back() = -operands.back();
+            operands.back() = Fraction(Dinheiro()) - operands.back();
             continue;
         }
-        const Dinheiro right = operands.back();
+        const Fraction right = operands.back();
         operands.pop_back();
-        Dinheiro& left = operands.back();
+        Fraction& left = operands.back();
         if (step.operation == Operation::Add)
             left = left + right;
         else if (step.operation == Operation::Subtract)
             left = left - right;
         else if (step.operation == Operation::Multiply)
             left = left * right;
-        else if (right.zero())
+        else if (right.isZero())
             return {};
         else
             left = left / right;
     }
-    return operands.empty() ? std::nullopt : std::optional(operands.back());
+    return operands.empty() ? std::nullopt : std::optional(operands.back().rounded(decimals));
 }
 
 std::vector<ValueRef> Expression::values() const {

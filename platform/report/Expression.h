@@ -20,9 +20,9 @@ class Expression {
     /// Reads the text; gives the problem in Portuguese when it is none, an empty text when it is.
     QString parse(const QString& text, const NameLookup& names);
 
-    /// The result in four-place money; nothing when a value is missing or something is divided by zero.
-    /// Raises RuntimeError (overflow).
-    std::optional<Dinheiro> evaluate(const ValueLookup& values) const;
+    /// The exact result, rounded once to so many decimal places (0 to 4), halves away from zero; nothing when
+    /// a value is missing or something is divided by zero. Raises RuntimeError (overflow).
+    std::optional<Dinheiro> evaluate(const ValueLookup& values, int decimals) const;
 
     /// The values it is made of.
     std::vector<ValueRef> values() const;

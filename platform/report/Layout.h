@@ -41,8 +41,10 @@ struct Text {
     int font = 0;
     QColor colour;
     bool wraps = false;
-    /// A number that is too wide is squeezed, because one with digits cut off would lie; other texts are cut.
-    bool isNumber = false;
+    /// Squeezed when too wide: a number with digits cut off would lie. Other texts are cut.
+    bool shrinks = false;
+    /// Left out where a value in it is empty.
+    bool isOptional = false;
     std::vector<Piece> pieces;
     int line = 0;
 };
@@ -105,6 +107,7 @@ struct Total {
 struct Calculation {
     QString name;
     Expression expression;
+    int decimals = 4;
     bool usesTotals = false;
     int line = 0;
 };

@@ -228,10 +228,12 @@ class Reader {
     }
 
     void readCalculation() {
-        m_xml.expectAttributes({u"name", u"value"});
+        m_xml.expectAttributes({u"name", u"value", u"decimals"});
         Calculation calculation;
         calculation.name = m_xml.requiredText(u"name");
         calculation.line = m_xml.line();
+        if (m_xml.has(u"decimals"))
+            calculation.decimals = m_xml.choice(u"decimals", {u"0", u"1", u"2", u"3", u"4"});
         const QString problem =
             calculation.expression.parse(m_xml.requiredText(u"value"), [this](const QString& name) {
                 return m_names.lookup(name, m_xml.line(), m_layout.columns);

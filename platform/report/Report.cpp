@@ -39,8 +39,15 @@ Report::Report(Layout layout, const QString& connectionString, const QString& qu
 }
 
 void Report::readRows(qsizetype rows) {
-    m_data.read(rows);
-    m_paginator.advance();
+    if (m_failure)
+        std::rethrow_exception(m_failure);
+    try {
+        m_data.read(rows);
+        m_paginator.advance();
+    } catch (...) {
+        m_failure = std::current_exception();
+        throw;
+    }
 }
 
 void Report::readPage() {

@@ -2,13 +2,16 @@
 
 #include "platform/report/Composer.h"
 
+#include <exception>
+
 class QPainter;
 class QPrinter;
 
 namespace tarvessa::report {
 
 /// A report that has been run: its data, its pages, and the ways to write them. Its rows are read on part by
-/// part, so that the first page can be shown before the last row is there.
+/// part, so that the first page can be shown before the last row is there. Once reading has failed, whatever
+/// needs more rows fails with the same error: a report is never written with rows missing.
 class Report {
   public:
     /// Runs `query` on a connection of its own. Raises RuntimeError.
@@ -64,6 +67,7 @@ class Report {
     FontSet m_fonts;
     Paginator m_paginator;
     Composer m_composer;
+    std::exception_ptr m_failure; // of the reading
 };
 
 } // namespace tarvessa::report

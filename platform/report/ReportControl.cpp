@@ -36,28 +36,25 @@ QString ReportControl::formula(int slot) const {
 
 void ReportControl::setSQLQuery(const QString& query) {
     m_query = query;
-    m_queryLayout.clear();
-}
-
-QString ReportControl::queryFor(const QString& layoutPath, const QString& ownQuery) {
-    if (m_query.isEmpty())
-        return ownQuery;
-    if (m_queryLayout.isEmpty())
-        m_queryLayout = layoutPath;
-    return m_queryLayout == layoutPath ? m_query : ownQuery;
+    m_queryLayout.reset();
 }
 
 void ReportControl::setAction(int action) {
     if (action != 1)
         return;
+    const QString layoutPath = QString(m_fileName).replace(u'\\', u'/');
+    // Before anything can fail: a query never passes on to the report after one that could not be shown.
+    if (!m_queryLayout)
+        m_queryLayout = layoutPath;
     std::shared_ptr<report::Report> report;
     {
         const BusyPointer busy;
-        report::Layout layout = report::readLayout(QString(m_fileName).replace(u'\\', u'/'));
+        report::Layout layout = report::readLayout(layoutPath);
         report::FormulaValues formulas;
         for (const QString& text : std::as_const(m_formulas))
             report::addFormula(text, formulas);
-        const QString query = queryFor(layout.fileName, layout.query);
+        const bool isReplaced = !m_query.isEmpty() && m_queryLayout == layoutPath;
+        const QString query = isReplaced ? m_query : layout.query;
         report = std::make_shared<report::Report>(std::move(layout), m_connectionString, query, formulas,
                                                   m_clock());
         report->readPage();

@@ -6,6 +6,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 
 class QWidget;
 
@@ -35,7 +36,8 @@ class ReportControl {
     QString formula(int slot) const;
 
     /// A whole SELECT in place of the layout's own query; empty for the layout's own. It belongs to the
-    /// layout file it is first run with: another layout runs its own query although this one stays set.
+    /// layout file of the next setAction(1), whether that succeeds or not: another layout runs its own query
+    /// although this one stays set.
     void setSQLQuery(const QString& query);
     QString sqlQuery() const { return m_query; }
 
@@ -60,14 +62,13 @@ class ReportControl {
     std::shared_ptr<report::Report> lastReport() const { return m_report; }
 
   private:
-    QString queryFor(const QString& layoutPath, const QString& ownQuery);
     void showPreview();
 
     QWidget* m_owner;
     QString m_connectionString;
     QMap<int, QString> m_formulas;
     QString m_query;
-    QString m_queryLayout; // the layout file that m_query was first run with
+    std::optional<QString> m_queryLayout; // the layout file that m_query belongs to
     int m_windowState = 0;
     QString m_fileName;
     std::function<QDateTime()> m_clock;

@@ -35,8 +35,12 @@ QString Values::text(const Text& element, const Context& context) const {
     if (element.pieces.size() == 1)
         return formatted(element.pieces.front(), context);
     QString result;
-    for (const Piece& piece : element.pieces)
-        result += formatted(piece, context);
+    for (const Piece& piece : element.pieces) {
+        const QString part = formatted(piece, context);
+        if (element.isOptional && part.isEmpty())
+            return {};
+        result += part;
+    }
     return result;
 }
 
@@ -129,7 +133,7 @@ std::optional<Dinheiro> Values::numberOf(const QString& text, const QString& nam
 std::optional<Dinheiro> Values::calculated(int calculation, const Context& context) const {
     const Calculation& described = m_layout.calculations[static_cast<size_t>(calculation)];
     return described.expression.evaluate(
-        [&](ValueRef value) { return number(value, context, described.line); });
+        [&](ValueRef value) { return number(value, context, described.line); }, described.decimals);
 }
 
 } // namespace tarvessa::report

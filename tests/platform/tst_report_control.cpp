@@ -5,6 +5,7 @@
 
 #include <QApplication>
 #include <QDialog>
+#include <QRandomGenerator>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -33,17 +34,26 @@ class TstReportControl : public QObject {
     void wrongFormulaIsAnError_data();
     void wrongFormulaIsAnError();
     void replacementQueryBelongsToItsLayout();
+    void replacementQueryStaysWithAReportThatFailed_data();
+    void replacementQueryStaysWithAReportThatFailed();
     void reportReadsOnAConnectionOfItsOwn();
     void unreachableDatabaseIsAnError();
 
     void commissionIsPrinted();
+    void commissionDataAreSavedAsPrinted();
+    void commissionReturnsAreRoundedOnce();
     void commissionOfNobodyIsPrinted();
     void statementIsPrinted();
+    void statementCommissionsAddUp_data();
+    void statementCommissionsAddUp();
     void statementOfManyInvoicesIsPrinted_data();
     void statementOfManyInvoicesIsPrinted();
     void statementWithoutPercentagesIsPrinted();
     void customersByLevelArePrinted();
+    void customersOfAnEmptyLevelArePrinted();
     void targetsArePrinted();
+    void nothingIsLostAtExtremeValues_data();
+    void nothingIsLostAtExtremeValues();
 
   private:
     static QString supplied(const QString& name) {
@@ -207,6 +217,28 @@ void TstReportControl::replacementQueryBelongsToItsLayout() {
     QVERIFY(printed(supplied(u"RelatNivelPreco.RPT"_s)).contains(u"Não há clientes"_s));
 }
 
+void TstReportControl::replacementQueryStaysWithAReportThatFailed_data() {
+    QTest::addColumn<QString>("layout");
+    QTest::addColumn<QString>("formula");
+    QTest::newRow("layout missing") << m_bench.path(u"RelatNivelPreco.RPT"_s) << QString();
+    QTest::newRow("no name at all") << QString() << QString();
+    QTest::newRow("no layout") << m_bench.write(u"binario.RPT"_s, QByteArray("\xD0\xCF\x11\xE0", 4))
+                               << QString();
+    QTest::newRow("formula that is none") << supplied(u"RelatNivelPreco.RPT"_s) << u"Porc= 5,5"_s;
+}
+
+void TstReportControl::replacementQueryStaysWithAReportThatFailed() {
+    QFETCH(const QString, layout);
+    QFETCH(const QString, formula);
+    m_server->executa(u"INSERT INTO relat2 SET Codigo1='1', Texto1='MARIA'"_s);
+    m_control->setSQLQuery(u"SELECT '7' AS codigo, 'ANA' AS nome, '' AS fantasia, '4' AS colunapreco"_s);
+    m_control->setFormula(0, formula);
+    m_control->setReportFileName(layout);
+    QVERIFY(erroDe([&] { m_control->setAction(1); }));
+    m_control->setFormula(0, QString());
+    QVERIFY(printed(supplied(u"COMISSAO.RPT"_s)).contains(u"1 MARIA"_s));
+}
+
 void TstReportControl::reportReadsOnAConnectionOfItsOwn() {
     // No other connection of the program's user is open, so the report made its own, and closed it again.
     printed(supplied(u"COMISSAO.RPT"_s));
@@ -228,7 +260,7 @@ void TstReportControl::unreachableDatabaseIsAnError() {
 void TstReportControl::commissionIsPrinted() {
     m_server->executa(
         u"INSERT INTO relat2 SET Codigo1='3', Texto1='JOÃO', Valor1=1000.10, Valor2=3.5, Valor3=35.00, "
-        "Valor4=2000.20, Valor5=1.25, Valor6=25.00, Valor7=3000.30, Valor8=60.00, Valor9=150.02, "
+        "Valor4=2000.20, Valor5=1.2, Valor6=24.00, Valor7=3000.30, Valor8=59.00, Valor9=150.02, "
         "Texto2='5,00';"
         "INSERT INTO relat2 SET Codigo1='1', Texto1='ADRIANA', Valor1=-10, Valor2=0, Valor3=0, Valor4=110, "
         "Valor5=10, Valor6=11, Valor7=100, Valor8=11, Valor9=0, Texto2='0,00'"_s);
@@ -237,12 +269,49 @@ void TstReportControl::commissionIsPrinted() {
     for (const auto& expected :
          {u"Comissão dos vendedores"_s, u"PERÍODO DE 01/02/2024 À 29/02/2024"_s, u"Página 1 de 1"_s,
           u"Impresso em 05/03/2024 às 14:30"_s,
-          u"3 JOÃO 1.000,10 3,50 35,00 2.000,20 1,25 25,00 3.000,30 60,00 150,02 5,00"_s,
-          u"1 ADRIANA -10,00 0,00 0,00 110,00 10,00 11,00 100,00 11,00 0,00 0,00"_s,
+          u"3 JOÃO 1.000,10 3,5 35,00 2.000,20 1,2 24,00 3.000,30 59,00 150,02 5,00"_s,
+          u"1 ADRIANA -10,00 0,0 0,00 110,00 10,0 11,00 100,00 11,00 0,00 0,00"_s,
           // 100 * 150.02 / 3100.30 = 4.8388...
-          u"TOTAL (vendedores: 2) 990,10 35,00 2.110,20 36,00 3.100,30 71,00 150,02 4,84"_s})
+          u"TOTAL (vendedores: 2) 990,10 35,00 2.110,20 35,00 3.100,30 70,00 150,02 4,84"_s})
         QVERIFY2(text.contains(expected), qPrintable(expected + u" in\n"_s + text));
     QVERIFY(text.indexOf(u"JOÃO"_s) < text.indexOf(u"ADRIANA"_s)); // as the rows were written
+}
+
+void TstReportControl::commissionDataAreSavedAsPrinted() {
+    m_server->executa(
+        u"INSERT INTO relat2 SET Codigo1='3', Texto1='JOÃO', Valor1=1000.10, Valor2=3.5, Valor3=35.00, "
+        "Valor4=2000.20, Valor5=12, Valor6=240.02, Valor7=3000.30, Valor8=275.02, Valor9=150.02, "
+        "Texto2='5,00'"_s);
+    printed(supplied(u"COMISSAO.RPT"_s));
+    const QString path = m_bench.path(u"comissao.csv"_s);
+    m_control->lastReport()->saveCsv(path);
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QCOMPARE(QString::fromUtf8(file.readAll()).section(u"\r\n"_s, 1, 1),
+             u"3;JOÃO;1000,10;3,5;35,00;2000,20;12,0;240,02;3000,30;275,02;150,02;5,00"_s);
+}
+
+// Compared with whole-number arithmetic: hundredths of a per cent, halves away from zero.
+void TstReportControl::commissionReturnsAreRoundedOnce() {
+    QRandomGenerator chance(2024);
+    QList<std::pair<qint64, qint64>> cases = {{105, 100001}, {1, 20000}, {3, 20000}, {-105, 100001}};
+    for (int i = 0; i < 20; ++i)
+        cases.append({chance.bounded(1000000), chance.bounded(1, 10000000)});
+    for (const auto& [returns, sales] : cases) {
+        const auto point = [](qint64 cents) {
+            return u"%1%2.%3"_s.arg(cents < 0 ? u"-"_s : u""_s)
+                .arg(qAbs(cents) / 100)
+                .arg(qAbs(cents) % 100, 2, 10, QLatin1Char('0'));
+        };
+        m_server->executa(u"TRUNCATE relat2; INSERT INTO relat2 SET Codigo1='1', Valor7=%1, Valor9=%2"_s.arg(
+            point(sales), point(returns)));
+        const qint64 share = (2 * qAbs(returns) * 10000 + sales) / (2 * sales) * (returns < 0 ? -1 : 1);
+        m_control->setReportFileName(supplied(u"COMISSAO.RPT"_s));
+        m_control->setAction(1);
+        preview()->close();
+        const QString printedShare = m_control->lastReport()->texts(0).back().text;
+        QCOMPARE(printedShare, point(share).replace(u'.', u','));
+    }
 }
 
 void TstReportControl::commissionOfNobodyIsPrinted() {
@@ -270,6 +339,36 @@ void TstReportControl::statementIsPrinted() {
           u"Pão 80,00 3,5% 2,80"_s, u"Outros 200,00 1,25% 2,50"_s, u"Total 280,00 5,30"_s,
           u"Devoluções 14,00 5,00%"_s})
         QVERIFY2(text.contains(expected), qPrintable(expected + u" in\n"_s + text));
+}
+
+void TstReportControl::statementCommissionsAddUp_data() {
+    QTest::addColumn<QString>("bread");
+    QTest::addColumn<QString>("others");
+    QTest::addColumn<QString>("breadLine");
+    QTest::addColumn<QString>("othersLine");
+    QTest::addColumn<QString>("total");
+    QTest::newRow("0.1545 twice") << u"10.30"_s << u"10.30"_s << u"Pão 10,30 1,5% 0,15"_s
+                                  << u"Outros 10,30 1,5% 0,15"_s << u"Total 20,60 0,30"_s;
+    QTest::newRow("1.50495 twice") << u"100.33"_s << u"100.33"_s << u"Pão 100,33 1,5% 1,50"_s
+                                   << u"Outros 100,33 1,5% 1,50"_s << u"Total 200,66 3,00"_s;
+    QTest::newRow("halves go up") << u"1.00"_s << u"3.00"_s << u"Pão 1,00 1,5% 0,02"_s
+                                  << u"Outros 3,00 1,5% 0,05"_s << u"Total 4,00 0,07"_s;
+    QTest::newRow("halves below zero") << u"-1.00"_s << u"-3.00"_s << u"Pão -1,00 1,5% -0,02"_s
+                                       << u"Outros -3,00 1,5% -0,05"_s << u"Total -4,00 -0,07"_s;
+}
+
+void TstReportControl::statementCommissionsAddUp() {
+    QFETCH(const QString, bread);
+    QFETCH(const QString, others);
+    m_server->executa(u"INSERT INTO relat2 (Data1,Valor1,Texto1,Valor2,valor3,valor4) values "
+                      "('29/02/2024', 1, 'PADARIA', %1, %2, %1+%2)"_s.arg(bread, others));
+    m_control->setFormula(1, u"PorcComissaoPao= 1.5"_s);
+    m_control->setFormula(2, u"PorcComissaoOutros= 1.5"_s);
+    const QString text = printed(supplied(u"ExtratoVendedorDistribuidora.RPT"_s));
+    for (const char* column : {"breadLine", "othersLine", "total"}) {
+        const QString expected = *static_cast<const QString*>(QTest::qData(column, qMetaTypeId<QString>()));
+        QVERIFY2(text.contains(expected + u'\n'), qPrintable(expected + u" in\n"_s + text));
+    }
 }
 
 void TstReportControl::statementOfManyInvoicesIsPrinted_data() {
@@ -300,7 +399,7 @@ void TstReportControl::statementWithoutPercentagesIsPrinted() {
     m_server->executa(u"INSERT INTO relat2 (Data1,Valor1,Texto1,Valor2,valor3,valor4) values "
                       "('29/02/2024', 1234 , 'PADARIA', 1 , 2 , 3)"_s);
     const QString text = printed(supplied(u"ExtratoVendedorDistribuidora.RPT"_s));
-    QVERIFY2(text.contains(u"Pão 1,00 %\n"_s), qPrintable(text));
+    QVERIFY2(text.contains(u"Pão 1,00\n"_s), qPrintable(text));
 }
 
 void TstReportControl::customersByLevelArePrinted() {
@@ -320,7 +419,18 @@ void TstReportControl::customersByLevelArePrinted() {
         u"Código Nome Nome fantasia\nA\n000002 ÁGUIA LTDA\n000001 ALVES LTDA ALVES\nLetra A: 2\n"
         "B\n000003 BAR DO ZÉ ZÉ\nLetra B: 1\nTotal de clientes: 3\n"_s;
     QVERIFY2(lines.contains(list), qPrintable(lines));
-    QVERIFY(lines.contains(u"Clientes ativos do nível 2, em ordem alfabética"_s));
+    QVERIFY2(lines.contains(u"Clientes ativos, em ordem alfabética Nível de preço: 2\n"_s),
+             qPrintable(lines));
+}
+
+void TstReportControl::customersOfAnEmptyLevelArePrinted() {
+    m_control->setSQLQuery(
+        u"SELECT codigo, nome, fantasia, colunapreco FROM clientes WHERE codigo='nenhum'"_s);
+    const QString text = printed(supplied(u"RelatNivelPreco.RPT"_s));
+    QVERIFY2(text.contains(u"Clientes ativos, em ordem alfabética\n"_s), qPrintable(text));
+    QVERIFY2(!text.contains(u"Nível de preço:"_s), qPrintable(text));
+    QVERIFY(text.contains(u"Não há clientes ativos neste nível de preço."_s));
+    QVERIFY(text.contains(u"Total de clientes: 0"_s));
 }
 
 void TstReportControl::targetsArePrinted() {
@@ -331,7 +441,8 @@ void TstReportControl::targetsArePrinted() {
         "('1 - ANA', '', '*** TOTAIS DE 1 - ANA ***', '100', '150', '150,0%', '1.234,50', '0', '0,0%'),"
         "('2 - (Nenhum)', '0002', 'BOLO', '10,500', '0', '0,0%', '0,00', '0', '0,0%'),"
         "('2 - (Nenhum)', '', '', '', '', '', '', '', ''),"
-        "('2 - (Nenhum)', '', '*** TOTAIS DE 2 - (Nenhum) ***', '10,500', '1', '9,52%', '0,00', '0', '0,0%')"_s);
+        "('2 - (Nenhum)', '', '*** TOTAIS DE 2 - (Nenhum) ***', '10,500', '1', '9,52%', '0,00', '0', "
+        "'0,0%')"_s);
     m_control->setFormula(0, u"Titulo='PERÍODO DE 01/02/2024 A 29/02/2024'"_s);
     QString text = printed(supplied(u"Metas.RPT"_s));
     text.replace(QRegularExpression(u"\\s*\n\\s*"_s), u"\n"_s);
@@ -349,6 +460,66 @@ void TstReportControl::targetsArePrinted() {
     QCOMPARE(bold.size(), 14);
     QCOMPARE(bold[0], u"*** TOTAIS DE 1 - ANA ***"_s);
     QCOMPARE(bold[7], u"*** TOTAIS DE 2 - (Nenhum) ***"_s);
+}
+
+void TstReportControl::nothingIsLostAtExtremeValues_data() {
+    QTest::addColumn<QString>("layout");
+    QTest::addColumn<QString>("rows");
+    const QString name(40, u'W');
+    const QString figures = u"-9999999999999.99"_s;
+    QTest::newRow("commission")
+        << u"COMISSAO.RPT"_s
+        << u"INSERT INTO relat2 SET Codigo1='2147483647', Texto1='%1', Valor1=%2, Valor2=%2, Valor3=%2, "
+           "Valor4=%2, Valor5=%2, Valor6=%2, Valor7=%2, Valor8=%2, Valor9=%2, Texto2='-99999999999,99'"_s.arg(
+               name, figures);
+    QTest::newRow("statement")
+        << u"ExtratoVendedorDistribuidora.RPT"_s
+        << u"INSERT INTO relat2 (Data1,Valor1,Texto1,Valor2,valor3,valor4) values ('29/02/2024', 2147483647, "
+           "'%1%1', %2, %2, %2)"_s.arg(name, figures);
+    QTest::newRow("targets")
+        << u"Metas.RPT"_s
+        << u"INSERT INTO relat2 (codigo1,codigo2,texto1,texto2,texto3,texto4,texto5,texto6,texto7) VALUES "
+           "('99999 - %1', '%2', REPEAT('PRODUTO ', 15), '999.999.999,999', '999.999.999,999', "
+           "'99999900000,0%', '-999.999.999.999,99', '999.999.999,999', '99999900000,33%'), "
+           "('99999 - %1', '', '*** TOTAIS DE 99999 - %1 ***', '999.999.999,999', '999.999.999,999', "
+           "'99999900000,0%', '-999.999.999.999,99', '999.999.999,999', '99999900000,33%')"_s.arg(
+               name, QString(20, u'8'));
+    QTest::newRow("customers") << u"RelatNivelPreco.RPT"_s
+                               << u"DELETE FROM clientes; INSERT INTO clientes (codigo, nome, fantasia, "
+                                  u"colunapreco, ativocad) VALUES "
+                                  "('WWWWWWWWWWWWWWW', REPEAT('W', 60), REPEAT('W', 60), '1', 'S')"_s;
+}
+
+void TstReportControl::nothingIsLostAtExtremeValues() {
+    QFETCH(const QString, layout);
+    QFETCH(const QString, rows);
+    m_server->executa(rows);
+    m_control->setFormula(
+        0, u"Titulo='2147483647 - %1    -   PERÍODO DE 01/02/2024 A 29/02/2024'"_s.arg(QString(40, u'W')));
+    m_control->setFormula(1, u"PorcComissaoPao=-999.999"_s);
+    m_control->setFormula(2, u"PorcComissaoOutros=-999.999"_s);
+    m_control->setFormula(3, u"TotalDevolucoes=-99999999999.99"_s);
+    m_control->setFormula(4, u"PercentualDev='-999999999.99%'"_s);
+    const QString text = printed(supplied(layout));
+    const auto report = m_control->lastReport();
+    const report::FontSet fonts(report->layout().fonts);
+    QStringList pieces;
+    for (const report::PlacedText& placed : report->texts(0)) {
+        QVERIFY2(!placed.text.contains(u'…'), qPrintable(placed.text));
+        const double width = fonts.width(placed.font, placed.text) * placed.squeeze;
+        QVERIFY2(width <= placed.place.width() + 1, qPrintable(placed.text));
+        QVERIFY2(placed.squeeze > 0.35, qPrintable(placed.text)); // still to be read
+        pieces.append(placed.text);
+    }
+    QVERIFY(pieces.size() > 10);
+    if (layout != u"RelatNivelPreco.RPT")
+        QVERIFY2(text.contains(u" - PERÍODO DE 01/02/2024 A 29/02/2024"_s), qPrintable(text));
+    // What wraps does so without losing a letter.
+    const QString all = pieces.join(QString());
+    QVERIFY(all.contains(QString(40, u'W')));
+    if (layout == u"Metas.RPT")
+        QVERIFY2(QString(all).remove(u' ').contains(u"***TOTAISDE99999-"_s + QString(40, u'W') + u"***"_s),
+                 qPrintable(all));
 }
 
 QTEST_MAIN(TstReportControl)

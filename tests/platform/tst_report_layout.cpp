@@ -29,6 +29,7 @@ class TstReportLayout : public QObject {
     void doubledBraceIsABrace();
     void expressionIsCalculated_data();
     void expressionIsCalculated();
+    void expressionTooLargeIsAnError();
     void expressionWithoutAValueHasNone();
     void wrongExpressionIsTold_data();
     void wrongExpressionIsTold();
@@ -76,6 +77,23 @@ void TstReportLayout::schemaRefusesWhatTheReaderRefuses() {
     };
     QCOMPARE(check(good), 0);
     QVERIFY(check(bad) != 0);
+    for (const QByteArray text : {"fit=\"grow\"", "optional=\"sim\"", "fit=\"shrink\" optional=\"true\""}) {
+        const QString path = m_bench.write(
+            u"text.RPT"_s, ReportBench::layout({}, "<detail height=\"5\"><text x=\"0\" y=\"0\" width=\"9\" " +
+                                                       text + ">{n}</text></detail>"));
+        const bool isRead = !erroDe([&] { report::readLayout(path); });
+        QCOMPARE(check(path) == 0, isRead);
+        QCOMPARE(isRead, text.startsWith("fit=\"shrink"));
+    }
+    for (const QByteArray decimals : {"0", "4", "5", "-1", "dois", ""}) {
+        const QString path = m_bench.write(
+            u"calculation.RPT"_s,
+            ReportBench::layout("<calculation name=\"c\" value=\"1\" decimals=\"" + decimals + "\"/>",
+                                "<detail height=\"5\"/>"));
+        const bool isRead = !erroDe([&] { report::readLayout(path); });
+        QCOMPARE(check(path) == 0, isRead);
+        QCOMPARE(isRead, decimals == "0" || decimals == "4");
+    }
 }
 
 void TstReportLayout::missingFileIsNamed() {
@@ -148,6 +166,12 @@ void TstReportLayout::mistakeIsToldWithFileAndLine_data() {
     bands("alignment",
           "<detail height=\"5\">\n<text x=\"0\" y=\"0\" width=\"9\" align=\"meio\">a</text></detail>\n", 6,
           u"\"meio\" não é um valor de \"align\" (left, right, centre)."_s);
+    bands("fit", "<detail height=\"5\">\n<text x=\"0\" y=\"0\" width=\"9\" fit=\"grow\">a</text></detail>\n",
+          6, u"\"grow\" não é um valor de \"fit\" (cut, shrink)."_s);
+    bands("field cannot be optional",
+          "<detail height=\"5\">\n<field x=\"0\" y=\"0\" width=\"9\" value=\"n\" "
+          "optional=\"true\"/></detail>\n",
+          6, u"o elemento \"field\" não tem o atributo \"optional\"."_s);
     bands("font", "<detail height=\"5\">\n\n<text x=\"0\" y=\"0\" width=\"9\" font=\"f\">a</text></detail>\n",
           7, u"a fonte \"f\" não foi declarada."_s);
     bands(
@@ -178,6 +202,8 @@ void TstReportLayout::mistakeIsToldWithFileAndLine_data() {
     declared("own name", "<formula name=\"page\"/>\n", 5, u"o nome \"page\" já está em uso."_s);
     declared("no such group", "<total name=\"a\" kind=\"count\" over=\"Letra\"/>\n", 5,
              u"não há grupo com o nome \"Letra\"."_s);
+    declared("decimals", "\n<calculation name=\"a\" value=\"1\" decimals=\"5\"/>\n", 6,
+             u"\"5\" não é um valor de \"decimals\" (0, 1, 2, 3, 4)."_s);
     declared("calculation too early",
              "<calculation name=\"a\" value=\"b + 1\"/>\n<calculation name=\"b\" value=\"1\"/>\n", 5,
              u"um cálculo só pode usar cálculos declarados antes dele."_s);
@@ -276,29 +302,58 @@ void TstReportLayout::doubledBraceIsABrace() {
 
 void TstReportLayout::expressionIsCalculated_data() {
     QTest::addColumn<QString>("text");
+    QTest::addColumn<int>("decimals");
     QTest::addColumn<QString>("result"); // in point form; empty for none
-    QTest::newRow("precedence") << u"1 + 2 * 3"_s << u" 7"_s;
-    QTest::newRow("left to right") << u"10 - 4 - 3"_s << u" 3"_s;
-    QTest::newRow("parentheses") << u"(1 + 2) * 3"_s << u" 9"_s;
-    QTest::newRow("sign") << u"-(2 - 5) * -1"_s << u"-3"_s;
-    QTest::newRow("decimals") << u"1234.56 * 5.5 / 100"_s << u" 67.9008"_s;
-    QTest::newRow("value") << u"x * 2"_s << u" 5"_s;
-    QTest::newRow("division by zero") << u"1 / (x - 2.5)"_s << QString();
+    QTest::newRow("precedence") << u"1 + 2 * 3"_s << 4 << u" 7"_s;
+    QTest::newRow("left to right") << u"10 - 4 - 3"_s << 4 << u" 3"_s;
+    QTest::newRow("parentheses") << u"(1 + 2) * 3"_s << 4 << u" 9"_s;
+    QTest::newRow("sign") << u"-(2 - 5) * -1"_s << 4 << u"-3"_s;
+    QTest::newRow("decimals") << u"1234.56 * 5.5 / 100"_s << 4 << u" 67.9008"_s;
+    QTest::newRow("value") << u"x * 2"_s << 4 << u" 5"_s;
+    QTest::newRow("division by zero") << u"1 / (x - 2.5)"_s << 4 << QString();
+    QTest::newRow("whole number") << u"x"_s << 0 << u" 3"_s;
+    QTest::newRow("negative half") << u"-x"_s << 0 << u"-3"_s;
+    QTest::newRow("less than a half") << u"x - 0.0001"_s << 0 << u" 2"_s;
+    // 1.50495: by way of 1.5050 it would be 1.51.
+    QTest::newRow("rounded once") << u"100.33 * 1.5 / 100"_s << 2 << u" 1.5"_s;
+    QTest::newRow("half a cent") << u"1.01 / 2"_s << 2 << u" 0.51"_s;
+    QTest::newRow("half a cent below zero") << u"-1.01 / 2"_s << 2 << u"-0.51"_s;
+    QTest::newRow("thirds are exact") << u"1 / 3 + 1 / 3 + 1 / 3"_s << 4 << u" 1"_s;
+    QTest::newRow("negative divisor") << u"1 / -3"_s << 2 << u"-0.33"_s;
+    QTest::newRow("large on the way")
+        << u"900000000000 * 900000000000 / 900000000000 - 899999999999.99"_s << 2 << u" 0.01"_s;
 }
 
 void TstReportLayout::expressionIsCalculated() {
     QFETCH(const QString, text);
+    QFETCH(const int, decimals);
     QFETCH(const QString, result);
     report::Expression expression;
     QCOMPARE(expression.parse(text, [](const QString&) { return report::ValueRef(); }), QString());
-    const auto value = expression.evaluate([](report::ValueRef) { return Dinheiro::dePonto(u"2.5"); });
+    const auto value =
+        expression.evaluate([](report::ValueRef) { return Dinheiro::dePonto(u"2.5"); }, decimals);
     QCOMPARE(value ? value->ponto() : QString(), result);
+}
+
+void TstReportLayout::expressionTooLargeIsAnError() {
+    // The result itself, and a way to a small one that cannot be gone exactly.
+    for (const QString& text :
+         {u"900000000000 * 900000000000"_s, u"x * x * x * x * 900000000000000 / x / x / x / x"_s,
+          u"x / 0.0001 * 1000"_s}) {
+        report::Expression expression;
+        QCOMPARE(expression.parse(text, [](const QString&) { return report::ValueRef(); }), QString());
+        const auto evaluate = [&] {
+            expression.evaluate([](report::ValueRef) { return Dinheiro::dePonto(u"900000000000001.1111"); },
+                                2);
+        };
+        QCOMPARE(numeroDoErroDe(evaluate), numero(ErrorNumber::Overflow));
+    }
 }
 
 void TstReportLayout::expressionWithoutAValueHasNone() {
     report::Expression expression;
     expression.parse(u"1 + x"_s, [](const QString&) { return report::ValueRef(); });
-    QVERIFY(!expression.evaluate([](report::ValueRef) { return std::optional<Dinheiro>(); }));
+    QVERIFY(!expression.evaluate([](report::ValueRef) { return std::optional<Dinheiro>(); }, 4));
 }
 
 void TstReportLayout::wrongExpressionIsTold_data() {

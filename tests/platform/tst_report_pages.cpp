@@ -49,10 +49,14 @@ class TstReportPages : public QObject {
     void nullsCountButAddNothing();
     void sumOverATextIsAnError();
     void sumTooLargeIsAnError();
+    void errorPastTheFirstPageIsRepeated();
     void calculationsUseTotalsAndFormulas();
+    void roundedCalculationsAddUp();
     void valuesFollowTheirMasks_data();
     void valuesFollowTheirMasks();
     void longTextIsCutAndLongNumberSqueezed();
+    void longTextIsShrunkWhenItMay();
+    void optionalTextNeedsItsValues();
     void longTextWrapsAndItsBandGrows();
     void numbersAreAlignedAtTheRight();
     void columnThatTheQueryLacksIsAnError();
@@ -268,7 +272,8 @@ void TstReportPages::footIsNeverAloneOnAPage() {
 
 void TstReportPages::detailIsChosenByCondition() {
     const auto report = m_bench.run(
-        u"SELECT 'a' AS t UNION ALL SELECT '*** TOTAL' UNION ALL SELECT '' UNION ALL SELECT NULL UNION ALL SELECT 'b'"_s,
+        u"SELECT 'a' AS t UNION ALL SELECT '*** TOTAL' UNION ALL SELECT '' UNION ALL SELECT NULL "
+        "UNION ALL SELECT 'b'"_s,
         {},
         "<detail height=\"5\" when=\"t\" begins=\"***\"><text x=\"0\" y=\"0\" width=\"90\">total "
         "{t}</text></detail>"
@@ -307,6 +312,33 @@ void TstReportPages::sumTooLargeIsAnError() {
              numero(ErrorNumber::Overflow));
 }
 
+void TstReportPages::errorPastTheFirstPageIsRepeated() {
+    const QString layout = m_bench.write(
+        u"soma.RPT"_s,
+        ReportBench::layout(
+            "<total name=\"T\" of=\"n\" over=\"report\"/>",
+            "<detail height=\"20\"><field x=\"0\" y=\"0\" width=\"90\" value=\"n\"/></detail>"));
+    report::Report report(report::readLayout(layout), u"dsn=QDX"_s,
+                          u"SELECT IF(seq=400, '1.234,50', seq) AS n FROM seq_1_to_1000"_s, {},
+                          QDateTime::currentDateTime());
+    report.readPage();
+    const QString pdf = m_bench.path(u"soma.pdf"_s);
+    const QString csv = m_bench.path(u"soma.csv"_s);
+    const std::vector<std::function<void()>> attempts = {
+        [&] { report.readAll(); }, [&] { report.savePdf(pdf); },   [&] { report.saveCsv(csv); },
+        [&] { report.readAll(); }, [&] { report.readFor(10000); }, [&] { report.readPage(); }};
+    for (const auto& attempt : attempts) {
+        const auto error = erroDe(attempt);
+        QVERIFY(error);
+        QCOMPARE(error->number(), numero(ErrorNumber::InvalidLayout));
+        QVERIFY2(error->text().contains(u"\"1.234,50\""_s), error->what());
+        QVERIFY(!report.complete());
+    }
+    QVERIFY(!QFile::exists(pdf));
+    QVERIFY(!QFile::exists(csv));
+    QCOMPARE(ReportBench::texts(report, 0).first(), u"1"_s); // what was shown stays
+}
+
 void TstReportPages::calculationsUseTotalsAndFormulas() {
     const QByteArray declarations = "<formula name=\"Porc\"/><total name=\"T\" of=\"n\" over=\"report\"/>"
                                     "<calculation name=\"Com\" value=\"T * Porc / 100\"/>"
@@ -322,6 +354,23 @@ void TstReportPages::calculationsUseTotalsAndFormulas() {
     // Without the formula there is nothing to calculate, and nothing is printed for it.
     QCOMPARE(ReportBench::texts(*m_bench.run(query, declarations, bands), 0),
              (QStringList{u"2.469,12"_s, u"%  "_s}));
+}
+
+void TstReportPages::roundedCalculationsAddUp() {
+    const QByteArray declarations = "<total name=\"T\" of=\"n\" over=\"report\"/>"
+                                    "<calculation name=\"Com\" value=\"T * 1.5 / 100\" decimals=\"2\"/>"
+                                    "<calculation name=\"Soma\" value=\"Com + Com\"/>"
+                                    "<calculation name=\"Exata\" value=\"T * 3 / 100\"/>"
+                                    "<calculation name=\"Inteira\" value=\"T\" decimals=\"0\"/>";
+    const QByteArray bands =
+        "<detail height=\"5\"/><reportFoot height=\"5\"><text x=\"0\" y=\"0\" width=\"90\">"
+        "{Com} {Soma} {Exata} {Inteira}</text></reportFoot>";
+    const auto printed = [&](const QString& query) {
+        return ReportBench::texts(*m_bench.run(query, declarations, bands), 0).value(0);
+    };
+    QCOMPARE(printed(u"SELECT 10.30 AS n"_s), u"0,15 0,30 0,31 10,00"_s);
+    QCOMPARE(printed(u"SELECT 100.33 AS n"_s), u"1,50 3,00 3,01 100,00"_s);
+    QCOMPARE(printed(u"SELECT -100.50 AS n"_s), u"-1,51 -3,02 -3,02 -101,00"_s);
 }
 
 void TstReportPages::valuesFollowTheirMasks_data() {
@@ -365,6 +414,48 @@ void TstReportPages::longTextIsCutAndLongNumberSqueezed() {
     QCOMPARE(texts[1].text, u"123.456.789,12"_s);
     QVERIFY(texts[1].squeeze < 1);
     QVERIFY(texts[1].squeeze > 0.3);
+}
+
+void TstReportPages::longTextIsShrunkWhenItMay() {
+    const auto report =
+        m_bench.run(u"SELECT '99999900000,0%' AS t, '1,0%' AS c"_s, {},
+                    "<detail height=\"5\">"
+                    "<field x=\"0\" y=\"0\" width=\"9\" align=\"right\" fit=\"shrink\" value=\"t\"/>"
+                    "<text x=\"20\" y=\"0\" width=\"20\" fit=\"shrink\">Meta: {t} de {t}</text>"
+                    "<field x=\"50\" y=\"0\" width=\"9\" fit=\"shrink\" value=\"c\"/>"
+                    "<field x=\"60\" y=\"0\" width=\"9\" fit=\"cut\" value=\"t\"/></detail>");
+    const auto texts = report->texts(0);
+    QCOMPARE(texts.size(), size_t(4));
+    QCOMPARE(texts[0].text, u"99999900000,0%"_s);
+    QCOMPARE(texts[1].text, u"Meta: 99999900000,0% de 99999900000,0%"_s);
+    QCOMPARE(texts[2].squeeze, 1.0); // only as far as need be
+    QVERIFY(texts[3].text.endsWith(u'…'));
+    const report::FontSet fonts(report->layout().fonts);
+    for (size_t i = 0; i < 2; ++i) {
+        QVERIFY(texts[i].squeeze < 1);
+        const double width = fonts.width(texts[i].font, texts[i].text) * texts[i].squeeze;
+        QVERIFY(qAbs(width - texts[i].place.width()) < 1);
+        QVERIFY(qAbs(texts[i].baseline.x() - texts[i].place.left()) < 1);
+    }
+}
+
+void TstReportPages::optionalTextNeedsItsValues() {
+    const QByteArray bands =
+        "<pageHead height=\"10\"><text x=\"0\" y=\"0\" width=\"90\" optional=\"true\">Nível {n}, "
+        "{Titulo}</text>"
+        "<text x=\"0\" y=\"5\" width=\"90\">Sempre {n}</text></pageHead>"
+        "<detail height=\"5\"><text x=\"0\" y=\"0\" width=\"90\" wrap=\"true\" optional=\"true\">"
+        "Linha {m}</text></detail>";
+    const QByteArray declared = "<formula name=\"Titulo\"/>";
+    const auto printed = [&](const QString& query, const report::FormulaValues& formulas) {
+        return ReportBench::texts(*m_bench.run(query, declared, bands, formulas), 0);
+    };
+    const report::FormulaValues title = {{u"titulo"_s, u"MARÇO"_s}};
+    const QString two = u"SELECT 7 AS n, 'a' AS m UNION ALL SELECT 7, NULL"_s;
+    QCOMPARE(printed(two, title), QStringList({u"Nível 7, MARÇO"_s, u"Sempre 7"_s, u"Linha a"_s}));
+    QCOMPARE(printed(two, {}), QStringList({u"Sempre 7"_s, u"Linha a"_s}));
+    QCOMPARE(printed(u"SELECT 7 AS n, 'a' AS m FROM seq_1_to_1 WHERE seq=0"_s, title),
+             QStringList({u"Sempre "_s}));
 }
 
 void TstReportPages::longTextWrapsAndItsBandGrows() {
@@ -463,20 +554,22 @@ void TstReportPages::printingFollowsTheChosenPages() {
 }
 
 void TstReportPages::csvIsWrittenByteForByte() {
-    const auto report =
-        m_bench.run(u"SELECT 'A;B' AS t, 1234.50 AS v, DATE '2024-02-29' AS d, NULL AS x UNION ALL "
-                    "SELECT 'diz \"PÃO\"', -1, '2024-03-01', 'a\\nb'"_s,
-                    "<column name=\"v\" heading=\"R$ valor\" format=\"###,##0.00\"/><column name=\"D\" "
-                    "format=\"dd/mm/yyyy\"/>",
-                    "<detail height=\"5\"/>");
+    const auto report = m_bench.run(
+        u"SELECT 'A;B' AS t, 1234.50 AS v, DATE '2024-02-29' AS d, NULL AS x, 3.50 AS p UNION ALL "
+        "SELECT 'diz \"PÃO\"', -1, '2024-03-01', 'a\\nb', NULL UNION ALL "
+        "SELECT '', 1234567.89, NULL, '1.5', 'n/d'"_s,
+        "<column name=\"v\" heading=\"R$ valor\" format=\"###,##0.00\"/><column name=\"D\" "
+        "format=\"dd/mm/yyyy\"/><column name=\"p\" format=\"##0.0\"/>",
+        "<detail height=\"5\"/>");
     const QString path = m_bench.path(u"dados.csv"_s);
     report->saveCsv(path);
     QFile file(path);
     QVERIFY(file.open(QIODevice::ReadOnly));
     QCOMPARE(file.readAll(), QByteArray("\xEF\xBB\xBF"
-                                        "t;R$ valor;d;x\r\n"
-                                        "\"A;B\";1234,50;29/02/2024;\r\n"
-                                        "\"diz \"\"PÃO\"\"\";-1,00;01/03/2024;\"a\nb\"\r\n"));
+                                        "t;R$ valor;d;x;p\r\n"
+                                        "\"A;B\";1234,50;29/02/2024;;3,5\r\n"
+                                        "\"diz \"\"PÃO\"\"\";-1,00;01/03/2024;\"a\nb\";\r\n"
+                                        ";1234567,89;;1.5;n/d\r\n"));
 }
 
 void TstReportPages::csvOfNoRowsHasItsHeadings() {

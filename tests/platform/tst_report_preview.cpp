@@ -45,12 +45,14 @@ class TstReportPreview : public QObject {
     void dataAreSavedUnderTheNameGiven();
     void fileThatCannotBeWrittenIsReported();
     void givingUpSavingWritesNothing();
+    void errorOfALaterRowIsReportedEachTime();
     void printDialogCanBeLeft();
     void escapeClosesTheWindow();
 
   private:
     /// Shows a report of `rows` rows, ten to a page.
-    void show(int rows);
+    void show(int rows, const QByteArray& totals = {},
+              const QString& name = QStringLiteral("CONCAT('Linha nº ', seq)"));
     void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
         QTest::keyClick(QApplication::focusWidget(), key, modifiers);
     }
@@ -78,18 +80,18 @@ void TstReportPreview::cleanupTestCase() {
     m_server.reset();
 }
 
-void TstReportPreview::show(int rows) {
+void TstReportPreview::show(int rows, const QByteArray& totals, const QString& name) {
     const QString layout = m_bench.write(
         u"t.RPT"_s, ReportBench::layout(
-                        "<column name=\"nome\" heading=\"Nome\"/>",
+                        "<column name=\"nome\" heading=\"Nome\"/>" + totals,
                         "<pageHead height=\"50\"><text x=\"0\" y=\"0\" width=\"90\">Folha {page} de {pages}"
                         "</text></pageHead><detail height=\"20\">"
                         "<field x=\"0\" y=\"0\" width=\"90\" value=\"nome\"/></detail>"
                         "<pageFoot height=\"27\" fill=\"#E0E0E0\"/>"));
-    auto report = std::make_shared<report::Report>(
-        report::readLayout(layout), u"dsn=QDX"_s,
-        u"SELECT CONCAT('Linha nº ', seq) AS nome FROM seq_1_to_%1"_s.arg(rows), report::FormulaValues(),
-        QDateTime::currentDateTime());
+    auto report =
+        std::make_shared<report::Report>(report::readLayout(layout), u"dsn=QDX"_s,
+                                         u"SELECT "_s + name + u" AS nome FROM seq_1_to_%1"_s.arg(rows),
+                                         report::FormulaValues(), QDateTime::currentDateTime());
     report->readPage();
     m_window = new PreviewWindow(report, nullptr);
     m_view = m_window->findChild<PageView*>();
@@ -354,6 +356,40 @@ void TstReportPreview::givingUpSavingWritesNothing() {
     QCOMPARE(modal.confere(), QString());
     QVERIFY(!QFile::exists(path));
     QVERIFY(m_window->isVisible());
+}
+
+// A report that lacks rows is never taken for a whole one.
+void TstReportPreview::errorOfALaterRowIsReportedEachTime() {
+    ModalHelper modal;
+    const auto announce = [&modal] { modal.esperaContendo(u"\"1.234,50\""_s, QMessageBox::Ok); };
+    announce(); // reading goes on by itself behind the first page
+    show(2000, "<total name=\"T\" of=\"nome\" over=\"report\"/>", u"IF(seq=400, '1.234,50', seq)"_s);
+    QTRY_COMPARE(modal.caixas().size(), 1);
+    // The box has taken the window's activity away, and nobody gives it back here.
+    const auto backToThePage = [this] {
+        m_window->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(m_window));
+        m_view->setFocus();
+    };
+    backToThePage();
+    QCOMPARE(page(), 1);
+    announce();
+    press(Qt::Key_End, Qt::ControlModifier);
+    QCOMPARE(modal.caixas().size(), 2);
+    backToThePage();
+    press(Qt::Key_PageDown, Qt::ControlModifier); // a page that was read before
+    QCOMPARE(page(), 2);
+    const QString path = m_bench.path(u"incompleto.csv"_s);
+    modal.aoAbrir([&](QWidget* window) {
+        window->findChild<QLineEdit*>(u"fileNameEdit"_s)->setText(path);
+        QTest::keyClick(window->findChild<QLineEdit*>(u"fileNameEdit"_s), Qt::Key_Return);
+    });
+    announce();
+    press(Qt::Key_E, Qt::ControlModifier);
+    QCOMPARE(modal.confere(), QString());
+    QCOMPARE(modal.caixas().size(), 3);
+    QVERIFY(!QFile::exists(path));
+    QVERIFY(control<QLabel>("PageCount")->text().contains(u'…'));
 }
 
 void TstReportPreview::printDialogCanBeLeft() {

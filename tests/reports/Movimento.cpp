@@ -6,14 +6,15 @@
 #include "core/Relatorio.h"
 #include "platform/grid/Grid.h"
 #include "platform/report/Report.h"
+#include "support/TestError.h"
 
 #include <QApplication>
 #include <QHeaderView>
 #include <QProcess>
 #include <QRandomGenerator>
-#include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTimer>
 
 using namespace Qt::StringLiterals;
 
@@ -169,10 +170,6 @@ int Movimento::fechaPrevias() {
     return fechadas;
 }
 
-bool Movimento::leitorDePdf() {
-    return !QStandardPaths::findExecutable(u"pdftotext"_s).isEmpty();
-}
-
 QString Movimento::textoDoPdf() const {
     const QTemporaryDir pasta;
     const QString arquivo = pasta.filePath(u"relatorio.pdf"_s);
@@ -181,7 +178,7 @@ QString Movimento::textoDoPdf() const {
     leitor.start(u"pdftotext"_s, {u"-layout"_s, u"-enc"_s, u"UTF-8"_s, arquivo, u"-"_s});
     constexpr int limiteMs = 60000;
     if (!leitor.waitForFinished(limiteMs) || leitor.exitCode() != 0)
-        return {};
+        throw TestError(u"pdftotext: "_s + leitor.errorString());
     return QString::fromUtf8(leitor.readAllStandardOutput());
 }
 
@@ -189,6 +186,17 @@ bool mostra(QWidget* form) {
     form->show();
     form->activateWindow();
     return QTest::qWaitForWindowActive(form);
+}
+
+int comoPrograma(const std::function<void()>& acao) {
+    constexpr int limiteMs = 20000;
+    constexpr int ninguem = -1;
+    QTimer limite;
+    limite.setSingleShot(true);
+    QObject::connect(&limite, &QTimer::timeout, [] { QApplication::exit(ninguem); });
+    limite.start(limiteMs);
+    QTimer::singleShot(0, acao);
+    return QApplication::exec();
 }
 
 void clica(Grid* grade, int linha, int coluna) {
@@ -222,6 +230,25 @@ QList<int> larguras(const Grid* grade) {
     for (int coluna = 0; coluna < grade->columns(); ++coluna)
         twips.append(grade->columnTwips(coluna));
     return twips;
+}
+
+QString alinhamentos(const Grid* grade) {
+    const QAbstractItemModel* modelo = grade->model();
+    QString marcas;
+    for (int coluna = 0; coluna < grade->columns(); ++coluna) {
+        const auto como = [](const QVariant& valor) {
+            return valor.value<Qt::Alignment>() & Qt::AlignHorizontal_Mask;
+        };
+        const Qt::Alignment titulo = como(modelo->headerData(coluna, Qt::Horizontal, Qt::TextAlignmentRole));
+        const bool diverge = modelo->rowCount() > 0 &&
+                             como(modelo->data(modelo->index(0, coluna), Qt::TextAlignmentRole)) != titulo;
+        marcas += diverge                      ? u'?'
+                  : titulo == Qt::AlignLeft    ? u'<'
+                  : titulo == Qt::AlignRight   ? u'>'
+                  : titulo == Qt::AlignHCenter ? u'^'
+                                               : u'?';
+    }
+    return marcas;
 }
 
 qint64 centavos(const QString& ponto) {

@@ -3,10 +3,13 @@
 #include "support/PrivateServer.h"
 #include "support/StatementLog.h"
 
+#include <QEvent>
+#include <QObject>
 #include <QString>
 #include <QStringList>
 #include <QWidget>
 
+#include <functional>
 #include <memory>
 
 namespace tarvessa {
@@ -67,11 +70,12 @@ class Movimento {
     /// Closes all previews; the number of those that were open.
     int fechaPrevias();
 
-    /// The text of the last report as its PDF holds it, laid out; empty when it cannot be read.
+    /// The text of the last report as its PDF holds it, laid out. Raises TestError when it cannot be read:
+    /// without pdftotext, say.
     QString textoDoPdf() const;
 
-    /// Whether there is a tool here that reads a PDF's text.
-    static bool leitorDePdf();
+    /// The same, blanks and line ends run together.
+    QString palavrasDoPdf() const { return textoDoPdf().simplified(); }
 
   private:
     PrivateServer m_servidor;
@@ -82,6 +86,10 @@ class Movimento {
 /// Shows a form and gives it the focus as a window manager would.
 bool mostra(QWidget* form);
 
+/// Runs it inside the program's own event loop; gives the code with which that ended, -1 when nothing ended
+/// it.
+int comoPrograma(const std::function<void()>& acao);
+
 /// A control by its name; the test ends when there is none.
 template <typename Controle>
 Controle* controle(QWidget* form, const char* nome) {
@@ -90,6 +98,22 @@ Controle* controle(QWidget* form, const char* nome) {
         qFatal("no control %s", nome);
     return achado;
 }
+
+/// Tells of the events of a widget before they are handled, as long as it lives.
+class Observador : public QObject {
+  public:
+    Observador(QObject* alvo, std::function<void(QEvent::Type)> aoVer) : m_aoVer(std::move(aoVer)) {
+        alvo->installEventFilter(this);
+    }
+
+    bool eventFilter(QObject* /*alvo*/, QEvent* evento) override {
+        m_aoVer(evento->type());
+        return false;
+    }
+
+  private:
+    std::function<void(QEvent::Type)> m_aoVer;
+};
 
 /// A real left click on a cell; row 0 is the header.
 void clica(Grid* grade, int linha, int coluna);
@@ -100,6 +124,10 @@ QList<QStringList> linhas(const Grid* grade);
 
 /// Widths of all columns in twips.
 QList<int> larguras(const Grid* grade);
+
+/// How the captions stand, one mark per column as in the grid's format: "<" left, ">" right, "^" centre.
+/// Where there are rows the cells of the first one must stand alike; "?" for a column where they do not.
+QString alinhamentos(const Grid* grade);
 
 // Figures of the tests' own, in whole cents, sharing nothing with the program's arithmetic
 

@@ -41,6 +41,7 @@ class TstComissaoEdicao : public QObject {
     void leavingSaves_data();
     void leavingSaves();
     void shortcutSavesFirst();
+    void printShortcutSavesFirst();
     void failedSaveKeepsTheCell();
     void emptyAndTotalsRowsUpdateNobody_data();
     void emptyAndTotalsRowsUpdateNobody();
@@ -275,6 +276,23 @@ void TstComissaoEdicao::shortcutSavesFirst() {
     QVERIFY(grade()->isEnabled());
     QCOMPARE(grade()->text(1, 3), u"5,0"_s);
     QCOMPARE(grade()->rows(), 5);
+}
+
+void TstComissaoEdicao::printShortcutSavesFirst() {
+    abre(1, 3);
+    digita(u"5"_s);
+    QTest::keyClick(editor(), Qt::Key_I, Qt::AltModifier);
+    QTRY_VERIFY(QApplication::activeModalWidget()); // the button shows itself pressed for a moment
+    QCOMPARE(m->fechaPrevias(), 1);
+    const QStringList comandos = m->comandos();
+    QCOMPARE(comandos.value(0), grava(u" 5"_s, u" 1.5"_s));
+    QCOMPARE(comandos.value(1), u"Truncate Relat2"_s);
+    QCOMPARE(comandos.filter(u"Update Vendedores"_s).size(), 1);
+    QVERIFY(editor()->isHidden());
+    QVERIFY(grade()->isEnabled());
+    QCOMPARE(grade()->text(1, 3), u"5,0"_s);
+    QCOMPARE(m->servidor().consulta(u"SELECT Valor2, Valor3 FROM relat2 WHERE Codigo1='1'"_s),
+             QList<QStringList>({{u"5.00"_s, u"50.00"_s}}));
 }
 
 void TstComissaoEdicao::failedSaveKeepsTheCell() {

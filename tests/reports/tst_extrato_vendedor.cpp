@@ -59,7 +59,10 @@ class TstExtratoVendedor : public QObject {
     void columnNarrowsWithTheScrollBar();
     void opensFromTheCommissionGrid_data();
     void opensFromTheCommissionGrid();
+    void isNotOpenedForADayThatDoesNotExist_data();
     void isNotOpenedForADayThatDoesNotExist();
+    void invertedPeriodOpensEmpty();
+    void oneDayPeriod();
     void escapeCloses();
 
   private:
@@ -131,6 +134,7 @@ void TstExtratoVendedor::captionsWidthsAndNames() {
         const auto* grade = controle<Grid>(tela, "Grid1");
         QCOMPARE(celulas(grade, 0), QStringList({u"DATA"_s, u"Nº NF"_s, u"CLIENTE"_s, u"R$ TOTAL PÃO"_s,
                                                  u"R$ TOT.OUTROS"_s, u"R$ TOTAL NF"_s}));
+        QCOMPARE(alinhamentos(grade), u"^><>>>"_s);
         QCOMPARE(larguras(grade), QList<int>({1200, 1000, 5100, 1500, 1500, 1500}));
         QCOMPARE(controle<QPushButton>(tela, "Command1")->text(), u"&Imprime"_s);
         const QStringList rotulos = {
@@ -347,18 +351,67 @@ void TstExtratoVendedor::opensFromTheCommissionGrid() {
     QCOMPARE(modal.confere(), QString());
 }
 
+void TstExtratoVendedor::isNotOpenedForADayThatDoesNotExist_data() {
+    QTest::addColumn<QString>("caixa");
+    QTest::addColumn<QString>("mensagem");
+    QTest::newRow("start") << u"DataIni"_s << u"Data inicial inválida. Verifique!!!"_s;
+    QTest::newRow("end") << u"DataFin"_s << u"Data final inválida. Verifique!!!"_s;
+}
+
 void TstExtratoVendedor::isNotOpenedForADayThatDoesNotExist() {
+    QFETCH(QString, caixa);
+    QFETCH(QString, mensagem);
     venda(1, u"1000.00"_s, u"PÃO"_s);
     Comissao comissao;
     QVERIFY(mostra(&comissao));
     QTest::mouseClick(controle<QPushButton>(&comissao, "Command4"), Qt::LeftButton);
-    controle<DateBox>(&comissao, "DataFin")->setText(u"31/02/2024"_s);
+    controle<DateBox>(&comissao, qPrintable(caixa))->setText(u"31/02/2024"_s);
     m->marca();
     ModalHelper modal;
-    modal.espera(u"Data final inválida. Verifique!!!"_s, QMessageBox::Ok);
+    modal.espera(mensagem, QMessageBox::Ok);
     clica(controle<Grid>(&comissao, "Grid1"), 1, 12);
     QCOMPARE(modal.confere(), QString());
+    QCOMPARE(comissao.focusWidget()->objectName(), caixa);
     QCOMPARE(m->comandos(), QStringList());
+}
+
+void TstExtratoVendedor::invertedPeriodOpensEmpty() {
+    m->vendedor(7, u"ANA"_s, u"3"_s, u"1.5"_s);
+    venda(1, u"1000.00"_s, u"PÃO"_s);
+    m->troca(u"C1"_s, u"7"_s, u"1"_s, u"60.00"_s);
+    Comissao comissao;
+    QVERIFY(mostra(&comissao));
+    QTest::mouseClick(controle<QPushButton>(&comissao, "Command4"), Qt::LeftButton);
+    controle<DateBox>(&comissao, "DataIni")->setText(u"29/02/2024"_s);
+    controle<DateBox>(&comissao, "DataFin")->setText(u"01/02/2024"_s);
+    ModalHelper modal;
+    modal.aoAbrir([](QWidget* tela) {
+        QCOMPARE(controle<QLabel>(tela, "Label1")->text(),
+                 u"7 - ANA    -   PERÍODO DE 29/02/2024 A 01/02/2024"_s);
+        QCOMPARE(controle<Grid>(tela, "Grid1")->rows(), 1);
+        QCOMPARE(valores(tela), QStringList({u"0,00"_s, u"3,0"_s, u"0,00"_s, u"0,00"_s, u"1,5"_s, u"0,00"_s,
+                                             u"0,00"_s, u"0,00"_s, u"60,00"_s}));
+        tela->close();
+    });
+    clica(controle<Grid>(&comissao, "Grid1"), 1, 12);
+    QCOMPARE(modal.confere(), QString());
+}
+
+void TstExtratoVendedor::oneDayPeriod() {
+    venda(1, u"1.00"_s, u"PÃO"_s, u"5102"_s, u"2024-02-09"_s);
+    venda(2, u"20.00"_s, u"PÃO"_s, u"5102"_s, u"2024-02-10"_s);
+    venda(3, u"300.00"_s, u"PÃO"_s, u"5102"_s, u"2024-02-11"_s);
+    ModalHelper modal;
+    modal.aoAbrir([](QWidget* tela) {
+        QCOMPARE(linhas(controle<Grid>(tela, "Grid1")),
+                 QList<QStringList>(
+                     {{u"10/02/2024"_s, u"2"_s, u"CLIENTE 2"_s, u"20,00"_s, u"0,00"_s, u"20,00"_s}}));
+        QCOMPARE(alinhamentos(controle<Grid>(tela, "Grid1")), u"^><>>>"_s);
+        tela->close();
+    });
+    ExtratoVendedor extrato;
+    extrato.Carrega(7, u"ANA"_s, u"10/02/2024"_s, u"10/02/2024"_s, u"3,0"_s, u"1,5"_s, u"0,00"_s);
+    QCOMPARE(modal.confere(), QString());
 }
 
 void TstExtratoVendedor::escapeCloses() {

@@ -29,6 +29,10 @@ class TstImpressao : public QObject {
     void commissionFillsTheStagingTable();
     void commissionPrintsEditsAndTypedDates();
     void commissionPages();
+    void commissionOnPaperIsTheGrid_data();
+    void commissionOnPaperIsTheGrid();
+    void commissionOfManySellers();
+    void commissionWithoutTheControl();
     void commissionNameWithAnApostrophe();
     void commissionPrintsAgain();
     void statementSendsItsStatements();
@@ -37,7 +41,11 @@ class TstImpressao : public QObject {
     void statementClearsThreeSlots();
     void slotsStayForTheNextReport();
     void statementPages();
+    void statementOnPaperIsTheScreen_data();
+    void statementOnPaperIsTheScreen();
+    void statementWithoutTheControl();
     void statementWithoutSalesIsADivisionByZero();
+    void salesEqualToReturnsAreADivisionByZero();
     void statementNameWithAnApostrophe();
     void statementIntoADateColumn();
     void missingLayoutIsAnErrorReport();
@@ -47,7 +55,12 @@ class TstImpressao : public QObject {
     /// Presses the print button and closes the preview that comes.
     void imprime(QWidget* tela);
     /// Opens Ana's statement, acts on it, closes it.
-    void noExtrato(const std::function<void(QWidget*)>& acao, const QString& devolucao = u"60,00"_s);
+    void noExtrato(const std::function<void(QWidget*)>& acao, const QString& devolucao = u"60,00"_s,
+                   const QString& comissaoPao = u"3,0"_s, const QString& comissaoOutros = u"1,5"_s);
+    /// Presses the print button of a screen and answers the report of an error.
+    void erroAoImprimir(QWidget* tela, const QString& trecho);
+    /// What the formula slots 0 to 4 hold.
+    static QStringList formulas();
     void venda(int nota, int vendedor, const QString& valor, const QString& descricao,
                const QString& cliente = u"CLIENTE"_s);
 
@@ -88,7 +101,24 @@ void TstImpressao::imprime(QWidget* tela) {
     QCOMPARE(m->fechaPrevias(), 1);
 }
 
-void TstImpressao::noExtrato(const std::function<void(QWidget*)>& acao, const QString& devolucao) {
+void TstImpressao::erroAoImprimir(QWidget* tela, const QString& trecho) {
+    ModalHelper modal;
+    modal.esperaContendo(trecho, QMessageBox::Ok);
+    QTest::mouseClick(controle<QPushButton>(tela, "Command1"), Qt::LeftButton);
+    QCOMPARE(modal.confere(), QString());
+    QVERIFY(tela->isVisible());
+    QCOMPARE(m->fechaPrevias(), 0);
+}
+
+QStringList TstImpressao::formulas() {
+    QStringList textos;
+    for (int i = 0; i < 5; ++i)
+        textos.append(CRW->formula(i));
+    return textos;
+}
+
+void TstImpressao::noExtrato(const std::function<void(QWidget*)>& acao, const QString& devolucao,
+                             const QString& comissaoPao, const QString& comissaoOutros) {
     // Not through the modal helper, which would also answer the preview that stands over the statement.
     ExtratoVendedor extrato;
     QMetaObject::invokeMethod(
@@ -98,7 +128,7 @@ void TstImpressao::noExtrato(const std::function<void(QWidget*)>& acao, const QS
             extrato.close();
         },
         Qt::QueuedConnection);
-    extrato.Carrega(1, u"ANA"_s, u"01/02/2024"_s, u"29/02/2024"_s, u"3,0"_s, u"1,5"_s, devolucao);
+    extrato.Carrega(1, u"ANA"_s, u"01/02/2024"_s, u"29/02/2024"_s, comissaoPao, comissaoOutros, devolucao);
 }
 
 void TstImpressao::commissionSendsItsStatements() {
@@ -146,15 +176,100 @@ void TstImpressao::commissionPrintsEditsAndTypedDates() {
 }
 
 void TstImpressao::commissionPages() {
-    if (!Movimento::leitorDePdf())
-        QSKIP("no tool here reads a PDF's text");
     apura();
     imprime(comissao.get());
-    const QString texto = m->textoDoPdf();
+    const QString texto = m->palavrasDoPdf();
     for (const QString& parte :
-         {u"PERÍODO DE 01/02/2024 À 29/02/2024"_s, u"ANA"_s, u"BETO"_s, u"1.234,50"_s, u"37,04"_s,
-          u"1.434,50"_s, u"40,04"_s, u"4,18"_s, u"1.334,50"_s, u"1.534,50"_s})
+         {u"PERÍODO DE 01/02/2024 À 29/02/2024"_s,
+          u"1 ANA 1.234,50 3,0 37,04 200,00 1,5 3,00 1.434,50 40,04 60,00 4,18"_s,
+          u"2 BETO 100,00 0,0 0,00 0,00 0,0 0,00 100,00 0,00 0,00 0,00"_s,
+          u"TOTAL (vendedores: 2) 1.334,50 37,04 200,00 3,00 1.534,50 40,04 60,00 3,91"_s})
         QVERIFY2(texto.contains(parte), qPrintable(parte + u" missing in:\n"_s + texto));
+}
+
+void TstImpressao::commissionOnPaperIsTheGrid_data() {
+    QTest::addColumn<quint32>("semente");
+    QTest::addColumn<QString>("devolucao");
+    // 1.05 of 1,000.01 is 0.104998...: by way of four places it would become 0.11.
+    QTest::newRow("just below a half") << 0u << u"1.05"_s;
+    for (quint32 semente = 31; semente <= 34; ++semente)
+        QTest::addRow("random %u", semente) << semente << QString();
+}
+
+void TstImpressao::commissionOnPaperIsTheGrid() {
+    QFETCH(quint32, semente);
+    QFETCH(QString, devolucao);
+    m->arruma();
+    if (semente > 0) {
+        m->semeia(semente);
+    } else {
+        venda(1, 1, u"1000.01"_s, u"PÃO"_s);
+        m->troca(u"C1"_s, u"1"_s, u"1"_s, devolucao);
+    }
+    apura();
+    imprime(comissao.get());
+    const QString texto = m->palavrasDoPdf();
+    const QList<QStringList> grade = linhas(controle<Grid>(comissao.get(), "Grid1"));
+    const auto vendedores = grade.size() - 2;
+    QVERIFY(vendedores >= 1);
+    for (qsizetype i = 0; i < vendedores; ++i) {
+        QStringList celulas = grade[i].first(12);
+        for (const int percentual : {3, 6})
+            if (celulas[percentual].isEmpty())
+                celulas[percentual] = u"0,0"_s;
+        celulas.removeAll(QString());
+        const QString linha = celulas.join(u' ');
+        QVERIFY2(texto.contains(linha), qPrintable(linha + u" missing in:\n"_s + texto));
+    }
+    QStringList totais = grade.last().mid(2);
+    totais.removeAll(QString());
+    const QString total = u"TOTAL (vendedores: %1) "_s.arg(vendedores) + totais.join(u' ');
+    QVERIFY2(texto.contains(total), qPrintable(total + u" missing in:\n"_s + texto));
+}
+
+void TstImpressao::commissionOfManySellers() {
+    constexpr int vendedores = 120;
+    m->arruma();
+    m->servidor().executa(
+        u"INSERT INTO vendedores (codigovend, vendedor, ComissEsp1, ComissEsp2) SELECT seq, CONCAT('V', "
+        "LPAD(seq, 5, '0')), 10, 0 FROM seq_1_to_%1; INSERT INTO nfsaida (nrnf, SerieNF, CodVendedor, "
+        "razsoc) "
+        "SELECT seq, '1', seq, 'CLIENTE' FROM seq_1_to_%1; INSERT INTO movsaient (nr_nf, serienf, "
+        "dataemissao, entrsai, cancelado, cfop, codigo, descricao, totalvenda) SELECT seq, '1', "
+        "'2024-02-10', 'S', 'N', '5102', 'X', 'PÃO', 10 FROM seq_1_to_%1"_s.arg(vendedores));
+    apura();
+    imprime(comissao.get());
+    QStringList paginas = m->textoDoPdf().split(u'\f');
+    paginas.removeLast(); // a form feed ends the last page too
+    QVERIFY(paginas.size() >= 3);
+    int proximo = 1;
+    for (int pagina = 1; pagina <= paginas.size(); ++pagina) {
+        const QString texto = paginas[pagina - 1].simplified();
+        QVERIFY(texto.contains(u"Página %1 de %2"_s.arg(pagina).arg(paginas.size())));
+        QVERIFY(texto.contains(u"PERÍODO DE 01/02/2024 À 29/02/2024"_s));
+        QVERIFY(texto.contains(u"Código Vendedor R$ total % com. R$ comissão"_s));
+        const int primeiro = proximo;
+        const auto linha = [&] {
+            return u"%1 V%2 10,00 10,0 1,00 0,00 0,0 0,00 10,00 1,00 0,00 0,00"_s.arg(proximo).arg(
+                proximo, 5, 10, QLatin1Char('0'));
+        };
+        while (texto.contains(linha()))
+            ++proximo;
+        QVERIFY(proximo > primeiro);
+    }
+    QCOMPARE(proximo, vendedores + 1);
+    QVERIFY(paginas.last().simplified().contains(
+        u"TOTAL (vendedores: 120) 1.200,00 120,00 0,00 0,00 1.200,00 120,00 0,00 0,00"_s));
+}
+
+void TstImpressao::commissionWithoutTheControl() {
+    apura();
+    ReportControl* const crw = std::exchange(CRW, nullptr);
+    const int fim =
+        comoPrograma([this] { erroAoImprimir(comissao.get(), u"Erro em tempo de execução 424:"_s); });
+    CRW = crw;
+    QCOMPARE(fim, EXIT_FAILURE);
+    QCOMPARE(m->servidor().consulta(u"SELECT COUNT(*) FROM relat2"_s)[0][0], u"2"_s);
 }
 
 void TstImpressao::commissionNameWithAnApostrophe() {
@@ -242,26 +357,109 @@ void TstImpressao::slotsStayForTheNextReport() {
 }
 
 void TstImpressao::statementPages() {
-    if (!Movimento::leitorDePdf())
-        QSKIP("no tool here reads a PDF's text");
     noExtrato([this](QWidget* tela) { imprime(tela); });
-    const QString texto = m->textoDoPdf();
+    const QString texto = m->palavrasDoPdf();
     for (const QString& parte :
-         {u"1 - ANA"_s, u"PERÍODO DE 01/02/2024 A 29/02/2024"_s, u"PADARIA UM"_s, u"PADARIA DOIS"_s,
-          u"10/02/2024"_s, u"1.234,50"_s, u"200,00"_s, u"1.434,50"_s, u"60,00"_s})
+         {u"1 - ANA - PERÍODO DE 01/02/2024 A 29/02/2024"_s,
+          u"10/02/2024 11 PADARIA UM 1.234,50 0,00 1.234,50"_s,
+          u"10/02/2024 12 PADARIA DOIS 0,00 200,00 200,00"_s, u"TOTAL (notas: 2) 1.234,50 200,00 1.434,50"_s,
+          u"Pão 1.234,50 3,0% 37,04 Outros 200,00 1,5% 3,00 Total 1.434,50 40,04"_s,
+          u"Devoluções 60,00 4,18%"_s})
         QVERIFY2(texto.contains(parte), qPrintable(parte + u" missing in:\n"_s + texto));
 }
 
-void TstImpressao::statementWithoutSalesIsADivisionByZero() {
-    m->servidor().executa(u"DELETE FROM movsaient"_s);
-    noExtrato([](QWidget* tela) {
-        ModalHelper modal;
-        modal.esperaContendo(u"Divisão por zero."_s, QMessageBox::Ok);
-        QTest::mouseClick(controle<QPushButton>(tela, "Command1"), Qt::LeftButton);
-        QCOMPARE(modal.confere(), QString());
-        QVERIFY(tela->isVisible());
+void TstImpressao::statementOnPaperIsTheScreen_data() {
+    QTest::addColumn<QString>("pao");
+    QTest::addColumn<QString>("outros");
+    QTest::addColumn<quint32>("semente"); // 0 for one invoice of `pao` and `outros`
+    QTest::newRow("0.1545 twice") << u"10.30"_s << u"10.30"_s << 0u;
+    QTest::newRow("1.50495 twice") << u"100.33"_s << u"100.33"_s << 0u;
+    QTest::newRow("below zero") << u"-100.33"_s << u"-1.00"_s << 0u;
+    for (quint32 semente = 41; semente <= 46; ++semente)
+        QTest::addRow("random %u", semente) << QString() << QString() << semente;
+}
+
+void TstImpressao::statementOnPaperIsTheScreen() {
+    QFETCH(QString, pao);
+    QFETCH(QString, outros);
+    QFETCH(quint32, semente);
+    m->arruma();
+    if (semente > 0) {
+        m->semeia(semente);
+    } else {
+        venda(1, 1, pao, u"PÃO"_s);
+        m->servidor().executa(
+            u"INSERT INTO movsaient (nr_nf, serienf, dataemissao, entrsai, cancelado, cfop, "
+            "descricao, totalvenda) VALUES (1, '1', '2024-02-10', 'S', 'N', '5102', 'BOLO', "_s +
+            outros + u")"_s);
+    }
+    noExtrato(
+        [this](QWidget* tela) {
+            imprime(tela);
+            const auto caixa = [tela](const char* nome) { return controle<QLineEdit>(tela, nome)->text(); };
+            const QString texto = m->palavrasDoPdf();
+            const QString resumo =
+                QStringList({u"Pão"_s, caixa("TotGerPao"), caixa("PorcComissPao") + u'%',
+                             caixa("TotalComissaoPao"), u"Outros"_s, caixa("TotGerOutros"),
+                             caixa("PorcComissOutros") + u'%', caixa("TotalComissaoOutros"), u"Total"_s,
+                             caixa("TotalVendas"), caixa("TotalComissoes"), u"Devoluções"_s,
+                             caixa("TotalDevolucoes")})
+                    .join(u' ');
+            QVERIFY2(texto.contains(resumo), qPrintable(resumo + u" missing in:\n"_s + texto));
+            for (const QStringList& nota : linhas(controle<Grid>(tela, "Grid1")))
+                QVERIFY2(texto.contains(nota.join(u' ')), qPrintable(nota.join(u' ')));
+        },
+        u"60,00"_s, u"1,5"_s, semente > 0 ? u"%1,7"_s.arg(semente) : u"1,5"_s);
+}
+
+void TstImpressao::statementWithoutTheControl() {
+    ReportControl* const crw = std::exchange(CRW, nullptr);
+    const int fim = comoPrograma([this] {
+        noExtrato([this](QWidget* tela) { erroAoImprimir(tela, u"Erro em tempo de execução 424:"_s); });
     });
-    QCOMPARE(m->fechaPrevias(), 0);
+    CRW = crw;
+    QCOMPARE(fim, EXIT_FAILURE);
+    QCOMPARE(m->servidor().consulta(u"SELECT COUNT(*) FROM relat2"_s)[0][0], u"2"_s);
+}
+
+void TstImpressao::statementWithoutSalesIsADivisionByZero() {
+    m->servidor().executa(u"DELETE FROM movsaient; INSERT INTO relat2 SET Codigo1='de antes'"_s);
+    noExtrato([this](QWidget* tela) {
+        m->marca();
+        erroAoImprimir(tela, u"Erro em tempo de execução 11:\n\nDivisão por zero."_s);
+        QCOMPARE(m->comandos(), QStringList({u"truncate relat2"_s}));
+    });
+    QCOMPARE(m->servidor().consulta(u"SELECT * FROM relat2"_s), QList<QStringList>());
+    // The percentage comes last; what was set before it stays.
+    QCOMPARE(formulas(), QStringList({u"Titulo='1 - ANA    -   PERÍODO DE 01/02/2024 A 29/02/2024'"_s,
+                                      u"PorcComissaoPao= 3"_s, u"PorcComissaoOutros= 1.5"_s,
+                                      u"TotalDevolucoes= 60"_s, QString()}));
+}
+
+void TstImpressao::salesEqualToReturnsAreADivisionByZero() {
+    m->servidor().executa(u"DELETE FROM movsaient"_s);
+    LinhaFiscal l;
+    l.nota = 11;
+    l.totalVenda = u"50.00"_s;
+    m->linha(l);
+    l.nota = 12;
+    l.entrsai = u"E"_s;
+    l.cfop = u"1202"_s;
+    m->linha(l);
+    noExtrato([this](QWidget* tela) {
+        QCOMPARE(controle<QLineEdit>(tela, "TotalVendas")->text(), u"0,00"_s);
+        m->marca();
+        erroAoImprimir(tela, u"Erro em tempo de execução 11:\n\nDivisão por zero."_s);
+        const QStringList comandos = m->comandos();
+        QCOMPARE(comandos.size(), 3);
+        QCOMPARE(comandos[0], u"truncate relat2"_s);
+    });
+    QCOMPARE(
+        m->servidor().consulta(u"SELECT Data1, Valor1, Texto1, Valor2, Valor4 FROM relat2 ORDER BY id"_s),
+        QList<QStringList>({{u"10/02/2024"_s, u"11.00"_s, u"PADARIA UM"_s, u"50.00"_s, u"50.00"_s},
+                            {u"10/02/2024"_s, u"12.00"_s, u"PADARIA DOIS"_s, u"-50.00"_s, u"-50.00"_s}}));
+    QCOMPARE(formulas()[3], u"TotalDevolucoes= 60"_s);
+    QCOMPARE(formulas()[4], QString());
 }
 
 void TstImpressao::statementNameWithAnApostrophe() {
@@ -276,12 +474,20 @@ void TstImpressao::statementNameWithAnApostrophe() {
     QCOMPARE(m->fechaPrevias(), 0);
 }
 
+// A shop's own table may have a date there: without strict mode the days are lost, the amounts are not. The
+// sample's column is a text.
 void TstImpressao::statementIntoADateColumn() {
     m->servidor().executa(u"ALTER TABLE relat2 MODIFY Data1 DATE"_s);
     noExtrato([this](QWidget* tela) { imprime(tela); });
-    const auto guardados = m->servidor().consulta(u"SELECT COUNT(*) FROM relat2"_s);
+    const auto guardados = m->servidor().consulta(u"SELECT Data1, Valor1, Texto1 FROM relat2 ORDER BY id"_s);
     m->servidor().executa(u"DELETE FROM relat2; ALTER TABLE relat2 MODIFY Data1 VARCHAR(10)"_s);
-    QCOMPARE(guardados[0][0], u"2"_s);
+    QCOMPARE(guardados, QList<QStringList>({{u"0000-00-00"_s, u"11.00"_s, u"PADARIA UM"_s},
+                                            {u"0000-00-00"_s, u"12.00"_s, u"PADARIA DOIS"_s}}));
+    const QString texto = m->palavrasDoPdf();
+    for (const QString& parte :
+         {u"00/00/0000 11 PADARIA UM 1.234,50"_s, u"00/00/0000 12 PADARIA DOIS 0,00 200,00"_s,
+          u"TOTAL (notas: 2) 1.234,50 200,00 1.434,50"_s})
+        QVERIFY2(texto.contains(parte), qPrintable(parte + u" missing in:\n"_s + texto));
 }
 
 void TstImpressao::missingLayoutIsAnErrorReport() {

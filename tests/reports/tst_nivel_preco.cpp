@@ -1,5 +1,7 @@
+#include "core/Pastas.h"
 #include "core/Relatorio.h"
 #include "platform/RuntimeError.h"
+#include "reports/Impressao.h"
 #include "reports/Movimento.h"
 #include "reports/RelatNivelPreco.h"
 #include "support/ModalHelper.h"
@@ -49,6 +51,8 @@ class TstNivelPreco : public QObject {
     void typedTextFollowsTheConvention();
     void printsActiveCustomersOfTheLevel();
     void queryStaysForItsLayoutAlone();
+    void failedReportTakesItsQueryAlong();
+    void withoutTheControlIsAnErrorReport();
     void noCompanyIsAnErrorReport();
     void byKeyboardAlone();
 
@@ -206,8 +210,6 @@ void TstNivelPreco::printsActiveCustomersOfTheLevel() {
     QCOMPARE(CRW->windowState(), 2);
     QVERIFY(CRW->reportFileName().endsWith(u"\\rpt\\RelatNivelPreco.RPT"));
     QCOMPARE(CRW->formula(0), QString());
-    if (!Movimento::leitorDePdf())
-        QSKIP("no tool here reads a PDF's text");
     const QString texto = m->textoDoPdf();
     QVERIFY2(texto.contains(u"ÁGATA"_s) && texto.contains(u"ZULMIRA"_s), qPrintable(texto));
     QVERIFY(texto.indexOf(u"ÁGATA"_s) < texto.indexOf(u"ZULMIRA"_s));
@@ -224,6 +226,16 @@ void TstNivelPreco::queryStaysForItsLayoutAlone() {
     gera();
     QTRY_COMPARE(modal.confere(), QString());
     QCOMPARE(CRW->sqlQuery(), consulta(1));
+    // Another report in between runs its own query, and this one stays set.
+    m->servidor().executa(u"INSERT INTO relat2 SET Codigo1='1', Texto1='MARIA'"_s);
+    m->marca();
+    MostraRelatorio(u"COMISSAO.RPT"_s);
+    QCOMPARE(m->fechaPrevias(), 1);
+    const QStringList comandos = m->comandos();
+    QCOMPARE(comandos.size(), 1);
+    QVERIFY2(comandos[0].contains(u"FROM relat2"_s), qPrintable(comandos[0]));
+    QVERIFY(m->textoDoPdf().contains(u"MARIA"_s));
+    QCOMPARE(CRW->sqlQuery(), consulta(1));
     QTRY_VERIFY(!QApplication::activeModalWidget());
     tela->activateWindow();
     QVERIFY(QTest::qWaitForWindowActive(tela.get()));
@@ -232,6 +244,38 @@ void TstNivelPreco::queryStaysForItsLayoutAlone() {
     gera();
     QTRY_COMPARE(modal.confere(), QString());
     QCOMPARE(CRW->sqlQuery(), consulta(4));
+}
+
+void TstNivelPreco::failedReportTakesItsQueryAlong() {
+    titulos(u"A"_s, u"B"_s, u"C"_s, u"D"_s);
+    m->servidor().executa(u"INSERT INTO relat2 SET Codigo1='1', Texto1='MARIA'"_s);
+    abre();
+    lista()->setCurrentIndex(0);
+    const QString pasta = QString::fromUtf8(TARVESSA_SOURCE_DIR);
+    FixaPastaDoPrograma(pasta + u"/docs"_s);
+    ModalHelper modal;
+    modal.esperaContendo(u"RelatNivelPreco.RPT"_s, QMessageBox::Ok);
+    gera();
+    FixaPastaDoPrograma(pasta);
+    QCOMPARE(modal.confere(), QString());
+    MostraRelatorio(u"COMISSAO.RPT"_s);
+    QCOMPARE(m->fechaPrevias(), 1);
+    QVERIFY(m->textoDoPdf().contains(u"MARIA"_s));
+}
+
+void TstNivelPreco::withoutTheControlIsAnErrorReport() {
+    titulos(u"A"_s, u"B"_s, u"C"_s, u"D"_s);
+    abre();
+    lista()->setCurrentIndex(0);
+    ReportControl* const crw = std::exchange(CRW, nullptr);
+    ModalHelper modal;
+    modal.esperaContendo(
+        u"Erro em tempo de execução 424:\n\nO objeto é obrigatório: não há controle de relatório."_s,
+        QMessageBox::Ok);
+    const int fim = comoPrograma([this] { gera(); });
+    CRW = crw;
+    QCOMPARE(fim, EXIT_FAILURE);
+    QCOMPARE(modal.confere(), QString());
 }
 
 void TstNivelPreco::noCompanyIsAnErrorReport() {
