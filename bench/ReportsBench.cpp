@@ -26,7 +26,7 @@ namespace {
 
 constexpr int lines = 1000000;
 constexpr double clientGoal = 1.05;
-constexpr int rounds = 5;
+constexpr int rounds = 3; // half a minute each
 const QString start = u"01/01/2024"_s;
 const QString end = u"31/12/2024"_s;
 

@@ -53,18 +53,16 @@ void PainelFechamento::Command5_Click() {
     if (!boxes::ask(this, u"Deseja realmente o processo desta função?"_s, QMessageBox::Question))
         return;
     QStringList corrigidos;
-    const bool completa = guarded(this, [&] { corrigePrecos(corrigidos); });
-    if (!corrigidos.isEmpty()) {
-        // What was corrected is stored, also when the check was cut short: neither that nor a log that cannot
-        // be written may keep the list from the screen.
+    bool completa = guarded(this, [&] { corrigePrecos(corrigidos); });
+    if (completa && !corrigidos.isEmpty()) {
+        // The prices are stored by now: a log that cannot be written must not keep the list from the screen.
         guarded(this, [&] { gravaLogDePrecos(corrigidos); });
         boxes::inform(this, u"PEDIDOS COM PREÇOS CORRIGIDOS:\n\n"_s + corrigidos.join(u'\n') + u'\n');
-        // The totals on the screen are no longer those of the documents: should they not be listed again,
-        // none of them may be closed.
-        esvaziaLista();
     }
-    if (completa)
-        Command3_Click();
+    completa = completa && guarded(this, [this] { Command3_Click(); });
+    // The totals on the screen are not those of the corrected documents: none of them may be closed.
+    if (!completa && !corrigidos.isEmpty())
+        esvaziaLista();
 }
 
 /// Adds the pre-sales in which a price was corrected, one text each; what was added before an error stands.

@@ -7,10 +7,9 @@
 #include "core/AcessoDados.h"
 #include "core/Esquema.h"
 #include "core/Numeros.h"
+#include "platform/Guard.h"
 #include "platform/RuntimeError.h"
 #include "ui_PainelFechamento.h"
-
-#include <QScopeGuard>
 
 #include <limits>
 
@@ -44,22 +43,26 @@ qint32 proximaPv() {
 } // namespace
 
 void PainelFechamento::Command2_Click() {
-    {
-        // Should one fail, ticks and total show what is still to be converted.
-        const auto totaliza = qScopeGuard([this] { TotalSelecionado(); });
-        ProgressoLote::Lote lote(m_progresso, ui->Grid1->rows() - 1, u"DAV"_s);
-        for (int linha = 1; linha < ui->Grid1->rows(); ++linha) {
-            lote.linha(linha);
-            if (!ui->Grid1->isTicked(linha))
-                continue;
-            converteDav(ValorInteiro(ui->Grid1->text(linha, colunas::Pedido)));
-            ui->Grid1->setTicked(linha, false);
-        }
+    if (!guarded(this, [this] { converteSelecionados(); })) {
+        // Ticks and total show what is still to be converted.
+        TotalSelecionado();
+        return;
     }
     ui->Grid1->setRows(1);
     TotalSelecionado();
     ui->Command2->setEnabled(false);
     ui->Command3->setEnabled(true);
+}
+
+void PainelFechamento::converteSelecionados() {
+    ProgressoLote::Lote lote(m_progresso, ui->Grid1->rows() - 1, u"DAV"_s);
+    for (int linha = 1; linha < ui->Grid1->rows(); ++linha) {
+        lote.linha(linha);
+        if (!ui->Grid1->isTicked(linha))
+            continue;
+        converteDav(ValorInteiro(ui->Grid1->text(linha, colunas::Pedido)));
+        ui->Grid1->setTicked(linha, false);
+    }
 }
 
 void PainelFechamento::converteDav(qint32 numero) {

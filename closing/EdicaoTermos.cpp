@@ -5,7 +5,6 @@
 #include "core/AcessoDados.h"
 #include "core/Esquema.h"
 #include "core/Numeros.h"
-#include "core/Rotinas.h"
 #include "platform/Guard.h"
 #include "platform/MessageBoxes.h"
 #include "platform/RuntimeError.h"
@@ -159,11 +158,12 @@ void PainelFechamento::gravaDias(int linha, const QString& texto) {
 /// Writes days and method to the row's customer (`clientes`). Raises RuntimeError, also for a method whose
 /// name would break the statement.
 void PainelFechamento::gravaTermos(int linha, Dinheiro dias, const QString& forma) {
-    if (LimpaTexto(forma) != forma)
+    if (forma.contains(u'\'') || forma.contains(u'\\'))
         throw RuntimeError(
             ErrorNumber::TypeMismatch,
             u"Tipos incompatíveis: a forma de pagamento %1 tem no nome um caractere que não "
-            "pode ser gravado, como o apóstrofo. Corrija o cadastro de finalizadoras."_s.arg(forma));
+            "pode ser gravado, como o apóstrofo. Corrija o nome nos cadastros de finalizadoras e do cliente."_s
+                .arg(forma));
     Executa(u"Update Clientes Set Prazo="_s + dias.ponto() + u", FormaPG='"_s + forma +
             u"' Where Codigo='"_s + ui->Grid1->text(linha, colunas::CodigoCli) + u"'"_s);
 }

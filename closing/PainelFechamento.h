@@ -96,6 +96,7 @@ class PainelFechamento : public QMainWindow {
 
     // DAV to pre-sale (Conversao.cpp)
     void Command2_Click();
+    void converteSelecionados();
     void converteDav(qint32 numero);
 
     // Price check (AnalisePrecos.cpp)

@@ -5,6 +5,7 @@
 #include "core/Rotinas.h"
 #include "platform/MessageBoxes.h"
 #include "platform/Pictures.h"
+#include "platform/RuntimeError.h"
 #include "platform/TextBox.h"
 #include "targets/CampoProduto.h"
 #include "targets/Colunas.h"
@@ -84,18 +85,27 @@ void MetasQuadro::Command1_Click() {
     }
     const qint32 vendedor = CodigoDaLista(ui->Vendedores->currentText());
     const QString produto = m_produto->codigo();
-    const Dinheiro quantidade = quantidadeDigitada(ui->Quantidade->text());
     if (vendedor == 0) {
         boxes::inform(this, u"Vendedor não selecionado corretamente. Verifique!!!"_s);
         ui->Vendedores->setFocus();
     } else if (produto.isEmpty()) {
         boxes::inform(this, u"Produto não selecionado corretamente. Verifique!!!"_s);
         foca(ui->Descricao);
-    } else if (quantidade >= quantidadeInvalida || quantidade <= Dinheiro()) {
+    } else if (const Dinheiro quantidade = quantidadeDaMeta(); quantidade <= Dinheiro()) {
         boxes::inform(this, u"Quantidade inválida. Verifique!!!"_s);
         foca(ui->Quantidade);
     } else {
         insereMeta(vendedor, produto, quantidade);
+    }
+}
+
+/// What `Quantidade` holds; 0 when that is no quantity for a target, however long the number.
+Dinheiro MetasQuadro::quantidadeDaMeta() const {
+    try {
+        const Dinheiro quantidade = quantidadeDigitada(ui->Quantidade->text());
+        return quantidade < quantidadeInvalida ? quantidade : Dinheiro();
+    } catch (const RuntimeError&) {
+        return {};
     }
 }
 

@@ -50,6 +50,7 @@ class MetasQuadro : public QDialog {
     // Maintenance (Manutencao.cpp)
     void defineLarguras();
     void Command1_Click();
+    Dinheiro quantidadeDaMeta() const;
     void insereMeta(qint32 vendedor, const QString& produto, Dinheiro quantidade);
     void Grid1_Click(int linha, int coluna);
     void excluiMeta(int linha);

@@ -161,6 +161,7 @@ void quantidades() {
     QTest::newRow("zero") << u"0"_s << antiga << celulaAntiga;
     QTest::newRow("negative") << u"-1"_s << antiga << celulaAntiga;
     QTest::newRow("letters") << u"abc"_s << antiga << celulaAntiga;
+    QTest::newRow("nothing") << QString() << antiga << celulaAntiga;
     QTest::newRow("number with letters") << u"12cx"_s << antiga << celulaAntiga;
 }
 
@@ -168,6 +169,8 @@ void quantidades() {
 
 void TstMetasEdicao::typed_data() {
     quantidades();
+    // By key every point is a comma, and two of them are no number.
+    QTest::newRow("thousands and comma") << u"1.234,5"_s << u" 1234.5"_s << u"1.234,500"_s;
 }
 
 void TstMetasEdicao::typed() {
@@ -176,6 +179,7 @@ void TstMetasEdicao::typed() {
     QFETCH(QString, celula);
     abreEditor();
     StatementLog registro(b->servidor());
+    b->tecla(Qt::Key_Delete); // the text is selected
     b->digita(texto);
     QCOMPARE(b->caixa(u"TextGrid"_s)->text(), QString(texto).replace(u'.', u',').toUpper());
     b->tecla(Qt::Key_Return);
@@ -194,7 +198,10 @@ void TstMetasEdicao::pasted() {
     QFETCH(QString, celula);
     abreEditor();
     StatementLog registro(b->servidor());
-    b->cola(texto);
+    if (texto.isEmpty())
+        b->tecla(Qt::Key_X, Qt::ControlModifier);
+    else
+        b->cola(texto);
     b->tecla(Qt::Key_Return);
     QCOMPARE(registro.textos(), StatementLog::esperado({sqlUpdate(numero)}));
     confereFechado(celula);

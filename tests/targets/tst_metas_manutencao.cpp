@@ -325,6 +325,8 @@ void quantidades() {
     QTest::newRow("a million") << u"1000000"_s << QString();
     QTest::newRow("a million and more") << u"1000000,001"_s << QString();
     QTest::newRow("far too much") << u"99999999999999"_s << QString();
+    QTest::newRow("beyond everything") << u"99999999999999999999"_s << QString();
+    QTest::newRow("below everything") << u"-99999999999999999999"_s << QString();
     QTest::newRow("zero") << u"0"_s << QString();
     QTest::newRow("negative") << u"-1"_s << QString();
     QTest::newRow("nothing") << QString() << QString();
@@ -355,6 +357,8 @@ void TstMetasManutencao::verificaQuantidade(const QString& gravada) {
 void TstMetasManutencao::quantityTyped_data() {
     quantidades();
     QTest::newRow("point") << u"1.5"_s << u"1.500"_s;
+    // By key every point is a comma, and two of them are no number.
+    QTest::newRow("thousands and comma") << u"1.234,5"_s << QString();
 }
 
 void TstMetasManutencao::quantityTyped() {

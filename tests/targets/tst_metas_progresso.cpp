@@ -107,7 +107,14 @@ class TstMetasProgresso : public QObject {
     void cutAtEveryStatement();
 
   private:
+    struct Aparencia {
+        QColor fundo;
+        QColor letra;
+        bool negrito = false;
+    };
+
     void gera();
+    void aparencia(int linha, int coluna, const Aparencia& esperada) const;
     QStringList produto(int linha) { return b->linha(u"Grid2"_s, linha); }
     QStringList produto(const QString& codigo) { return produto(b->linhaDe(u"Grid2"_s, codigo)); }
 
@@ -568,13 +575,23 @@ void TstMetasProgresso::earlierFiguresAreOverwritten() {
 }
 
 // Rows of one seller come in the database's order: each is looked up by its product.
+void TstMetasProgresso::aparencia(int linha, int coluna, const Aparencia& esperada) const {
+    const Grid* grade = b->grade(u"Grid2"_s);
+    QCOMPARE(grade->backColor(linha, coluna), esperada.fundo);
+    QCOMPARE(grade->foreColor(linha, coluna), esperada.letra);
+    QCOMPARE(grade->isBold(linha, coluna), esperada.negrito);
+}
+
 void TstMetasProgresso::figuresAgainstRawRows() {
+    const Aparencia destaque{vermelhoClaro, vermelho, true};
     const MundoSorteado mundo(b->servidor());
     gera();
     const Grid* grade = b->grade(u"Grid2"_s);
     int linha = 1;
     for (int v = 1; v <= MundoSorteado::vendedores; ++v) {
         const QString rotulo = v == 1 ? u"1 - ANA"_s : v == 2 ? u"2 - BRUNO"_s : u"%1 - (Nenhum)"_s.arg(v);
+        for (int coluna = 0; coluna < grade->columns(); ++coluna)
+            aparencia(linha, coluna, {amarelo, vermelho, true});
         QCOMPARE(produto(linha++)[colunasQuadro::Descricao], rotulo);
         QSet<int> vistos;
         MundoSorteado::Conta totais;
@@ -585,11 +602,18 @@ void TstMetasProgresso::figuresAgainstRawRows() {
             totais += conta;
             QCOMPARE(produto(linha),
                      MundoSorteado::celulas(MundoSorteado::codigo(p), MundoSorteado::descricao(p), conta));
-            QCOMPARE(grade->isBold(linha, colunasQuadro::PercMeta), conta.vendido >= conta.meta);
+            const bool atingida = conta.vendido >= conta.meta;
+            for (int coluna = 0; coluna < grade->columns(); ++coluna)
+                aparencia(linha, coluna,
+                          atingida && coluna == colunasQuadro::PercMeta ? destaque : Aparencia{});
         }
         const auto doVendedor = [v](const auto& conta) { return conta.first.first == v; };
         QCOMPARE(vistos.size(), std::count_if(mundo.contas().begin(), mundo.contas().end(), doVendedor));
         QVERIFY(totais.vendido > 0);
+        for (int coluna = 0; coluna < grade->columns(); ++coluna) {
+            aparencia(linha, coluna, {});
+            aparencia(linha + 1, coluna, {vermelhoClaro, {}, true});
+        }
         QCOMPARE(produto(linha++), QStringList(QList<QString>(8)));
         QCOMPARE(produto(linha++),
                  MundoSorteado::celulas({}, u"*** TOTAIS DE "_s + rotulo + u" ***"_s, totais));
