@@ -12,8 +12,9 @@ namespace tarvessa::report {
 namespace {
 
 // The letter under which a name is filed: without accent, in upper case; "#" when it does not begin with one.
+// A leading blank is none: a query that sorts by the name has put it before all letters.
 QString initialOf(const QString& text) {
-    const QString name = text.trimmed().normalized(QString::NormalizationForm_D);
+    const QString name = text.normalized(QString::NormalizationForm_D);
     return name.isEmpty() || !name[0].isLetter() ? u"#"_s : QString(name[0].toUpper());
 }
 
