@@ -67,19 +67,24 @@ void Composer::composeText(const Text& text, QPointF origin, const Context& cont
         return;
     const QRectF place = text.place.translated(origin);
     if (!text.wraps) {
-        placeLine(text, content, place, sink);
+        sink.text(placeLine(text, content, place));
         return;
     }
     QRectF linePlace = place;
-    for (const QString& line : m_fonts.wrap(text.font, content, place.width())) {
-        placeLine(text, line, linePlace, sink);
+    const QStringList lines = m_fonts.wrap(text.font, content, place.width());
+    for (qsizetype i = 0; i < lines.size(); ++i) {
+        PlacedText placed = placeLine(text, lines[i], linePlace);
+        if (i == 0 && lines.size() > 1) {
+            placed.whole = content;
+            placed.lines = static_cast<int>(lines.size());
+        }
+        sink.text(placed);
         linePlace.translate(0, m_fonts.lineHeight(text.font));
     }
 }
 
-void Composer::placeLine(const Text& text, const QString& content, const QRectF& place,
-                         PageSink& sink) const {
-    PlacedText placed{content, {}, place, text.font, text.colour, 1};
+PlacedText Composer::placeLine(const Text& text, const QString& content, const QRectF& place) const {
+    PlacedText placed{content, {}, place, text.font, text.colour, 1, {}, 1};
     double width = 0; // needed only where it decides something
     if (text.alignment != Qt::AlignLeft || !m_fonts.surelyFits(text.font, content, place.width())) {
         width = m_fonts.width(text.font, content);
@@ -97,7 +102,7 @@ void Composer::placeLine(const Text& text, const QString& content, const QRectF&
     const double y =
         place.top() + (place.height() - m_fonts.lineHeight(text.font)) / 2 + m_fonts.ascent(text.font);
     placed.baseline = QPointF(x, y);
-    sink.text(placed);
+    return placed;
 }
 
 } // namespace tarvessa::report

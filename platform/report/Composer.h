@@ -17,7 +17,7 @@ class Composer {
   private:
     void composeBand(const Item& item, const Context& context, PageSink& sink) const;
     void composeText(const Text& text, QPointF origin, const Context& context, PageSink& sink) const;
-    void placeLine(const Text& text, const QString& content, const QRectF& place, PageSink& sink) const;
+    PlacedText placeLine(const Text& text, const QString& content, const QRectF& place) const;
 
     const Layout& m_layout;
     const Values& m_values;

@@ -1,8 +1,8 @@
 #include "platform/report/CsvFile.h"
 
-#include "platform/Formata.h"
 #include "platform/RuntimeError.h"
 #include "platform/report/DateMask.h"
+#include "platform/report/NumberMask.h"
 
 #include <QSaveFile>
 
@@ -22,15 +22,9 @@ QByteArray quoted(const QString& text) {
     return '"' + bytes + '"';
 }
 
-// The decimals of the mask without points between the thousands, which not every spreadsheet reads.
-QString numberByMask(const QString& text, QString mask) {
-    if (text.isEmpty())
-        return text;
-    try {
-        return Formata(Dinheiro::dePonto(text), mask.remove(u','));
-    } catch (const RuntimeError&) {
-        return text; // no number: as the database has it
-    }
+// Without points between the thousands, which not every spreadsheet reads.
+QString withoutPoints(QString mask) {
+    return mask.remove(u',');
 }
 
 } // namespace
@@ -73,7 +67,7 @@ QByteArray CsvFile::line(qsizetype row) const {
     for (size_t i = 0; i < m_columns.size(); ++i) {
         QString text = m_data.rows().text(row, static_cast<int>(i));
         if (m_columns[i].format.kind == Format::Kind::Number)
-            text = numberByMask(text, m_columns[i].format.mask);
+            text = numberByMask(text, withoutPoints(m_columns[i].format.mask));
         else if (m_columns[i].format.kind == Format::Kind::Date)
             text = dateByMask(text, m_columns[i].format.mask);
         result += (i > 0 ? ";" : "") + quoted(text);

@@ -6,8 +6,8 @@
 namespace tarvessa::report {
 
 /// The data of a report as a spreadsheet takes it: every column of the query, headed as the layout says.
-/// Columns with a number format get a comma for the decimals, those with a date format dates as they are
-/// printed; all others stand as in the database.
+/// Columns with a format stand as they are printed with it, only without points between the thousands; all
+/// others as in the database.
 class CsvFile {
   public:
     /// All rows must have been read.

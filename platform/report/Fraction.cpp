@@ -1,8 +1,7 @@
 #include "platform/report/Fraction.h"
 
 #include "platform/RuntimeError.h"
-
-#include <limits>
+#include "platform/report/RoundedRatio.h"
 
 using namespace Qt::StringLiterals;
 
@@ -10,24 +9,14 @@ namespace tarvessa::report {
 
 namespace {
 
-using Wide = __int128;
+constexpr __int128 leastNumber = static_cast<__int128>(1) << 127;
 
-[[noreturn]] void overflow() {
-    throw RuntimeError(ErrorNumber::Overflow, u"Estouro: o cálculo passa do maior número possível."_s);
-}
-
-Wide product(Wide a, Wide b) {
-    Wide result = 0;
-    if (__builtin_mul_overflow(a, b, &result))
-        overflow();
-    return result;
-}
-
-Wide sum(Wide a, Wide b) {
-    Wide result = 0;
-    if (__builtin_add_overflow(a, b, &result))
-        overflow();
-    return result;
+// In ten-thousandths, from a number in units of which `unit` ten-thousandths make one.
+Dinheiro amount(std::optional<long long> value, long long unit) {
+    long long result = 0;
+    if (!value || __builtin_mul_overflow(*value, unit, &result))
+        throw RuntimeError(ErrorNumber::Overflow, u"Estouro: o cálculo passa do maior número possível."_s);
+    return Dinheiro::deDecimosMilesimos(result);
 }
 
 } // namespace
@@ -48,22 +37,47 @@ Fraction::Wide Fraction::common(Wide a, Wide b) {
     return a < 0 ? -a : a;
 }
 
+std::optional<Fraction::Wide> Fraction::product(Wide a, Wide b) {
+    Wide result = 0;
+    if (__builtin_mul_overflow(a, b, &result) || result == leastNumber)
+        return {};
+    return result;
+}
+
+std::optional<Fraction::Wide> Fraction::sum(std::optional<Wide> a, std::optional<Wide> b) {
+    Wide result = 0;
+    if (!a || !b || __builtin_add_overflow(*a, *b, &result) || result == leastNumber)
+        return {};
+    return result;
+}
+
 Fraction Fraction::operator+(const Fraction& other) const {
     const Wide shared = common(m_below, other.m_below);
-    const Wide left = product(m_above, other.m_below / shared);
-    const Wide right = product(other.m_above, m_below / shared);
-    return {sum(left, right), product(m_below / shared, other.m_below)};
+    const WideProduct left{m_above, other.m_below / shared};
+    const WideProduct right{other.m_above, m_below / shared};
+    const WideProduct divisor{m_below / shared, other.m_below};
+    const auto above = sum(product(left.left, left.right), product(right.left, right.right));
+    const auto below = product(divisor.left, divisor.right);
+    if (above && below)
+        return {*above, *below};
+    return Fraction(amount(roundedRatio(left, right, divisor, Dinheiro::casas), 1));
 }
 
 Fraction Fraction::operator-(const Fraction& other) const {
-    return *this + Fraction(product(other.m_above, -1), other.m_below);
+    return *this + Fraction(-other.m_above, other.m_below);
 }
 
-// Shortened crosswise before, so that only what is really too large overflows.
+// Shortened crosswise before, so that only what is really too large is rounded.
 Fraction Fraction::operator*(const Fraction& other) const {
     const Wide left = common(m_above, other.m_below);
     const Wide right = common(other.m_above, m_below);
-    return {product(m_above / left, other.m_above / right), product(m_below / right, other.m_below / left)};
+    const WideProduct dividend{m_above / left, other.m_above / right};
+    const WideProduct divisor{m_below / right, other.m_below / left};
+    const auto above = product(dividend.left, dividend.right);
+    const auto below = product(divisor.left, divisor.right);
+    if (above && below)
+        return {*above, *below};
+    return Fraction(amount(roundedRatio(dividend, {}, divisor, Dinheiro::casas), 1));
 }
 
 Fraction Fraction::operator/(const Fraction& other) const {
@@ -72,21 +86,14 @@ Fraction Fraction::operator/(const Fraction& other) const {
 
 Dinheiro Fraction::rounded(int decimals) const {
     constexpr int places = 4;
-    constexpr Wide ten = 10;
-    Wide scale = 1;
-    Wide unit = 1; // in ten-thousandths
+    unsigned scale = 1;
+    long long unit = 1; // in ten-thousandths
     for (int i = 0; i < places; ++i)
-        (i < decimals ? scale : unit) *= ten;
-    const Wide rest = product(m_above % m_below, scale);
-    Wide result = sum(product(m_above / m_below, scale), rest / m_below);
-    const Wide left = rest % m_below;
-    // Twice the rest may be too large a number; what is missing to the next one is not.
-    if ((left < 0 ? -left : left) >= m_below - (left < 0 ? -left : left))
-        result = sum(result, m_above < 0 ? -1 : 1);
-    result = product(result, unit);
-    if (result > std::numeric_limits<qint64>::max() || result < std::numeric_limits<qint64>::min())
-        overflow();
-    return Dinheiro::deDecimosMilesimos(static_cast<qint64>(result));
+        if (i < decimals)
+            scale *= 10;
+        else
+            unit *= 10;
+    return amount(roundedRatio({m_above, 1}, {}, {m_below, 1}, scale), unit);
 }
 
 } // namespace tarvessa::report

@@ -30,4 +30,12 @@ void raiseLayoutError(const QString& fileName, qint64 line, const QString& probl
                                                        .arg(problem));
 }
 
+void raiseAtLine(const QString& fileName, qint64 line, const QString& name, const RuntimeError& error) {
+    throw RuntimeError(error.number(),
+                       u"%1, linha %2: \"%3\": %4"_s.arg(QDir::toNativeSeparators(fileName))
+                           .arg(line)
+                           .arg(name, error.text()),
+                       error.sqlState(), error.statement());
+}
+
 } // namespace tarvessa::report

@@ -13,6 +13,10 @@
 #include <optional>
 #include <vector>
 
+namespace tarvessa {
+class RuntimeError;
+}
+
 /// What a layout file says, read once and not changed while its report lives. Lengths are in dots.
 namespace tarvessa::report {
 
@@ -152,5 +156,10 @@ struct Layout {
 
 /// Raises RuntimeError (InvalidLayout) that names file, line and problem.
 [[noreturn]] void raiseLayoutError(const QString& fileName, qint64 line, const QString& problem);
+
+/// Raises the error once more under its own number, with file, line and name of what was being calculated
+/// before its text.
+[[noreturn]] void raiseAtLine(const QString& fileName, qint64 line, const QString& name,
+                              const RuntimeError& error);
 
 } // namespace tarvessa::report

@@ -8,6 +8,16 @@ using namespace Qt::StringLiterals;
 
 namespace tarvessa::report {
 
+namespace {
+
+// With it an editor finds the schema of the file.
+bool isSchemaHint(const QXmlStreamAttribute& attribute) {
+    return attribute.namespaceUri() == "http://www.w3.org/2001/XMLSchema-instance"_L1 &&
+           attribute.name() == "noNamespaceSchemaLocation"_L1;
+}
+
+} // namespace
+
 LayoutXml::LayoutXml(QString fileName, const QByteArray& contents) : m_fileName(std::move(fileName)) {
     constexpr QByteArrayView byteOrderMark("\xEF\xBB\xBF");
     QByteArrayView start(contents);
@@ -57,7 +67,8 @@ void LayoutXml::expectEmpty() {
 void LayoutXml::expectAttributes(std::initializer_list<QStringView> names) const {
     const QXmlStreamAttributes attributes = m_reader.attributes();
     for (const QXmlStreamAttribute& attribute : attributes)
-        if (std::find(names.begin(), names.end(), attribute.name()) == names.end())
+        if (!isSchemaHint(attribute) &&
+            std::find(names.begin(), names.end(), attribute.name()) == names.end())
             fail(u"o elemento \"%1\" não tem o atributo \"%2\"."_s.arg(m_reader.name(), attribute.name()));
 }
 

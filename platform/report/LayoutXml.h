@@ -32,7 +32,8 @@ class LayoutXml {
     /// Goes past the end of the open element, which must have nothing in it.
     void expectEmpty();
 
-    /// Refuses attributes of the open element that are not among these.
+    /// Refuses attributes of the open element that are not among these; xsi:noNamespaceSchemaLocation is
+    /// always allowed.
     void expectAttributes(std::initializer_list<QStringView> names) const;
 
     bool has(QStringView attribute) const;

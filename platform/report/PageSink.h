@@ -12,6 +12,8 @@ struct PlacedText {
     int font = 0;
     QColor colour;
     double squeeze = 1; // horizontal scale
+    QString whole;      // on the first line of a text of several: all of it
+    int lines = 1;      // and how many there are
 };
 
 /// Takes what a page shows, in the order of drawing. Places are in dots from the paper's top left corner.

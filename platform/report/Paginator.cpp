@@ -1,5 +1,7 @@
 #include "platform/report/Paginator.h"
 
+#include "platform/RuntimeError.h"
+
 #include <algorithm>
 
 namespace tarvessa::report {
@@ -114,7 +116,15 @@ void Paginator::addTotals(qint32 row) {
         if (total.kind == Total::Kind::Count)
             m_totals[i] += Dinheiro(1);
         else if (const auto value = m_values.columnNumber(total.of->index, row, total.line))
-            m_totals[i] += *value;
+            addTo(m_totals[i], *value, total);
+    }
+}
+
+void Paginator::addTo(Dinheiro& sum, Dinheiro value, const Total& total) const {
+    try {
+        sum += value;
+    } catch (const RuntimeError& error) {
+        raiseAtLine(m_layout.fileName, total.line, total.name, error);
     }
 }
 

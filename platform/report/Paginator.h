@@ -64,6 +64,7 @@ class Paginator {
     void finish();
     int firstChangedGroup(qint32 row);
     void addTotals(qint32 row);
+    void addTo(Dinheiro& sum, Dinheiro value, const Total& total) const;
     qint32 noteTotals();
     void closeGroups(int from, qint32 row);
     void addItem(const Band& band, qint32 row, qint32 totals = -1);

@@ -194,8 +194,13 @@ void PreviewWindow::readOn() {
 }
 
 void PreviewWindow::readAll() {
+    // An error of these rows is reported once: the reading that is due next would tell it again, over the
+    // box.
+    m_reading.stop();
+    disconnect(m_view, &PageView::painted, &m_reading, nullptr);
     const BusyPointer busy;
     m_report->readAll();
+    m_view->viewport()->update(); // the pages now say how many there are
     updateControls();
 }
 
@@ -270,9 +275,11 @@ void PreviewWindow::editPageNumber() {
 
 void PreviewWindow::goToPage() {
     const int page = m_pageNumber->text().toInt() - 1;
+    // Should the page not be had, the one that stays is numbered.
     m_pageNumber->setModified(false);
-    showPage(page);
+    updateControls();
     m_view->setFocus();
+    showPage(page);
 }
 
 void PreviewWindow::zoomIn() {
@@ -366,6 +373,7 @@ void PreviewWindow::savePdf() {
     const QString path = askFileName(u"Salvar como PDF"_s, u"pdf"_s, u"Documento PDF (*.pdf)"_s);
     if (path.isEmpty())
         return;
+    readAll();
     const BusyPointer busy;
     m_report->savePdf(path);
     statusBar()->showMessage(u"Gravado: %1"_s.arg(path), messageMilliseconds);
@@ -376,6 +384,7 @@ void PreviewWindow::saveCsv() {
         askFileName(u"Salvar dados (CSV)"_s, u"csv"_s, u"Dados separados por \";\" (*.csv)"_s);
     if (path.isEmpty())
         return;
+    readAll();
     const BusyPointer busy;
     m_report->saveCsv(path);
     statusBar()->showMessage(u"Gravado: %1"_s.arg(path), messageMilliseconds);

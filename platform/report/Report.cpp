@@ -29,6 +29,13 @@ class TextCollector : public PageSink {
     std::vector<PlacedText>& m_texts;
 };
 
+class NoSink : public PageSink {
+  public:
+    void text(const PlacedText& /*text*/) override {}
+    void line(const Line& /*line*/) override {}
+    void box(const Box& /*box*/) override {}
+};
+
 } // namespace
 
 Report::Report(Layout layout, const QString& connectionString, const QString& query,
@@ -114,6 +121,10 @@ void Report::saveCsv(const QString& path) {
 
 void Report::print(QPrinter& printer, int first, int last) {
     readAll();
+    // A page that fails would leave those before it on the printer: all are tried first.
+    NoSink nowhere;
+    for (int page = first; page <= last; ++page)
+        m_composer.compose(page, nowhere);
     printer.setDocName(m_layout.title);
     printer.setFullPage(true);
     QPainter painter;

@@ -55,7 +55,8 @@ class Report {
     void saveCsv(const QString& path);
 
     /// Prints pages `first` to `last` (from 0) as the printer is set up; pages are scaled to its paper when
-    /// that is another than the layout's. Raises RuntimeError when the printer refuses.
+    /// that is another than the layout's. Raises RuntimeError when the printer refuses, and for a page that
+    /// cannot be composed, then before the printer has been given any.
     void print(QPrinter& printer, int first, int last);
 
   private:

@@ -59,16 +59,16 @@ void ReportControl::setAction(int action) {
                                                   m_clock());
         report->readPage();
     }
-    m_report = report;
-    showPreview();
+    showPreview(report);
+    m_report = std::move(report);
 }
 
-void ReportControl::showPreview() {
+void ReportControl::showPreview(const std::shared_ptr<report::Report>& report) {
     // Over a modal screen the preview must be that screen's child, or it could not be used.
     QWidget* behind = QApplication::activeModalWidget();
     if (!behind)
         behind = QApplication::activeWindow() ? QApplication::activeWindow() : m_owner;
-    auto preview = std::make_unique<report::PreviewWindow>(m_report, behind);
+    auto preview = std::make_unique<report::PreviewWindow>(report, behind);
     if (m_windowState == maximised)
         preview->showMaximized();
     else if (m_windowState == minimised)

@@ -62,7 +62,7 @@ class ReportControl {
     std::shared_ptr<report::Report> lastReport() const { return m_report; }
 
   private:
-    void showPreview();
+    void showPreview(const std::shared_ptr<report::Report>& report);
 
     QWidget* m_owner;
     QString m_connectionString;

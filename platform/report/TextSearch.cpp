@@ -1,5 +1,7 @@
 #include "platform/report/TextSearch.h"
 
+#include <algorithm>
+
 namespace tarvessa::report {
 
 namespace {
@@ -10,6 +12,23 @@ QString withoutAccents(const QString& text) {
         if (!c.isMark())
             result.append(c.toLower());
     return result;
+}
+
+// The place of the text at this index when it has what is sought: one line, or all lines of a text that has
+// it only across them, which is then found at its first.
+std::optional<QRectF> placeOf(const QString& plain, const std::vector<PlacedText>& texts, int index) {
+    const auto first = texts.begin() + index;
+    const auto hasIt = [&](const PlacedText& text) { return withoutAccents(text.text).contains(plain); };
+    if (hasIt(*first))
+        return first->place;
+    const auto end = first + first->lines;
+    if (first->lines == 1 || std::any_of(first, end, hasIt) ||
+        !withoutAccents(first->whole.simplified()).contains(plain))
+        return {};
+    QRectF place;
+    for (auto line = first; line != end; ++line)
+        place |= line->place;
+    return place;
 }
 
 } // namespace
@@ -27,8 +46,8 @@ std::optional<Hit> TextSearch::find(const Report& report, const QString& sought,
         const auto count = static_cast<int>(texts.size());
         int at = step > 0 ? index + 1 : (index < 0 ? count : index) - 1;
         for (; at >= 0 && at < count; at += step)
-            if (withoutAccents(texts[static_cast<size_t>(at)].text).contains(plain))
-                return Hit{page, at, texts[static_cast<size_t>(at)].place};
+            if (const auto place = placeOf(plain, texts, at))
+                return Hit{page, at, *place};
     }
     return {};
 }

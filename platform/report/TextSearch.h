@@ -17,9 +17,9 @@ class TextSearch {
   public:
     enum class Direction { Forward, Backward };
 
-    /// The next text that contains `sought`, after (or before) text `index` of `page`; an index of -1 begins
-    /// with that page as a whole. All rows must have been read. Nothing when no page has it. Raises
-    /// RuntimeError.
+    /// The next line of text that contains `sought`, or text of several lines that has it across them, after
+    /// (or before) text `index` of `page`; an index of -1 begins with that page as a whole. All rows must
+    /// have been read. Nothing when no page has it. Raises RuntimeError.
     static std::optional<Hit> find(const Report& report, const QString& sought, int page, int index,
                                    Direction direction);
 };

@@ -3,6 +3,7 @@
 #include "platform/Formata.h"
 #include "platform/RuntimeError.h"
 #include "platform/report/DateMask.h"
+#include "platform/report/NumberMask.h"
 
 using namespace Qt::StringLiterals;
 
@@ -11,8 +12,9 @@ namespace tarvessa::report {
 namespace {
 
 // The letter under which a name is filed: without accent, in upper case; "#" when it does not begin with one.
+// A leading blank is none: a query that sorts by the name has put it before all letters.
 QString initialOf(const QString& text) {
-    const QString name = text.trimmed().normalized(QString::NormalizationForm_D);
+    const QString name = text.normalized(QString::NormalizationForm_D);
     return name.isEmpty() || !name[0].isLetter() ? u"#"_s : QString(name[0].toUpper());
 }
 
@@ -58,14 +60,7 @@ QString Values::formatted(const Piece& piece, const Context& context) const {
         return text;
     if (piece.format.kind == Format::Kind::Date)
         return dateByMask(text, piece.format.mask);
-    // A screen may hand over a percentage with its sign: only the number is the mask's.
-    const bool isPercentage = text.endsWith(u'%');
-    try {
-        const Dinheiro number = Dinheiro::dePonto(QStringView(text).chopped(isPercentage ? 1 : 0));
-        return Formata(number, piece.format.mask) + (isPercentage ? u"%"_s : QString());
-    } catch (const RuntimeError&) {
-        return text; // no number: printed as the database has it
-    }
+    return numberByMask(text, piece.format.mask);
 }
 
 QString Values::raw(ValueRef value, const Context& context) const {
@@ -132,8 +127,20 @@ std::optional<Dinheiro> Values::numberOf(const QString& text, const QString& nam
 
 std::optional<Dinheiro> Values::calculated(int calculation, const Context& context) const {
     const Calculation& described = m_layout.calculations[static_cast<size_t>(calculation)];
-    return described.expression.evaluate(
-        [&](ValueRef value) { return number(value, context, described.line); }, described.decimals);
+    bool isLookingUp = false;
+    const auto lookUp = [&](ValueRef value) {
+        isLookingUp = true;
+        const std::optional<Dinheiro> found = number(value, context, described.line);
+        isLookingUp = false;
+        return found;
+    };
+    try {
+        return described.expression.evaluate(lookUp, described.decimals);
+    } catch (const RuntimeError& error) {
+        if (isLookingUp)
+            throw; // tells already where it comes from
+        raiseAtLine(m_layout.fileName, described.line, described.name, error);
+    }
 }
 
 } // namespace tarvessa::report

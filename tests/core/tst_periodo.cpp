@@ -26,6 +26,10 @@ class TstPeriodo : public QObject {
     void acceptedPeriods();
     void refusedPeriods_data();
     void refusedPeriods();
+    void datesInEitherOrder_data();
+    void datesInEitherOrder();
+    void datesThatAreNone_data();
+    void datesThatAreNone();
 
   private:
     static QDateTime noDia(const QString& dia) { return {QDate::fromString(dia, Qt::ISODate), QTime(10, 0)}; }
@@ -147,6 +151,57 @@ void TstPeriodo::refusedPeriods() {
     QCOMPARE(modal.caixas()[0].titulo, u"Atenção!!!"_s);
     QCOMPARE(modal.caixas()[0].icone, QMessageBox::Information);
     QCOMPARE(modal.caixas()[0].botoes, QMessageBox::StandardButtons(QMessageBox::Ok));
+    QCOMPARE(m_form->focusWidget(), focusAtStart ? m_dataIni : m_dataFin);
+}
+
+void TstPeriodo::datesInEitherOrder_data() {
+    QTest::addColumn<QString>("start");
+    QTest::addColumn<QString>("end");
+    QTest::newRow("in order") << u"05/03/2024"_s << u"06/03/2024"_s;
+    QTest::newRow("one day") << u"05/03/2024"_s << u"05/03/2024"_s;
+    QTest::newRow("inverted") << u"06/03/2024"_s << u"05/03/2024"_s;
+    QTest::newRow("inverted by a year") << u"01/01/2025"_s << u"31/12/2023"_s;
+}
+
+void TstPeriodo::datesInEitherOrder() {
+    QFETCH(QString, start);
+    QFETCH(QString, end);
+    m_dataIni->setText(start);
+    m_dataFin->setText(end);
+    m_dataFin->setFocus();
+    ModalHelper modal;
+    QVERIFY(m_periodo->confereDatas());
+    QCOMPARE(modal.confere(), QString());
+    QCOMPARE(m_form->focusWidget(), m_dataFin);
+}
+
+void TstPeriodo::datesThatAreNone_data() {
+    QTest::addColumn<QString>("start");
+    QTest::addColumn<QString>("end");
+    QTest::addColumn<QString>("message");
+    QTest::addColumn<bool>("focusAtStart");
+    const QString good = u"05/03/2024"_s;
+    QTest::newRow("31 February") << u"31/02/2024"_s << good << u"início"_s << true;
+    QTest::newRow("zeros") << u"00/00/0000"_s << good << u"início"_s << true;
+    QTest::newRow("empty start") << QString() << good << u"início"_s << true;
+    QTest::newRow("both empty") << QString() << QString() << u"início"_s << true;
+    QTest::newRow("end 31 April") << good << u"31/04/2024"_s << u"fim"_s << false;
+    QTest::newRow("empty end") << good << QString() << u"fim"_s << false;
+    QTest::newRow("half-typed end") << good << u"05/0"_s << u"fim"_s << false;
+}
+
+void TstPeriodo::datesThatAreNone() {
+    QFETCH(QString, start);
+    QFETCH(QString, end);
+    QFETCH(QString, message);
+    QFETCH(bool, focusAtStart);
+    m_dataIni->setText(start);
+    m_dataFin->setText(end);
+    (focusAtStart ? m_dataFin : m_dataIni)->setFocus();
+    ModalHelper modal;
+    modal.espera(message, QMessageBox::Ok);
+    QVERIFY(!m_periodo->confereDatas());
+    QCOMPARE(modal.confere(), QString());
     QCOMPARE(m_form->focusWidget(), focusAtStart ? m_dataIni : m_dataFin);
 }
 

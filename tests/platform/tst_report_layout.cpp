@@ -1,4 +1,5 @@
 #include "platform/ReportBench.h"
+#include "platform/report/RoundedRatio.h"
 #include "support/ErroDe.h"
 
 #include <QTest>
@@ -15,6 +16,8 @@ class TstReportLayout : public QObject {
     void suppliedLayoutsAreValid_data();
     void suppliedLayoutsAreValid();
     void documentedExampleIsValid();
+    void documentedElementsAreValid();
+    void schemaMayBeNamedInTheFile();
     void schemaRefusesWhatTheReaderRefuses();
     void missingFileIsNamed();
     void fileOfAnotherKindIsRefused_data();
@@ -30,6 +33,8 @@ class TstReportLayout : public QObject {
     void expressionIsCalculated_data();
     void expressionIsCalculated();
     void expressionTooLargeIsAnError();
+    void leastNumberIsAnErrorToo();
+    void largeRatiosAreRoundedOnce();
     void expressionWithoutAValueHasNone();
     void wrongExpressionIsTold_data();
     void wrongExpressionIsTold();
@@ -65,6 +70,68 @@ void TstReportLayout::documentedExampleIsValid() {
     ReportBench::output(u"xmllint"_s, {u"--noout"_s, u"--schema"_s,
                                        QStringLiteral(TARVESSA_SOURCE_DIR "/rpt/layout.xsd"), path});
     QCOMPARE(report::readLayout(path).totals.size(), size_t(1));
+}
+
+// Every element that the document shows by itself, put where it belongs in a layout.
+void TstReportLayout::documentedElementsAreValid() {
+    QFile document(QStringLiteral(TARVESSA_SOURCE_DIR "/docs/report-layouts.md"));
+    QVERIFY(document.open(QIODevice::ReadOnly));
+    const QString text = QString::fromUtf8(document.readAll());
+    static const QRegularExpression block(u"(?:^ {4}.*\n)+"_s, QRegularExpression::MultilineOption);
+    const QStringList order = {u"page"_s,    u"font"_s,   u"query"_s,       u"column"_s,
+                               u"formula"_s, u"total"_s,  u"calculation"_s, u"reportHead"_s,
+                               u"group"_s,   u"detail"_s, u"pageFoot"_s};
+    const QStringList onBands = {u"text"_s, u"line"_s, u"box"_s};
+    QStringList seen;
+    for (QRegularExpressionMatchIterator it = block.globalMatch(text); it.hasNext();) {
+        const QString snippet = it.next().captured();
+        static const QRegularExpression start(u"^ +<(\\w+)"_s);
+        const QString element = start.match(snippet).captured(1);
+        if (element.isEmpty())
+            continue; // a command, or the whole example
+        QVERIFY2(element == u"report" || order.contains(element) || onBands.contains(element),
+                 qPrintable(snippet));
+        seen.append(element);
+        const bool isOnBand = onBands.contains(element);
+        QString layout = element == u"report" ? snippet : u"<report title=\"Teste\">\n"_s;
+        for (const QString& place : order) {
+            if (place == element)
+                layout += snippet;
+            if (place == u"font")
+                layout += u"<font name=\"normal\" family=\"DejaVu Sans\"/>"
+                          "<font name=\"bold\" family=\"DejaVu Sans\"/>\n"_s;
+            else if (place == u"detail" && element != u"detail")
+                layout += u"<detail height=\"30\">\n"_s + (isOnBand ? snippet : QString()) + u"</detail>\n"_s;
+            else if (place == u"group" && element != u"group")
+                layout += u"<group name=\"Letra\" by=\"nome\"/>\n"_s;
+            else if (place == u"page" && element != u"page")
+                layout += u"<page/>\n"_s;
+            else if (place == u"query" && element != u"query")
+                layout += u"<query>SELECT 1</query>\n"_s;
+        }
+        const QString path = m_bench.write(u"trecho.RPT"_s, (layout + u"</report>\n"_s).toUtf8());
+        ReportBench::output(u"xmllint"_s, {u"--noout"_s, u"--schema"_s,
+                                           QStringLiteral(TARVESSA_SOURCE_DIR "/rpt/layout.xsd"), path});
+        const auto error = erroDe([&] { report::readLayout(path); });
+        QVERIFY2(!error, error ? qPrintable(error->text() + layout) : "");
+    }
+    for (const QString& element : order + onBands + QStringList{u"report"_s})
+        QVERIFY2(seen.contains(element), qPrintable(element));
+}
+
+void TstReportLayout::schemaMayBeNamedInTheFile() {
+    const auto named = [&](const QByteArray& attribute) {
+        return m_bench.write(u"esquema.RPT"_s,
+                             ReportBench::layout({}, "<detail height=\"5\"/>")
+                                 .replace("<report ", "<report xmlns:xsi=\"http://www.w3.org/2001/"
+                                                      "XMLSchema-instance\" xsi:" +
+                                                          attribute + "=\"layout.xsd\" "));
+    };
+    const QString path = named("noNamespaceSchemaLocation");
+    ReportBench::output(u"xmllint"_s, {u"--noout"_s, u"--schema"_s,
+                                       QStringLiteral(TARVESSA_SOURCE_DIR "/rpt/layout.xsd"), path});
+    QCOMPARE(report::readLayout(path).details.size(), size_t(1));
+    QCOMPARE(numeroDoErroDe([&] { report::readLayout(named("type")); }), numero(ErrorNumber::InvalidLayout));
 }
 
 void TstReportLayout::schemaRefusesWhatTheReaderRefuses() {
@@ -322,6 +389,19 @@ void TstReportLayout::expressionIsCalculated_data() {
     QTest::newRow("negative divisor") << u"1 / -3"_s << 2 << u"-0.33"_s;
     QTest::newRow("large on the way")
         << u"900000000000 * 900000000000 / 900000000000 - 899999999999.99"_s << 2 << u" 0.01"_s;
+    // Five divisors without a common factor: the exact sum has 130 bits above the line, 128 below.
+    const QString quotients =
+        u"1234567.89 / 7654321.01 + 2345678.91 / 8765432.19 + 3456789.12 / 9876543.27 + "
+        "4567891.23 / 1987654.33 + 5678912.34 / 2098765.41"_s;
+    QTest::newRow("five quotients") << quotients << 4 << u" 5.7829"_s;
+    QTest::newRow("five quotients below zero") << u"-("_s + quotients + u")"_s << 4 << u"-5.7829"_s;
+    QTest::newRow("two of five") << quotients + u" - ("_s + quotients + u")"_s << 4 << u" 0"_s;
+    QTest::newRow("five quotients in a product")
+        << u"("_s + quotients + u") * 1000000"_s << 4 << u" 5782900"_s;
+    // Ten factors of four places: the exact product has 40 of them.
+    QTest::newRow("many factors")
+        << u"1.1111 * 3.3333 * 7.7777 * 1.1113 * 3.3337 * 7.7779 * 1.1117 * 3.3339 * 7.7783 * 1.1119"_s << 4
+        << u" 26606.6083"_s;
 }
 
 void TstReportLayout::expressionIsCalculated() {
@@ -348,6 +428,45 @@ void TstReportLayout::expressionTooLargeIsAnError() {
         };
         QCOMPARE(numeroDoErroDe(evaluate), numero(ErrorNumber::Overflow));
     }
+}
+
+// -2^127 has no opposite among the numbers of 128 bits.
+void TstReportLayout::leastNumberIsAnErrorToo() {
+    report::Expression expression;
+    QCOMPARE(expression.parse(u"1 / (x * 625 * 1099511627776 * 268435456)"_s,
+                              [](const QString&) { return report::ValueRef(); }),
+             QString());
+    const auto least = [](report::ValueRef) {
+        return Dinheiro::deDecimosMilesimos(std::numeric_limits<qint64>::min());
+    };
+    QCOMPARE(numeroDoErroDe([&] { expression.evaluate(least, 4); }), numero(ErrorNumber::Overflow));
+}
+
+void TstReportLayout::largeRatiosAreRoundedOnce() {
+    using report::roundedRatio;
+    using report::WideProduct;
+    constexpr __int128 large = static_cast<__int128>(1) << 126;
+    const WideProduct divisor{large, large};
+    const auto plus = [&](__int128 part, int sign, unsigned scale) {
+        return roundedRatio({sign * large, large}, {sign * part, large}, divisor, scale).value();
+    };
+    for (const int sign : {1, -1}) {
+        QCOMPARE(plus(large / 2, sign, 1), sign * 2LL); // one and a half
+        QCOMPARE(plus(large / 2 - 1, sign, 1), sign * 1LL);
+        QCOMPARE(plus(large / 4, sign, 10), sign * 13LL); // 12.5
+        QCOMPARE(plus(large / 4 - 1, sign, 10), sign * 12LL);
+        QCOMPARE(plus(large / 4, sign, 10000), sign * 12500LL);
+        QCOMPARE(plus(-large / 2, sign, 10000), sign * 5000LL);
+        QCOMPARE(plus(-large, sign, 10000), 0LL);
+    }
+    QCOMPARE(roundedRatio({1, 1}, {-3, 1}, {4, 1}, 1).value(), -1LL); // -0.5
+    QCOMPARE(roundedRatio({7, 1}, {}, {3, 1}, 10000).value(), 23333LL);
+    QCOMPARE(roundedRatio({-8, 1}, {}, {3, 1}, 10000).value(), -26667LL);
+    constexpr long long greatest = std::numeric_limits<long long>::max();
+    QCOMPARE(roundedRatio({greatest, large}, {}, {large, 1}, 1).value(), greatest);
+    QVERIFY(!roundedRatio({greatest, large}, {large / 2, 1}, {large, 1}, 1));
+    QVERIFY(!roundedRatio({greatest, 1}, {}, {1, 1}, 10));
+    QVERIFY(!roundedRatio(divisor, {}, {1, 1}, 1));
 }
 
 void TstReportLayout::expressionWithoutAValueHasNone() {

@@ -1,4 +1,5 @@
 #include "platform/ReportBench.h"
+#include "platform/report/TextSearch.h"
 #include "support/ErroDe.h"
 
 #include <QPrinter>
@@ -49,6 +50,8 @@ class TstReportPages : public QObject {
     void nullsCountButAddNothing();
     void sumOverATextIsAnError();
     void sumTooLargeIsAnError();
+    void overflowIsToldWithFileLineAndName_data();
+    void overflowIsToldWithFileLineAndName();
     void errorPastTheFirstPageIsRepeated();
     void calculationsUseTotalsAndFormulas();
     void roundedCalculationsAddUp();
@@ -58,6 +61,7 @@ class TstReportPages : public QObject {
     void longTextIsShrunkWhenItMay();
     void optionalTextNeedsItsValues();
     void longTextWrapsAndItsBandGrows();
+    void textIsFoundAcrossItsLines();
     void numbersAreAlignedAtTheRight();
     void columnThatTheQueryLacksIsAnError();
     void describedColumnMayBeMissing();
@@ -65,6 +69,7 @@ class TstReportPages : public QObject {
     void pdfHasTextFontsAndTitle();
     void pdfThatCannotBeWrittenIsAnError();
     void printingFollowsTheChosenPages();
+    void pageThatFailsLeavesNothingOnThePrinter();
     void csvIsWrittenByteForByte();
     void csvOfNoRowsHasItsHeadings();
 
@@ -193,7 +198,8 @@ void TstReportPages::groupsHaveHeadsFeetAndSums() {
 
 void TstReportPages::groupByInitialIgnoresAccentsAndCase() {
     const auto report =
-        m_bench.run(u"SELECT '99 LANCHES' AS nome UNION ALL SELECT NULL UNION ALL SELECT 'ÁGUA' UNION ALL "
+        m_bench.run(u"SELECT ' COSTA' AS nome UNION ALL SELECT '99 LANCHES' UNION ALL SELECT NULL UNION ALL "
+                    u"SELECT 'ÁGUA' UNION ALL "
                     u"SELECT 'alves' UNION ALL "
                     "SELECT 'ÇA VA' UNION ALL SELECT 'COSTA'"_s,
                     {},
@@ -201,8 +207,9 @@ void TstReportPages::groupByInitialIgnoresAccentsAndCase() {
                     "y=\"0\" width=\"90\">"
                     "-{Letra}-</text></head></group>"
                     "<detail height=\"5\"><field x=\"0\" y=\"0\" width=\"90\" value=\"nome\"/></detail>");
-    QCOMPARE(ReportBench::texts(*report, 0), (QStringList{u"-#-"_s, u"99 LANCHES"_s, u"-A-"_s, u"ÁGUA"_s,
-                                                          u"alves"_s, u"-C-"_s, u"ÇA VA"_s, u"COSTA"_s}));
+    QCOMPARE(ReportBench::texts(*report, 0),
+             (QStringList{u"-#-"_s, u" COSTA"_s, u"99 LANCHES"_s, u"-A-"_s, u"ÁGUA"_s, u"alves"_s, u"-C-"_s,
+                          u"ÇA VA"_s, u"COSTA"_s}));
 }
 
 namespace {
@@ -312,6 +319,35 @@ void TstReportPages::sumTooLargeIsAnError() {
              numero(ErrorNumber::Overflow));
 }
 
+void TstReportPages::overflowIsToldWithFileLineAndName_data() {
+    QTest::addColumn<QByteArray>("declarations");
+    QTest::addColumn<QString>("place");
+    // What ReportBench::layout() puts before the declarations ends with line 4.
+    QTest::newRow("total") << QByteArray("\n<total name=\"T\" of=\"n\" over=\"report\"/>")
+                           << u"linha 6: \"T\": Estouro"_s;
+    QTest::newRow("calculation") << QByteArray("\n\n<calculation name=\"T\" value=\"n * n\"/>")
+                                 << u"linha 7: \"T\": Estouro"_s;
+    QTest::newRow("calculation over another")
+        << QByteArray(
+               "\n<calculation name=\"Q\" value=\"n * n\"/>\n<calculation name=\"T\" value=\"Q / n\"/>")
+        << u"linha 6: \"Q\": Estouro"_s;
+}
+
+void TstReportPages::overflowIsToldWithFileLineAndName() {
+    QFETCH(const QByteArray, declarations);
+    QFETCH(const QString, place);
+    const auto error = erroDe([&] {
+        const auto report = m_bench.run(
+            u"SELECT 900000000000000 AS n UNION ALL SELECT 900000000000000"_s, declarations,
+            "<detail height=\"5\"/>"
+            "<reportFoot height=\"5\"><field x=\"0\" y=\"0\" width=\"9\" value=\"T\"/></reportFoot>");
+        report->texts(0);
+    });
+    QVERIFY(error);
+    QCOMPARE(error->number(), numero(ErrorNumber::Overflow));
+    QVERIFY2(error->text().startsWith(m_bench.path(u"test.RPT"_s) + u", "_s + place), error->what());
+}
+
 void TstReportPages::errorPastTheFirstPageIsRepeated() {
     const QString layout = m_bench.write(
         u"soma.RPT"_s,
@@ -388,6 +424,12 @@ void TstReportPages::valuesFollowTheirMasks_data() {
     QTest::newRow("date and time") << u"TIMESTAMP '2024-02-29 10:11:12'"_s << QByteArray("dd/mm/yy")
                                    << u"29/02/24"_s;
     QTest::newRow("date as it is typed") << u"'29/02/2024'"_s << QByteArray("dd/mm/yyyy") << u"29/02/2024"_s;
+    QTest::newRow("percentage with a blank") << u"'-12.5 %'"_s << QByteArray("##0.00") << u"-12,50%"_s;
+    QTest::newRow("sign without a number") << u"'%'"_s << QByteArray("##0.00") << u"%"_s;
+    QTest::newRow("too large for four places")
+        << u"'12345678901234567.89'"_s << QByteArray("###,##0.00") << u"12345678901234567,89"_s;
+    QTest::newRow("too large and none")
+        << u"'12345678901234567.8x'"_s << QByteArray("###,##0.00") << u"12345678901234567.8x"_s;
     QTest::newRow("accents") << u"'PÃO DE AÇÚCAR €'"_s << QByteArray() << u"PÃO DE AÇÚCAR €"_s;
 }
 
@@ -475,6 +517,43 @@ void TstReportPages::longTextWrapsAndItsBandGrows() {
     QVERIFY(texts.back().place.top() - texts.front().place.top() > 8 * report::dotsPerMillimetre);
 }
 
+void TstReportPages::textIsFoundAcrossItsLines() {
+    const auto report = m_bench.run(
+        u"SELECT 'SUPERMERCADO BOM PREÇO DE ARARAQUARA COMÉRCIO LTDA' AS t UNION ALL SELECT 'PREÇO'"_s, {},
+        "<detail height=\"5\"><field x=\"0\" y=\"0\" width=\"40\" height=\"5\" wrap=\"true\" "
+        "value=\"t\"/></detail>");
+    const auto texts = report->texts(0);
+    QVERIFY(texts.size() > 3);
+    const auto last = static_cast<int>(texts.size()) - 1;
+    using report::TextSearch;
+    const auto found = [&](const QString& sought, int index = -1,
+                           TextSearch::Direction direction = TextSearch::Direction::Forward) {
+        return TextSearch::find(*report, sought, 0, index, direction);
+    };
+    QRectF whole;
+    for (int i = 0; i < last; ++i)
+        whole |= texts[static_cast<size_t>(i)].place;
+    for (const QString& sought :
+         {u"supermercado bom preco de araraquara comercio ltda"_s,
+          texts[0].text.section(u' ', -1) + u' ' + texts[1].text.section(u' ', 0, 0)}) {
+        const auto hit = found(sought);
+        QVERIFY2(hit, qPrintable(sought));
+        QCOMPARE(hit->index, 0);
+        QCOMPARE(hit->place, whole);
+        QCOMPARE(found(sought, 0)->index, 0); // nowhere else
+        QCOMPARE(found(sought, -1, TextSearch::Direction::Backward)->index, 0);
+    }
+    // What one line has by itself is found on that line.
+    const auto word = found(u"ltda"_s);
+    QVERIFY(word);
+    QCOMPARE(word->index, last - 1);
+    QCOMPARE(word->place, texts[static_cast<size_t>(last - 1)].place);
+    const auto first = found(u"preço"_s);
+    QVERIFY(first && first->index < last);
+    QCOMPARE(found(u"preço"_s, first->index)->index, last);
+    QVERIFY(!found(u"ltda preço"_s)); // texts of two rows
+}
+
 void TstReportPages::numbersAreAlignedAtTheRight() {
     const auto report =
         m_bench.run(u"SELECT 1 AS n UNION ALL SELECT 1234567.89"_s, {},
@@ -553,11 +632,32 @@ void TstReportPages::printingFollowsTheChosenPages() {
     QVERIFY(pages[1].simplified().endsWith(u"20 pé 2"_s));
 }
 
+void TstReportPages::pageThatFailsLeavesNothingOnThePrinter() {
+    const auto report =
+        m_bench.run(u"SELECT IF(seq=25, 900000000000000, seq) AS n FROM seq_1_to_35"_s,
+                    "<calculation name=\"Q\" value=\"n * n\"/>",
+                    "<pageHead height=\"77\"/>"
+                    "<detail height=\"20\"><field x=\"0\" y=\"0\" width=\"90\" value=\"Q\"/></detail>");
+    QCOMPARE(report->pageCount(), 4);
+    const QString path = m_bench.path(u"parcial.pdf"_s);
+    QPrinter printer(QPrinter::HighResolution);
+    printer.setOutputFormat(QPrinter::PdfFormat);
+    printer.setOutputFileName(path);
+    QCOMPARE(numeroDoErroDe([&] { report->print(printer, 0, 3); }), numero(ErrorNumber::Overflow));
+    QVERIFY(!QFile::exists(path));
+    const QString saved = m_bench.path(u"salvo.pdf"_s);
+    QCOMPARE(numeroDoErroDe([&] { report->savePdf(saved); }), numero(ErrorNumber::Overflow));
+    QVERIFY(!QFile::exists(saved));
+    report->print(printer, 0, 1); // the pages asked for are whole
+    QVERIFY(QFile::exists(path));
+}
+
 void TstReportPages::csvIsWrittenByteForByte() {
     const auto report = m_bench.run(
         u"SELECT 'A;B' AS t, 1234.50 AS v, DATE '2024-02-29' AS d, NULL AS x, 3.50 AS p UNION ALL "
         "SELECT 'diz \"PÃO\"', -1, '2024-03-01', 'a\\nb', NULL UNION ALL "
-        "SELECT '', 1234567.89, NULL, '1.5', 'n/d'"_s,
+        "SELECT '', 1234567.89, NULL, '1.5', 'n/d' UNION ALL "
+        "SELECT '', 12345678901234567.89, '2024-03-02', '', '12.5%'"_s,
         "<column name=\"v\" heading=\"R$ valor\" format=\"###,##0.00\"/><column name=\"D\" "
         "format=\"dd/mm/yyyy\"/><column name=\"p\" format=\"##0.0\"/>",
         "<detail height=\"5\"/>");
@@ -569,7 +669,8 @@ void TstReportPages::csvIsWrittenByteForByte() {
                                         "t;R$ valor;d;x;p\r\n"
                                         "\"A;B\";1234,50;29/02/2024;;3,5\r\n"
                                         "\"diz \"\"PÃO\"\"\";-1,00;01/03/2024;\"a\nb\";\r\n"
-                                        ";1234567,89;;1.5;n/d\r\n"));
+                                        ";1234567,89;;1.5;n/d\r\n"
+                                        ";12345678901234567,89;02/03/2024;;12,5%\r\n"));
 }
 
 void TstReportPages::csvOfNoRowsHasItsHeadings() {

@@ -46,6 +46,9 @@ class TstReportPreview : public QObject {
     void fileThatCannotBeWrittenIsReported();
     void givingUpSavingWritesNothing();
     void errorOfALaterRowIsReportedEachTime();
+    void errorIsReportedOnceWhileRowsAreRead_data();
+    void errorIsReportedOnceWhileRowsAreRead();
+    void pageThatCannotBeHadLeavesTheNumber();
     void printDialogCanBeLeft();
     void escapeClosesTheWindow();
 
@@ -390,6 +393,60 @@ void TstReportPreview::errorOfALaterRowIsReportedEachTime() {
     QCOMPARE(modal.caixas().size(), 3);
     QVERIFY(!QFile::exists(path));
     QVERIFY(control<QLabel>("PageCount")->text().contains(u'…'));
+}
+
+void TstReportPreview::errorIsReportedOnceWhileRowsAreRead_data() {
+    QTest::addColumn<Qt::Key>("key");
+    QTest::addColumn<Qt::KeyboardModifiers>("modifiers");
+    QTest::addColumn<bool>("asksForAFile");
+    QTest::newRow("last page") << Qt::Key_End << Qt::KeyboardModifiers(Qt::ControlModifier) << false;
+    QTest::newRow("search") << Qt::Key_F3 << Qt::KeyboardModifiers() << false;
+    QTest::newRow("print") << Qt::Key_P << Qt::KeyboardModifiers(Qt::ControlModifier) << false;
+    QTest::newRow("PDF") << Qt::Key_S << Qt::KeyboardModifiers(Qt::ControlModifier) << true;
+    QTest::newRow("CSV") << Qt::Key_E << Qt::KeyboardModifiers(Qt::ControlModifier) << true;
+}
+
+void TstReportPreview::errorIsReportedOnceWhileRowsAreRead() {
+    QFETCH(const Qt::Key, key);
+    QFETCH(const Qt::KeyboardModifiers, modifiers);
+    QFETCH(const bool, asksForAFile);
+    ModalHelper modal;
+    const QString path = m_bench.path(u"meio"_s);
+    // So far behind that the reading by itself does not come there in the meantime.
+    show(200000, "<total name=\"T\" of=\"nome\" over=\"report\"/>", u"IF(seq=199000, '1.234,50', seq)"_s);
+    QTRY_VERIFY(control<QLabel>("PageCount")->text().trimmed() != u"de 25…"); // it has begun
+    QCOMPARE(modal.caixas().size(), 0);
+    control<QLineEdit>("Sought")->setText(u"nada"_s);
+    if (asksForAFile)
+        modal.aoAbrir([&](QWidget* window) {
+            window->findChild<QLineEdit*>(u"fileNameEdit"_s)->setText(path);
+            QTest::keyClick(window->findChild<QLineEdit*>(u"fileNameEdit"_s), Qt::Key_Return);
+        });
+    modal.esperaContendo(u"\"1.234,50\""_s, QMessageBox::Ok);
+    press(key, modifiers);
+    QTest::qWait(100);
+    QCOMPARE(modal.confere(), QString());
+    QCOMPARE(modal.caixas().size(), 1);
+}
+
+void TstReportPreview::pageThatCannotBeHadLeavesTheNumber() {
+    ModalHelper modal;
+    modal.esperaContendo(u"\"1.234,50\""_s, QMessageBox::Ok);
+    modal.esperaContendo(u"\"1.234,50\""_s, QMessageBox::Ok);
+    show(2000, "<total name=\"T\" of=\"nome\" over=\"report\"/>", u"IF(seq=400, '1.234,50', seq)"_s);
+    QTRY_COMPARE(modal.caixas().size(), 1);
+    m_window->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(m_window));
+    auto* number = control<QLineEdit>("PageNumber");
+    number->setFocus();
+    number->selectAll();
+    QTest::keyClicks(number, u"99"_s);
+    QCOMPARE(number->text(), u"99"_s);
+    QTest::keyClick(number, Qt::Key_Return);
+    QCOMPARE(modal.confere(), QString());
+    QCOMPARE(modal.caixas().size(), 2);
+    QCOMPARE(page(), 1);
+    QCOMPARE(number->text(), u"1"_s);
 }
 
 void TstReportPreview::printDialogCanBeLeft() {

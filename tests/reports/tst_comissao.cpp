@@ -250,6 +250,9 @@ void TstComissao::refusesBadPeriods_data() {
     QTest::newRow("both, the start first")
         << u"31/02/2024"_s << u"29/02/2023"_s << u"Data inicial inválida. Verifique!!!"_s << u"DataIni"_s;
     QTest::newRow("half typed") << u"1"_s << bom << u"Data inicial inválida. Verifique!!!"_s << u"DataIni"_s;
+    QTest::newRow("zeros") << u"00/00/0000"_s << bom << u"Data inicial inválida. Verifique!!!"_s
+                           << u"DataIni"_s;
+    QTest::newRow("no end") << bom << QString() << u"Data final inválida. Verifique!!!"_s << u"DataFin"_s;
     QTest::newRow("end 29/02/2023") << bom << u"29/02/2023"_s << u"Data final inválida. Verifique!!!"_s
                                     << u"DataFin"_s;
     QTest::newRow("inverted") << u"02/02/2024"_s << bom

@@ -57,6 +57,7 @@ class TstExtratoVendedor : public QObject {
     void commissionsAreAddedAsShown();
     void columnNarrowsWithTheScrollBar_data();
     void columnNarrowsWithTheScrollBar();
+    void tenThousandInvoices();
     void opensFromTheCommissionGrid_data();
     void opensFromTheCommissionGrid();
     void isNotOpenedForADayThatDoesNotExist_data();
@@ -312,6 +313,37 @@ void TstExtratoVendedor::columnNarrowsWithTheScrollBar() {
     carrega([&](QWidget* tela) {
         QCOMPARE(controle<Grid>(tela, "Grid1")->rows(), notas + 1);
         QCOMPARE(controle<Grid>(tela, "Grid1")->columnTwips(2), largura);
+    });
+}
+
+// Invoice n has n times 1.37 of bread and n times 0.41 of other goods.
+void TstExtratoVendedor::tenThousandInvoices() {
+    constexpr int notas = 10000;
+    m->servidor().executa(
+        u"INSERT INTO nfsaida (nrnf, SerieNF, CodVendedor, razsoc) SELECT seq, '1', 7, CONCAT('CLIENTE ', "
+        u"seq) "
+        "FROM seq_1_to_%1; INSERT INTO movsaient (nr_nf, serienf, dataemissao, entrsai, cancelado, cfop, "
+        "codigo, "
+        "descricao, totalvenda) SELECT seq, '1', '2024-02-10', 'S', 'N', '5102', 'X', 'PÃO', seq * 1.37 FROM "
+        "seq_1_to_%1; INSERT INTO movsaient (nr_nf, serienf, dataemissao, entrsai, cancelado, cfop, codigo, "
+        "descricao, totalvenda) SELECT seq, '1', '2024-02-10', 'S', 'N', '5102', 'X', 'BOLO', seq * 0.41 "
+        "FROM "
+        "seq_1_to_%1"_s.arg(notas));
+    carrega([](QWidget* tela) {
+        const auto* grade = controle<Grid>(tela, "Grid1");
+        QCOMPARE(grade->rows(), notas + 1);
+        for (int n = 1; n <= notas; ++n)
+            QCOMPARE(celulas(grade, n), QStringList({u"10/02/2024"_s, QString::number(n),
+                                                     u"CLIENTE %1"_s.arg(n), comoTela(n * qint64(137)),
+                                                     comoTela(n * qint64(41)), comoTela(n * qint64(178))}));
+        constexpr qint64 soma = qint64(notas) * (notas + 1) / 2;
+        const qint64 comissaoPao = proporcao(soma * 137, 30, 1000);
+        const qint64 comissaoOutros = proporcao(soma * 41, 15, 1000);
+        QCOMPARE(valores(tela),
+                 QStringList({comoTela(soma * 137), u"3,0"_s, comoTela(comissaoPao), comoTela(soma * 41),
+                              u"1,5"_s, comoTela(comissaoOutros), comoTela(soma * 178),
+                              comoTela(comissaoPao + comissaoOutros), u"0,00"_s}));
+        QCOMPARE(grade->columnTwips(2), 4850);
     });
 }
 

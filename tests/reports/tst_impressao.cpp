@@ -398,12 +398,19 @@ void TstImpressao::statementOnPaperIsTheScreen() {
             imprime(tela);
             const auto caixa = [tela](const char* nome) { return controle<QLineEdit>(tela, nome)->text(); };
             const QString texto = m->palavrasDoPdf();
+            const auto centavosDe = [&caixa](const char* nome) {
+                return caixa(nome).remove(u'.').remove(u',').toLongLong();
+            };
+            const qint64 vendas = centavosDe("TotalVendas");
+            QVERIFY(vendas != 0);
+            const QString percentual =
+                comoTela(proporcao(centavosDe("TotalDevolucoes"), 10000, vendas)) + u'%';
             const QString resumo =
                 QStringList({u"Pão"_s, caixa("TotGerPao"), caixa("PorcComissPao") + u'%',
                              caixa("TotalComissaoPao"), u"Outros"_s, caixa("TotGerOutros"),
                              caixa("PorcComissOutros") + u'%', caixa("TotalComissaoOutros"), u"Total"_s,
                              caixa("TotalVendas"), caixa("TotalComissoes"), u"Devoluções"_s,
-                             caixa("TotalDevolucoes")})
+                             caixa("TotalDevolucoes"), percentual})
                     .join(u' ');
             QVERIFY2(texto.contains(resumo), qPrintable(resumo + u" missing in:\n"_s + texto));
             for (const QStringList& nota : linhas(controle<Grid>(tela, "Grid1")))

@@ -12,7 +12,10 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QRegularExpression>
 #include <QTest>
+
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 using namespace tarvessa;
@@ -50,6 +53,8 @@ class TstNivelPreco : public QObject {
     void leadingNumberCounts();
     void typedTextFollowsTheConvention();
     void printsActiveCustomersOfTheLevel();
+    void listedByLetterWithCounts();
+    void tenThousandCustomers();
     void queryStaysForItsLayoutAlone();
     void failedReportTakesItsQueryAlong();
     void withoutTheControlIsAnErrorReport();
@@ -60,6 +65,8 @@ class TstNivelPreco : public QObject {
     void abre();
     void titulos(const QString& um, const QString& dois, const QString& tres, const QString& quatro);
     QComboBox* lista() const { return controle<QComboBox>(tela.get(), "TabelaPreco"); }
+    /// Generates the list of level 2 and closes its preview.
+    void geraNivelDois();
     void gera() { QTest::mouseClick(controle<QPushButton>(tela.get(), "Command4"), Qt::LeftButton); }
 
     std::unique_ptr<Movimento> m;
@@ -215,6 +222,71 @@ void TstNivelPreco::printsActiveCustomersOfTheLevel() {
     QVERIFY(texto.indexOf(u"ÁGATA"_s) < texto.indexOf(u"ZULMIRA"_s));
     for (const QString& fora : {u"INATIVA"_s, u"SEM SITUAÇÃO"_s, u"DE OUTRO NÍVEL"_s})
         QVERIFY2(!texto.contains(fora), qPrintable(texto));
+}
+
+void TstNivelPreco::geraNivelDois() {
+    titulos(u"A"_s, u"B"_s, u"C"_s, u"D"_s);
+    abre();
+    lista()->setCurrentIndex(1);
+    ModalHelper modal;
+    modal.aoAbrir([](QWidget* previa) { previa->close(); });
+    gera();
+    QTRY_COMPARE(modal.confere(), QString());
+}
+
+void TstNivelPreco::listedByLetterWithCounts() {
+    const QStringList nomes = {u"BAR DO ZÉ"_s, u"ÁGUIA LTDA"_s, u"7 ESTRELAS"_s, u"ALVES LTDA"_s,
+                               u"ÇA VA"_s,     u"COSTA"_s,      u"boteco"_s};
+    for (int i = 0; i < nomes.size(); ++i)
+        m->cliente(u"C%1"_s.arg(i + 1), nomes[i], QString::number(i + 1), u"2"_s);
+    m->cliente(u"C8"_s, u"BAZAR"_s, u"8"_s, u"1"_s);
+    geraNivelDois();
+    const QString texto = m->palavrasDoPdf();
+    const QString lista = u"Nível de preço: 2 Código Nome Nome fantasia "
+                          "# C3 7 ESTRELAS F 7 ESTRELAS Letra #: 1 "
+                          "A C2 ÁGUIA LTDA F ÁGUIA LTDA C4 ALVES LTDA F ALVES LTDA Letra A: 2 "
+                          "B C1 BAR DO ZÉ F BAR DO ZÉ C7 boteco F boteco Letra B: 2 "
+                          "C C5 ÇA VA F ÇA VA C6 COSTA F COSTA Letra C: 2 Total de clientes: 7"_s;
+    QVERIFY2(texto.contains(lista), qPrintable(lista + u" missing in:\n"_s + texto));
+}
+
+void TstNivelPreco::tenThousandCustomers() {
+    // Every third letter of the alphabet from A on, in the order of neither code nor name.
+    m->servidor().executa(
+        u"INSERT INTO clientes (codigo, nome, fantasia, colunapreco, ativocad) SELECT seq, "
+        "CONCAT(CHAR(65 + seq * 7 % 9 * 3), LPAD(seq * 7919 % 10007, 5, '0')), 'F', '2', 'S' FROM "
+        "seq_1_to_10000"_s);
+    geraNivelDois();
+    QStringList paginas = m->textoDoPdf().split(u'\f');
+    paginas.removeLast(); // a form feed ends the last page too
+    QVERIFY(paginas.size() > 150);
+    static const QRegularExpression cliente(u"^ *[0-9]+ +([A-Z][0-9]{5}) +F$"_s);
+    static const QRegularExpression letra(u"^ *Letra ([A-Z]): ([0-9.]+)$"_s);
+    QStringList nomes;
+    QMap<QChar, int> contados;
+    QMap<QChar, QString> impressos;
+    for (int pagina = 1; pagina <= paginas.size(); ++pagina) {
+        const QString& texto = paginas[pagina - 1];
+        const QString palavras = texto.simplified();
+        QVERIFY(palavras.contains(u"Página %1 de %2"_s.arg(pagina).arg(paginas.size())));
+        QVERIFY(palavras.contains(u"Nível de preço: 2 Código Nome Nome fantasia "_s));
+        for (const QString& linha : texto.split(u'\n')) {
+            if (const auto achado = cliente.match(linha); achado.hasMatch()) {
+                nomes.append(achado.captured(1));
+                ++contados[nomes.last()[0]];
+            } else if (const auto total = letra.match(linha); total.hasMatch()) {
+                impressos[total.captured(1)[0]] = total.captured(2).remove(u'.');
+            }
+        }
+    }
+    QCOMPARE(nomes.size(), 10000);
+    QVERIFY(std::is_sorted(nomes.cbegin(), nomes.cend()));
+    QCOMPARE(QSet<QString>(nomes.cbegin(), nomes.cend()).size(), 10000);
+    QCOMPARE(contados.size(), 9);
+    QCOMPARE(impressos.keys(), contados.keys());
+    for (auto i = contados.cbegin(); i != contados.cend(); ++i)
+        QCOMPARE(impressos[i.key()], QString::number(i.value()));
+    QVERIFY(paginas.last().simplified().endsWith(u"Total de clientes: 10.000"_s));
 }
 
 void TstNivelPreco::queryStaysForItsLayoutAlone() {
