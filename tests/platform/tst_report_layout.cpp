@@ -71,8 +71,9 @@ void TstReportLayout::schemaRefusesWhatTheReaderRefuses() {
     const QString bad =
         m_bench.write(u"bad.RPT"_s, ReportBench::layout({}, "<detail height=\"5\" heigth=\"5\"/>"));
     const auto check = [](const QString& file) {
-        return QProcess::execute(u"xmllint"_s, {u"--noout"_s, u"--schema"_s,
-                                                QStringLiteral(TARVESSA_SOURCE_DIR "/rpt/layout.xsd"), file});
+        return executaPrograma(u"xmllint"_s, {u"--noout"_s, u"--schema"_s,
+                                              QStringLiteral(TARVESSA_SOURCE_DIR "/rpt/layout.xsd"), file})
+            .codigo;
     };
     QCOMPARE(check(good), 0);
     QVERIFY(check(bad) != 0);

@@ -6,12 +6,11 @@
 #include "core/Relatorio.h"
 #include "platform/grid/Grid.h"
 #include "platform/report/Report.h"
+#include "support/Programa.h"
 
 #include <QApplication>
 #include <QHeaderView>
-#include <QProcess>
 #include <QRandomGenerator>
-#include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -170,19 +169,16 @@ int Movimento::fechaPrevias() {
 }
 
 bool Movimento::leitorDePdf() {
-    return !QStandardPaths::findExecutable(u"pdftotext"_s).isEmpty();
+    return haPrograma(u"pdftotext"_s);
 }
 
 QString Movimento::textoDoPdf() const {
     const QTemporaryDir pasta;
     const QString arquivo = pasta.filePath(u"relatorio.pdf"_s);
     m_crw->lastReport()->savePdf(arquivo);
-    QProcess leitor;
-    leitor.start(u"pdftotext"_s, {u"-layout"_s, u"-enc"_s, u"UTF-8"_s, arquivo, u"-"_s});
-    constexpr int limiteMs = 60000;
-    if (!leitor.waitForFinished(limiteMs) || leitor.exitCode() != 0)
-        return {};
-    return QString::fromUtf8(leitor.readAllStandardOutput());
+    const FimDoPrograma leitor =
+        executaPrograma(u"pdftotext"_s, {u"-layout"_s, u"-enc"_s, u"UTF-8"_s, arquivo, u"-"_s});
+    return leitor.codigo == 0 ? QString::fromUtf8(leitor.saida) : QString();
 }
 
 bool mostra(QWidget* form) {

@@ -2,6 +2,7 @@
 #include "core/Relatorio.h"
 #include "platform/report/Report.h"
 #include "support/ModalHelper.h"
+#include "support/Programa.h"
 #include "support/StatementLog.h"
 #include "targets/BancadaMetas.h"
 #include "targets/MetasQuadro.h"
@@ -9,9 +10,7 @@
 #include <QApplication>
 #include <QLabel>
 #include <QLineEdit>
-#include <QProcess>
 #include <QPushButton>
-#include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -117,10 +116,7 @@ QString textoImpresso(report::Report& relatorio) {
     QTemporaryDir pasta;
     const QString pdf = pasta.filePath(u"metas.pdf"_s);
     relatorio.savePdf(pdf);
-    QProcess processo;
-    processo.start(u"pdftotext"_s, {u"-layout"_s, pdf, u"-"_s});
-    processo.waitForFinished();
-    return QString::fromUtf8(processo.readAllStandardOutput()).simplified();
+    return QString::fromUtf8(executaPrograma(u"pdftotext"_s, {u"-layout"_s, pdf, u"-"_s}).saida).simplified();
 }
 
 } // namespace
@@ -134,7 +130,7 @@ void TstMetasImpressao::periodAsItStandsWhenPrinted() {
 }
 
 void TstMetasImpressao::printedText() {
-    if (QStandardPaths::findExecutable(u"pdftotext"_s).isEmpty())
+    if (!haPrograma(u"pdftotext"_s))
         QSKIP("pdftotext is not there to read the page back");
     gera();
     imprime();
