@@ -1,6 +1,7 @@
 #include "platform/ReportBench.h"
 #include "support/ErroDe.h"
 
+#include <QDir>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -84,7 +85,7 @@ void TstReportLayout::missingFileIsNamed() {
     const auto error = erroDe([&] { report::readLayout(path); });
     QVERIFY(error);
     QCOMPARE(error->number(), numero(ErrorNumber::FileNotFound));
-    QVERIFY2(error->text().contains(path), error->what());
+    QVERIFY2(error->text().contains(QDir::toNativeSeparators(path)), error->what());
 }
 
 void TstReportLayout::fileOfAnotherKindIsRefused_data() {
@@ -101,7 +102,9 @@ void TstReportLayout::fileOfAnotherKindIsRefused() {
     const auto error = erroDe([&] { report::readLayout(path); });
     QVERIFY(error);
     QCOMPARE(error->number(), numero(ErrorNumber::InvalidLayout));
-    QVERIFY2(error->text().contains(path + u", linha 1: o arquivo não é um layout em XML"_s), error->what());
+    QVERIFY2(error->text().contains(QDir::toNativeSeparators(path) +
+                                    u", linha 1: o arquivo não é um layout em XML"_s),
+             error->what());
 }
 
 void TstReportLayout::mistakeIsToldWithFileAndLine_data() {
@@ -192,7 +195,7 @@ void TstReportLayout::mistakeIsToldWithFileAndLine() {
     const auto error = erroDe([&] { report::readLayout(path); });
     QVERIFY(error);
     QCOMPARE(error->number(), numero(ErrorNumber::InvalidLayout));
-    const QString expected = u"%1, linha %2: %3"_s.arg(path).arg(line).arg(problem);
+    const QString expected = u"%1, linha %2: %3"_s.arg(QDir::toNativeSeparators(path)).arg(line).arg(problem);
     QVERIFY2(error->text().contains(expected), qPrintable(error->text() + u" <> "_s + expected));
 }
 

@@ -5,7 +5,6 @@
 
 #include <QFile>
 #include <QList>
-#include <QRegularExpression>
 #include <array>
 #include <cstdint>
 
@@ -28,29 +27,57 @@ QString primeiroDiagnostico(SQLSMALLINT tipo, SQLHANDLE alca) {
     return QStringLiteral("%1 %2").arg(numero).arg(QString::fromUtf8(reinterpret_cast<char*>(texto.data())));
 }
 
-/// The statements of `sql`, which are separated by ";". The driver would take a text with comments apart its
-/// own way.
-QList<QByteArray> comandosDe(const QString& sql) {
-    static const QRegularExpression Parte(
-        QStringLiteral(R"(--[^\n]*|#[^\n]*|/\*.*?\*/|'(?:[^'\\]|\\.|'')*'|"(?:[^"\\]|\\.|"")*"|`[^`]*`|;|.)"),
-        QRegularExpression::DotMatchesEverythingOption);
-    QList<QByteArray> comandos;
-    QString atual;
-    const auto termina = [&] {
-        if (!atual.trimmed().isEmpty()) {
-            comandos += atual.trimmed().toUtf8();
-        }
-        atual.clear();
+/// The end of the quoted text or comment that begins at `inicio`; `inicio` itself where none begins.
+qsizetype fimDoTrecho(const QString& sql, qsizetype inicio) {
+    const QChar c = sql[inicio];
+    const auto ate = [&](const QString& marca) {
+        const qsizetype achado = sql.indexOf(marca, inicio + 1);
+        return achado < 0 ? sql.size() : achado + marca.size();
     };
-    for (auto partes = Parte.globalMatch(sql); partes.hasNext();) {
-        const QString parte = partes.next().captured();
-        if (parte == QStringLiteral(";")) {
-            termina();
-        } else if (!parte.startsWith(QStringLiteral("--")) && !parte.startsWith(QLatin1Char('#'))) {
-            atual += parte;
+    if (c == u'#' || QStringView(sql).mid(inicio).startsWith(u"-- ") ||
+        QStringView(sql).mid(inicio).startsWith(u"--\n")) {
+        return ate(QStringLiteral("\n"));
+    }
+    if (c != u'\'' && c != u'"' && c != u'`') {
+        return inicio;
+    }
+    for (qsizetype i = inicio + 1; i < sql.size(); ++i) {
+        if (sql[i] == u'\\' && c != u'`') {
+            ++i;
+        } else if (sql[i] == c) {
+            return i + 1;
         }
     }
-    termina();
+    return sql.size();
+}
+
+/// The statements of `sql`, which are separated by ";", without comments. The driver would take the text
+/// apart its own way. A trigger has such separators inside and stands alone.
+QList<QByteArray> comandosDe(const QString& sql) {
+    if (sql.startsWith(QStringLiteral("CREATE TRIGGER"))) {
+        return {sql.toUtf8()};
+    }
+    QList<QByteArray> comandos;
+    QString atual;
+    for (qsizetype i = 0; i < sql.size();) {
+        const qsizetype fim = fimDoTrecho(sql, i);
+        if (fim > i) {
+            if (sql[i] != u'#' && sql[i] != u'-') {
+                atual += QStringView(sql).mid(i, fim - i);
+            }
+            i = fim;
+            continue;
+        }
+        if (sql[i] == u';') {
+            comandos += atual.trimmed().toUtf8();
+            atual.clear();
+        } else {
+            atual += sql[i];
+        }
+        ++i;
+    }
+    comandos += atual.trimmed().toUtf8();
+    comandos.removeAll(QByteArray());
     return comandos;
 }
 

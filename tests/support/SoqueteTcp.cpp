@@ -1,7 +1,6 @@
 #include "support/Soquete.h"
 #include "support/TestError.h"
 
-#include <QRegularExpression>
 #include <optional>
 #include <winsock2.h>
 
@@ -25,9 +24,10 @@ TestError erroDoSistema(const char* chamada) {
 }
 
 std::optional<quint16> portaDe(const QString& endereco) {
-    static const QRegularExpression Forma(QStringLiteral("^127\\.0\\.0\\.1:(\\d+)$"));
-    const auto achado = Forma.match(endereco);
-    return achado.hasMatch() ? std::optional(achado.captured(1).toUShort()) : std::nullopt;
+    const QString inicio = QStringLiteral("127.0.0.1:");
+    bool numero = false;
+    const quint16 porta = QStringView(endereco).mid(inicio.size()).toUShort(&numero);
+    return numero && endereco.startsWith(inicio) ? std::optional(porta) : std::nullopt;
 }
 
 sockaddr_in local(quint16 porta) {
