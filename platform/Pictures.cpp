@@ -85,20 +85,20 @@ void drawPrinter(QPainter& painter) {
     painter.drawEllipse(QPointF(25, 16), 1.8, 1.8);
 }
 
-// A document with its settled mark.
+// A document with its settled mark, the same as packaging/icon/tarvessa.svg.
 void drawApplication(QPainter& painter) {
     painter.setPen(Qt::NoPen);
     painter.setBrush(QColor(0x1F, 0x4E, 0x79));
     painter.drawRoundedRect(QRectF(1, 1, 30, 30), 6, 6);
     painter.setBrush(Qt::white);
-    painter.drawRoundedRect(QRectF(7, 5, 18, 22), 2, 2);
-    painter.setPen(QPen(QColor(0x9A, 0xB3, 0xCC), 2.0));
-    painter.drawLine(QPointF(10, 10), QPointF(22, 10));
-    painter.drawLine(QPointF(10, 14), QPointF(22, 14));
-    painter.setPen(QPen(QColor(0x1B, 0x87, 0x3B), 3.0, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-    QPainterPath mark(QPointF(11, 21));
-    mark.lineTo(14, 24);
-    mark.lineTo(21, 17);
+    painter.drawRoundedRect(QRectF(6, 4, 20, 24), 2, 2);
+    painter.setPen(QPen(QColor(0x9A, 0xB3, 0xCC), 2.0, Qt::SolidLine, Qt::FlatCap));
+    painter.drawLine(QPointF(10, 9), QPointF(22, 9));
+    painter.drawLine(QPointF(10, 13), QPointF(22, 13));
+    painter.setPen(QPen(QColor(0x1B, 0x87, 0x3B), 3.6, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    QPainterPath mark(QPointF(10.5, 20.5));
+    mark.lineTo(14.5, 24.5);
+    mark.lineTo(22, 16.5);
     painter.setBrush(Qt::NoBrush);
     painter.drawPath(mark);
 }

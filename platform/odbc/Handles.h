@@ -1,6 +1,7 @@
 #pragma once
 
 #ifdef _WIN32
+#define SQL_NOUNICODEMAP // a call without W is the narrow one here too
 #include <windows.h>
 #endif
 #include <sql.h>

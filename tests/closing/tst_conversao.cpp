@@ -437,7 +437,7 @@ class TestConversao : public QObject {
         }
         for (QProcess* processo : {&ana, &zeca}) {
             QVERIFY(processo->waitForReadyRead(60000));
-            QCOMPARE(processo->readAllStandardOutput(), QByteArray("200\n"));
+            QCOMPARE(processo->readAllStandardOutput().trimmed(), QByteArray("200"));
         }
         for (QProcess* processo : {&ana, &zeca}) {
             processo->write("\n");

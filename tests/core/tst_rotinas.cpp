@@ -4,10 +4,10 @@
 #include "support/ErroDe.h"
 #include "support/FaultProxy.h"
 #include "support/PrivateServer.h"
+#include "support/Programa.h"
 #include "support/StatementLog.h"
 
 #include <QLineEdit>
-#include <QProcess>
 #include <QTest>
 
 #include <memory>
@@ -69,10 +69,7 @@ class TstRotinas : public QObject {
 
 void TstRotinas::initTestCase() {
     m_servidor = std::make_unique<PrivateServer>();
-    QProcess id;
-    id.start(u"id"_s, {u"-un"_s});
-    QVERIFY(id.waitForFinished());
-    m_usuario = QString::fromLocal8Bit(id.readAllStandardOutput()).trimmed();
+    m_usuario = QString::fromLocal8Bit(executaPrograma(u"id"_s, {u"-un"_s}).saida).trimmed();
     QVERIFY(!m_usuario.isEmpty());
 }
 

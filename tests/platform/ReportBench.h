@@ -3,10 +3,10 @@
 #include "platform/report/LayoutReader.h"
 #include "platform/report/Report.h"
 #include "support/PrivateServer.h"
+#include "support/Programa.h"
 #include "support/TestError.h"
 
 #include <QFile>
-#include <QProcess>
 #include <QRegularExpression>
 #include <QTemporaryDir>
 
@@ -56,11 +56,10 @@ class ReportBench {
 
     /// The output of a program that must succeed.
     static QByteArray output(const QString& program, const QStringList& arguments) {
-        QProcess process;
-        process.start(program, arguments);
-        if (!process.waitForFinished(60000) || process.exitCode() != 0)
-            throw TestError(program + QString::fromUtf8(process.readAllStandardError()));
-        return process.readAllStandardOutput();
+        const FimDoPrograma end = executaPrograma(program, arguments);
+        if (end.codigo != 0)
+            throw TestError(program + QString::fromUtf8(end.erros));
+        return end.saida;
     }
 
     /// The text of a PDF file, blanks between words run together, a form feed after each page.

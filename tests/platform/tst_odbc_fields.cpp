@@ -85,8 +85,13 @@ void TstOdbcFields::initTestCase_data() {
     QTest::addColumn<QString>("charset");
     QTest::addColumn<bool>("preferWide");
     QTest::addColumn<int>("encoding");
-    QTest::newRow("no charset") << QString() << false << static_cast<int>(odbc::Encoding::Utf8);
-    QTest::newRow("latin1") << u"latin1"_s << false << static_cast<int>(odbc::Encoding::Utf8);
+#ifdef _WIN32
+    constexpr int usual = static_cast<int>(odbc::Encoding::Wide);
+#else
+    constexpr int usual = static_cast<int>(odbc::Encoding::Utf8);
+#endif
+    QTest::newRow("no charset") << QString() << false << usual;
+    QTest::newRow("latin1") << u"latin1"_s << false << usual;
     QTest::newRow("wide") << QString() << true << static_cast<int>(odbc::Encoding::Wide);
 }
 

@@ -2,6 +2,7 @@
 #include "platform/report/RoundedRatio.h"
 #include "support/ErroDe.h"
 
+#include <QDir>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -139,8 +140,9 @@ void TstReportLayout::schemaRefusesWhatTheReaderRefuses() {
     const QString bad =
         m_bench.write(u"bad.RPT"_s, ReportBench::layout({}, "<detail height=\"5\" heigth=\"5\"/>"));
     const auto check = [](const QString& file) {
-        return QProcess::execute(u"xmllint"_s, {u"--noout"_s, u"--schema"_s,
-                                                QStringLiteral(TARVESSA_SOURCE_DIR "/rpt/layout.xsd"), file});
+        return executaPrograma(u"xmllint"_s, {u"--noout"_s, u"--schema"_s,
+                                              QStringLiteral(TARVESSA_SOURCE_DIR "/rpt/layout.xsd"), file})
+            .codigo;
     };
     QCOMPARE(check(good), 0);
     QVERIFY(check(bad) != 0);
@@ -168,7 +170,7 @@ void TstReportLayout::missingFileIsNamed() {
     const auto error = erroDe([&] { report::readLayout(path); });
     QVERIFY(error);
     QCOMPARE(error->number(), numero(ErrorNumber::FileNotFound));
-    QVERIFY2(error->text().contains(path), error->what());
+    QVERIFY2(error->text().contains(QDir::toNativeSeparators(path)), error->what());
 }
 
 void TstReportLayout::fileOfAnotherKindIsRefused_data() {
@@ -185,7 +187,9 @@ void TstReportLayout::fileOfAnotherKindIsRefused() {
     const auto error = erroDe([&] { report::readLayout(path); });
     QVERIFY(error);
     QCOMPARE(error->number(), numero(ErrorNumber::InvalidLayout));
-    QVERIFY2(error->text().contains(path + u", linha 1: o arquivo não é um layout em XML"_s), error->what());
+    QVERIFY2(error->text().contains(QDir::toNativeSeparators(path) +
+                                    u", linha 1: o arquivo não é um layout em XML"_s),
+             error->what());
 }
 
 void TstReportLayout::mistakeIsToldWithFileAndLine_data() {
@@ -284,7 +288,7 @@ void TstReportLayout::mistakeIsToldWithFileAndLine() {
     const auto error = erroDe([&] { report::readLayout(path); });
     QVERIFY(error);
     QCOMPARE(error->number(), numero(ErrorNumber::InvalidLayout));
-    const QString expected = u"%1, linha %2: %3"_s.arg(path).arg(line).arg(problem);
+    const QString expected = u"%1, linha %2: %3"_s.arg(QDir::toNativeSeparators(path)).arg(line).arg(problem);
     QVERIFY2(error->text().contains(expected), qPrintable(error->text() + u" <> "_s + expected));
 }
 

@@ -2,6 +2,7 @@
 #include "platform/report/TextSearch.h"
 #include "support/ErroDe.h"
 
+#include <QDir>
 #include <QPrinter>
 #include <QTest>
 
@@ -573,7 +574,7 @@ void TstReportPages::columnThatTheQueryLacksIsAnError() {
     });
     QVERIFY(error);
     QCOMPARE(error->number(), numero(ErrorNumber::InvalidLayout));
-    QVERIFY2(error->text().contains(m_bench.path(u"test.RPT"_s) +
+    QVERIFY2(error->text().contains(QDir::toNativeSeparators(m_bench.path(u"test.RPT"_s)) +
                                     u", linha 6: a consulta não tem a coluna \"Valor7\"."_s),
              error->what());
 }

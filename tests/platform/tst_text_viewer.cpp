@@ -2,6 +2,7 @@
 #include "platform/TextViewer.h"
 
 #include <QApplication>
+#include <QDir>
 #include <QFile>
 #include <QPlainTextEdit>
 #include <QPointer>
@@ -32,6 +33,9 @@ class TstTextViewer : public QObject {
     void desktopsViewerIsPreferred();
     void desktopWithoutAViewerGetsTheWindow_data();
     void desktopWithoutAViewerGetsTheWindow();
+#ifdef _WIN32
+    void notepadIsOpenedMaximised();
+#endif
 
   private:
     QString grava(const QByteArray& bytes) const {
@@ -46,7 +50,9 @@ class TstTextViewer : public QObject {
                 return qobject_cast<QMainWindow*>(uma);
         return nullptr;
     }
-    static QPlainTextEdit* texto() { return janela()->findChild<QPlainTextEdit*>(); }
+    static QPlainTextEdit* texto() {
+        return janela()->findChild<QPlainTextEdit*>();
+    }
 
     /// Puts a program of the desktop's into the test's folder, a shell script.
     bool instala(const QString& nome, const QByteArray& script) const {
@@ -158,6 +164,20 @@ void TstTextViewer::desktopWithoutAViewerGetsTheWindow() {
     QVERIFY(janela());
     QCOMPARE(texto()->toPlainText(), u"PV 0000012"_s);
 }
+
+#ifdef _WIN32
+
+// A program called Notepad lies beside the tests and writes down how it was started.
+void TstTextViewer::notepadIsOpenedMaximised() {
+    QVERIFY(QDir(m_pasta->path()).mkdir(u"São João"_s));
+    const QString log = m_pasta->filePath(u"São João/LogFechamento.txt"_s);
+    ShellHost().openText(log);
+    QTRY_COMPARE(QString::fromUtf8(conteudo(u"São João/LogFechamento.txt.aberto"_s)),
+                 u"3 "_s + QDir::toNativeSeparators(log)); // SW_SHOWMAXIMIZED
+    QVERIFY(!janela());
+}
+
+#endif
 
 QTEST_MAIN(TstTextViewer)
 #include "tst_text_viewer.moc"

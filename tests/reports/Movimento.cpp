@@ -6,11 +6,11 @@
 #include "core/Relatorio.h"
 #include "platform/grid/Grid.h"
 #include "platform/report/Report.h"
+#include "support/Programa.h"
 #include "support/TestError.h"
 
 #include <QApplication>
 #include <QHeaderView>
-#include <QProcess>
 #include <QRandomGenerator>
 #include <QTemporaryDir>
 #include <QTest>
@@ -174,12 +174,11 @@ QString Movimento::textoDoPdf() const {
     const QTemporaryDir pasta;
     const QString arquivo = pasta.filePath(u"relatorio.pdf"_s);
     m_crw->lastReport()->savePdf(arquivo);
-    QProcess leitor;
-    leitor.start(u"pdftotext"_s, {u"-layout"_s, u"-enc"_s, u"UTF-8"_s, arquivo, u"-"_s});
-    constexpr int limiteMs = 60000;
-    if (!leitor.waitForFinished(limiteMs) || leitor.exitCode() != 0)
-        throw TestError(u"pdftotext: "_s + leitor.errorString());
-    return QString::fromUtf8(leitor.readAllStandardOutput());
+    const FimDoPrograma leitor =
+        executaPrograma(u"pdftotext"_s, {u"-layout"_s, u"-enc"_s, u"UTF-8"_s, arquivo, u"-"_s});
+    if (leitor.codigo != 0)
+        throw TestError(u"pdftotext failed"_s);
+    return QString::fromUtf8(leitor.saida);
 }
 
 bool mostra(QWidget* form) {

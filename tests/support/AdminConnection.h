@@ -4,17 +4,17 @@
 #include <QList>
 #include <QString>
 #include <QStringList>
-
-struct st_mysql;
+#include <memory>
 
 namespace tarvessa::teste {
 
 /// A connection of the tests' own to a private server, as its root and in utf8mb4. It shares no
-/// code with the program's data access, so that it can bear witness about it.
+/// code with the program's data access, so that it can bear witness about it: the server's client library,
+/// or, where there is none as on Windows, bare ODBC calls.
 class AdminConnection {
   public:
-    /// Connects through the unix socket `socket`. Raises TestError.
-    explicit AdminConnection(const QString& socket);
+    /// Connects to the server at `endereco`. Raises TestError.
+    explicit AdminConnection(const QString& endereco);
     ~AdminConnection();
     AdminConnection(const AdminConnection&) = delete;
     AdminConnection& operator=(const AdminConnection&) = delete;
@@ -31,9 +31,9 @@ class AdminConnection {
     QList<QStringList> consulta(const QString& sql);
 
   private:
-    [[noreturn]] void falha(const QByteArray& sql) const;
+    class Sessao;
 
-    st_mysql* m_mysql;
+    std::unique_ptr<Sessao> m_sessao;
 };
 
 } // namespace tarvessa::teste

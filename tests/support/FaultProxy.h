@@ -1,5 +1,7 @@
 #pragma once
 
+#include "support/Soquete.h"
+
 #include <QByteArray>
 #include <QList>
 #include <QString>
@@ -11,22 +13,22 @@
 
 namespace tarvessa::teste {
 
-/// A proxy on a unix socket in front of the server's, in a thread of its own. It reads enough of the
+/// A proxy in front of the server, on a socket and in a thread of its own. It reads enough of the
 /// protocol to see each statement before it goes on, and can cut the connection there.
 ///
 /// A statement is what the client sends as a query or to be prepared; executing what was prepared is
 /// not another one. It is seen as the driver sends it, which is without blanks at its ends. Meant for clear,
-/// uncompressed connections, as over a unix socket. POSIX only.
+/// uncompressed connections, as they are within a machine.
 class FaultProxy {
   public:
-    /// Listens in front of the server's unix socket `servidor`. Raises TestError.
+    /// Listens in front of the server at `servidor`. Raises TestError.
     explicit FaultProxy(const QString& servidor);
     ~FaultProxy();
     FaultProxy(const FaultProxy&) = delete;
     FaultProxy& operator=(const FaultProxy&) = delete;
 
-    /// The path to connect to instead of the server's.
-    QString socket() const;
+    /// The address to connect to instead of the server's.
+    QString socket() const { return m_socket; }
 
     /// Starts counting anew, forgets what was seen, and cuts the connection on both sides before the
     /// k-th statement from now (the first is 1) reaches the server. It cuts once; connections opened
@@ -45,8 +47,8 @@ class FaultProxy {
   private:
     /// One accepted connection and its counterpart to the server.
     struct Par {
-        int cliente = -1;
-        int servidor = -1;
+        soquete::Alca cliente = soquete::Nenhuma;
+        soquete::Alca servidor = soquete::Nenhuma;
         QByteArray recebido; // from the client, not yet a whole command
         QByteArray paraServidor;
         QByteArray paraCliente;
@@ -54,7 +56,7 @@ class FaultProxy {
 
     void percorre();
     void aceita();
-    bool atende(Par& par, short eventosDoCliente, short eventosDoServidor);
+    bool atende(Par& par, bool doCliente, bool doServidor);
     bool encaminhaComandos(Par& par);
     bool deixaPassar(const QByteArray& comando);
     void acorda();
@@ -62,8 +64,10 @@ class FaultProxy {
 
     QString m_servidor;
     QTemporaryDir m_pasta;
-    int m_escuta = -1;
-    int m_despertador[2] = {-1, -1};
+    QString m_socket;
+    soquete::Alca m_escuta = soquete::Nenhuma;
+    soquete::Alca m_despertador = soquete::Nenhuma;
+    soquete::Alca m_despertado = soquete::Nenhuma;
     std::vector<Par> m_pares; // the thread's alone
     std::atomic<bool> m_encerra = false;
 

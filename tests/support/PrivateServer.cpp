@@ -1,6 +1,7 @@
 #include "support/PrivateServer.h"
 
 #include "support/AdminConnection.h"
+#include "support/Soquete.h"
 #include "support/TestError.h"
 
 #include <QCoreApplication>
@@ -9,7 +10,10 @@
 #include <QProcess>
 #include <QRandomGenerator>
 #include <QThread>
+
+#ifndef _WIN32
 #include <odbcinst.h>
+#endif
 
 namespace tarvessa::teste {
 
@@ -19,6 +23,11 @@ constexpr auto Script = TARVESSA_SOURCE_DIR "/demo/private-server";
 constexpr auto Schema = TARVESSA_SOURCE_DIR "/demo/schema.sql";
 constexpr int EsperaDoScriptMs = 180000;
 constexpr int EsperaDasConexoesMs = 10000;
+#ifdef _WIN32
+const auto Host = QStringLiteral("127.0.0.1"); // as the server sees the program
+#else
+const auto Host = QStringLiteral("localhost");
+#endif
 
 QString executaScript(const QStringList& argumentos) {
     QProcess processo;
@@ -50,6 +59,42 @@ QString driverDe(const QString& odbcIni) {
     }
     throw TestError(QStringLiteral("no driver in %1").arg(odbcIni));
 }
+
+#ifdef _WIN32
+
+// The driver manager is the one below Wine, which reads the file that this variable named when the program
+// started; packaging/windows/test gives each program a file of its own.
+QString arquivoDaFonte(const QTemporaryDir& /*pasta*/) {
+    return qEnvironmentVariable("ODBCINI");
+}
+
+void entrega(const QString& /*odbcIni*/) {
+}
+
+QString enderecoDe(const QString& /*servidor*/) {
+    return qEnvironmentVariable("TARVESSA_TEST_ADDRESS");
+}
+
+#else
+
+QString arquivoDaFonte(const QTemporaryDir& pasta) {
+    return pasta.filePath(QStringLiteral("odbc.ini"));
+}
+
+// The driver manager keeps what it has read for some seconds; only a write through its own library makes it
+// forget.
+void entrega(const QString& odbcIni) {
+    qputenv("ODBCINI", QFile::encodeName(odbcIni));
+    if (SQLWritePrivateProfileString("QDX", "Description", "Test", "odbc.ini") == 0) {
+        throw TestError(QStringLiteral("%1 was not taken by the driver manager").arg(odbcIni));
+    }
+}
+
+QString enderecoDe(const QString& servidor) {
+    return executaScript({QStringLiteral("socket"), servidor});
+}
+
+#endif
 
 /// Letters and digits only: the name stands in a grant, where "_" would match any character.
 QString nomeUnico() {
@@ -96,14 +141,14 @@ PrivateServer::PrivateServer()
         m_servidor = m_pasta.filePath(QStringLiteral("servidor"));
         m_proprio = std::make_unique<OwnServer>(m_servidor);
     }
-    m_socket = executaScript({QStringLiteral("socket"), m_servidor});
+    m_socket = enderecoDe(m_servidor);
     m_socketDaFonte = m_socket;
     m_driver = driverDe(m_servidor + QStringLiteral("/odbc.ini"));
     m_conexao = std::make_unique<AdminConnection>(m_socket);
     // The same leniency as the program's own connection, so that odd rows can be prepared.
     m_conexao->executa(m_initStmt);
     m_conexao->executa(
-        QStringLiteral("CREATE USER '%1'@'localhost'; GRANT ALL ON `%1`.* TO '%1'@'localhost'").arg(m_nome));
+        QStringLiteral("CREATE USER '%1'@'%2'; GRANT ALL ON `%1`.* TO '%1'@'%2'").arg(m_nome, Host));
     recria();
     gravaFonteDeDados();
 }
@@ -111,7 +156,7 @@ PrivateServer::PrivateServer()
 PrivateServer::~PrivateServer() {
     restauraAmbiente();
     try {
-        m_conexao->executa(QStringLiteral("DROP DATABASE `%1`; DROP USER '%1'@'localhost'").arg(m_nome));
+        m_conexao->executa(QStringLiteral("DROP DATABASE `%1`; DROP USER '%1'@'%2'").arg(m_nome, Host));
     } catch (const TestError& erro) {
         qWarning("%s", erro.what());
     }
@@ -149,7 +194,7 @@ void PrivateServer::recria() {
 }
 
 void PrivateServer::mataConexoesDoPrograma() {
-    m_conexao->executa(QStringLiteral("KILL CONNECTION USER '%1'@'localhost'").arg(m_nome));
+    m_conexao->executa(QStringLiteral("KILL CONNECTION USER '%1'@'%2'").arg(m_nome, Host));
     QElapsedTimer relogio;
     relogio.start();
     const QString restantes =
@@ -163,18 +208,15 @@ void PrivateServer::mataConexoesDoPrograma() {
 }
 
 void PrivateServer::gravaFonteDeDados() {
-    const QString caminho = m_pasta.filePath(QStringLiteral("odbc.ini"));
+    const QString caminho = arquivoDaFonte(m_pasta);
     QFile arquivo(caminho);
     if (!arquivo.open(QIODevice::WriteOnly | QIODevice::Truncate)) {
         throw TestError(QStringLiteral("%1: %2").arg(caminho, arquivo.errorString()));
     }
-    QStringList linhas{QStringLiteral("[QDX]"),
-                       QStringLiteral("Driver = ") + m_driver,
-                       QStringLiteral("SERVER = localhost"),
-                       QStringLiteral("SOCKET = ") + m_socketDaFonte,
-                       QStringLiteral("DATABASE = ") + m_nome,
-                       QStringLiteral("UID = ") + m_nome,
+    QStringList linhas{QStringLiteral("[QDX]"), QStringLiteral("Driver = ") + m_driver,
+                       QStringLiteral("DATABASE = ") + m_nome, QStringLiteral("UID = ") + m_nome,
                        QStringLiteral("USER = ") + m_nome};
+    linhas += soquete::linhasDaFonte(m_socketDaFonte);
     if (!m_charset.isEmpty()) {
         linhas += QStringLiteral("CHARSET = ") + m_charset;
     }
@@ -183,12 +225,7 @@ void PrivateServer::gravaFonteDeDados() {
     }
     arquivo.write(linhas.join(QLatin1Char('\n')).toLocal8Bit() + '\n');
     arquivo.close();
-    qputenv("ODBCINI", QFile::encodeName(caminho));
-    // The driver manager keeps what it has read for some seconds; only a write through its own
-    // library makes it forget.
-    if (SQLWritePrivateProfileString("QDX", "Description", "Test", "odbc.ini") == 0) {
-        throw TestError(QStringLiteral("%1 was not taken by the driver manager").arg(caminho));
-    }
+    entrega(caminho);
 }
 
 void PrivateServer::restauraAmbiente() {

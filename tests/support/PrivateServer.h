@@ -15,7 +15,8 @@ class AdminConnection;
 /// of this process pointing at it.
 ///
 /// The environment variable TARVESSA_TEST_SERVER names the folder of a server already started with
-/// demo/private-server; without it one is started in a temporary folder and stopped at the end.
+/// demo/private-server; without it one is started in a temporary folder and stopped at the end. On Windows
+/// it must, and TARVESSA_TEST_ADDRESS says where that server listens ("127.0.0.1:port").
 /// The database holds demo/schema.sql and nothing else. The program reaches it as a database user
 /// that no other test program shares, so that what it sends can be told apart. Database and user
 /// are dropped, and ODBCINI is restored, at the end. One object per process at a time.
@@ -28,7 +29,7 @@ class PrivateServer {
     PrivateServer(const PrivateServer&) = delete;
     PrivateServer& operator=(const PrivateServer&) = delete;
 
-    /// The server's own unix socket.
+    /// The server's own address: its unix socket, on Windows "127.0.0.1:port".
     QString socket() const { return m_socket; }
     /// The name of the database.
     QString banco() const { return m_nome; }
@@ -39,7 +40,8 @@ class PrivateServer {
 
     /// The data source's CHARSET; empty for none, which is the start. Holds from the next connect.
     void usaCharset(const QString& charset);
-    /// The data source's SOCKET, for a proxy in front of the server. Holds from the next connect.
+    /// The address that the data source leads to, for a proxy in front of the server. Holds from the next
+    /// connect.
     void usaSocket(const QString& socket);
     /// The data source's INITSTMT; empty for none. Holds from the next connect.
     void usaInitStmt(const QString& sql);

@@ -14,6 +14,11 @@
 #include <QVBoxLayout>
 #include <memory>
 #include <optional>
+
+#ifdef _WIN32
+#define SQL_NOUNICODEMAP
+#include <windows.h>
+#endif
 #include <sql.h>
 #include <sqlext.h>
 

@@ -2,6 +2,7 @@
 #include "core/Relatorio.h"
 #include "platform/report/Report.h"
 #include "support/ModalHelper.h"
+#include "support/Programa.h"
 #include "support/StatementLog.h"
 #include "support/TestError.h"
 #include "targets/BancadaMetas.h"
@@ -10,7 +11,6 @@
 #include <QApplication>
 #include <QLabel>
 #include <QLineEdit>
-#include <QProcess>
 #include <QPushButton>
 #include <QTemporaryDir>
 #include <QTest>
@@ -120,11 +120,10 @@ QString textoImpresso(report::Report& relatorio) {
     QTemporaryDir pasta;
     const QString pdf = pasta.filePath(u"metas.pdf"_s);
     relatorio.savePdf(pdf);
-    QProcess processo;
-    processo.start(u"pdftotext"_s, {u"-layout"_s, pdf, u"-"_s});
-    if (!processo.waitForFinished() || processo.exitCode() != 0)
-        throw TestError(u"pdftotext: "_s + processo.errorString());
-    return QString::fromUtf8(processo.readAllStandardOutput()).simplified();
+    const FimDoPrograma leitor = executaPrograma(u"pdftotext"_s, {u"-layout"_s, pdf, u"-"_s});
+    if (leitor.codigo != 0)
+        throw TestError(u"pdftotext failed"_s);
+    return QString::fromUtf8(leitor.saida).simplified();
 }
 
 } // namespace
