@@ -3,6 +3,8 @@
 #include "core/Pastas.h"
 #include "platform/RuntimeError.h"
 
+#include <QDir>
+
 using namespace Qt::StringLiterals;
 
 namespace tarvessa {
@@ -10,8 +12,9 @@ namespace tarvessa {
 namespace {
 
 [[noreturn]] void naoGravou(const QFile& arquivo) {
-    throw RuntimeError(ErrorNumber::FileNotWritable, u"Não foi possível gravar o arquivo %1: %2"_s.arg(
-                                                         arquivo.fileName(), arquivo.errorString()));
+    throw RuntimeError(ErrorNumber::FileNotWritable,
+                       u"Não foi possível gravar o arquivo %1: %2"_s.arg(
+                           QDir::toNativeSeparators(arquivo.fileName()), arquivo.errorString()));
 }
 
 } // namespace

@@ -21,7 +21,7 @@ add_custom_command(OUTPUT ${TARVESSA_ICON}
   DEPENDS ${pictures} ${largest})
 
 set(TARVESSA_MANIFEST ${CMAKE_SOURCE_DIR}/packaging/windows/tarvessa.manifest)
-configure_file(${CMAKE_SOURCE_DIR}/packaging/windows/tarvessa.rc.in ${CMAKE_CURRENT_BINARY_DIR}/tarvessa.rc @ONLY)
-set_source_files_properties(${CMAKE_CURRENT_BINARY_DIR}/tarvessa.rc PROPERTIES
-  OBJECT_DEPENDS "${TARVESSA_ICON};${TARVESSA_MANIFEST}")
-target_sources(tarvessa PRIVATE ${CMAKE_CURRENT_BINARY_DIR}/tarvessa.rc)
+set(resources ${CMAKE_CURRENT_BINARY_DIR}/tarvessa.rc)
+configure_file(${CMAKE_SOURCE_DIR}/packaging/windows/tarvessa.rc.in ${resources} @ONLY)
+set_source_files_properties(${resources} PROPERTIES OBJECT_DEPENDS "${TARVESSA_ICON};${TARVESSA_MANIFEST}")
+target_sources(tarvessa PRIVATE ${resources})

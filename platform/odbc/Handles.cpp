@@ -43,8 +43,6 @@ struct Diagnostic {
 std::optional<Diagnostic> diagnostic(SQLSMALLINT kind, SQLHANDLE handle, SQLSMALLINT record) {
     std::array<SQLWCHAR, 6> state{};
     std::array<SQLWCHAR, 1024> wideText{};
-    std::array<SQLCHAR, 6> narrowState{};
-    std::array<SQLCHAR, 4 * wideText.size()> narrowText{};
     SQLINTEGER number = 0;
     SQLSMALLINT length = 0;
     if (!SQL_SUCCEEDED(SQLGetDiagRecW(kind, handle, record, state.data(), &number, wideText.data(),
@@ -52,6 +50,9 @@ std::optional<Diagnostic> diagnostic(SQLSMALLINT kind, SQLHANDLE handle, SQLSMAL
         return std::nullopt;
     Diagnostic found{QString::fromUtf16(reinterpret_cast<const char16_t*>(state.data())),
                      QString::fromUtf16(reinterpret_cast<const char16_t*>(wideText.data())), number};
+#ifndef _WIN32 // where the bytes are in a code page that lacks letters
+    std::array<SQLCHAR, 6> narrowState{};
+    std::array<SQLCHAR, 4 * wideText.size()> narrowText{};
     if (!SQL_SUCCEEDED(SQLGetDiagRec(kind, handle, record, narrowState.data(), &number, narrowText.data(),
                                      narrowText.size(), &length)))
         return found;
@@ -59,6 +60,7 @@ std::optional<Diagnostic> diagnostic(SQLSMALLINT kind, SQLHANDLE handle, SQLSMAL
     const QString decoded = utf8(reinterpret_cast<const char*>(narrowText.data()));
     if (!utf8.hasError())
         found.text = decoded;
+#endif
     return found;
 }
 

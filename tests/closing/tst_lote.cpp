@@ -205,7 +205,9 @@ void TstLote::logThatCannotBeCreated() {
     StatementLog registro(b->servidor());
     {
         ModalHelper modal;
-        modal.esperaContendo(u"Não foi possível gravar o arquivo "_s + b->caminhoDoLog(), QMessageBox::Ok);
+        modal.esperaContendo(u"Não foi possível gravar o arquivo "_s +
+                                 QDir::toNativeSeparators(b->caminhoDoLog()),
+                             QMessageBox::Ok);
         b->aperta(u"Command4"_s);
         QCOMPARE(modal.confere(), QString());
         QCOMPARE(modal.caixas()[0].icone, QMessageBox::Critical);

@@ -5,6 +5,7 @@
 #include "core/Pastas.h"
 #include "support/ModalHelper.h"
 
+#include <QDir>
 #include <QFile>
 #include <QLabel>
 #include <QScreen>
@@ -343,7 +344,7 @@ class TestPrecos : public QObject {
         FixaPastaDoPrograma(m_pasta->filePath(u"missing"_s));
         ModalHelper caixas;
         caixas.espera(pergunta, QMessageBox::Yes);
-        caixas.esperaContendo(u"missing/LogTarvessa.log"_s, QMessageBox::Ok);
+        caixas.esperaContendo(QDir::toNativeSeparators(u"missing/LogTarvessa.log"_s), QMessageBox::Ok);
         caixas.espera(cabeca + u"PV Nº 1 - CLIENTE 0001\n"_s, QMessageBox::Ok);
         m.clica("Command5");
         QCOMPARE(caixas.confere(), QString());

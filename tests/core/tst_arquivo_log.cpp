@@ -108,7 +108,8 @@ void TstArquivoLog::fileThatCannotBeCreatedIsAnError() {
     const auto erro = erroDe([&] { log.cria(nome); });
     QVERIFY(erro);
     QCOMPARE(erro->number(), numero(ErrorNumber::FileNotWritable));
-    QVERIFY2(erro->text().contains(m_pasta->path() + pasta + u'/' + nome), qPrintable(erro->text()));
+    QVERIFY2(erro->text().contains(QDir::toNativeSeparators(m_pasta->path() + pasta + u'/' + nome)),
+             qPrintable(erro->text()));
 }
 
 void TstArquivoLog::lineThatCannotBeWrittenIsAnError() {
