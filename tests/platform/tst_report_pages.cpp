@@ -346,7 +346,9 @@ void TstReportPages::overflowIsToldWithFileLineAndName() {
     });
     QVERIFY(error);
     QCOMPARE(error->number(), numero(ErrorNumber::Overflow));
-    QVERIFY2(error->text().startsWith(m_bench.path(u"test.RPT"_s) + u", "_s + place), error->what());
+    QVERIFY2(
+        error->text().startsWith(QDir::toNativeSeparators(m_bench.path(u"test.RPT"_s)) + u", "_s + place),
+        error->what());
 }
 
 void TstReportPages::errorPastTheFirstPageIsRepeated() {
