@@ -55,6 +55,7 @@ class TstMetasEdicao : public QObject {
 
   private:
     void abreEditor(const QString& codigo = u"P1"_s);
+    void deixaEditor(const QString& como, ModalHelper& caixas);
     QString sqlUpdate(const QString& numero);
     void confereFechado(const QString& celula);
     int linha() const { return b->linhaDe(u"Grid1"_s, u"P1"_s); }
@@ -213,13 +214,7 @@ void TstMetasEdicao::leftBy_data() {
         QTest::newRow(como) << QString::fromLatin1(como);
 }
 
-// However the editor is left, the quantity is written once.
-void TstMetasEdicao::leftBy() {
-    QFETCH(QString, como);
-    abreEditor();
-    StatementLog registro(b->servidor());
-    ModalHelper caixas;
-    b->digita(u"8"_s);
+void TstMetasEdicao::deixaEditor(const QString& como, ModalHelper& caixas) {
     if (como == u"Tab") {
         b->tecla(Qt::Key_Tab);
     } else if (como == u"Backtab") {
@@ -233,6 +228,16 @@ void TstMetasEdicao::leftBy() {
     } else {
         b->tecla(Qt::Key_2, Qt::AltModifier);
     }
+}
+
+// However the editor is left, the quantity is written once.
+void TstMetasEdicao::leftBy() {
+    QFETCH(QString, como);
+    abreEditor();
+    StatementLog registro(b->servidor());
+    ModalHelper caixas;
+    b->digita(u"8"_s);
+    deixaEditor(como, caixas);
     QCOMPARE(caixas.confere(), QString());
     QCOMPARE(registro.textos(), StatementLog::esperado({sqlUpdate(u" 8"_s)}));
     if (como == u"tab page") {
@@ -284,20 +289,9 @@ void TstMetasEdicao::numberBeyondEverything() {
     ModalHelper caixas;
     caixas.esperaContendo(u"Estouro"_s, QMessageBox::Ok);
     b->digita(u"99999999999999999999"_s);
-    if (como == u"Tab") {
-        b->tecla(Qt::Key_Tab);
-    } else if (como == u"Backtab") {
-        b->tecla(Qt::Key_Backtab, Qt::ShiftModifier);
-    } else if (como == u"mouse") {
-        QTest::mouseClick(b->caixa(u"Quantidade"_s), Qt::LeftButton);
-        b->processa();
-    } else if (como == u"shortcut") {
-        caixas.espera(u"Produto não selecionado corretamente. Verifique!!!"_s, QMessageBox::Ok);
-        b->tecla(Qt::Key_A, Qt::AltModifier);
-    } else {
-        b->tecla(Qt::Key_2, Qt::AltModifier);
+    deixaEditor(como, caixas);
+    if (como == u"tab page")
         b->vaiParaAba(0);
-    }
     QCOMPARE(caixas.confere(), QString());
     QCOMPARE(registro.textos().filter(u"Update"_s), QStringList());
     QVERIFY(!b->caixa(u"TextGrid"_s)->isVisible());
