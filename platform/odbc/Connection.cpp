@@ -79,6 +79,7 @@ void Connection::connectWith(const QString& connectionString, bool useWideCalls)
                                 full.data(), full.size(), &length, SQL_DRIVER_NOPROMPT);
     }
     check(code, SQL_HANDLE_DBC, m_connection.get());
+    m_idle = std::make_shared<IdleStatements>();
 }
 
 // The driver tells the connection's collation without asking the server, so no statement of ours precedes the
@@ -92,32 +93,36 @@ bool Connection::speaksUtf8mb4() const {
 }
 
 void Connection::close() {
-    m_idle = StatementHandle();
+    m_idle.reset();
     if (m_connection)
         SQLDisconnect(m_connection.get());
     m_connection = ConnectionHandle();
     m_environment = EnvironmentHandle();
 }
 
-StatementHandle Connection::newStatement(const QString& sql) const {
+Statement Connection::takeStatement(const QString& sql) const {
     if (!m_connection)
         throw RuntimeError(static_cast<int>(ErrorNumber::ConnectionClosed),
                            u"A conexão com o banco de dados não está aberta."_s, {}, sql);
-    StatementHandle statement(m_connection.get(), sql);
+    if (!m_idle->empty()) {
+        Statement statement(std::move(m_idle->back()), m_idle);
+        m_idle->pop_back();
+        return statement;
+    }
+    Statement statement(StatementHandle(m_connection.get(), sql), m_idle);
     // Braces in a text are data, never an escape sequence of the driver.
     SQLSetStmtAttr(statement.get(), SQL_ATTR_NOSCAN, asPointer(SQL_NOSCAN_ON), 0);
+    // A driver that grants less than asked (read-only instead of optimistic) says so with a warning only.
+    SQLSetStmtAttr(statement.get(), SQL_ATTR_CURSOR_TYPE, asPointer(SQL_CURSOR_STATIC), 0);
+    SQLSetStmtAttr(statement.get(), SQL_ATTR_CONCURRENCY, asPointer(SQL_CONCUR_ROWVER), 0);
     return statement;
 }
 
 void Connection::execute(const QString& sql) {
-    // Making a statement costs as much as a short command, so one is kept; not after an error.
-    StatementHandle statement = m_idle ? std::move(m_idle) : newStatement(sql);
-    executeOn(statement, sql);
-    SQLFreeStmt(statement.get(), SQL_CLOSE);
-    m_idle = std::move(statement);
+    executeOn(takeStatement(sql), sql);
 }
 
-void Connection::executeOn(const StatementHandle& statement, const QString& sql) const {
+void Connection::executeOn(const Statement& statement, const QString& sql) const {
     SQLRETURN code = SQL_ERROR;
     if (m_encoding == Encoding::Wide) {
         code = SQLExecDirectW(statement.get(), wide(sql), static_cast<SQLINTEGER>(sql.size()));
@@ -126,7 +131,7 @@ void Connection::executeOn(const StatementHandle& statement, const QString& sql)
         code = SQLExecDirect(statement.get(), reinterpret_cast<SQLCHAR*>(bytes.data()),
                              static_cast<SQLINTEGER>(bytes.size()));
     }
-    check(code, SQL_HANDLE_STMT, statement.get(), sql);
+    statement.check(code, sql);
 }
 
 } // namespace tarvessa::odbc

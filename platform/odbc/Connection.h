@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/odbc/Handles.h"
+#include "platform/odbc/Statement.h"
 
 #include <QString>
 
@@ -33,12 +33,13 @@ class Connection {
     /// Runs a statement that changes data; nothing is read back. Raises RuntimeError with the statement.
     void execute(const QString& sql);
 
-    /// A new statement of this connection, meant for `sql`. Raises RuntimeError with it when the connection
+    /// A statement of this connection, meant for `sql`: with a static cursor, optimistic concurrency asked
+    /// for and nothing bound. Raises RuntimeError with `sql` when the connection
     /// is closed or known to be lost.
-    StatementHandle newStatement(const QString& sql) const;
+    Statement takeStatement(const QString& sql) const;
 
     /// Sends `sql` on `statement`, letter by letter (no escape scanning). Raises RuntimeError.
-    void executeOn(const StatementHandle& statement, const QString& sql) const;
+    void executeOn(const Statement& statement, const QString& sql) const;
 
     Encoding encoding() const { return m_encoding; }
 
@@ -48,7 +49,7 @@ class Connection {
 
     EnvironmentHandle m_environment;
     ConnectionHandle m_connection;
-    StatementHandle m_idle; // kept between two executes
+    std::shared_ptr<IdleStatements> m_idle;
     Encoding m_encoding = Encoding::Wide;
 };
 

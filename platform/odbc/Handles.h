@@ -36,6 +36,10 @@ class Handle {
     }
 
     SQLHANDLE get() const { return m_handle; }
+
+    /// Lets go of a handle that is freed already.
+    void forget() { m_handle = nullptr; }
+
     explicit operator bool() const { return m_handle != nullptr; }
 
   private:

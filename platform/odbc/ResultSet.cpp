@@ -51,12 +51,9 @@ SQLLEN cellBytes(Encoding encoding, SQLLEN characters) {
 
 void ResultSet::open(const Connection& connection, const QString& sql) {
     close();
-    m_connection = &connection;
+    m_encoding = connection.encoding();
     m_sql = sql;
-    m_statement = connection.newStatement(sql);
-    // A driver that grants less than asked (read-only instead of optimistic) says so with a warning only.
-    SQLSetStmtAttr(m_statement.get(), SQL_ATTR_CURSOR_TYPE, asPointer(SQL_CURSOR_STATIC), 0);
-    SQLSetStmtAttr(m_statement.get(), SQL_ATTR_CONCURRENCY, asPointer(SQL_CONCUR_ROWVER), 0);
+    m_statement = connection.takeStatement(sql);
     try {
         connection.executeOn(m_statement, sql);
         describeColumns();
@@ -71,7 +68,7 @@ void ResultSet::open(const Connection& connection, const QString& sql) {
 
 void ResultSet::describeColumns() {
     SQLSMALLINT count = 0;
-    check(SQLNumResultCols(m_statement.get(), &count), SQL_HANDLE_STMT, m_statement.get(), m_sql);
+    m_statement.check(SQLNumResultCols(m_statement.get(), &count), m_sql);
     m_columns.resize(static_cast<size_t>(count));
     std::array<SQLWCHAR, 256> wideName{};
     std::array<char, 1024> narrowName{};
@@ -83,36 +80,37 @@ void ResultSet::describeColumns() {
         SQLSMALLINT digits = 0;
         SQLSMALLINT nullable = 0;
         QString name;
-        if (m_connection->encoding() == Encoding::Wide) {
-            check(SQLDescribeColW(m_statement.get(), ordinal, wideName.data(), wideName.size(), &nameLength,
-                                  &type, &size, &digits, &nullable),
-                  SQL_HANDLE_STMT, m_statement.get(), m_sql);
+        if (m_encoding == Encoding::Wide) {
+            m_statement.check(SQLDescribeColW(m_statement.get(), ordinal, wideName.data(), wideName.size(),
+                                              &nameLength, &type, &size, &digits, &nullable),
+                              m_sql);
             name = QString::fromUtf16(reinterpret_cast<const char16_t*>(wideName.data()));
         } else {
-            check(SQLDescribeCol(m_statement.get(), ordinal, reinterpret_cast<SQLCHAR*>(narrowName.data()),
-                                 narrowName.size(), &nameLength, &type, &size, &digits, &nullable),
-                  SQL_HANDLE_STMT, m_statement.get(), m_sql);
+            m_statement.check(SQLDescribeCol(m_statement.get(), ordinal,
+                                             reinterpret_cast<SQLCHAR*>(narrowName.data()), narrowName.size(),
+                                             &nameLength, &type, &size, &digits, &nullable),
+                              m_sql);
             name = QString::fromUtf8(narrowName.data());
         }
         SQLLEN characters = 0;
-        check(SQLColAttribute(m_statement.get(), ordinal, SQL_DESC_DISPLAY_SIZE, nullptr, 0, nullptr,
-                              &characters),
-              SQL_HANDLE_STMT, m_statement.get(), m_sql);
-        m_columns[i].cellBytes = cellBytes(m_connection->encoding(), std::max<SQLLEN>(characters, 1));
+        m_statement.check(SQLColAttribute(m_statement.get(), ordinal, SQL_DESC_DISPLAY_SIZE, nullptr, 0,
+                                          nullptr, &characters),
+                          m_sql);
+        m_columns[i].cellBytes = cellBytes(m_encoding, std::max<SQLLEN>(characters, 1));
         m_names.append(name);
     }
 }
 
 void ResultSet::allocateCells() {
-    m_rowsFetched = std::make_unique<SQLULEN>(0);
     size_t bytes = 0;
     for (const Column& column : m_columns)
         bytes += static_cast<size_t>(column.cellBytes) * rowsPerBlock;
-    // As it comes: most results have a row or two, and clearing a block of rows would cost more than they do.
-    m_cells = std::make_unique_for_overwrite<char[]>(bytes);
-    m_indicators = std::make_unique_for_overwrite<SQLLEN[]>(m_columns.size() * rowsPerBlock);
-    char* cells = m_cells.get();
-    SQLLEN* indicators = m_indicators.get();
+    if (!m_rowsFetched)
+        m_rowsFetched = std::make_unique<SQLULEN>(0);
+    // Kept from query to query: most results have a row or two, and new room for a block of rows would cost
+    // more than they do.
+    char* cells = m_cells.room(bytes);
+    SQLLEN* indicators = m_indicators.room(m_columns.size() * rowsPerBlock);
     for (Column& column : m_columns) {
         column.cells = cells;
         column.indicators = indicators;
@@ -127,10 +125,10 @@ void ResultSet::bindColumns() {
     for (size_t i = 0; i < m_columns.size(); ++i) {
         Column& column = m_columns[i];
         if (column.cellBytes > 0)
-            check(SQLBindCol(m_statement.get(), static_cast<SQLUSMALLINT>(i + 1),
-                             cellType(m_connection->encoding()), column.cells, column.cellBytes,
-                             column.indicators),
-                  SQL_HANDLE_STMT, m_statement.get(), m_sql);
+            m_statement.check(SQLBindCol(m_statement.get(), static_cast<SQLUSMALLINT>(i + 1),
+                                         cellType(m_encoding), column.cells, column.cellBytes,
+                                         column.indicators),
+                              m_sql);
     }
     m_bound = true;
 }
@@ -146,9 +144,8 @@ void ResultSet::fetchBlock(SQLSMALLINT orientation, SQLULEN firstRow) {
         if (orientation == SQL_FETCH_NEXT && firstRow > 0)
             direction = SQL_FETCH_ABSOLUTE;
     }
-    const SQLRETURN code =
-        check(SQLFetchScroll(m_statement.get(), direction, static_cast<SQLLEN>(firstRow + 1)),
-              SQL_HANDLE_STMT, m_statement.get(), m_sql);
+    const SQLRETURN code = m_statement.check(
+        SQLFetchScroll(m_statement.get(), direction, static_cast<SQLLEN>(firstRow + 1)), m_sql);
     m_atEnd = code == SQL_NO_DATA || *m_rowsFetched == 0;
 }
 
@@ -176,11 +173,8 @@ void ResultSet::moveFirst() {
 }
 
 void ResultSet::close() {
-    m_statement = StatementHandle();
+    m_statement = Statement();
     m_columns.clear();
-    m_cells.reset();
-    m_indicators.reset();
-    m_rowsFetched.reset();
     m_names.clear();
     m_firstRowOfBlock = 0;
     m_rowInBlock = 0;
@@ -206,32 +200,31 @@ Field ResultSet::field(int column) const {
     const SQLLEN length = bound.indicators[m_rowInBlock];
     if (length == SQL_NULL_DATA)
         return {};
-    if (length == SQL_NO_TOTAL || length > bound.cellBytes - terminatorBytes(m_connection->encoding()))
+    if (length == SQL_NO_TOTAL || length > bound.cellBytes - terminatorBytes(m_encoding))
         return longCell(column);
-    return Field(cellText(m_connection->encoding(),
-                          bound.cells + static_cast<SQLLEN>(m_rowInBlock) * bound.cellBytes, length));
+    return Field(
+        cellText(m_encoding, bound.cells + static_cast<SQLLEN>(m_rowInBlock) * bound.cellBytes, length));
 }
 
 // Inside a block the driver goes on reading a column where it stopped in another row; alone on its row it
 // starts afresh. The block's buffers keep their values meanwhile.
 void ResultSet::standOnRowAlone() const {
     m_bound = false;
-    check(SQLFreeStmt(m_statement.get(), SQL_UNBIND), SQL_HANDLE_STMT, m_statement.get(), m_sql);
+    m_statement.check(SQLFreeStmt(m_statement.get(), SQL_UNBIND), m_sql);
     SQLSetStmtAttr(m_statement.get(), SQL_ATTR_ROW_ARRAY_SIZE, asPointer(1), 0);
     SQLSetStmtAttr(m_statement.get(), SQL_ATTR_ROWS_FETCHED_PTR, nullptr, 0);
-    check(SQLFetchScroll(m_statement.get(), SQL_FETCH_ABSOLUTE,
-                         static_cast<SQLLEN>(m_firstRowOfBlock + m_rowInBlock + 1)),
-          SQL_HANDLE_STMT, m_statement.get(), m_sql);
+    m_statement.check(SQLFetchScroll(m_statement.get(), SQL_FETCH_ABSOLUTE,
+                                     static_cast<SQLLEN>(m_firstRowOfBlock + m_rowInBlock + 1)),
+                      m_sql);
 }
 
 Field ResultSet::longCell(int column) const {
     standOnRowAlone();
-    const Encoding encoding = m_connection->encoding();
+    const Encoding encoding = m_encoding;
     const auto ordinal = static_cast<SQLUSMALLINT>(column + 1);
     std::vector<char> cell(1);
     SQLLEN bytes = 0;
-    check(SQLGetData(m_statement.get(), ordinal, SQL_C_CHAR, cell.data(), 0, &bytes), SQL_HANDLE_STMT,
-          m_statement.get(), m_sql);
+    m_statement.check(SQLGetData(m_statement.get(), ordinal, SQL_C_CHAR, cell.data(), 0, &bytes), m_sql);
     if (bytes == SQL_NULL_DATA)
         return {};
     if (bytes < 0)
@@ -240,9 +233,9 @@ Field ResultSet::longCell(int column) const {
             u"Tipos incompatíveis: o driver não informa o tamanho do texto da coluna %1."_s.arg(column + 1));
     // In one piece: a wide text fetched in several loses what the driver's count falls short of.
     cell.resize(static_cast<size_t>((bytes + 1) * bytesPerWideCharacter));
-    check(SQLGetData(m_statement.get(), ordinal, cellType(encoding), cell.data(),
-                     static_cast<SQLLEN>(cell.size()), &bytes),
-          SQL_HANDLE_STMT, m_statement.get(), m_sql);
+    m_statement.check(SQLGetData(m_statement.get(), ordinal, cellType(encoding), cell.data(),
+                                 static_cast<SQLLEN>(cell.size()), &bytes),
+                      m_sql);
     return Field(cellText(encoding, cell.data(), bytes));
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/odbc/Buffer.h"
 #include "platform/odbc/Connection.h"
 #include "platform/odbc/Field.h"
 
@@ -11,7 +12,8 @@
 namespace tarvessa::odbc {
 
 /// The rows of one query: static cursor, optimistic concurrency asked for, walked forward from the first row.
-/// Rows arrive in blocks into bound buffers; a text that may not fit its buffer is fetched on its own.
+/// Rows arrive in blocks into bound buffers; a text that may not fit its buffer is fetched on its own. It
+/// may be released after its connection, but not read.
 class ResultSet {
   public:
     ResultSet() = default;
@@ -62,19 +64,18 @@ class ResultSet {
     void standOnRowAlone() const;
     Field longCell(int column) const;
 
-    const Connection* m_connection = nullptr;
+    Encoding m_encoding = Encoding::Wide;
     // The buffers outlive the statement that writes into them.
-    std::unique_ptr<char[]> m_cells;
-    std::unique_ptr<SQLLEN[]> m_indicators;
+    Buffer<char> m_cells;
+    Buffer<SQLLEN> m_indicators;
     std::vector<Column> m_columns;
     std::unique_ptr<SQLULEN> m_rowsFetched;
-    StatementHandle m_statement;
+    Statement m_statement;
     QString m_sql;
     QStringList m_names;
     SQLULEN m_firstRowOfBlock = 0;
     SQLULEN m_rowInBlock = 0;
-    mutable bool m_bound =
-        false; // the driver writes into the buffers; not so after a cell fetched on its own
+    mutable bool m_bound = false; // the driver writes into the buffers; not so after a cell fetched alone
     bool m_atEnd = true;
     bool m_empty = true;
 };

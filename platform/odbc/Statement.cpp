@@ -1,0 +1,36 @@
+#include "platform/odbc/Statement.h"
+
+namespace tarvessa::odbc {
+
+namespace {
+
+// A screen walks a query, another one inside it, and changes data meanwhile.
+constexpr size_t enoughIdle = 4;
+
+} // namespace
+
+Statement& Statement::operator=(Statement&& other) noexcept {
+    std::swap(m_handle, other.m_handle);
+    std::swap(m_idle, other.m_idle);
+    std::swap(m_failed, other.m_failed);
+    return *this;
+}
+
+Statement::~Statement() {
+    if (!m_handle)
+        return;
+    const std::shared_ptr<IdleStatements> idle = m_idle.lock();
+    if (!idle)
+        m_handle.forget(); // freed with the connection, and its place may be another statement's by now
+    else if (!m_failed && idle->size() < enoughIdle && SQL_SUCCEEDED(SQLFreeStmt(get(), SQL_CLOSE)) &&
+             SQL_SUCCEEDED(SQLFreeStmt(get(), SQL_UNBIND)) &&
+             SQL_SUCCEEDED(SQLSetStmtAttr(get(), SQL_ATTR_ROWS_FETCHED_PTR, nullptr, 0)))
+        idle->push_back(std::move(m_handle));
+}
+
+SQLRETURN Statement::check(SQLRETURN code, const QString& sql) const {
+    m_failed = m_failed || (!SQL_SUCCEEDED(code) && code != SQL_NO_DATA);
+    return odbc::check(code, SQL_HANDLE_STMT, get(), sql);
+}
+
+} // namespace tarvessa::odbc
