@@ -54,18 +54,9 @@ class ReportBench {
         return result;
     }
 
-    /// The output of a program that must succeed.
-    static QByteArray output(const QString& program, const QStringList& arguments) {
-        const FimDoPrograma end = executaPrograma(program, arguments);
-        if (end.codigo != 0)
-            throw TestError(program + QString::fromUtf8(end.erros));
-        return end.saida;
-    }
-
     /// The text of a PDF file, blanks between words run together, a form feed after each page.
     static QString pdfText(const QString& path) {
-        QString text = QString::fromUtf8(
-            output(QStringLiteral("pdftotext"), {QStringLiteral("-layout"), path, QStringLiteral("-")}));
+        QString text = textoDoPdf(path);
         static const QRegularExpression blanks(QStringLiteral(" +"));
         return text.replace(blanks, QStringLiteral(" "));
     }

@@ -53,7 +53,7 @@ void TstReportLayout::suppliedLayoutsAreValid_data() {
 void TstReportLayout::suppliedLayoutsAreValid() {
     QFETCH(const QString, name);
     const QString folder = QStringLiteral(TARVESSA_SOURCE_DIR "/rpt/");
-    ReportBench::output(u"xmllint"_s, {u"--noout"_s, u"--schema"_s, folder + u"layout.xsd"_s, folder + name});
+    saidaDe(u"xmllint"_s, {u"--noout"_s, u"--schema"_s, folder + u"layout.xsd"_s, folder + name});
     const report::Layout layout = report::readLayout(folder + name);
     QVERIFY(!layout.title.isEmpty());
     QVERIFY(!layout.details.empty());
@@ -68,8 +68,8 @@ void TstReportLayout::documentedExampleIsValid() {
     const QRegularExpressionMatch example = whole.match(text);
     QVERIFY(example.hasMatch());
     const QString path = m_bench.write(u"exemplo.RPT"_s, example.captured().trimmed().toUtf8());
-    ReportBench::output(u"xmllint"_s, {u"--noout"_s, u"--schema"_s,
-                                       QStringLiteral(TARVESSA_SOURCE_DIR "/rpt/layout.xsd"), path});
+    saidaDe(u"xmllint"_s,
+            {u"--noout"_s, u"--schema"_s, QStringLiteral(TARVESSA_SOURCE_DIR "/rpt/layout.xsd"), path});
     QCOMPARE(report::readLayout(path).totals.size(), size_t(1));
 }
 
@@ -111,8 +111,8 @@ void TstReportLayout::documentedElementsAreValid() {
                 layout += u"<query>SELECT 1</query>\n"_s;
         }
         const QString path = m_bench.write(u"trecho.RPT"_s, (layout + u"</report>\n"_s).toUtf8());
-        ReportBench::output(u"xmllint"_s, {u"--noout"_s, u"--schema"_s,
-                                           QStringLiteral(TARVESSA_SOURCE_DIR "/rpt/layout.xsd"), path});
+        saidaDe(u"xmllint"_s,
+                {u"--noout"_s, u"--schema"_s, QStringLiteral(TARVESSA_SOURCE_DIR "/rpt/layout.xsd"), path});
         const auto error = erroDe([&] { report::readLayout(path); });
         QVERIFY2(!error, error ? qPrintable(error->text() + layout) : "");
     }
@@ -129,8 +129,8 @@ void TstReportLayout::schemaMayBeNamedInTheFile() {
                                                           attribute + "=\"layout.xsd\" "));
     };
     const QString path = named("noNamespaceSchemaLocation");
-    ReportBench::output(u"xmllint"_s, {u"--noout"_s, u"--schema"_s,
-                                       QStringLiteral(TARVESSA_SOURCE_DIR "/rpt/layout.xsd"), path});
+    saidaDe(u"xmllint"_s,
+            {u"--noout"_s, u"--schema"_s, QStringLiteral(TARVESSA_SOURCE_DIR "/rpt/layout.xsd"), path});
     QCOMPARE(report::readLayout(path).details.size(), size_t(1));
     QCOMPARE(numeroDoErroDe([&] { report::readLayout(named("type")); }), numero(ErrorNumber::InvalidLayout));
 }

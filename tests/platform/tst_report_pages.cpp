@@ -600,12 +600,11 @@ void TstReportPages::pdfHasTextFontsAndTitle() {
     const QString path = m_bench.path(u"um.pdf"_s);
     report->savePdf(path);
     QCOMPARE(ReportBench::pdfText(path).simplified(), u"Teste 1/1 PÃO & AÇÚCAR pé 1"_s);
-    const QString info = QString::fromUtf8(ReportBench::output(u"pdfinfo"_s, {path}));
+    const QString info = QString::fromUtf8(saidaDe(u"pdfinfo"_s, {path}));
     QVERIFY2(info.contains(QRegularExpression(u"Title: +Teste\n"_s)), qPrintable(info));
     QVERIFY2(info.contains(QRegularExpression(u"Page size: +595\\S* x 84[12]\\S* pts \\(A4\\)"_s)),
              qPrintable(info));
-    const QStringList fonts =
-        QString::fromUtf8(ReportBench::output(u"pdffonts"_s, {path})).trimmed().split(u'\n');
+    const QStringList fonts = QString::fromUtf8(saidaDe(u"pdffonts"_s, {path})).trimmed().split(u'\n');
     QVERIFY(fonts.size() > 2);
     for (const QString& font : fonts.sliced(2))
         QVERIFY2(font.contains(QRegularExpression(u" yes +(yes|no) +yes "_s)),

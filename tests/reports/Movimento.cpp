@@ -7,7 +7,6 @@
 #include "platform/grid/Grid.h"
 #include "platform/report/Report.h"
 #include "support/Programa.h"
-#include "support/TestError.h"
 
 #include <QApplication>
 #include <QHeaderView>
@@ -174,11 +173,7 @@ QString Movimento::textoDoPdf() const {
     const QTemporaryDir pasta;
     const QString arquivo = pasta.filePath(u"relatorio.pdf"_s);
     m_crw->lastReport()->savePdf(arquivo);
-    const FimDoPrograma leitor =
-        executaPrograma(u"pdftotext"_s, {u"-layout"_s, u"-enc"_s, u"UTF-8"_s, arquivo, u"-"_s});
-    if (leitor.codigo != 0)
-        throw TestError(u"pdftotext failed"_s);
-    return QString::fromUtf8(leitor.saida);
+    return teste::textoDoPdf(arquivo);
 }
 
 bool mostra(QWidget* form) {

@@ -1,5 +1,7 @@
 #include "support/Programa.h"
 
+#include "support/TestError.h"
+
 #ifdef _WIN32
 #include <QDir>
 #include <QElapsedTimer>
@@ -89,5 +91,18 @@ FimDoPrograma executaPrograma(const QString& nome, const QStringList& argumentos
 }
 
 #endif
+
+QByteArray saidaDe(const QString& nome, const QStringList& argumentos) {
+    const FimDoPrograma fim = executaPrograma(nome, argumentos);
+    if (fim.codigo != 0)
+        throw TestError(nome + QStringLiteral(": ") + QString::fromUtf8(fim.erros));
+    return fim.saida;
+}
+
+QString textoDoPdf(const QString& arquivo) {
+    return QString::fromUtf8(
+        saidaDe(QStringLiteral("pdftotext"), {QStringLiteral("-layout"), QStringLiteral("-enc"),
+                                              QStringLiteral("UTF-8"), arquivo, QStringLiteral("-")}));
+}
 
 } // namespace tarvessa::teste

@@ -17,4 +17,10 @@ struct FimDoPrograma {
 /// starts those of the machine below, and its paths on drive Z: are passed on in that machine's form.
 FimDoPrograma executaPrograma(const QString& nome, const QStringList& argumentos);
 
+/// What a program wrote that must succeed. Raises TestError when it does not.
+QByteArray saidaDe(const QString& nome, const QStringList& argumentos);
+
+/// The text of a PDF file, laid out as on the paper, a form feed after each page. Raises TestError.
+QString textoDoPdf(const QString& arquivo);
+
 } // namespace tarvessa::teste

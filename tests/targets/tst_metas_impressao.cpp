@@ -4,7 +4,6 @@
 #include "support/ModalHelper.h"
 #include "support/Programa.h"
 #include "support/StatementLog.h"
-#include "support/TestError.h"
 #include "targets/BancadaMetas.h"
 #include "targets/MetasQuadro.h"
 
@@ -120,10 +119,7 @@ QString textoImpresso(report::Report& relatorio) {
     QTemporaryDir pasta;
     const QString pdf = pasta.filePath(u"metas.pdf"_s);
     relatorio.savePdf(pdf);
-    const FimDoPrograma leitor = executaPrograma(u"pdftotext"_s, {u"-layout"_s, pdf, u"-"_s});
-    if (leitor.codigo != 0)
-        throw TestError(u"pdftotext failed"_s);
-    return QString::fromUtf8(leitor.saida).simplified();
+    return textoDoPdf(pdf).simplified();
 }
 
 } // namespace
