@@ -4,12 +4,12 @@
 #include "bench/support/BoxAnswerer.h"
 #include "bench/support/Measure.h"
 #include "bench/support/Painted.h"
+#include "bench/support/Recorded.h"
 #include "bench/support/Workload.h"
 #include "closing/PainelFechamento.h"
 #include "core/AcessoDados.h"
 #include "platform/grid/Grid.h"
 #include "support/PrivateServer.h"
-#include "support/StatementLog.h"
 
 #include <QPushButton>
 
@@ -65,22 +65,13 @@ double closeAll(int presales, std::vector<double>& messages) {
 }
 
 // What the panel sends between its two boxes: everything after start-up but the listing at the very end.
-QByteArrayList recordedStatements(teste::PrivateServer& server, const Workload& workload, int presales) {
+QByteArrayList statementsOf(teste::PrivateServer& server, const Workload& workload, int presales) {
     workload.closing(presales);
-    teste::StatementLog log(server);
     std::vector<double> messages;
-    closeAll(presales, messages);
-    QStringList texts = log.textos();
-    server.executa(u"SET GLOBAL general_log = 0"_s);
-    const auto first = std::find_if(texts.cbegin(), texts.cend(), [](const QString& text) {
-        return text.startsWith(u"Select CNPJ_CPF"_s);
-    });
-    texts = texts.mid(first - texts.cbegin());
-    if (texts.isEmpty() || !texts.takeLast().startsWith(u"SELECT o.codigocli"_s))
+    QByteArrayList statements =
+        recordedStatements(server, u"Select CNPJ_CPF"_s, [&] { closeAll(presales, messages); });
+    if (statements.isEmpty() || !statements.takeLast().startsWith("SELECT o.codigocli"))
         throw std::runtime_error("the closing's statements are not in the log");
-    QByteArrayList statements;
-    for (const QString& text : texts)
-        statements.append(text.toUtf8());
     return statements;
 }
 
@@ -92,7 +83,7 @@ QList<Row> closingRows(teste::PrivateServer& server, const Workload& workload) {
     std::vector<double> messages;
     for (size_t i = 0; i < sizes.size(); ++i) {
         const auto [presales, repeats] = sizes[i];
-        statements[i] = recordedStatements(server, workload, presales);
+        statements[i] = statementsOf(server, workload, presales);
         const auto panel = [&workload, &messages, presales = presales] {
             workload.closing(presales);
             return closeAll(presales, messages);

@@ -4,15 +4,14 @@
 #include "bench/support/BoxAnswerer.h"
 #include "bench/support/Measure.h"
 #include "bench/support/Painted.h"
+#include "bench/support/Recorded.h"
 #include "closing/PainelFechamento.h"
 #include "core/AcessoDados.h"
 #include "platform/grid/Grid.h"
 #include "support/PrivateServer.h"
-#include "support/StatementLog.h"
 
 #include <QPushButton>
 
-#include <algorithm>
 #include <stdexcept>
 
 using namespace Qt::StringLiterals;
@@ -88,24 +87,15 @@ double throughPanel(const Operation& operation, std::vector<double>& messages) {
     return seconds;
 }
 
-QByteArrayList recordedStatements(teste::PrivateServer& server, const Operation& operation) {
+QByteArrayList statementsOf(teste::PrivateServer& server, const Operation& operation) {
     load(server, operation.kind);
-    teste::StatementLog log(server);
     std::vector<double> messages;
-    throughPanel(operation, messages);
-    QStringList texts = log.textos();
-    server.executa(u"SET GLOBAL general_log = 0"_s);
-    const auto first = std::find_if(texts.cbegin(), texts.cend(), [&operation](const QString& text) {
-        return text.startsWith(operation.firstStatement);
-    });
-    texts = texts.mid(first - texts.cbegin());
-    if (texts.size() <= documents)
+    QByteArrayList statements =
+        recordedStatements(server, operation.firstStatement, [&] { throughPanel(operation, messages); });
+    if (statements.size() <= documents)
         throw std::runtime_error("the statements are not in the log");
     if (operation.listsAtTheEnd)
-        texts.removeLast();
-    QByteArrayList statements;
-    for (const QString& text : texts)
-        statements.append(text.toUtf8());
+        statements.removeLast();
     return statements;
 }
 
@@ -117,7 +107,7 @@ QList<Row> operationRows(teste::PrivateServer& server) {
         {u"price check of 500 PVs of 20 lines"_s, u"P"_s, checkPrices, u"Select o.id"_s, true}};
     std::vector<QByteArrayList> statements;
     for (const Operation& operation : operations)
-        statements.push_back(recordedStatements(server, operation));
+        statements.push_back(statementsOf(server, operation));
 
     std::vector<Contestant> contestants;
     std::vector<double> messages;

@@ -1,0 +1,26 @@
+#include "bench/support/Recorded.h"
+
+#include "support/PrivateServer.h"
+#include "support/StatementLog.h"
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace tarvessa::bench {
+
+QByteArrayList recordedStatements(teste::PrivateServer& server, const QString& first,
+                                  const std::function<void()>& run) {
+    teste::StatementLog log(server);
+    run();
+    const QStringList texts = log.textos();
+    server.executa(u"SET GLOBAL general_log = 0"_s);
+    QByteArrayList statements;
+    for (auto text = std::find_if(texts.cbegin(), texts.cend(),
+                                  [&first](const QString& each) { return each.startsWith(first); });
+         text != texts.cend(); ++text)
+        statements.append(text->toUtf8());
+    return statements;
+}
+
+} // namespace tarvessa::bench
