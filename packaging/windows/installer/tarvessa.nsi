@@ -56,7 +56,9 @@ Function FolderMustSuit
 FunctionEnd
 
 Section
+  SetDetailsPrint none
   Call CheckFolder
+  SetDetailsPrint lastused
   ${If} $R0 != ""
     MessageBox MB_OK|MB_ICONSTOP $R0 /SD IDOK
     SetErrorLevel 2
