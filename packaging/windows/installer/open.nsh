@@ -1,3 +1,5 @@
+!define STILL_OPEN "O Tarvessa está aberto. Feche-o e tente de novo."
+
 ; Ends with nothing changed while the program in the folder is running: its files cannot be replaced then, and
 ; some of them without the others would be no program. Windows gives nobody a running program's file to write.
 !macro EndWhileOpen
@@ -9,7 +11,7 @@
         FileClose $0
         ${ExitDo}
       ${EndIf}
-      ${If} ${Cmd} `MessageBox MB_RETRYCANCEL|MB_ICONEXCLAMATION "O Tarvessa está aberto. Feche-o e tente de novo." /SD IDCANCEL IDCANCEL`
+      ${If} ${Cmd} `MessageBox MB_RETRYCANCEL|MB_ICONEXCLAMATION "${STILL_OPEN}" /SD IDCANCEL IDCANCEL`
         SetErrorLevel 2
         Quit
       ${EndIf}
