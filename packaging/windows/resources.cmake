@@ -20,7 +20,8 @@ add_custom_command(OUTPUT ${TARVESSA_ICON}
   COMMAND ${ICOTOOL} --create --output ${TARVESSA_ICON} ${pictures} --raw=${largest}
   DEPENDS ${pictures} ${largest})
 
-set(TARVESSA_MANIFEST ${CMAKE_SOURCE_DIR}/packaging/windows/tarvessa.manifest)
+set(TARVESSA_MANIFEST ${CMAKE_CURRENT_BINARY_DIR}/tarvessa.manifest)
+configure_file(${CMAKE_SOURCE_DIR}/packaging/windows/tarvessa.manifest.in ${TARVESSA_MANIFEST} @ONLY)
 set(resources ${CMAKE_CURRENT_BINARY_DIR}/tarvessa.rc)
 configure_file(${CMAKE_SOURCE_DIR}/packaging/windows/tarvessa.rc.in ${resources} @ONLY)
 set_source_files_properties(${resources} PROPERTIES OBJECT_DEPENDS "${TARVESSA_ICON};${TARVESSA_MANIFEST}")

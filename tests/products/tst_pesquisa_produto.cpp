@@ -28,6 +28,8 @@ using namespace tarvessa::teste;
 namespace {
 
 const QString consultaDaConfiguracao = u"SELECT ReservaAtualizaGridEstoque FROM EMPRESA"_s;
+const QStringList rotulosDeDetalhe = {u"Label1"_s, u"Label2"_s, u"Label3"_s,
+                                      u"Label4"_s, u"Label5"_s, u"Label7"_s};
 
 Grid* gradeDe(QWidget* tela) {
     return tela->findChild<Grid*>(u"Grid"_s);
@@ -88,6 +90,7 @@ class TstPesquisaProduto : public QObject {
     void inactiveProductsAreNeverFound();
     void severalMatchesOpenTheScreen();
     void captionsAndNames();
+    void detailsInLettersOfOneWidth();
     void gridFormat();
     void rowOfTheGrid();
     void nullsShowNothing();
@@ -214,18 +217,23 @@ void TstPesquisaProduto::captionsAndNames() {
         QCOMPARE(rotulo(tela, u"Label7"_s), u"OBSERVAÇÃO    :"_s);
         QCOMPARE(rotulo(tela, u"Label6"_s), u"DISPONÍVEL"_s);
         QVERIFY(tela->findChild<QLabel*>(u"Label6"_s)->isHidden());
-        for (const QString& nome :
-             {u"Label1"_s, u"Label2"_s, u"Label3"_s, u"Label4"_s, u"Label5"_s, u"Label7"_s}) {
-            const QFont fonte = tela->findChild<QLabel*>(nome)->font();
-            QCOMPARE(fonte.family(), u"Courier New"_s);
-            QVERIFY2(QFontInfo(fonte).fixedPitch(), qPrintable(nome));
-        }
+        for (const QString& nome : rotulosDeDetalhe)
+            QCOMPARE(tela->findChild<QLabel*>(nome)->font().family(), u"Courier New"_s);
         // Everything is reached by Tab from the grid.
         QVERIFY(gradeDe(tela)->hasFocus());
         QTest::keyClick(gradeDe(tela), Qt::Key_Tab);
         QVERIFY(botao->hasFocus());
         QTest::keyClick(botao, Qt::Key_Tab);
         QVERIFY(gradeDe(tela)->hasFocus());
+        QTest::keyClick(tela, Qt::Key_Escape);
+    });
+}
+
+void TstPesquisaProduto::detailsInLettersOfOneWidth() {
+    b->produtos(2);
+    pesquisa(u"PRODUTO"_s, [](QWidget* tela) {
+        for (const QString& nome : rotulosDeDetalhe)
+            QVERIFY2(QFontInfo(tela->findChild<QLabel*>(nome)->font()).fixedPitch(), qPrintable(nome));
         QTest::keyClick(tela, Qt::Key_Escape);
     });
 }
