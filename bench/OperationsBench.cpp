@@ -59,15 +59,16 @@ double convert(PainelFechamento& panel, std::vector<double>& /*messages*/) {
     return seconds;
 }
 
-// From the question answered to the message with what was corrected; making that is added to `messages`.
+// From the question taken apart to the message with what was corrected; what both boxes take goes to
+// `messages`.
 double checkPrices(PainelFechamento& panel, std::vector<double>& messages) {
     const BoxAnswerer answerer;
     panel.findChild<QPushButton*>(u"Command5"_s)->click();
     const std::vector<BoxAnswerer::Box>& boxes = answerer.boxes();
     if (boxes.size() != 2 || boxes[1].text.count(u"PV Nº "_s) != documents)
         throw std::runtime_error("the price check did not end well");
-    messages.push_back(std::chrono::duration<double>(boxes[1].shown - boxes[1].begun).count());
-    return std::chrono::duration<double>(boxes[1].begun - boxes[0].gone).count();
+    messages.push_back(BoxAnswerer::around(boxes[0], boxes[1]));
+    return BoxAnswerer::between(boxes[0], boxes[1]);
 }
 
 double throughPanel(const Operation& operation, std::vector<double>& messages) {
@@ -133,8 +134,12 @@ QList<Row> operationRows(teste::PrivateServer& server) {
                      timeText(ours), timeText(loop), ratioText(ours / loop), u"at most 1.05 times"_s,
                      ours / loop <= loopGoal});
     }
-    rows.append(
-        {u"- the message with its 500 lines, made and shown"_s, timeText(median(messages)), {}, {}, {}, {}});
+    rows.append({u"- its boxes: the question taken apart, the one with 500 lines made and shown"_s,
+                 timeText(median(messages)),
+                 {},
+                 {},
+                 {},
+                 {}});
     return rows;
 }
 

@@ -17,16 +17,22 @@ bool BoxAnswerer::eventFilter(QObject* watched, QEvent* event) {
     // A box joins the panel before anything else of it is made.
     if (event->type() == QEvent::ChildAdded && qobject_cast<QMainWindow*>(watched))
         m_lastBegun = Clock::now();
+    if (event->type() == QEvent::ChildRemoved && m_last &&
+        static_cast<QChildEvent*>(event)->child() == m_last) {
+        m_boxes.back().gone = Clock::now();
+        m_last = nullptr;
+    }
     if (event->type() != QEvent::Show && event->type() != QEvent::Hide)
         return false;
     auto* box = qobject_cast<QMessageBox*>(watched);
     if (!box)
         return false;
     if (event->type() == QEvent::Hide) {
-        m_boxes.back().gone = Clock::now();
+        m_boxes.back().answered = Clock::now();
         return false;
     }
-    m_boxes.push_back({box->text(), m_lastBegun, Clock::now(), {}});
+    m_last = box;
+    m_boxes.push_back({box->text(), m_lastBegun, Clock::now(), {}, {}});
     QMetaObject::invokeMethod(
         this,
         [box = QPointer<QMessageBox>(box)] {
@@ -35,6 +41,15 @@ bool BoxAnswerer::eventFilter(QObject* watched, QEvent* event) {
         },
         Qt::QueuedConnection);
     return false;
+}
+
+double BoxAnswerer::between(const Box& first, const Box& second) {
+    return std::chrono::duration<double>(second.begun - first.gone).count();
+}
+
+double BoxAnswerer::around(const Box& first, const Box& second) {
+    return std::chrono::duration<double>((first.gone - first.answered) + (second.shown - second.begun))
+        .count();
 }
 
 } // namespace tarvessa::bench

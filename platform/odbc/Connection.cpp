@@ -109,7 +109,10 @@ Statement Connection::takeStatement(const QString& sql) const {
         m_idle->pop_back();
         return statement;
     }
-    Statement statement(StatementHandle(m_connection.get(), sql), m_idle);
+    StatementAndRoom body;
+    body.handle = StatementHandle(m_connection.get(), sql);
+    SQLSetStmtAttr(body.handle.get(), SQL_ATTR_ROWS_FETCHED_PTR, body.rowsFetched.get(), 0);
+    Statement statement(std::move(body), m_idle);
     // Braces in a text are data, never an escape sequence of the driver.
     SQLSetStmtAttr(statement.get(), SQL_ATTR_NOSCAN, asPointer(SQL_NOSCAN_ON), 0);
     // A driver that grants less than asked (read-only instead of optimistic) says so with a warning only.

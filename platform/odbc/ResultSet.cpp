@@ -57,7 +57,7 @@ void ResultSet::open(const Connection& connection, const QString& sql) {
     try {
         connection.executeOn(m_statement, sql);
         describeColumns();
-        allocateCells();
+        layOutRow();
         fetchBlock(SQL_FETCH_NEXT, 0);
         m_empty = m_atEnd;
     } catch (const RuntimeError&) {
@@ -101,33 +101,28 @@ void ResultSet::describeColumns() {
     }
 }
 
-void ResultSet::allocateCells() {
-    size_t bytes = 0;
-    for (const Column& column : m_columns)
-        bytes += static_cast<size_t>(column.cellBytes) * rowsPerBlock;
-    if (!m_rowsFetched)
-        m_rowsFetched = std::make_unique<SQLULEN>(0);
-    // Kept from query to query: most results have a row or two, and new room for a block of rows would cost
-    // more than they do.
-    char* cells = m_cells.room(bytes);
-    SQLLEN* indicators = m_indicators.room(m_columns.size() * rowsPerBlock);
+// A block of rows may be some megabytes, of which a short result touches the first page or two only.
+void ResultSet::layOutRow() {
+    constexpr size_t word = sizeof(SQLLEN);
+    m_rowBytes = m_columns.size() * word;
     for (Column& column : m_columns) {
-        column.cells = cells;
-        column.indicators = indicators;
-        cells += static_cast<size_t>(column.cellBytes) * rowsPerBlock;
-        indicators += rowsPerBlock;
+        column.cell = m_rowBytes;
+        m_rowBytes += (static_cast<size_t>(column.cellBytes) + word - 1) / word * word;
     }
+    m_block = m_statement.block(m_rowBytes * rowsPerBlock);
 }
 
 void ResultSet::bindColumns() {
     SQLSetStmtAttr(m_statement.get(), SQL_ATTR_ROW_ARRAY_SIZE, asPointer(rowsPerBlock), 0);
-    SQLSetStmtAttr(m_statement.get(), SQL_ATTR_ROWS_FETCHED_PTR, m_rowsFetched.get(), 0);
+    m_statement.check(SQLSetStmtAttr(m_statement.get(), SQL_ATTR_ROW_BIND_TYPE, asPointer(m_rowBytes), 0),
+                      m_sql);
+    auto* indicators = reinterpret_cast<SQLLEN*>(m_block);
     for (size_t i = 0; i < m_columns.size(); ++i) {
-        Column& column = m_columns[i];
+        const Column& column = m_columns[i];
         if (column.cellBytes > 0)
             m_statement.check(SQLBindCol(m_statement.get(), static_cast<SQLUSMALLINT>(i + 1),
-                                         cellType(m_encoding), column.cells, column.cellBytes,
-                                         column.indicators),
+                                         cellType(m_encoding), m_block + column.cell, column.cellBytes,
+                                         indicators + i),
                               m_sql);
     }
     m_bound = true;
@@ -146,7 +141,8 @@ void ResultSet::fetchBlock(SQLSMALLINT orientation, SQLULEN firstRow) {
     }
     const SQLRETURN code = m_statement.check(
         SQLFetchScroll(m_statement.get(), direction, static_cast<SQLLEN>(firstRow + 1)), m_sql);
-    m_atEnd = code == SQL_NO_DATA || *m_rowsFetched == 0;
+    m_rowsInBlock = code == SQL_NO_DATA ? 0 : m_statement.rowsFetched();
+    m_atEnd = m_rowsInBlock == 0;
 }
 
 bool ResultSet::atEnd() const {
@@ -159,9 +155,9 @@ void ResultSet::moveNext() {
     if (atEnd())
         throw RuntimeError(static_cast<int>(ErrorNumber::NoCurrentRecord),
                            u"Não há registro atual: a consulta chegou ao fim."_s, {}, m_sql);
-    if (++m_rowInBlock < *m_rowsFetched)
+    if (++m_rowInBlock < m_rowsInBlock)
         return;
-    if (*m_rowsFetched < rowsPerBlock)
+    if (m_rowsInBlock < rowsPerBlock)
         m_atEnd = true;
     else
         fetchBlock(SQL_FETCH_NEXT, m_firstRowOfBlock + rowsPerBlock);
@@ -197,13 +193,12 @@ Field ResultSet::field(int column) const {
     const Column& bound = m_columns[static_cast<size_t>(column)];
     if (bound.cellBytes == 0)
         return longCell(column);
-    const SQLLEN length = bound.indicators[m_rowInBlock];
+    const SQLLEN length = reinterpret_cast<const SQLLEN*>(row())[column];
     if (length == SQL_NULL_DATA)
         return {};
     if (length == SQL_NO_TOTAL || length > bound.cellBytes - terminatorBytes(m_encoding))
         return longCell(column);
-    return Field(
-        cellText(m_encoding, bound.cells + static_cast<SQLLEN>(m_rowInBlock) * bound.cellBytes, length));
+    return Field(cellText(m_encoding, row() + bound.cell, length));
 }
 
 // Inside a block the driver goes on reading a column where it stopped in another row; alone on its row it
@@ -212,7 +207,6 @@ void ResultSet::standOnRowAlone() const {
     m_bound = false;
     m_statement.check(SQLFreeStmt(m_statement.get(), SQL_UNBIND), m_sql);
     SQLSetStmtAttr(m_statement.get(), SQL_ATTR_ROW_ARRAY_SIZE, asPointer(1), 0);
-    SQLSetStmtAttr(m_statement.get(), SQL_ATTR_ROWS_FETCHED_PTR, nullptr, 0);
     m_statement.check(SQLFetchScroll(m_statement.get(), SQL_FETCH_ABSOLUTE,
                                      static_cast<SQLLEN>(m_firstRowOfBlock + m_rowInBlock + 1)),
                       m_sql);

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "platform/odbc/Buffer.h"
 #include "platform/odbc/Connection.h"
 #include "platform/odbc/Field.h"
 
@@ -52,29 +51,28 @@ class ResultSet {
 
   private:
     struct Column {
-        SQLLEN cellBytes = 0;  // 0: not bound, every cell is fetched on its own
-        char* cells = nullptr; // of one block of rows, in m_cells
-        SQLLEN* indicators = nullptr;
+        SQLLEN cellBytes = 0; // 0: not bound, every cell is fetched on its own
+        size_t cell = 0;      // where it starts in a row
     };
 
     void describeColumns();
-    void allocateCells();
+    void layOutRow();
     void bindColumns();
     void fetchBlock(SQLSMALLINT orientation, SQLULEN firstRow);
+    const char* row() const { return m_block + m_rowInBlock * m_rowBytes; }
     void standOnRowAlone() const;
     Field longCell(int column) const;
 
     Encoding m_encoding = Encoding::Wide;
-    // The buffers outlive the statement that writes into them.
-    Buffer<char> m_cells;
-    Buffer<SQLLEN> m_indicators;
-    std::vector<Column> m_columns;
-    std::unique_ptr<SQLULEN> m_rowsFetched;
     Statement m_statement;
+    std::vector<Column> m_columns;
+    char* m_block = nullptr; // rows one after the other: the indicators of all columns, then their cells
+    size_t m_rowBytes = 0;
     QString m_sql;
     QStringList m_names;
     SQLULEN m_firstRowOfBlock = 0;
     SQLULEN m_rowInBlock = 0;
+    SQLULEN m_rowsInBlock = 0;
     mutable bool m_bound = false; // the driver writes into the buffers; not so after a cell fetched alone
     bool m_atEnd = true;
     bool m_empty = true;

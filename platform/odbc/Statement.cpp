@@ -10,22 +10,21 @@ constexpr size_t enoughIdle = 4;
 } // namespace
 
 Statement& Statement::operator=(Statement&& other) noexcept {
-    std::swap(m_handle, other.m_handle);
+    std::swap(m_body, other.m_body);
     std::swap(m_idle, other.m_idle);
     std::swap(m_failed, other.m_failed);
     return *this;
 }
 
 Statement::~Statement() {
-    if (!m_handle)
+    if (!m_body.handle)
         return;
     const std::shared_ptr<IdleStatements> idle = m_idle.lock();
     if (!idle)
-        m_handle.forget(); // freed with the connection, and its place may be another statement's by now
+        m_body.handle.forget(); // freed with the connection, and its place may be another statement's by now
     else if (!m_failed && idle->size() < enoughIdle && SQL_SUCCEEDED(SQLFreeStmt(get(), SQL_CLOSE)) &&
-             SQL_SUCCEEDED(SQLFreeStmt(get(), SQL_UNBIND)) &&
-             SQL_SUCCEEDED(SQLSetStmtAttr(get(), SQL_ATTR_ROWS_FETCHED_PTR, nullptr, 0)))
-        idle->push_back(std::move(m_handle));
+             SQL_SUCCEEDED(SQLFreeStmt(get(), SQL_UNBIND)))
+        idle->push_back(std::move(m_body));
 }
 
 SQLRETURN Statement::check(SQLRETURN code, const QString& sql) const {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/odbc/Buffer.h"
 #include "platform/odbc/Handles.h"
 
 #include <memory>
@@ -7,29 +8,42 @@
 
 namespace tarvessa::odbc {
 
+/// A statement with the memory that the driver writes into; the memory goes last.
+struct StatementAndRoom {
+    Buffer<char> block;
+    std::unique_ptr<SQLULEN> rowsFetched = std::make_unique<SQLULEN>(0);
+    StatementHandle handle;
+};
+
 /// The statements of one connection that are between two uses: making one costs as much as a short command.
-using IdleStatements = std::vector<StatementHandle>;
+using IdleStatements = std::vector<StatementAndRoom>;
 
 /// A statement in use. When it goes, it is laid back among the idle ones of its connection, without its rows
 /// and bindings, if the connection is still open and no call on it has failed; freed otherwise.
 class Statement {
   public:
     Statement() = default;
-    Statement(StatementHandle handle, std::weak_ptr<IdleStatements> idle)
-        : m_handle(std::move(handle)), m_idle(std::move(idle)) {}
+    Statement(StatementAndRoom body, std::weak_ptr<IdleStatements> idle)
+        : m_body(std::move(body)), m_idle(std::move(idle)) {}
     Statement(Statement&& other) noexcept = default;
     Statement& operator=(Statement&& other) noexcept;
     ~Statement();
 
-    SQLHANDLE get() const { return m_handle.get(); }
-    explicit operator bool() const { return static_cast<bool>(m_handle); }
+    SQLHANDLE get() const { return m_body.handle.get(); }
+    explicit operator bool() const { return static_cast<bool>(m_body.handle); }
+
+    /// Memory for a block of rows, with whatever was there; what an earlier call gave may be gone.
+    char* block(size_t bytes) { return m_body.block.room(bytes); }
+
+    /// How many rows the last fetch brought.
+    SQLULEN rowsFetched() const { return *m_body.rowsFetched; }
 
     /// Passes on a return code of a call on this statement that means success or "no data"; raises
     /// RuntimeError with the driver's diagnostics and `sql` otherwise.
     SQLRETURN check(SQLRETURN code, const QString& sql) const;
 
   private:
-    StatementHandle m_handle;
+    StatementAndRoom m_body;
     std::weak_ptr<IdleStatements> m_idle;
     mutable bool m_failed = false;
 };
