@@ -21,7 +21,7 @@ namespace tarvessa::bench {
 namespace {
 
 constexpr double loopGoal = 1.05;
-constexpr int rounds = 5;
+constexpr int rounds = 11;
 constexpr int documents = 500;
 
 /// What is measured: the documents it needs, the panel doing it, and the first statement it sends.
