@@ -14,10 +14,8 @@
   ${EndIf}
 !macroend
 
-; Whether the folder takes a file can only be tried. What had to be made for that goes again, so that a
-; folder that is refused, or given up, leaves nothing behind.
-Function TryToWrite
-  StrCpy $0 $INSTDIR
+; Leaves in $0 the part of that path that exists.
+Function ToExisting
   ${Do}
     ${If} $0 == ""
     ${OrIf} ${FileExists} "$0\*.*"
@@ -25,6 +23,13 @@ Function TryToWrite
     ${EndIf}
     ${GetParent} $0 $0
   ${Loop}
+FunctionEnd
+
+; Whether the folder takes a file can only be tried. What had to be made for that goes again, so that a
+; folder that is refused, or given up, leaves nothing behind.
+Function TryToWrite
+  StrCpy $0 $INSTDIR
+  Call ToExisting
   ClearErrors
   CreateDirectory $INSTDIR
   FileOpen $1 "$INSTDIR\gravacao.tmp" w
@@ -47,8 +52,15 @@ Function CheckFolder
   UserInfo::GetAccountType
   Pop $0
   ${If} $0 == "Admin"
-    ; Not with GetFullPathName, which knows only what exists.
+    ; Not with NSIS' own GetFullPathName, which knows only what exists.
     System::Call 'kernel32::GetFullPathName(t "$INSTDIR", i ${NSIS_MAX_STRLEN}, t .r0, p 0)'
+    StrCpy $1 $0 4
+    ${If} $1 == "\\?\"
+      StrCpy $0 $0 "" 4
+    ${EndIf}
+    Call ToExisting
+    ; A folder may be written with its short name.
+    System::Call 'kernel32::GetLongPathName(t r0, t .r0, i ${NSIS_MAX_STRLEN})'
     !insertmacro RefuseBelow $PROGRAMFILES64
     ReadEnvStr $3 "ProgramFiles(x86)"
     !insertmacro RefuseBelow $3

@@ -4,6 +4,8 @@
 ; some of them without the others would be no program. Windows gives nobody a running program's file to write.
 !macro EndWhileOpen
   ${If} ${FileExists} "$INSTDIR\tarvessa.exe"
+    ; A copy from a medium that is only read cannot be written either.
+    SetFileAttributes "$INSTDIR\tarvessa.exe" NORMAL
     ${Do}
       ClearErrors
       FileOpen $0 "$INSTDIR\tarvessa.exe" a

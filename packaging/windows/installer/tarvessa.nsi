@@ -100,6 +100,10 @@ Section Uninstall
   !insertmacro RemoveFolders
   Delete "$INSTDIR\desinstalar.exe"
   RMDir "$INSTDIR"
-  Delete "$SMPROGRAMS\Tarvessa.lnk"
-  DeleteRegKey HKCU "${REGISTRY}"
+  ; A copy that was installed later, elsewhere, keeps its entries.
+  ReadRegStr $0 HKCU "${REGISTRY}" "InstallLocation"
+  ${If} $0 == $INSTDIR
+    Delete "$SMPROGRAMS\Tarvessa.lnk"
+    DeleteRegKey HKCU "${REGISTRY}"
+  ${EndIf}
 SectionEnd
