@@ -43,8 +43,8 @@ double repeated(int times, const Contestant& once) {
 }
 
 /// Closes what is listed in a panel of its own and gives the seconds of the batch, without the operator's
-/// boxes around it; adds those that making the last box takes to `messages`.
-double closeAll(int presales, std::vector<double>& messages) {
+/// boxes around it; adds those that the boxes take to `boxTimes`.
+double closeAll(int presales, std::vector<double>& boxTimes) {
     PainelFechamento panel;
     if (!panel.Form_Load())
         throw std::runtime_error("the panel did not start");
@@ -60,16 +60,16 @@ double closeAll(int presales, std::vector<double>& messages) {
     if (boxes.size() != 2 || boxes[1].text != u"Processamento efetuado com sucesso.")
         throw std::runtime_error("the closing did not end well");
     EncerraBanco();
-    messages.push_back(BoxAnswerer::around(boxes[0], boxes[1]));
+    boxTimes.push_back(BoxAnswerer::around(boxes[0], boxes[1]));
     return BoxAnswerer::between(boxes[0], boxes[1]);
 }
 
 // What the panel sends between its two boxes: everything after start-up but the listing at the very end.
 QByteArrayList statementsOf(teste::PrivateServer& server, const Workload& workload, int presales) {
     workload.closing(presales);
-    std::vector<double> messages;
+    std::vector<double> boxTimes;
     QByteArrayList statements =
-        recordedStatements(server, u"Select CNPJ_CPF"_s, [&] { closeAll(presales, messages); });
+        recordedStatements(server, u"Select CNPJ_CPF"_s, [&] { closeAll(presales, boxTimes); });
     if (statements.isEmpty() || !statements.takeLast().startsWith("SELECT o.codigocli"))
         throw std::runtime_error("the closing's statements are not in the log");
     return statements;
@@ -80,13 +80,13 @@ QByteArrayList statementsOf(teste::PrivateServer& server, const Workload& worklo
 QList<Row> closingRows(teste::PrivateServer& server, const Workload& workload) {
     std::array<QByteArrayList, sizes.size()> statements;
     std::vector<Contestant> contestants;
-    std::vector<double> messages;
+    std::vector<double> boxTimes;
     for (size_t i = 0; i < sizes.size(); ++i) {
         const auto [presales, repeats] = sizes[i];
         statements[i] = statementsOf(server, workload, presales);
-        const auto panel = [&workload, &messages, presales = presales] {
+        const auto panel = [&workload, &boxTimes, presales = presales] {
             workload.closing(presales);
-            return closeAll(presales, messages);
+            return closeAll(presales, boxTimes);
         };
         const auto loop = [&workload, presales = presales, &sent = statements[i]] {
             workload.closing(presales);
@@ -121,7 +121,7 @@ QList<Row> closingRows(teste::PrivateServer& server, const Workload& workload) {
                  u"flat within 20 %"_s,
                  most <= least * evenGoal});
     rows.append({u"- its boxes: the notice taken apart, the last one made and shown"_s,
-                 timeText(median(messages)),
+                 timeText(median(boxTimes)),
                  {},
                  {},
                  {},

@@ -28,7 +28,7 @@ constexpr int documents = 500;
 struct Operation {
     QString what;
     QString kind;
-    double (*run)(PainelFechamento& panel, std::vector<double>& messages);
+    double (*run)(PainelFechamento& panel, std::vector<double>& boxTimes);
     QString firstStatement;
     bool listsAtTheEnd;
 };
@@ -52,7 +52,7 @@ void load(teste::PrivateServer& server, const QString& kind) {
             .arg(kind));
 }
 
-double convert(PainelFechamento& panel, std::vector<double>& /*messages*/) {
+double convert(PainelFechamento& panel, std::vector<double>& /*boxTimes*/) {
     const double seconds = secondsOf([&] { panel.findChild<QPushButton*>(u"Command2"_s)->click(); });
     if (panel.findChild<Grid*>(u"Grid1"_s)->rows() != 1)
         throw std::runtime_error("the conversion did not end well");
@@ -60,18 +60,18 @@ double convert(PainelFechamento& panel, std::vector<double>& /*messages*/) {
 }
 
 // From the question taken apart to the message with what was corrected; what both boxes take goes to
-// `messages`.
-double checkPrices(PainelFechamento& panel, std::vector<double>& messages) {
+// `boxTimes`.
+double checkPrices(PainelFechamento& panel, std::vector<double>& boxTimes) {
     const BoxAnswerer answerer;
     panel.findChild<QPushButton*>(u"Command5"_s)->click();
     const std::vector<BoxAnswerer::Box>& boxes = answerer.boxes();
     if (boxes.size() != 2 || boxes[1].text.count(u"PV Nº "_s) != documents)
         throw std::runtime_error("the price check did not end well");
-    messages.push_back(BoxAnswerer::around(boxes[0], boxes[1]));
+    boxTimes.push_back(BoxAnswerer::around(boxes[0], boxes[1]));
     return BoxAnswerer::between(boxes[0], boxes[1]);
 }
 
-double throughPanel(const Operation& operation, std::vector<double>& messages) {
+double throughPanel(const Operation& operation, std::vector<double>& boxTimes) {
     double seconds = 0;
     {
         PainelFechamento panel;
@@ -82,7 +82,7 @@ double throughPanel(const Operation& operation, std::vector<double>& messages) {
         waitPainted(grid->viewport());
         if (grid->rows() != documents + 1)
             throw std::runtime_error("the panel did not list the documents");
-        seconds = operation.run(panel, messages);
+        seconds = operation.run(panel, boxTimes);
     }
     EncerraBanco();
     return seconds;
@@ -90,9 +90,9 @@ double throughPanel(const Operation& operation, std::vector<double>& messages) {
 
 QByteArrayList statementsOf(teste::PrivateServer& server, const Operation& operation) {
     load(server, operation.kind);
-    std::vector<double> messages;
+    std::vector<double> boxTimes;
     QByteArrayList statements =
-        recordedStatements(server, operation.firstStatement, [&] { throughPanel(operation, messages); });
+        recordedStatements(server, operation.firstStatement, [&] { throughPanel(operation, boxTimes); });
     if (statements.size() <= documents)
         throw std::runtime_error("the statements are not in the log");
     if (operation.listsAtTheEnd)
@@ -111,11 +111,11 @@ QList<Row> operationRows(teste::PrivateServer& server) {
         statements.push_back(statementsOf(server, operation));
 
     std::vector<Contestant> contestants;
-    std::vector<double> messages;
+    std::vector<double> boxTimes;
     for (size_t i = 0; i < operations.size(); ++i) {
-        contestants.push_back([&server, &messages, &operation = operations[i]] {
+        contestants.push_back([&server, &boxTimes, &operation = operations[i]] {
             load(server, operation.kind);
-            return throughPanel(operation, messages);
+            return throughPanel(operation, boxTimes);
         });
         contestants.push_back([&server, &operation = operations[i], &sent = statements[i]] {
             load(server, operation.kind);
@@ -135,7 +135,7 @@ QList<Row> operationRows(teste::PrivateServer& server) {
                      ours / loop <= loopGoal});
     }
     rows.append({u"- its boxes: the question taken apart, the one with 500 lines made and shown"_s,
-                 timeText(median(messages)),
+                 timeText(median(boxTimes)),
                  {},
                  {},
                  {},

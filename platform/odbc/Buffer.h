@@ -19,6 +19,8 @@ class Buffer {
         return *this;
     }
 
+    size_t bytes() const { return m_count * sizeof(T); }
+
     /// Room for `count` items; what an earlier call gave may be gone.
     T* room(size_t count) {
         if (count > m_count) {

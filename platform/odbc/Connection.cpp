@@ -17,6 +17,9 @@ constexpr bool narrowCallsCarryAllTexts = false;
 constexpr bool narrowCallsCarryAllTexts = true;
 #endif
 
+// Of each of the two shared results, of a routine's own one and of a command.
+constexpr size_t enoughIdle = 4;
+
 SQLPOINTER asPointer(std::uintptr_t value) {
     return reinterpret_cast<SQLPOINTER>(value); // NOLINT(performance-no-int-to-ptr): the form ODBC asks for
 }
@@ -80,6 +83,7 @@ void Connection::connectWith(const QString& connectionString, bool useWideCalls)
     }
     check(code, SQL_HANDLE_DBC, m_connection.get());
     m_idle = std::make_shared<IdleStatements>();
+    m_idle->reserve(enoughIdle);
 }
 
 // The driver tells the connection's collation without asking the server, so no statement of ours precedes the
@@ -110,9 +114,12 @@ Statement Connection::takeStatement(const QString& sql) const {
         return statement;
     }
     StatementAndRoom body;
+    body.rowsFetched = std::make_unique<SQLULEN>(0);
     body.handle = StatementHandle(m_connection.get(), sql);
-    SQLSetStmtAttr(body.handle.get(), SQL_ATTR_ROWS_FETCHED_PTR, body.rowsFetched.get(), 0);
     Statement statement(std::move(body), m_idle);
+    // Without it every result would seem to be empty.
+    statement.check(SQLSetStmtAttr(statement.get(), SQL_ATTR_ROWS_FETCHED_PTR, &statement.rowsFetched(), 0),
+                    sql);
     // Braces in a text are data, never an escape sequence of the driver.
     SQLSetStmtAttr(statement.get(), SQL_ATTR_NOSCAN, asPointer(SQL_NOSCAN_ON), 0);
     // A driver that grants less than asked (read-only instead of optimistic) says so with a warning only.

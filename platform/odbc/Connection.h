@@ -25,7 +25,8 @@ class Connection {
     /// `preferWide` asks for the wide calls even where narrow ones would do.
     void open(const QString& connectionString, bool preferWide = false);
 
-    /// Disconnects; does nothing on a closed connection.
+    /// Disconnects; does nothing on a closed connection. Results of it that are still open can no longer be
+    /// read, which raises RuntimeError; the same goes for open().
     void close();
 
     bool isOpen() const { return static_cast<bool>(m_connection); }
@@ -34,8 +35,8 @@ class Connection {
     void execute(const QString& sql);
 
     /// A statement of this connection, meant for `sql`: with a static cursor, optimistic concurrency asked
-    /// for and nothing bound. Raises RuntimeError with `sql` when the connection
-    /// is closed or known to be lost.
+    /// for and nothing bound. Raises RuntimeError with `sql` when the connection is closed, and when a
+    /// statement has to be made and the connection is known to be lost.
     Statement takeStatement(const QString& sql) const;
 
     /// Sends `sql` on `statement`, letter by letter (no escape scanning). Raises RuntimeError.

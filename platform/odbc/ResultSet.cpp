@@ -60,7 +60,7 @@ void ResultSet::open(const Connection& connection, const QString& sql) {
         layOutRow();
         fetchBlock(SQL_FETCH_NEXT, 0);
         m_empty = m_atEnd;
-    } catch (const RuntimeError&) {
+    } catch (...) {
         close();
         throw;
     }
@@ -139,6 +139,7 @@ void ResultSet::fetchBlock(SQLSMALLINT orientation, SQLULEN firstRow) {
         if (orientation == SQL_FETCH_NEXT && firstRow > 0)
             direction = SQL_FETCH_ABSOLUTE;
     }
+    m_statement.rowsFetched() = 0;
     const SQLRETURN code = m_statement.check(
         SQLFetchScroll(m_statement.get(), direction, static_cast<SQLLEN>(firstRow + 1)), m_sql);
     m_rowsInBlock = code == SQL_NO_DATA ? 0 : m_statement.rowsFetched();
@@ -146,7 +147,7 @@ void ResultSet::fetchBlock(SQLSMALLINT orientation, SQLULEN firstRow) {
 }
 
 bool ResultSet::atEnd() const {
-    if (!m_statement)
+    if (!m_statement || !m_statement.isAlive())
         throw RuntimeError(ErrorNumber::ConnectionClosed, u"O conjunto de registros está fechado."_s);
     return m_atEnd;
 }
@@ -170,10 +171,14 @@ void ResultSet::moveFirst() {
 
 void ResultSet::close() {
     m_statement = Statement();
+    m_block = nullptr;
+    m_rowBytes = 0;
     m_columns.clear();
     m_names.clear();
     m_firstRowOfBlock = 0;
     m_rowInBlock = 0;
+    m_rowsInBlock = 0;
+    m_empty = true;
     m_bound = false;
     m_atEnd = true;
 }

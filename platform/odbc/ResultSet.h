@@ -5,14 +5,13 @@
 
 #include <QStringList>
 
-#include <memory>
 #include <vector>
 
 namespace tarvessa::odbc {
 
 /// The rows of one query: static cursor, optimistic concurrency asked for, walked forward from the first row.
-/// Rows arrive in blocks into bound buffers; a text that may not fit its buffer is fetched on its own. It
-/// may be released after its connection, but not read.
+/// Rows arrive in blocks into bound buffers; a text that may not fit its buffer is fetched on its own. A
+/// result may be released after its connection was closed, but no longer read.
 class ResultSet {
   public:
     ResultSet() = default;
@@ -23,7 +22,7 @@ class ResultSet {
     /// released. Raises RuntimeError with the statement.
     void open(const Connection& connection, const QString& sql);
 
-    bool isOpen() const { return static_cast<bool>(m_statement); }
+    bool isOpen() const { return m_statement && m_statement.isAlive(); }
 
     /// True past the last row. Raises RuntimeError on a closed result.
     bool atEnd() const;

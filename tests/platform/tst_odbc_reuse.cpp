@@ -4,6 +4,7 @@
 
 #include <QTest>
 
+#include <algorithm>
 #include <memory>
 #include <vector>
 
@@ -22,12 +23,16 @@ class TstOdbcReuse : public QObject {
     void cleanup();
     void cleanupTestCase();
 
+    void statementIsUsedAgain();
+    void fourStatementsAreKept();
     void queriesOfEveryShapeFollowOneAnother();
     void manyResultsAreOpenAndCloseInAnyOrder();
     void rowsAfterAChangeOfData();
     void queryAfterAnErrorInTheMiddle();
     void resultsGoAfterTheirConnection();
     void resultsAreReleasedOnAnotherConnectionsTime();
+    void resultIsNotReadAfterItsConnection();
+    void lossIsMetByEveryIdleStatement();
     void movedFromResultOpensAgain();
 
   private:
@@ -71,6 +76,42 @@ void TstOdbcReuse::cleanup() {
 
 void TstOdbcReuse::cleanupTestCase() {
     m_servidor.reset();
+}
+
+void TstOdbcReuse::statementIsUsedAgain() {
+    const QString sql = u"SELECT 1"_s;
+    SQLHANDLE usado = nullptr;
+    {
+        const odbc::Statement comando = m_conexao.takeStatement(sql);
+        usado = comando.get();
+        const odbc::Statement outro = m_conexao.takeStatement(sql);
+        QVERIFY(outro.get() != usado);
+    }
+    m_conexao.execute(u"SET @a = 1"_s);
+    {
+        odbc::ResultSet rs;
+        rs.open(m_conexao, sequencia(1, 600));
+        percorre(rs, 1, 600);
+    }
+    const odbc::Statement deNovo = m_conexao.takeStatement(sql);
+    QCOMPARE(deNovo.get(), usado);
+}
+
+void TstOdbcReuse::fourStatementsAreKept() {
+    const QString sql = u"SELECT 1"_s;
+    std::vector<SQLHANDLE> usados;
+    {
+        std::vector<odbc::Statement> comandos;
+        for (int i = 0; i < 6; ++i) {
+            comandos.push_back(m_conexao.takeStatement(sql));
+            usados.push_back(comandos.back().get());
+        }
+    }
+    std::vector<odbc::Statement> comandos;
+    for (int i = 0; i < 4; ++i) {
+        comandos.push_back(m_conexao.takeStatement(sql));
+        QVERIFY(std::find(usados.begin(), usados.end(), comandos.back().get()) != usados.end());
+    }
 }
 
 void TstOdbcReuse::queriesOfEveryShapeFollowOneAnother() {
@@ -200,6 +241,41 @@ void TstOdbcReuse::resultsAreReleasedOnAnotherConnectionsTime() {
     restos.clear();
     for (odbc::ResultSet& novo : novos)
         percorre(novo, 1, 600);
+}
+
+void TstOdbcReuse::resultIsNotReadAfterItsConnection() {
+    QFETCH_GLOBAL(bool, preferWide);
+    odbc::ResultSet resto;
+    resto.open(m_conexao, sequencia(1, 600));
+    m_conexao.open(u"dsn=QDX"_s, preferWide);
+    odbc::ResultSet novo;
+    novo.open(m_conexao, sequencia(1, 600));
+    QVERIFY(!resto.isOpen());
+    const int fechado = numero(ErrorNumber::ConnectionClosed);
+    QCOMPARE(numeroDoErroDe([&] { resto.atEnd(); }), fechado);
+    QCOMPARE(numeroDoErroDe([&] { resto.moveNext(); }), fechado);
+    QCOMPARE(numeroDoErroDe([&] { resto.moveFirst(); }), fechado);
+    QCOMPARE(numeroDoErroDe([&] { resto.field(0); }), fechado);
+    percorre(novo, 1, 600);
+}
+
+void TstOdbcReuse::lossIsMetByEveryIdleStatement() {
+    {
+        std::vector<odbc::ResultSet> abertos(3);
+        for (odbc::ResultSet& aberto : abertos)
+            aberto.open(m_conexao, sequencia(1, 3));
+    }
+    m_servidor->mataConexoesDoPrograma();
+    for (int vez = 0; vez < 6; ++vez) {
+        odbc::ResultSet rs;
+        const auto consulta = erroDe([&] { rs.open(m_conexao, sequencia(1, 3)); });
+        QVERIFY(consulta);
+        QVERIFY(consulta->isConnectionLost());
+        QCOMPARE(consulta->statement(), sequencia(1, 3));
+        const auto comando = erroDe([&] { m_conexao.execute(u"SET @a = 1"_s); });
+        QVERIFY(comando);
+        QVERIFY(comando->isConnectionLost());
+    }
 }
 
 void TstOdbcReuse::movedFromResultOpensAgain() {
