@@ -7,32 +7,31 @@
 namespace tarvessa::odbc {
 
 /// Memory that is used again and again: it grows to the most asked for. Its contents are whatever was there.
-template <typename T>
 class Buffer {
   public:
     Buffer() = default;
     Buffer(Buffer&& other) noexcept
-        : m_items(std::move(other.m_items)), m_count(std::exchange(other.m_count, 0)) {}
+        : m_memory(std::move(other.m_memory)), m_bytes(std::exchange(other.m_bytes, 0)) {}
     Buffer& operator=(Buffer&& other) noexcept {
-        std::swap(m_items, other.m_items);
-        std::swap(m_count, other.m_count);
+        std::swap(m_memory, other.m_memory);
+        std::swap(m_bytes, other.m_bytes);
         return *this;
     }
 
-    size_t bytes() const { return m_count * sizeof(T); }
+    size_t bytes() const { return m_bytes; }
 
-    /// Room for `count` items; what an earlier call gave may be gone.
-    T* room(size_t count) {
-        if (count > m_count) {
-            m_items = std::make_unique_for_overwrite<T[]>(count);
-            m_count = count;
+    /// Room for so many bytes; what an earlier call gave may be gone.
+    char* room(size_t bytes) {
+        if (bytes > m_bytes) {
+            m_memory = std::make_unique_for_overwrite<char[]>(bytes);
+            m_bytes = bytes;
         }
-        return m_items.get();
+        return m_memory.get();
     }
 
   private:
-    std::unique_ptr<T[]> m_items;
-    size_t m_count = 0;
+    std::unique_ptr<char[]> m_memory;
+    size_t m_bytes = 0;
 };
 
 } // namespace tarvessa::odbc

@@ -147,7 +147,7 @@ void ResultSet::fetchBlock(SQLSMALLINT orientation, SQLULEN firstRow) {
 }
 
 bool ResultSet::atEnd() const {
-    if (!m_statement || !m_statement.isAlive())
+    if (!isOpen())
         throw RuntimeError(ErrorNumber::ConnectionClosed, u"O conjunto de registros está fechado."_s);
     return m_atEnd;
 }

@@ -22,7 +22,7 @@ class ResultSet {
     /// released. Raises RuntimeError with the statement.
     void open(const Connection& connection, const QString& sql);
 
-    bool isOpen() const { return m_statement && m_statement.isAlive(); }
+    bool isOpen() const { return m_statement.isAlive(); }
 
     /// True past the last row. Raises RuntimeError on a closed result.
     bool atEnd() const;

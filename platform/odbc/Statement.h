@@ -10,7 +10,7 @@ namespace tarvessa::odbc {
 
 /// A statement with the memory that the driver writes into; the memory goes last.
 struct StatementAndRoom {
-    Buffer<char> block;
+    Buffer block;
     std::unique_ptr<SQLULEN> rowsFetched;
     StatementHandle handle;
 };
@@ -31,9 +31,8 @@ class Statement {
     ~Statement();
 
     SQLHANDLE get() const { return m_body.handle.get(); }
-    explicit operator bool() const { return static_cast<bool>(m_body.handle); }
 
-    /// False once its connection is closed: no call may be made on it any more.
+    /// Whether calls may be made on it: not without a connection, nor once that is closed.
     bool isAlive() const { return !m_idle.expired(); }
 
     /// Memory for a block of rows, with whatever was there; what an earlier call gave may be gone.
