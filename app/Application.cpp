@@ -1,7 +1,7 @@
 #include "app/Application.h"
 
-#include "platform/ErrorReport.h"
-#include "platform/Pictures.h"
+#include "ui/ErrorReport.h"
+#include "ui/Pictures.h"
 
 #include <QLibraryInfo>
 #include <QLocale>

@@ -8,8 +8,8 @@
 #include "bench/support/Workload.h"
 #include "closing/PainelFechamento.h"
 #include "core/AcessoDados.h"
-#include "platform/grid/Grid.h"
 #include "support/PrivateServer.h"
+#include "ui/grid/Grid.h"
 
 #include <QPushButton>
 

@@ -6,9 +6,9 @@
 #include "bench/support/Workload.h"
 #include "closing/PainelFechamento.h"
 #include "core/AcessoDados.h"
-#include "platform/grid/Grid.h"
 #include "support/PrivateServer.h"
 #include "support/StatementLog.h"
+#include "ui/grid/Grid.h"
 
 #include <QPushButton>
 #include <QSqlDatabase>

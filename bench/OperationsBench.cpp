@@ -7,8 +7,8 @@
 #include "bench/support/Recorded.h"
 #include "closing/PainelFechamento.h"
 #include "core/AcessoDados.h"
-#include "platform/grid/Grid.h"
 #include "support/PrivateServer.h"
+#include "ui/grid/Grid.h"
 
 #include <QPushButton>
 

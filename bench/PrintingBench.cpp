@@ -1,12 +1,12 @@
 #include "bench/PrintingBench.h"
 
+#include "base/Formata.h"
 #include "bench/support/Measure.h"
 #include "bench/support/Painted.h"
-#include "platform/Formata.h"
-#include "platform/report/LayoutReader.h"
-#include "platform/report/PageView.h"
-#include "platform/report/PreviewWindow.h"
-#include "platform/report/ReportControl.h"
+#include "printing/ReportControl.h"
+#include "printing/layout/LayoutReader.h"
+#include "printing/preview/PageView.h"
+#include "printing/preview/PreviewWindow.h"
 #include "support/PrivateServer.h"
 
 #include <QApplication>

@@ -4,11 +4,11 @@
 #include "bench/support/Measure.h"
 #include "bench/support/Painted.h"
 #include "core/AcessoDados.h"
-#include "platform/grid/Grid.h"
 #include "products/PesquisaProduto.h"
 #include "products/SelecionaProd.h"
 #include "products/TextoPesquisa.h"
 #include "support/PrivateServer.h"
+#include "ui/grid/Grid.h"
 
 #include <QApplication>
 #include <QTimer>

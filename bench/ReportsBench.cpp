@@ -5,13 +5,13 @@
 #include "bench/support/Painted.h"
 #include "bench/support/Workload.h"
 #include "core/AcessoDados.h"
-#include "platform/DateBox.h"
-#include "platform/grid/Grid.h"
 #include "reports/Comissao.h"
 #include "reports/ExtratoVendedor.h"
 #include "reports/ResumoVendas.h"
 #include "support/PrivateServer.h"
 #include "support/StatementLog.h"
+#include "ui/DateBox.h"
+#include "ui/grid/Grid.h"
 
 #include <QPushButton>
 #include <QTimer>

@@ -6,12 +6,12 @@
 #include "bench/support/Painted.h"
 #include "bench/support/Workload.h"
 #include "core/AcessoDados.h"
-#include "platform/DateBox.h"
-#include "platform/grid/Grid.h"
 #include "support/PrivateServer.h"
 #include "support/StatementLog.h"
 #include "targets/Colunas.h"
 #include "targets/MetasQuadro.h"
+#include "ui/DateBox.h"
+#include "ui/grid/Grid.h"
 
 #include <QPushButton>
 #include <QTabWidget>

@@ -1,14 +1,14 @@
 // Checking the listed pre-sales against the price tables and correcting them.
 
+#include "base/Numeros.h"
 #include "closing/Colunas.h"
 #include "closing/PainelFechamento.h"
 #include "closing/ProgressoLote.h"
 #include "core/AcessoDados.h"
 #include "core/ArquivoLog.h"
 #include "core/Esquema.h"
-#include "core/Numeros.h"
-#include "platform/Guard.h"
-#include "platform/MessageBoxes.h"
+#include "ui/Guard.h"
+#include "ui/MessageBoxes.h"
 #include "ui_PainelFechamento.h"
 
 using namespace Qt::StringLiterals;

@@ -1,14 +1,14 @@
 // Turning DAVs into pre-sales, and the numbers they get.
 
+#include "base/Numeros.h"
+#include "base/RuntimeError.h"
 #include "closing/Colunas.h"
 #include "closing/PainelFechamento.h"
 #include "closing/ProgressoLote.h"
 #include "closing/TravaDeNumeracao.h"
 #include "core/AcessoDados.h"
 #include "core/Esquema.h"
-#include "core/Numeros.h"
-#include "platform/Guard.h"
-#include "platform/RuntimeError.h"
+#include "ui/Guard.h"
 #include "ui_PainelFechamento.h"
 
 #include <limits>

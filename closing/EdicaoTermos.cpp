@@ -1,14 +1,14 @@
 // Correcting a customer's terms in the listing grid: days, payment method, price table.
 
+#include "base/Numeros.h"
+#include "base/RuntimeError.h"
 #include "closing/Colunas.h"
 #include "closing/PainelFechamento.h"
 #include "core/AcessoDados.h"
 #include "core/Esquema.h"
-#include "core/Numeros.h"
-#include "platform/Guard.h"
-#include "platform/MessageBoxes.h"
-#include "platform/RuntimeError.h"
-#include "platform/grid/CellEditor.h"
+#include "ui/Guard.h"
+#include "ui/MessageBoxes.h"
+#include "ui/grid/CellEditor.h"
 #include "ui_PainelFechamento.h"
 
 #include <QAbstractItemView>

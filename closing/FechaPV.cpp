@@ -1,14 +1,14 @@
 // What the closing of one pre-sale writes.
 
+#include "base/Datas.h"
+#include "base/Numeros.h"
+#include "base/RuntimeError.h"
+#include "base/Textos.h"
 #include "closing/PainelFechamento.h"
 #include "core/AcessoDados.h"
-#include "core/Datas.h"
 #include "core/Esquema.h"
-#include "core/Numeros.h"
 #include "core/Rotinas.h"
-#include "core/Textos.h"
-#include "platform/BusyPointer.h"
-#include "platform/RuntimeError.h"
+#include "ui/BusyPointer.h"
 
 #include <limits>
 

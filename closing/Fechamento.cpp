@@ -1,15 +1,15 @@
 // The batch that closes the selected pre-sales.
 
+#include "base/Datas.h"
+#include "base/Numeros.h"
+#include "base/RuntimeError.h"
 #include "closing/Colunas.h"
 #include "closing/PainelFechamento.h"
 #include "closing/ProgressoLote.h"
 #include "core/AcessoDados.h"
-#include "core/Datas.h"
 #include "core/Esquema.h"
-#include "core/Numeros.h"
 #include "core/Rotinas.h"
-#include "platform/MessageBoxes.h"
-#include "platform/RuntimeError.h"
+#include "ui/MessageBoxes.h"
 #include "ui_PainelFechamento.h"
 
 using namespace Qt::StringLiterals;

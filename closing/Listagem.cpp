@@ -1,13 +1,13 @@
 // Start-up and listing of the panel.
 
+#include "base/Datas.h"
+#include "base/Numeros.h"
 #include "closing/Colunas.h"
 #include "closing/PainelFechamento.h"
 #include "core/AcessoDados.h"
-#include "core/Datas.h"
 #include "core/Esquema.h"
-#include "core/Numeros.h"
-#include "platform/Guard.h"
-#include "platform/grid/CellEditor.h"
+#include "ui/Guard.h"
+#include "ui/grid/CellEditor.h"
 #include "ui_PainelFechamento.h"
 
 using namespace Qt::StringLiterals;

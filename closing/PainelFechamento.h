@@ -1,7 +1,7 @@
 #pragma once
 
+#include "base/Dinheiro.h"
 #include "core/ArquivoLog.h"
-#include "core/Dinheiro.h"
 
 #include <QDate>
 #include <QHash>

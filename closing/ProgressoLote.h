@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/BusyPointer.h"
+#include "ui/BusyPointer.h"
 
 #include <QElapsedTimer>
 #include <QProgressBar>

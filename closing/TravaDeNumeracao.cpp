@@ -1,7 +1,7 @@
 #include "closing/TravaDeNumeracao.h"
 
+#include "base/RuntimeError.h"
 #include "core/AcessoDados.h"
-#include "platform/RuntimeError.h"
 
 using namespace Qt::StringLiterals;
 

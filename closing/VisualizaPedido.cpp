@@ -1,11 +1,11 @@
 #include "closing/VisualizaPedido.h"
 
+#include "base/Datas.h"
+#include "base/Numeros.h"
 #include "core/AcessoDados.h"
-#include "core/Datas.h"
 #include "core/Esquema.h"
-#include "core/Numeros.h"
 #include "core/Teclado.h"
-#include "platform/MessageBoxes.h"
+#include "ui/MessageBoxes.h"
 #include "ui_VisualizaPedido.h"
 
 #include <QScreen>

@@ -1,8 +1,8 @@
 #include "core/AcessoDados.h"
 
-#include "core/Textos.h"
-#include "platform/MessageBoxes.h"
-#include "platform/RuntimeError.h"
+#include "base/RuntimeError.h"
+#include "base/Textos.h"
+#include "ui/MessageBoxes.h"
 
 using namespace Qt::StringLiterals;
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/ShellHost.h"
-#include "platform/odbc/ResultSet.h"
+#include "odbc/ResultSet.h"
+#include "ui/ShellHost.h"
 
 #include <memory>
 

@@ -1,7 +1,7 @@
 #include "core/ArquivoLog.h"
 
+#include "base/RuntimeError.h"
 #include "core/Pastas.h"
-#include "platform/RuntimeError.h"
 
 #include <QDir>
 

@@ -1,6 +1,6 @@
 #include "core/JanelaPrincipal.h"
 
-#include "platform/Pictures.h"
+#include "ui/Pictures.h"
 
 #include <QApplication>
 #include <QPointer>

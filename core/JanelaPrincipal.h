@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/TextMeasure.h"
+#include "ui/TextMeasure.h"
 
 #include <QIcon>
 

@@ -1,8 +1,8 @@
 #include "core/Periodo.h"
 
-#include "core/Datas.h"
-#include "platform/DateBox.h"
-#include "platform/MessageBoxes.h"
+#include "base/Datas.h"
+#include "ui/DateBox.h"
+#include "ui/MessageBoxes.h"
 
 namespace tarvessa {
 

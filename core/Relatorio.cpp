@@ -1,6 +1,6 @@
 #include "core/Relatorio.h"
 
-#include "platform/RuntimeError.h"
+#include "base/RuntimeError.h"
 
 using namespace Qt::StringLiterals;
 

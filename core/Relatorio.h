@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/report/ReportControl.h"
+#include "printing/ReportControl.h"
 
 namespace tarvessa {
 

@@ -1,12 +1,12 @@
 #include "core/Rotinas.h"
 
+#include "base/Datas.h"
+#include "base/HostUser.h"
+#include "base/Numeros.h"
+#include "base/Textos.h"
+#include "base/Windows1252.h"
 #include "core/AcessoDados.h"
-#include "core/Datas.h"
 #include "core/Esquema.h"
-#include "core/Numeros.h"
-#include "core/Textos.h"
-#include "platform/HostUser.h"
-#include "platform/Windows1252.h"
 
 #include <QLineEdit>
 

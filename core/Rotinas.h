@@ -1,7 +1,7 @@
 #pragma once
 
-#include "core/Dinheiro.h"
-#include "platform/odbc/ResultSet.h"
+#include "base/Dinheiro.h"
+#include "odbc/ResultSet.h"
 
 #include <QString>
 

@@ -1,8 +1,8 @@
 #include "core/Teclado.h"
 
 #include "core/AcessoDados.h"
-#include "platform/Guard.h"
-#include "platform/TextBox.h"
+#include "ui/Guard.h"
+#include "ui/TextBox.h"
 
 #include <QApplication>
 #include <QKeyEvent>

@@ -1,6 +1,6 @@
 #include "products/FormataCampo.h"
 
-#include "core/Numeros.h"
+#include "base/Numeros.h"
 
 #include <QDate>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/odbc/Field.h"
+#include "odbc/Field.h"
 
 #include <QString>
 

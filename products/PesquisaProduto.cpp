@@ -3,12 +3,12 @@
 #include "core/AcessoDados.h"
 #include "core/Esquema.h"
 #include "core/JanelaPrincipal.h"
-#include "platform/BusyPointer.h"
-#include "platform/MessageBoxes.h"
-#include "platform/grid/Grid.h"
 #include "products/FormataCampo.h"
 #include "products/SelecionaProd.h"
 #include "products/TextoPesquisa.h"
+#include "ui/BusyPointer.h"
+#include "ui/MessageBoxes.h"
+#include "ui/grid/Grid.h"
 
 #include <cmath>
 

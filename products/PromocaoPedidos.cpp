@@ -1,17 +1,17 @@
 #include "products/PromocaoPedidos.h"
 
+#include "base/Numeros.h"
 #include "core/AcessoDados.h"
 #include "core/Esquema.h"
 #include "core/JanelaPrincipal.h"
-#include "core/Numeros.h"
 #include "core/Teclado.h"
-#include "platform/BusyPointer.h"
-#include "platform/FieldLeave.h"
-#include "platform/Guard.h"
-#include "platform/MessageBoxes.h"
-#include "platform/WindowSize.h"
 #include "products/FormataCampo.h"
 #include "products/PesquisaProduto.h"
+#include "ui/BusyPointer.h"
+#include "ui/FieldLeave.h"
+#include "ui/Guard.h"
+#include "ui/MessageBoxes.h"
+#include "ui/WindowSize.h"
 #include "ui_PromocaoPedidos.h"
 
 #include <QScopedValueRollback>

@@ -2,12 +2,12 @@
 
 #include "core/AcessoDados.h"
 #include "core/Esquema.h"
-#include "platform/Guard.h"
-#include "platform/MessageBoxes.h"
-#include "platform/WindowSize.h"
-#include "platform/grid/Grid.h"
 #include "products/PesquisaProduto.h"
 #include "products/VisualizadorImagem.h"
+#include "ui/Guard.h"
+#include "ui/MessageBoxes.h"
+#include "ui/WindowSize.h"
+#include "ui/grid/Grid.h"
 #include "ui_SelecionaProd.h"
 
 #include <QShortcut>

@@ -1,6 +1,6 @@
 #include "products/TextoPesquisa.h"
 
-#include "core/Numeros.h"
+#include "base/Numeros.h"
 
 using namespace Qt::StringLiterals;
 

@@ -1,14 +1,14 @@
 #include "reports/Comissao.h"
 
-#include "core/Numeros.h"
+#include "base/Numeros.h"
 #include "core/Teclado.h"
-#include "platform/BusyLabel.h"
-#include "platform/Guard.h"
-#include "platform/Pictures.h"
-#include "platform/grid/CellEditor.h"
-#include "platform/grid/FitToGrids.h"
 #include "reports/ComissaoColunas.h"
 #include "reports/ExtratoVendedor.h"
+#include "ui/BusyLabel.h"
+#include "ui/Guard.h"
+#include "ui/Pictures.h"
+#include "ui/grid/CellEditor.h"
+#include "ui/grid/FitToGrids.h"
 #include "ui_Comissao.h"
 
 using namespace Qt::StringLiterals;

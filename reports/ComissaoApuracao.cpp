@@ -1,12 +1,12 @@
 // The run of the commission screen: staging, sums by seller, totals.
 
+#include "base/Numeros.h"
 #include "core/AcessoDados.h"
 #include "core/Esquema.h"
-#include "core/Numeros.h"
-#include "platform/BusyLabel.h"
-#include "platform/grid/CellEditor.h"
 #include "reports/Comissao.h"
 #include "reports/ComissaoColunas.h"
+#include "ui/BusyLabel.h"
+#include "ui/grid/CellEditor.h"
 #include "ui_Comissao.h"
 
 using namespace Qt::StringLiterals;

@@ -1,11 +1,11 @@
 // Changing a seller's percentages in the commission grid.
 
+#include "base/Numeros.h"
 #include "core/AcessoDados.h"
-#include "core/Numeros.h"
-#include "platform/Guard.h"
-#include "platform/grid/CellEditor.h"
 #include "reports/Comissao.h"
 #include "reports/ComissaoColunas.h"
+#include "ui/Guard.h"
+#include "ui/grid/CellEditor.h"
 #include "ui_Comissao.h"
 
 using namespace Qt::StringLiterals;

@@ -1,13 +1,13 @@
 // Printing the commission grid as it stands.
 
+#include "base/Numeros.h"
 #include "core/AcessoDados.h"
-#include "core/Numeros.h"
 #include "core/Relatorio.h"
-#include "platform/BusyPointer.h"
-#include "platform/grid/CellEditor.h"
 #include "reports/Comissao.h"
 #include "reports/ComissaoColunas.h"
 #include "reports/Impressao.h"
+#include "ui/BusyPointer.h"
+#include "ui/grid/CellEditor.h"
 #include "ui_Comissao.h"
 
 using namespace Qt::StringLiterals;

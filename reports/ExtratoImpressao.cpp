@@ -1,12 +1,12 @@
 // Printing a seller's statement.
 
+#include "base/Numeros.h"
 #include "core/AcessoDados.h"
-#include "core/Numeros.h"
 #include "core/Relatorio.h"
-#include "platform/BusyPointer.h"
 #include "reports/ExtratoColunas.h"
 #include "reports/ExtratoVendedor.h"
 #include "reports/Impressao.h"
+#include "ui/BusyPointer.h"
 #include "ui_ExtratoVendedor.h"
 
 using namespace Qt::StringLiterals;

@@ -1,14 +1,14 @@
 #include "reports/ExtratoVendedor.h"
 
+#include "base/Datas.h"
+#include "base/Numeros.h"
 #include "core/AcessoDados.h"
-#include "core/Datas.h"
 #include "core/Esquema.h"
-#include "core/Numeros.h"
 #include "core/Teclado.h"
-#include "platform/BusyPointer.h"
-#include "platform/Guard.h"
-#include "platform/grid/FitToGrids.h"
 #include "reports/ExtratoColunas.h"
+#include "ui/BusyPointer.h"
+#include "ui/Guard.h"
+#include "ui/grid/FitToGrids.h"
 #include "ui_ExtratoVendedor.h"
 
 using namespace Qt::StringLiterals;

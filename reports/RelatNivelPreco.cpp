@@ -1,13 +1,13 @@
 #include "reports/RelatNivelPreco.h"
 
+#include "base/Numeros.h"
 #include "core/AcessoDados.h"
-#include "core/Numeros.h"
 #include "core/Relatorio.h"
 #include "core/Teclado.h"
-#include "platform/Guard.h"
-#include "platform/MessageBoxes.h"
-#include "platform/TextBox.h"
 #include "reports/Impressao.h"
+#include "ui/Guard.h"
+#include "ui/MessageBoxes.h"
+#include "ui/TextBox.h"
 #include "ui_RelatNivelPreco.h"
 
 using namespace Qt::StringLiterals;

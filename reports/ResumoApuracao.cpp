@@ -1,11 +1,11 @@
 // The run of the sales summary: staging, customers by price level, totals.
 
+#include "base/Numeros.h"
 #include "core/AcessoDados.h"
 #include "core/Esquema.h"
-#include "core/Numeros.h"
-#include "platform/BusyLabel.h"
-#include "platform/grid/Grid.h"
 #include "reports/ResumoVendas.h"
+#include "ui/BusyLabel.h"
+#include "ui/grid/Grid.h"
 #include "ui_ResumoVendas.h"
 
 using namespace Qt::StringLiterals;

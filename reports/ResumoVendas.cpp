@@ -1,11 +1,11 @@
 #include "reports/ResumoVendas.h"
 
-#include "core/Numeros.h"
+#include "base/Numeros.h"
 #include "core/Teclado.h"
-#include "platform/BusyLabel.h"
-#include "platform/Guard.h"
-#include "platform/grid/FitToGrids.h"
-#include "platform/grid/Grid.h"
+#include "ui/BusyLabel.h"
+#include "ui/Guard.h"
+#include "ui/grid/FitToGrids.h"
+#include "ui/grid/Grid.h"
 #include "ui_ResumoVendas.h"
 
 #include <QLabel>

@@ -3,11 +3,11 @@
 #include "core/AcessoDados.h"
 #include "core/Periodo.h"
 #include "core/Rotinas.h"
-#include "platform/BusyLabel.h"
-#include "platform/BusyPointer.h"
-#include "platform/DateBox.h"
 #include "targets/CampoProduto.h"
 #include "targets/MetasQuadro.h"
+#include "ui/BusyLabel.h"
+#include "ui/BusyPointer.h"
+#include "ui/DateBox.h"
 #include "ui_MetasQuadro.h"
 
 using namespace Qt::StringLiterals;

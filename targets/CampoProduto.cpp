@@ -1,11 +1,11 @@
 #include "targets/CampoProduto.h"
 
 #include "core/AcessoDados.h"
-#include "platform/FieldLeave.h"
-#include "platform/Guard.h"
-#include "platform/MessageBoxes.h"
-#include "platform/TextBox.h"
 #include "products/PesquisaProduto.h"
+#include "ui/FieldLeave.h"
+#include "ui/Guard.h"
+#include "ui/MessageBoxes.h"
+#include "ui/TextBox.h"
 
 #include <utility>
 

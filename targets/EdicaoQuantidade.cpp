@@ -1,11 +1,11 @@
 // Editing of a target's quantity in its cell.
 
+#include "base/Numeros.h"
 #include "core/AcessoDados.h"
-#include "core/Numeros.h"
 #include "core/Rotinas.h"
-#include "platform/grid/CellEditor.h"
 #include "targets/Colunas.h"
 #include "targets/MetasQuadro.h"
+#include "ui/grid/CellEditor.h"
 #include "ui_MetasQuadro.h"
 
 using namespace Qt::StringLiterals;

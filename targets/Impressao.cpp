@@ -4,11 +4,11 @@
 #include "core/Pastas.h"
 #include "core/Periodo.h"
 #include "core/Relatorio.h"
-#include "platform/BusyLabel.h"
-#include "platform/BusyPointer.h"
-#include "platform/DateBox.h"
 #include "targets/Colunas.h"
 #include "targets/MetasQuadro.h"
+#include "ui/BusyLabel.h"
+#include "ui/BusyPointer.h"
+#include "ui/DateBox.h"
 #include "ui_MetasQuadro.h"
 
 using namespace Qt::StringLiterals;

@@ -1,10 +1,10 @@
 // Start-up of the targets screen: seller lists and period.
 
+#include "base/Numeros.h"
 #include "core/AcessoDados.h"
-#include "core/Numeros.h"
 #include "core/Periodo.h"
-#include "platform/DateBox.h"
 #include "targets/MetasQuadro.h"
+#include "ui/DateBox.h"
 #include "ui_MetasQuadro.h"
 
 #include <QAbstractItemView>

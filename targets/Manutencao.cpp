@@ -1,15 +1,15 @@
 // Maintenance of the targets: list, new target, deletion.
 
+#include "base/Numeros.h"
+#include "base/RuntimeError.h"
 #include "core/AcessoDados.h"
-#include "core/Numeros.h"
 #include "core/Rotinas.h"
-#include "platform/MessageBoxes.h"
-#include "platform/Pictures.h"
-#include "platform/RuntimeError.h"
-#include "platform/TextBox.h"
 #include "targets/CampoProduto.h"
 #include "targets/Colunas.h"
 #include "targets/MetasQuadro.h"
+#include "ui/MessageBoxes.h"
+#include "ui/Pictures.h"
+#include "ui/TextBox.h"
 #include "ui_MetasQuadro.h"
 
 using namespace Qt::StringLiterals;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "core/Dinheiro.h"
+#include "base/Dinheiro.h"
 
 #include <QDialog>
 

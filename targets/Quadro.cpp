@@ -1,7 +1,7 @@
 // The board: blocks of sellers with their targets and totals.
 
+#include "base/Numeros.h"
 #include "core/AcessoDados.h"
-#include "core/Numeros.h"
 #include "targets/Colunas.h"
 #include "targets/MetasQuadro.h"
 #include "ui_MetasQuadro.h"

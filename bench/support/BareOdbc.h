@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/odbc/Handles.h"
+#include "odbc/Handles.h"
 
 #include <QByteArrayList>
 

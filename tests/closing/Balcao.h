@@ -1,9 +1,9 @@
 #pragma once
 
 #include "closing/PainelFechamento.h"
-#include "platform/grid/Grid.h"
 #include "support/PrivateServer.h"
 #include "support/StatementLog.h"
+#include "ui/grid/Grid.h"
 
 #include <QComboBox>
 #include <QLineEdit>

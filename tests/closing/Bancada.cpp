@@ -1,11 +1,11 @@
 #include "closing/Bancada.h"
 
+#include "base/Datas.h"
 #include "closing/Colunas.h"
 #include "closing/PainelFechamento.h"
 #include "core/AcessoDados.h"
-#include "core/Datas.h"
 #include "core/Pastas.h"
-#include "platform/grid/Grid.h"
+#include "ui/grid/Grid.h"
 
 #include <QApplication>
 #include <QComboBox>

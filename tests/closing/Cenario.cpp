@@ -1,6 +1,6 @@
 #include "closing/Cenario.h"
 
-#include "core/Datas.h"
+#include "base/Datas.h"
 #include "support/PrivateServer.h"
 
 using namespace Qt::StringLiterals;

@@ -4,7 +4,7 @@
 #include "closing/Colunas.h"
 #include "closing/PainelFechamento.h"
 #include "core/AcessoDados.h"
-#include "platform/grid/Grid.h"
+#include "ui/grid/Grid.h"
 
 #include <QApplication>
 #include <QPushButton>

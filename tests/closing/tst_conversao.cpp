@@ -1,9 +1,9 @@
 // Turning DAVs into pre-sales, and the numbers they get.
 
+#include "base/RuntimeError.h"
 #include "closing/Balcao.h"
 #include "closing/Colunas.h"
 #include "core/AcessoDados.h"
-#include "platform/RuntimeError.h"
 #include "support/AdminConnection.h"
 #include "support/FaultProxy.h"
 #include "support/ModalHelper.h"

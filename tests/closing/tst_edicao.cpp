@@ -2,8 +2,8 @@
 
 #include "closing/Balcao.h"
 #include "closing/Colunas.h"
-#include "platform/TextBox.h"
 #include "support/ModalHelper.h"
+#include "ui/TextBox.h"
 
 #include <QAbstractItemView>
 #include <QClipboard>

@@ -3,9 +3,9 @@
 #include "closing/Bancada.h"
 #include "closing/Colunas.h"
 #include "closing/PainelFechamento.h"
-#include "platform/grid/Grid.h"
 #include "support/FaultProxy.h"
 #include "support/ModalHelper.h"
+#include "ui/grid/Grid.h"
 
 #include <QApplication>
 #include <QProgressBar>

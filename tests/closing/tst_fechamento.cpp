@@ -1,13 +1,13 @@
 // What a closing sends and writes.
 
+#include "base/Dinheiro.h"
+#include "base/HostUser.h"
 #include "closing/Bancada.h"
 #include "closing/Colunas.h"
 #include "closing/PainelFechamento.h"
-#include "core/Dinheiro.h"
-#include "platform/HostUser.h"
-#include "platform/grid/Grid.h"
 #include "support/ModalHelper.h"
 #include "support/StatementLog.h"
+#include "ui/grid/Grid.h"
 
 #include <QPushButton>
 #include <QTest>

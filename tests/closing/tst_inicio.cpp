@@ -1,10 +1,10 @@
 #include "closing/Bancada.h"
 #include "closing/Colunas.h"
 #include "closing/PainelFechamento.h"
-#include "platform/Twips.h"
-#include "platform/grid/Grid.h"
 #include "support/ModalHelper.h"
 #include "support/StatementLog.h"
+#include "ui/Twips.h"
+#include "ui/grid/Grid.h"
 
 #include <QComboBox>
 #include <QHeaderView>

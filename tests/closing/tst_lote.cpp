@@ -3,9 +3,9 @@
 #include "closing/Bancada.h"
 #include "closing/Colunas.h"
 #include "closing/PainelFechamento.h"
-#include "platform/grid/Grid.h"
 #include "support/ModalHelper.h"
 #include "support/StatementLog.h"
+#include "ui/grid/Grid.h"
 
 #include <QApplication>
 #include <QDir>

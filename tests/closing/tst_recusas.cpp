@@ -2,8 +2,8 @@
 
 #include "closing/Bancada.h"
 #include "closing/Colunas.h"
-#include "platform/grid/Grid.h"
 #include "support/ModalHelper.h"
+#include "ui/grid/Grid.h"
 
 #include <QPushButton>
 #include <QTest>

@@ -1,8 +1,8 @@
 #include "closing/Bancada.h"
 #include "closing/PainelFechamento.h"
 #include "core/Relatorio.h"
-#include "platform/grid/Grid.h"
 #include "support/ModalHelper.h"
+#include "ui/grid/Grid.h"
 
 #include <QAction>
 #include <QDialog>

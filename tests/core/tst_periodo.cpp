@@ -1,7 +1,7 @@
-#include "core/Datas.h"
+#include "base/Datas.h"
 #include "core/Periodo.h"
-#include "platform/DateBox.h"
 #include "support/ModalHelper.h"
+#include "ui/DateBox.h"
 
 #include <QTest>
 #include <QVBoxLayout>

@@ -1,5 +1,5 @@
+#include "base/Datas.h"
 #include "core/AcessoDados.h"
-#include "core/Datas.h"
 #include "core/Rotinas.h"
 #include "support/ErroDe.h"
 #include "support/FaultProxy.h"

@@ -1,9 +1,9 @@
 #include "core/AcessoDados.h"
 #include "core/Teclado.h"
-#include "platform/Guard.h"
-#include "platform/MessageBoxes.h"
-#include "platform/TextBox.h"
 #include "support/ModalHelper.h"
+#include "ui/Guard.h"
+#include "ui/MessageBoxes.h"
+#include "ui/TextBox.h"
 
 #include <QAbstractItemView>
 #include <QClipboard>

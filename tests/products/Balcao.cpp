@@ -1,7 +1,7 @@
 #include "products/Balcao.h"
 
 #include "core/AcessoDados.h"
-#include "platform/grid/Grid.h"
+#include "ui/grid/Grid.h"
 
 #include <QApplication>
 #include <QClipboard>

@@ -1,14 +1,14 @@
+#include "base/RuntimeError.h"
 #include "core/AcessoDados.h"
 #include "core/JanelaPrincipal.h"
-#include "platform/Guard.h"
-#include "platform/RuntimeError.h"
-#include "platform/Twips.h"
-#include "platform/grid/Grid.h"
 #include "products/Balcao.h"
 #include "products/PesquisaProduto.h"
 #include "products/SelecionaProd.h"
 #include "products/VisualizadorImagem.h"
 #include "support/ModalHelper.h"
+#include "ui/Guard.h"
+#include "ui/Twips.h"
+#include "ui/grid/Grid.h"
 
 #include <QAccessible>
 #include <QFontInfo>

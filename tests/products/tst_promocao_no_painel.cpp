@@ -1,10 +1,10 @@
+#include "base/Datas.h"
 #include "closing/PainelFechamento.h"
-#include "core/Datas.h"
 #include "core/JanelaPrincipal.h"
-#include "platform/TextBox.h"
-#include "platform/grid/Grid.h"
 #include "products/Balcao.h"
 #include "support/ModalHelper.h"
+#include "ui/TextBox.h"
+#include "ui/grid/Grid.h"
 
 #include <QApplication>
 #include <QFontMetricsF>

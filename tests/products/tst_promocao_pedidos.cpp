@@ -1,13 +1,13 @@
 #include "core/AcessoDados.h"
 #include "core/JanelaPrincipal.h"
-#include "platform/FieldLeave.h"
-#include "platform/TextBox.h"
-#include "platform/Twips.h"
-#include "platform/grid/Grid.h"
 #include "products/Balcao.h"
 #include "products/PromocaoPedidos.h"
 #include "support/FaultProxy.h"
 #include "support/ModalHelper.h"
+#include "ui/FieldLeave.h"
+#include "ui/TextBox.h"
+#include "ui/Twips.h"
+#include "ui/grid/Grid.h"
 
 #include <QAccessible>
 #include <QLabel>

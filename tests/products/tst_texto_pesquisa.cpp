@@ -1,11 +1,11 @@
+#include "base/RuntimeError.h"
 #include "core/AcessoDados.h"
-#include "platform/RuntimeError.h"
-#include "platform/TextBox.h"
 #include "products/Balcao.h"
 #include "products/PesquisaProduto.h"
 #include "products/PromocaoPedidos.h"
 #include "products/TextoPesquisa.h"
 #include "support/ModalHelper.h"
+#include "ui/TextBox.h"
 
 #include <QTest>
 

@@ -1,12 +1,12 @@
 #include "reports/Movimento.h"
 
+#include "base/Datas.h"
 #include "core/AcessoDados.h"
-#include "core/Datas.h"
 #include "core/Pastas.h"
 #include "core/Relatorio.h"
-#include "platform/grid/Grid.h"
-#include "platform/report/Report.h"
+#include "printing/pages/Report.h"
 #include "support/Programa.h"
+#include "ui/grid/Grid.h"
 
 #include <QApplication>
 #include <QHeaderView>

@@ -1,8 +1,8 @@
-#include "platform/DateBox.h"
-#include "platform/grid/Grid.h"
 #include "reports/Comissao.h"
 #include "reports/Movimento.h"
 #include "support/ModalHelper.h"
+#include "ui/DateBox.h"
+#include "ui/grid/Grid.h"
 
 #include <QApplication>
 #include <QClipboard>

@@ -1,10 +1,10 @@
-#include "core/Datas.h"
-#include "platform/DateBox.h"
-#include "platform/grid/Grid.h"
+#include "base/Datas.h"
 #include "reports/Comissao.h"
 #include "reports/ExtratoVendedor.h"
 #include "reports/Movimento.h"
 #include "support/ModalHelper.h"
+#include "ui/DateBox.h"
+#include "ui/grid/Grid.h"
 
 #include <QApplication>
 #include <QLabel>

@@ -1,11 +1,11 @@
 #include "core/Pastas.h"
 #include "core/Relatorio.h"
-#include "platform/DateBox.h"
-#include "platform/grid/Grid.h"
 #include "reports/Comissao.h"
 #include "reports/ExtratoVendedor.h"
 #include "reports/Movimento.h"
 #include "support/ModalHelper.h"
+#include "ui/DateBox.h"
+#include "ui/grid/Grid.h"
 
 #include <QLineEdit>
 #include <QPushButton>

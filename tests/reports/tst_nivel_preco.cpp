@@ -1,6 +1,6 @@
+#include "base/RuntimeError.h"
 #include "core/Pastas.h"
 #include "core/Relatorio.h"
-#include "platform/RuntimeError.h"
 #include "reports/Impressao.h"
 #include "reports/Movimento.h"
 #include "reports/RelatNivelPreco.h"

@@ -1,9 +1,9 @@
-#include "core/Datas.h"
-#include "platform/DateBox.h"
-#include "platform/grid/Grid.h"
+#include "base/Datas.h"
 #include "reports/Movimento.h"
 #include "reports/ResumoVendas.h"
 #include "support/ModalHelper.h"
+#include "ui/DateBox.h"
+#include "ui/grid/Grid.h"
 
 #include <QAccessible>
 #include <QApplication>

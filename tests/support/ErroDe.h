@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/RuntimeError.h"
+#include "base/RuntimeError.h"
 
 #include <optional>
 #include <utility>

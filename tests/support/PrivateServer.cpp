@@ -19,7 +19,7 @@ namespace tarvessa::teste {
 
 namespace {
 
-constexpr auto Script = TARVESSA_SOURCE_DIR "/demo/private-server";
+constexpr auto Script = TARVESSA_SOURCE_DIR "/tools/private-server";
 constexpr auto Schema = TARVESSA_SOURCE_DIR "/demo/schema.sql";
 constexpr int EsperaDoScriptMs = 180000;
 constexpr int EsperaDasConexoesMs = 10000;

@@ -15,7 +15,7 @@ class AdminConnection;
 /// of this process pointing at it.
 ///
 /// The environment variable TARVESSA_TEST_SERVER names the folder of a server already started with
-/// demo/private-server; without it one is started in a temporary folder and stopped at the end. On Windows
+/// tools/private-server; without it one is started in a temporary folder and stopped at the end. On Windows
 /// it must, and TARVESSA_TEST_ADDRESS says where that server listens ("127.0.0.1:port").
 /// The database holds demo/schema.sql and nothing else. The program reaches it as a database user
 /// that no other test program shares, so that what it sends can be told apart. Database and user

@@ -1,11 +1,11 @@
 #include "targets/BancadaMetas.h"
 
+#include "base/Datas.h"
 #include "core/AcessoDados.h"
-#include "core/Datas.h"
 #include "core/Pastas.h"
 #include "core/Relatorio.h"
-#include "platform/grid/Grid.h"
 #include "targets/MetasQuadro.h"
+#include "ui/grid/Grid.h"
 
 #include <QApplication>
 #include <QClipboard>

@@ -1,6 +1,6 @@
 #include "core/Pastas.h"
 #include "core/Relatorio.h"
-#include "platform/report/Report.h"
+#include "printing/pages/Report.h"
 #include "support/ModalHelper.h"
 #include "support/Programa.h"
 #include "support/StatementLog.h"

@@ -1,9 +1,9 @@
-#include "platform/grid/Grid.h"
 #include "support/ModalHelper.h"
 #include "support/StatementLog.h"
 #include "targets/BancadaMetas.h"
 #include "targets/Colunas.h"
 #include "targets/MetasQuadro.h"
+#include "ui/grid/Grid.h"
 
 #include <QAccessible>
 #include <QComboBox>

@@ -1,4 +1,3 @@
-#include "platform/grid/Grid.h"
 #include "support/FaultProxy.h"
 #include "support/ModalHelper.h"
 #include "support/StatementLog.h"
@@ -6,6 +5,7 @@
 #include "targets/Colunas.h"
 #include "targets/MetasQuadro.h"
 #include "targets/MundoSorteado.h"
+#include "ui/grid/Grid.h"
 
 #include <QHeaderView>
 #include <QLabel>

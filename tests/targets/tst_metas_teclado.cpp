@@ -1,10 +1,10 @@
 #include "closing/PainelFechamento.h"
 #include "core/AcessoDados.h"
-#include "platform/grid/Grid.h"
 #include "support/ModalHelper.h"
 #include "targets/BancadaMetas.h"
 #include "targets/Colunas.h"
 #include "targets/MetasQuadro.h"
+#include "ui/grid/Grid.h"
 
 #include <QAbstractItemView>
 #include <QAccessible>

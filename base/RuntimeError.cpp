@@ -1,0 +1,39 @@
+#include "base/RuntimeError.h"
+
+#include <algorithm>
+#include <array>
+
+using namespace Qt::StringLiterals;
+
+namespace tarvessa {
+
+namespace {
+
+// The numbers of client library and server for a connection that is gone; not all of them come with an
+// SQLSTATE that says so.
+constexpr std::array<int, 7> connectionLost = {
+    1053, // server is shutting down
+    1927, // killed
+    2006, // server has gone away
+    2013, // lost during a query
+    2055, // lost, with the system's reason
+    5013, // read error
+    5014, // write error
+};
+
+} // namespace
+
+RuntimeError::RuntimeError(ErrorNumber number, const QString& text)
+    : RuntimeError(static_cast<int>(number), text, {}, {}) {
+}
+
+RuntimeError::RuntimeError(int number, const QString& text, const QString& sqlState, const QString& statement)
+    : m_number(number), m_text(text), m_sqlState(sqlState), m_statement(statement), m_utf8(text.toUtf8()) {
+}
+
+bool RuntimeError::isConnectionLost() const {
+    return m_sqlState.startsWith("08"_L1) || m_number == static_cast<int>(ErrorNumber::ConnectionClosed) ||
+           std::find(connectionLost.begin(), connectionLost.end(), m_number) != connectionLost.end();
+}
+
+} // namespace tarvessa

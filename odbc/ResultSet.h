@@ -1,0 +1,80 @@
+#pragma once
+
+#include "odbc/Connection.h"
+#include "odbc/Field.h"
+
+#include <QStringList>
+
+#include <vector>
+
+namespace tarvessa::odbc {
+
+/// The rows of one query: static cursor, optimistic concurrency asked for, walked forward from the first row.
+/// Rows arrive in blocks into bound buffers; a text that may not fit its buffer is fetched on its own. A
+/// result may be released after its connection was closed, but no longer read.
+class ResultSet {
+  public:
+    ResultSet() = default;
+    ResultSet(ResultSet&&) = default;
+    ResultSet& operator=(ResultSet&&) = default;
+
+    /// Runs the query and stands on its first row, or at the end when there is none; an earlier result is
+    /// released. Raises RuntimeError with the statement.
+    void open(const Connection& connection, const QString& sql);
+
+    bool isOpen() const { return m_statement.isAlive(); }
+
+    /// True past the last row. Raises RuntimeError on a closed result.
+    bool atEnd() const;
+
+    /// Goes to the next row. Raises RuntimeError at the end, on a closed result or when the server is lost.
+    void moveNext();
+
+    /// Goes back to the first row. Raises RuntimeError on a closed result.
+    void moveFirst();
+
+    /// Releases the result; does nothing on a closed one.
+    void close();
+
+    /// The place of a column by its name, letter case ignored; of two with one name, the first. Resolve it
+    /// once before a long walk.
+    /// Raises RuntimeError when the query has no such column.
+    int column(QStringView name) const;
+
+    /// All column names as the query gives them.
+    const QStringList& columnNames() const { return m_names; }
+
+    /// The cell of the current row. Raises RuntimeError at the end and for an unknown name.
+    Field field(int column) const;
+    Field field(QStringView name) const { return field(column(name)); }
+
+  private:
+    struct Column {
+        SQLLEN cellBytes = 0; // 0: not bound, every cell is fetched on its own
+        size_t cell = 0;      // where it starts in a row
+    };
+
+    void describeColumns();
+    void layOutRow();
+    void bindColumns();
+    void fetchBlock(SQLSMALLINT orientation, SQLULEN firstRow);
+    const char* row() const { return m_block + m_rowInBlock * m_rowBytes; }
+    void standOnRowAlone() const;
+    Field longCell(int column) const;
+
+    Encoding m_encoding = Encoding::Wide;
+    Statement m_statement;
+    std::vector<Column> m_columns;
+    char* m_block = nullptr; // rows one after the other: the indicators of all columns, then their cells
+    size_t m_rowBytes = 0;
+    QString m_sql;
+    QStringList m_names;
+    SQLULEN m_firstRowOfBlock = 0;
+    SQLULEN m_rowInBlock = 0;
+    SQLULEN m_rowsInBlock = 0;
+    mutable bool m_bound = false; // the driver writes into the buffers; not so after a cell fetched alone
+    bool m_atEnd = true;
+    bool m_empty = true;
+};
+
+} // namespace tarvessa::odbc

@@ -1,0 +1,226 @@
+#include "base/Dinheiro.h"
+#include "support/ErroDe.h"
+
+#include <QTest>
+
+#include <limits>
+
+using namespace Qt::StringLiterals;
+using namespace tarvessa;
+using namespace tarvessa::teste;
+
+namespace {
+
+constexpr qint64 maior = std::numeric_limits<qint64>::max();
+constexpr qint64 menor = std::numeric_limits<qint64>::min();
+
+Dinheiro d(const QString& texto) {
+    return Dinheiro::dePonto(texto);
+}
+
+} // namespace
+
+/// Four-place amounts: reading, writing, arithmetic with its rounding and its limits.
+class TstDinheiro : public QObject {
+    Q_OBJECT
+
+  private Q_SLOTS:
+    void readsADatabaseDecimal_data();
+    void readsADatabaseDecimal();
+    void refusesWhatIsNoDecimal_data();
+    void refusesWhatIsNoDecimal();
+    void refusesWhatIsTooLarge_data();
+    void refusesWhatIsTooLarge();
+    void writesThePointForm_data();
+    void writesThePointForm();
+    void addsAndSubtracts();
+    void multipliesRoundingHalvesToEven_data();
+    void multipliesRoundingHalvesToEven();
+    void dividesRoundingHalvesToEven_data();
+    void dividesRoundingHalvesToEven();
+    void divisionByZeroIsAnError();
+    void overflowIsAnError();
+    void comparesAndTellsItsSign();
+    void wholePartIsCut();
+};
+
+void TstDinheiro::readsADatabaseDecimal_data() {
+    QTest::addColumn<QString>("texto");
+    QTest::addColumn<qint64>("valor");
+    const auto caso = [](const QString& texto, qint64 valor) {
+        QTest::newRow(qPrintable(texto)) << texto << valor;
+    };
+    caso(u"0"_s, 0);
+    caso(u"0.00"_s, 0);
+    caso(u"-0.00"_s, 0);
+    caso(u""_s, 0);
+    caso(u"  "_s, 0);
+    caso(u"1"_s, 10000);
+    caso(u"1234.50"_s, 12345000);
+    caso(u"-0.05"_s, -500);
+    caso(u"+2.5"_s, 25000);
+    caso(u" 12.5 "_s, 125000);
+    caso(u".5"_s, 5000);
+    caso(u"5."_s, 50000);
+    caso(u"0.0001"_s, 1);
+    caso(u"0.00005"_s, 0);
+    caso(u"0.00015"_s, 2);
+    caso(u"-0.00015"_s, -2);
+    caso(u"0.00025"_s, 2);
+    caso(u"0.000050000000000000000000000000000000000000000000001"_s, 1);
+    caso(u"0.000049999999999999999999999999999999999999999999999"_s, 0);
+    caso(u"000000000000000000000000000000000000000000000012.3400"_s, 123400);
+    caso(u"922337203685477.5807"_s, maior);
+    caso(u"-922337203685477.5808"_s, menor);
+}
+
+void TstDinheiro::readsADatabaseDecimal() {
+    QFETCH(QString, texto);
+    QFETCH(qint64, valor);
+    QCOMPARE(d(texto).decimosMilesimos(), valor);
+}
+
+void TstDinheiro::refusesWhatIsNoDecimal_data() {
+    QTest::addColumn<QString>("texto");
+    for (const char* texto : {"abc", "1,5", "1.2.3", "-", "+", ".", "1e5", "12 un", "--1", "1-", "0x1F"})
+        QTest::newRow(texto) << QString::fromLatin1(texto);
+    QTest::newRow("digits of another script") << u"١٢"_s;
+}
+
+void TstDinheiro::refusesWhatIsNoDecimal() {
+    QFETCH(QString, texto);
+    const auto erro = erroDe([&] { d(texto); });
+    QVERIFY(erro);
+    QCOMPARE(erro->number(), numero(ErrorNumber::TypeMismatch));
+    QVERIFY(erro->text().contains(texto));
+}
+
+void TstDinheiro::refusesWhatIsTooLarge_data() {
+    QTest::addColumn<QString>("texto");
+    QTest::newRow("one too many") << u"922337203685477.5808"_s;
+    QTest::newRow("one too few") << u"-922337203685477.5809"_s;
+    QTest::newRow("65 digits") << QString(65, u'9');
+    QTest::newRow("65 digits with places") << QString(35, u'9') + u'.' + QString(30, u'9');
+}
+
+void TstDinheiro::refusesWhatIsTooLarge() {
+    QFETCH(QString, texto);
+    QCOMPARE(numeroDoErroDe([&] { d(texto); }), numero(ErrorNumber::Overflow));
+}
+
+void TstDinheiro::writesThePointForm_data() {
+    QTest::addColumn<qint64>("valor");
+    QTest::addColumn<QString>("texto");
+    QTest::newRow("zero") << Q_INT64_C(0) << u" 0"_s;
+    QTest::newRow("whole") << Q_INT64_C(120000) << u" 12"_s;
+    QTest::newRow("one place") << Q_INT64_C(125000) << u" 12.5"_s;
+    QTest::newRow("negative has no blank") << Q_INT64_C(-125000) << u"-12.5"_s;
+    QTest::newRow("below one") << Q_INT64_C(5000) << u" 0.5"_s;
+    QTest::newRow("negative below one") << Q_INT64_C(-1) << u"-0.0001"_s;
+    QTest::newRow("four places") << Q_INT64_C(12345678) << u" 1234.5678"_s;
+    QTest::newRow("zeros inside stay") << Q_INT64_C(10010) << u" 1.001"_s;
+    QTest::newRow("no thousands separator") << Q_INT64_C(12345678900000) << u" 1234567890"_s;
+    QTest::newRow("greatest") << maior << u" 922337203685477.5807"_s;
+    QTest::newRow("least") << menor << u"-922337203685477.5808"_s;
+}
+
+void TstDinheiro::writesThePointForm() {
+    QFETCH(qint64, valor);
+    QFETCH(QString, texto);
+    QCOMPARE(Dinheiro::deDecimosMilesimos(valor).ponto(), texto);
+    QCOMPARE(d(texto).decimosMilesimos(), valor);
+}
+
+void TstDinheiro::addsAndSubtracts() {
+    QCOMPARE(d(u"0.1"_s) + d(u"0.2"_s), d(u"0.3"_s));
+    QCOMPARE(d(u"10.00"_s) - d(u"10.01"_s), d(u"-0.01"_s));
+    QCOMPARE(-d(u"1.5"_s), d(u"-1.5"_s));
+    Dinheiro soma;
+    for (int i = 0; i < 1000; ++i)
+        soma += d(u"0.01"_s);
+    QCOMPARE(soma, Dinheiro(10));
+}
+
+void TstDinheiro::multipliesRoundingHalvesToEven_data() {
+    QTest::addColumn<QString>("a");
+    QTest::addColumn<QString>("b");
+    QTest::addColumn<QString>("produto");
+    QTest::newRow("whole") << u"3"_s << u"4"_s << u"12"_s;
+    QTest::newRow("quantity by price") << u"1.5"_s << u"10.05"_s << u"15.075"_s;
+    QTest::newRow("half to the even zero") << u"0.5"_s << u"0.0001"_s << u"0"_s;
+    QTest::newRow("half to the even two") << u"1.5"_s << u"0.0001"_s << u"0.0002"_s;
+    QTest::newRow("negative half") << u"-1.5"_s << u"0.0001"_s << u"-0.0002"_s;
+    QTest::newRow("above the half") << u"0.5001"_s << u"0.0001"_s << u"0.0001"_s;
+    QTest::newRow("by nothing") << u"922337203685477.5807"_s << u"0"_s << u"0"_s;
+    QTest::newRow("large") << u"30000000"_s << u"30000000"_s << u"900000000000000"_s;
+}
+
+void TstDinheiro::multipliesRoundingHalvesToEven() {
+    QFETCH(QString, a);
+    QFETCH(QString, b);
+    QFETCH(QString, produto);
+    QCOMPARE(d(a) * d(b), d(produto));
+    QCOMPARE(d(b) * d(a), d(produto));
+}
+
+void TstDinheiro::dividesRoundingHalvesToEven_data() {
+    QTest::addColumn<QString>("a");
+    QTest::addColumn<QString>("b");
+    QTest::addColumn<QString>("quociente");
+    QTest::newRow("whole") << u"12"_s << u"4"_s << u"3"_s;
+    QTest::newRow("third") << u"1"_s << u"3"_s << u"0.3333"_s;
+    QTest::newRow("two thirds") << u"2"_s << u"3"_s << u"0.6667"_s;
+    QTest::newRow("negative two thirds") << u"2"_s << u"-3"_s << u"-0.6667"_s;
+    QTest::newRow("half to the even zero") << u"0.0001"_s << u"2"_s << u"0"_s;
+    QTest::newRow("half to the even two") << u"0.0003"_s << u"2"_s << u"0.0002"_s;
+    QTest::newRow("both negative") << u"-1.5"_s << u"-0.5"_s << u"3"_s;
+}
+
+void TstDinheiro::dividesRoundingHalvesToEven() {
+    QFETCH(QString, a);
+    QFETCH(QString, b);
+    QFETCH(QString, quociente);
+    QCOMPARE(d(a) / d(b), d(quociente));
+}
+
+void TstDinheiro::divisionByZeroIsAnError() {
+    const auto erro = erroDe([] { Dinheiro(1) / Dinheiro(); });
+    QVERIFY(erro);
+    QCOMPARE(erro->number(), numero(ErrorNumber::DivisionByZero));
+    QCOMPARE(erro->text(), u"Divisão por zero."_s);
+}
+
+void TstDinheiro::overflowIsAnError() {
+    const Dinheiro teto = Dinheiro::deDecimosMilesimos(maior);
+    const Dinheiro chao = Dinheiro::deDecimosMilesimos(menor);
+    const Dinheiro pouco = Dinheiro::deDecimosMilesimos(1);
+    const int estouro = numero(ErrorNumber::Overflow);
+    QCOMPARE(numeroDoErroDe([&] { teto + pouco; }), estouro);
+    QCOMPARE(numeroDoErroDe([&] { chao - pouco; }), estouro);
+    QCOMPARE(numeroDoErroDe([&] { -chao; }), estouro);
+    QCOMPARE(numeroDoErroDe([&] { teto* Dinheiro(2); }), estouro);
+    QCOMPARE(numeroDoErroDe([&] { teto / pouco; }), estouro);
+    QCOMPARE(numeroDoErroDe([&] { chao / Dinheiro(-1); }), estouro);
+    QCOMPARE(numeroDoErroDe([&] { Dinheiro(Q_INT64_C(922337203685478)); }), estouro);
+    QCOMPARE(numeroDoErroDe([&] { Dinheiro(Q_INT64_C(-922337203685478)); }), estouro);
+    QCOMPARE(Dinheiro(Q_INT64_C(922337203685477)).ponto(), u" 922337203685477"_s);
+}
+
+void TstDinheiro::comparesAndTellsItsSign() {
+    QVERIFY(d(u"1.50"_s) == d(u"1.5"_s));
+    QVERIFY(d(u"-2"_s) < d(u"-1.9999"_s));
+    QVERIFY(d(u"0.0001"_s) > Dinheiro());
+    QVERIFY(d(u"-0.0001"_s).negativo());
+    QVERIFY(!Dinheiro().negativo());
+    QVERIFY(Dinheiro().zero());
+    QVERIFY(!d(u"0.0001"_s).zero());
+}
+
+void TstDinheiro::wholePartIsCut() {
+    QCOMPARE(d(u"12.9999"_s).inteiro(), Q_INT64_C(12));
+    QCOMPARE(d(u"-12.9999"_s).inteiro(), Q_INT64_C(-12));
+    QCOMPARE(d(u"-0.5"_s).inteiro(), Q_INT64_C(0));
+}
+
+QTEST_GUILESS_MAIN(TstDinheiro)
+#include "tst_dinheiro.moc"

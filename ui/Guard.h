@@ -1,0 +1,33 @@
+#pragma once
+
+#include "ui/ErrorReport.h"
+
+#include <QObject>
+#include <QWidget>
+
+#include <utility>
+
+namespace tarvessa {
+
+/// Runs a handler of a form. A run-time error below ends it there and becomes the error report; the program
+/// stays usable. True when it ran to its end.
+template <typename Body>
+bool guarded(QWidget* form, Body&& body) {
+    try {
+        std::forward<Body>(body)();
+        return true;
+    } catch (const RuntimeError& error) {
+        showErrorReport(form, error);
+        return false;
+    }
+}
+
+/// Connects a signal to a handler of `form` through the guard; the way every handler is connected.
+template <typename Sender, typename Signal, typename Handler>
+void onSignal(Sender* sender, Signal signal, QWidget* form, Handler handler) {
+    QObject::connect(sender, signal, form, [form, handler](auto&&... arguments) {
+        guarded(form, [&] { handler(std::forward<decltype(arguments)>(arguments)...); });
+    });
+}
+
+} // namespace tarvessa

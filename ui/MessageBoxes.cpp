@@ -1,0 +1,64 @@
+#include "ui/MessageBoxes.h"
+
+#include <QGridLayout>
+#include <QLabel>
+#include <QScreen>
+#include <QScrollArea>
+#include <QScrollBar>
+
+using namespace Qt::StringLiterals;
+
+namespace tarvessa::boxes {
+
+namespace {
+
+const QString usualTitle = u"Atenção!!!"_s;
+
+// The box's own label keeps the whole text, for a screen reader too; only what shows of it at once is
+// bounded, so that the buttons never leave the screen.
+void scrollLongText(QMessageBox& box) {
+    constexpr int screenParts = 2;
+    auto* label = box.findChild<QLabel*>(u"qt_msgbox_label"_s);
+    auto* layout = qobject_cast<QGridLayout*>(box.layout());
+    const QSize room = box.screen()->availableSize() / screenParts;
+    if (!label || !layout)
+        return;
+    // Measuring hundreds of lines is dear: it is done once.
+    const QSize text = label->sizeHint();
+    if (text.height() <= room.height())
+        return;
+    auto* area = new QScrollArea;
+    area->setObjectName(u"textoLongo"_s);
+    area->setAccessibleName(box.windowTitle());
+    area->setFrameShape(QFrame::NoFrame);
+    const int bar = area->verticalScrollBar()->sizeHint().width();
+    area->setMinimumSize(qMin(text.width() + bar, room.width()), room.height());
+    label->resize(text);
+    area->setWidgetResizable(text.width() + bar > room.width());
+    delete layout->replaceWidget(label, area);
+    area->setWidget(label);
+}
+
+int show(QWidget* parent, const QString& text, QMessageBox::Icon icon, QMessageBox::StandardButtons buttons,
+         const QString& title = usualTitle) {
+    QMessageBox box(icon, title, text, buttons, parent);
+    box.setTextFormat(Qt::PlainText);
+    scrollLongText(box);
+    return box.exec();
+}
+
+} // namespace
+
+void inform(QWidget* parent, const QString& text) {
+    show(parent, text, QMessageBox::Information, QMessageBox::Ok);
+}
+
+void exclaim(QWidget* parent, const QString& text, const QString& title) {
+    show(parent, text, QMessageBox::Warning, QMessageBox::Ok, title.isEmpty() ? usualTitle : title);
+}
+
+bool ask(QWidget* parent, const QString& text, QMessageBox::Icon icon) {
+    return show(parent, text, icon, QMessageBox::Yes | QMessageBox::No) == QMessageBox::Yes;
+}
+
+} // namespace tarvessa::boxes

@@ -1,0 +1,46 @@
+#include "ui/grid/CellEditor.h"
+
+#include "ui/FieldLeave.h"
+#include "ui/grid/Grid.h"
+
+namespace tarvessa {
+
+CellEditor::CellEditor(Grid* grid, QWidget* control) : QObject(grid), m_grid(grid), m_control(control) {
+    m_control->hide();
+    connect(grid, &Grid::cellsMoved, this, &CellEditor::place);
+    connect(new FieldLeave(control), &FieldLeave::left, this, [this] {
+        if (m_open)
+            Q_EMIT left();
+    });
+}
+
+void CellEditor::open(int row, int column) {
+    m_row = row;
+    m_column = column;
+    m_open = true;
+    place();
+    m_control->show();
+    m_control->raise();
+    m_control->repaint();
+    m_control->setFocus();
+}
+
+void CellEditor::close() {
+    if (!m_open)
+        return;
+    m_open = false;
+    m_grid->setFocus();
+    m_control->hide();
+}
+
+// Clipped to the grid's cells; scrolled out of sight it has no size left but keeps the focus.
+void CellEditor::place() {
+    if (!m_open)
+        return;
+    const QRect cells(m_grid->viewport()->mapTo(m_grid, QPoint()), m_grid->viewport()->size());
+    QRect cell = m_grid->cellRect(m_row, m_column) & cells;
+    cell.moveTopLeft(m_grid->mapTo(m_control->parentWidget(), cell.topLeft()));
+    m_control->setGeometry(cell);
+}
+
+} // namespace tarvessa

@@ -1,0 +1,250 @@
+#include "ui/grid/Grid.h"
+
+#include "ui/Twips.h"
+#include "ui/grid/GridDelegate.h"
+
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QScrollBar>
+
+using namespace Qt::StringLiterals;
+
+namespace tarvessa {
+
+namespace {
+
+constexpr int defaultColumnTwips = 960;
+constexpr int defaultRowTwips = 300;
+
+struct ColumnFormat {
+    QString caption;
+    Qt::Alignment alignment;
+};
+
+ColumnFormat columnFormat(const QString& part) {
+    const QChar mark = part.isEmpty() ? QChar() : part[0];
+    if (mark == u'<')
+        return {part.sliced(1), Qt::AlignLeft | Qt::AlignVCenter};
+    if (mark == u'>')
+        return {part.sliced(1), Qt::AlignRight | Qt::AlignVCenter};
+    if (mark == u'^')
+        return {part.sliced(1), Qt::AlignCenter};
+    return {part, Qt::AlignLeft | Qt::AlignVCenter};
+}
+
+} // namespace
+
+Grid::Grid(QWidget* parent) : QTableView(parent), m_model(new GridModel(this)) {
+    setModel(m_model);
+    setItemDelegate(new GridDelegate(this));
+    setSelectionMode(QAbstractItemView::SingleSelection);
+    setEditTriggers(QAbstractItemView::NoEditTriggers);
+    setTabKeyNavigation(false);
+    setCornerButtonEnabled(false);
+    setAlternatingRowColors(true);
+    setVerticalScrollMode(QAbstractItemView::ScrollPerItem);
+    setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
+    setWordWrap(true);
+    verticalHeader()->hide();
+    verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    horizontalHeader()->setSectionsClickable(false);
+    horizontalHeader()->setHighlightSections(false);
+    horizontalHeader()->setMinimumSectionSize(0);
+    horizontalHeader()->setTextElideMode(Qt::ElideRight);
+    connect(horizontalHeader(), &QHeaderView::sectionResized, this, &Grid::cellsMoved);
+    connect(this, &QTableView::clicked, this,
+            [this](const QModelIndex& index) { Q_EMIT cellClicked(index.row() + 1, index.column()); });
+    connect(this, &QTableView::doubleClicked, this,
+            [this](const QModelIndex& index) { Q_EMIT cellDoubleClicked(index.row() + 1, index.column()); });
+    connect(selectionModel(), &QItemSelectionModel::currentChanged, this, [this](const QModelIndex& current) {
+        if (current.isValid())
+            Q_EMIT cellEntered(current.row() + 1, current.column());
+    });
+}
+
+void Grid::setFormat(const QString& format) {
+    QStringList captions;
+    QList<Qt::Alignment> alignments;
+    const QStringList parts = format.split(u'|');
+    for (const QString& part : parts) {
+        const ColumnFormat column = columnFormat(part);
+        captions.append(column.caption);
+        alignments.append(column.alignment);
+    }
+    m_model->setColumns(captions, alignments);
+    m_columnTwips.assign(static_cast<size_t>(captions.size()), defaultColumnTwips);
+    applyWidths();
+}
+
+void Grid::setColumnTwips(int column, int twips) {
+    m_columnTwips[static_cast<size_t>(column)] = twips;
+    setColumnHidden(column, twips == 0);
+    if (twips > 0)
+        setColumnWidth(column, twipsToPixels(this, twips));
+    fitCaptions();
+}
+
+void Grid::setPreferredRows(int rows) {
+    m_preferredRows = rows;
+    updateGeometry();
+}
+
+QSize Grid::sizeHint() const {
+    if (m_preferredRows == 0)
+        return QTableView::sizeHint();
+    const int scrollBar = style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, this);
+    return {horizontalHeader()->length() + scrollBar + 2 * frameWidth(),
+            horizontalHeader()->sizeHint().height() + (m_preferredRows - 1) * minimumRowPixels() +
+                2 * frameWidth()};
+}
+
+void Grid::setMinimumRowTwips(int twips) {
+    m_minimumRowTwips = twips;
+    verticalHeader()->setMinimumSectionSize(minimumRowPixels());
+    verticalHeader()->setDefaultSectionSize(minimumRowPixels());
+}
+
+void Grid::setRowTwips(int row, int twips) {
+    // The view learns of a fill's rows at its end; until then they have no height of their own.
+    m_model->endFill();
+    setRowHeight(row - 1, qMax(twipsToPixels(this, twips), minimumRowPixels()));
+    Q_EMIT cellsMoved();
+}
+
+int Grid::rowTwips(int row) const {
+    return pixelsToTwips(this, rowHeight(row - 1));
+}
+
+void Grid::setRows(int rows) {
+    m_model->resize(rows - 1);
+}
+
+void Grid::addItem(const QString& tabbed) {
+    m_model->append(tabbed.split(u'\t'));
+}
+
+QStringView Grid::textView(int row, int column) const {
+    return row == 0 ? QStringView(m_model->caption(column)) : m_model->textView(row - 1, column);
+}
+
+void Grid::setText(int row, int column, const QString& text) {
+    if (row == 0)
+        m_model->setCaption(column, text);
+    else
+        m_model->setText(row - 1, column, text);
+}
+
+void Grid::setBold(int row, int column, bool bold) {
+    if (row == 0)
+        m_model->setHeaderBold(column, bold);
+    else
+        changeLook(row, column, [bold](GridModel::Look& look) { look.bold = bold; });
+}
+
+bool Grid::isBold(int row, int column) const {
+    return row == 0 ? m_model->isHeaderBold(column) : m_model->look(row - 1, column).bold;
+}
+
+void Grid::setHeaderBold() {
+    for (int column = 0; column < columns(); ++column)
+        setBold(0, column, true);
+}
+
+void Grid::setBackColor(int row, int column, const QColor& color) {
+    changeLook(row, column, [&color](GridModel::Look& look) { look.background = color; });
+}
+
+void Grid::setForeColor(int row, int column, const QColor& color) {
+    changeLook(row, column, [&color](GridModel::Look& look) { look.foreground = color; });
+}
+
+void Grid::setPicture(int row, int column, const QIcon& picture) {
+    changeLook(row, column, [&picture](GridModel::Look& look) { look.picture = picture; });
+}
+
+bool Grid::hasPicture(int row, int column) const {
+    return !m_model->index(row - 1, column).data(Qt::DecorationRole).isNull();
+}
+
+void Grid::setTicked(int row, bool ticked) {
+    setText(row, m_model->tickColumn(), ticked ? u" "_s : QString());
+}
+
+void Grid::setCurrentCell(int row, int column) {
+    setCurrentIndex(m_model->index(row - 1, column));
+}
+
+void Grid::setTopRow(int row) {
+    // Rows just added are not laid out yet, and the bar does not reach them before.
+    executeDelayedItemsLayout();
+    verticalScrollBar()->setValue(row - 1);
+}
+
+QRect Grid::cellRect(int row, int column) const {
+    const QRect inViewport = visualRect(m_model->index(row - 1, column));
+    return {viewport()->mapTo(this, inViewport.topLeft()), inViewport.size()};
+}
+
+void Grid::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Space && event->modifiers() == Qt::NoModifier && currentIndex().isValid()) {
+        Q_EMIT cellClicked(currentRow(), currentColumn());
+        return;
+    }
+    QTableView::keyPressEvent(event);
+}
+
+void Grid::resizeEvent(QResizeEvent* event) {
+    QTableView::resizeEvent(event);
+    Q_EMIT cellsMoved();
+}
+
+void Grid::scrollContentsBy(int dx, int dy) {
+    QTableView::scrollContentsBy(dx, dy);
+    Q_EMIT cellsMoved();
+}
+
+void Grid::changeEvent(QEvent* event) {
+    QTableView::changeEvent(event);
+    if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) {
+        applyWidths();
+        setMinimumRowTwips(m_minimumRowTwips);
+    }
+}
+
+void Grid::applyWidths() {
+    for (size_t column = 0; column < m_columnTwips.size(); ++column)
+        setColumnTwips(static_cast<int>(column), m_columnTwips[column]);
+}
+
+// Captions are never cut: the widths are fixed, so the header's font gives way, all columns alike.
+void Grid::fitCaptions() {
+    constexpr double step = 0.25;
+    constexpr double smallest = 5.0;
+    const int margin = 2 * (style()->pixelMetric(QStyle::PM_HeaderMargin, nullptr, this) + 1);
+    QFont chosen = font();
+    for (double size = chosen.pointSizeF(); size >= smallest; size -= step) {
+        chosen.setPointSizeF(size);
+        QFont bold = chosen;
+        bold.setBold(true);
+        const QFontMetrics metrics(bold);
+        bool fits = true;
+        for (int column = 0; column < columns(); ++column)
+            fits = fits && (isColumnHidden(column) ||
+                            metrics.horizontalAdvance(text(0, column)) + margin <= columnWidth(column));
+        if (fits)
+            break;
+    }
+    m_model->setHeaderFont(chosen);
+}
+
+int Grid::minimumRowPixels() const {
+    return twipsToPixels(this, m_minimumRowTwips > 0 ? m_minimumRowTwips : defaultRowTwips);
+}
+
+void Grid::changeLook(int row, int column, const std::function<void(GridModel::Look&)>& change) {
+    GridModel::Look look = m_model->look(row - 1, column);
+    change(look);
+    m_model->setLook(row - 1, column, look);
+}
+
+} // namespace tarvessa
