@@ -2,8 +2,8 @@
 
 #include "core/AcessoDados.h"
 #include "core/Esquema.h"
+#include "core/FieldText.h"
 #include "core/JanelaPrincipal.h"
-#include "products/FormataCampo.h"
 #include "products/SelecionaProd.h"
 #include "products/TextoPesquisa.h"
 #include "ui/BusyPointer.h"
@@ -58,13 +58,12 @@ int preenche(Grid* grid, const QString& texto) {
         const Grid::Fill preenchimento(grid);
         for (; !rs.atEnd(); rs.moveNext()) {
             const QString nome = rs.field(descricao).text();
-            grid->addRow({rs.field(codigo).text(), nome, FormataCampo(rs.field(estoque), quantidade),
-                          FormataCampo(rs.field(precos[0]), inteiro),
-                          FormataCampo(rs.field(precos[1]), inteiro),
-                          FormataCampo(rs.field(precos[2]), inteiro),
-                          FormataCampo(rs.field(precos[3]), inteiro), DataCurta(rs.field(alteracao)),
-                          rs.field(aplicacao).text(), FormataCampo(rs.field(deposito), quantidade),
-                          rs.field(observacao).text(), rs.field(unidade).text()});
+            grid->addRow({rs.field(codigo).text(), nome, maskedText(rs.field(estoque), quantidade),
+                          maskedText(rs.field(precos[0]), inteiro), maskedText(rs.field(precos[1]), inteiro),
+                          maskedText(rs.field(precos[2]), inteiro), maskedText(rs.field(precos[3]), inteiro),
+                          shortDateText(rs.field(alteracao)), rs.field(aplicacao).text(),
+                          maskedText(rs.field(deposito), quantidade), rs.field(observacao).text(),
+                          rs.field(unidade).text()});
             const int linha = grid->rows() - 1;
             if (umaPalavra && preSelecionada == 0 && nome.startsWith(texto))
                 preSelecionada = linha;

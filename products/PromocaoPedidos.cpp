@@ -3,9 +3,9 @@
 #include "base/Numeros.h"
 #include "core/AcessoDados.h"
 #include "core/Esquema.h"
+#include "core/FieldText.h"
 #include "core/JanelaPrincipal.h"
 #include "core/Teclado.h"
-#include "products/FormataCampo.h"
 #include "products/PesquisaProduto.h"
 #include "ui/BusyPointer.h"
 #include "ui/FieldLeave.h"
@@ -109,8 +109,8 @@ void PromocaoPedidos::listaPedidos(const QString& codigo) {
         const Grid::Fill preenchimento(ui->Grid1);
         for (; !rs.atEnd(); rs.moveNext())
             ui->Grid1->addRow({rs.field(id).text(), rs.field(nome).text(), rs.field(fantasia).text(),
-                               rs.field(cidade).text(), FormataCampo(rs.field(quantidade), u"###,##0.000"),
-                               FormataCampo(rs.field(unitario), u"###,##0.00")});
+                               rs.field(cidade).text(), maskedText(rs.field(quantidade), u"###,##0.000"),
+                               maskedText(rs.field(unitario), u"###,##0.00")});
     }
     rs.close();
     if (ui->Grid1->rows() > 1) {
