@@ -1,5 +1,6 @@
 #include "base/Dinheiro.h"
 
+#include "base/DecimalText.h"
 #include "base/RuntimeError.h"
 
 #include <limits>
@@ -47,7 +48,12 @@ void Dinheiro::estoura() {
 }
 
 Dinheiro Dinheiro::dePonto(QStringView texto) {
-    const QStringView t = texto.trimmed();
+    QStringView t = texto.trimmed();
+    QString expandido;
+    if (t.contains(u'e', Qt::CaseInsensitive)) {
+        expandido = withoutExponent(t);
+        t = expandido;
+    }
     qsizetype i = 0;
     const bool negativo = !t.isEmpty() && t[0] == u'-';
     if (!t.isEmpty() && (t[0] == u'-' || t[0] == u'+'))

@@ -24,8 +24,8 @@ class Dinheiro {
         return d;
     }
 
-    /// From a database decimal in point form ("1234.50", "-0.05"); an empty text is 0. Raises RuntimeError
-    /// (type mismatch) for any other text.
+    /// From a database decimal in point form ("1234.50", "-0.05"), with an exponent where the column is a
+    /// double ("5.55e-17"); an empty text is 0. Raises RuntimeError (type mismatch) for any other text.
     static Dinheiro dePonto(QStringView texto);
 
     constexpr qint64 decimosMilesimos() const { return m_v; }

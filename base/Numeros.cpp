@@ -1,10 +1,8 @@
 #include "base/Numeros.h"
 
-#include "base/RuntimeError.h"
+#include "base/Narrow.h"
 
 #include <QVarLengthArray>
-
-#include <limits>
 
 using namespace Qt::StringLiterals;
 
@@ -71,10 +69,7 @@ Dinheiro ValorNumerico(QStringView texto) {
 }
 
 qint32 ValorInteiro(QStringView texto) {
-    const qint64 valor = ValorNumerico(texto).inteiro();
-    if (valor > std::numeric_limits<qint32>::max() || valor < std::numeric_limits<qint32>::min())
-        throw RuntimeError(ErrorNumber::Overflow, u"Estouro: o número %1 é grande demais."_s.arg(texto));
-    return static_cast<qint32>(valor);
+    return narrow<qint32>(ValorNumerico(texto).inteiro(), u"o número %1 é grande demais"_s);
 }
 
 QString FormataDinheiro(Dinheiro valor) {

@@ -26,8 +26,7 @@ qint16 BaixaEstoque(const QString& codigo, Dinheiro quantidade, const QString& t
     }
     while (!ficha.atEnd()) {
         const QString componente = ficha.field(esquema::fichaTecnica::codigo).text();
-        const Dinheiro parte =
-            quantidade * Dinheiro::dePonto(ficha.field(esquema::fichaTecnica::quantidade).text());
+        const Dinheiro parte = quantidade * ficha.field(esquema::fichaTecnica::quantidade).decimal();
         GravaLogEstoque(tela, componente, -parte, Connection);
         Executa(u"Update Produtos Set Ultima_Saida='"_s + hoje + u"', Quantidade = Quantidade - "_s +
                 parte.ponto() + u" where Codfabr = '"_s + componente + u"'"_s);

@@ -1,5 +1,6 @@
 #include "odbc/Field.h"
 
+#include "base/DecimalText.h"
 #include "base/RuntimeError.h"
 
 using namespace Qt::StringLiterals;
@@ -8,7 +9,8 @@ namespace tarvessa::odbc {
 
 qint64 Field::integer() const {
     qsizetype end = 0;
-    const QStringView text = QStringView(m_text).trimmed();
+    const QString plain = withoutExponent(m_text);
+    const QStringView text = QStringView(plain).trimmed();
     if (end < text.size() && (text[end] == u'-' || text[end] == u'+'))
         ++end;
     const qsizetype firstDigit = end;

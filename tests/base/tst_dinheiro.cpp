@@ -70,6 +70,18 @@ void TstDinheiro::readsADatabaseDecimal_data() {
     caso(u"0.000050000000000000000000000000000000000000000000001"_s, 1);
     caso(u"0.000049999999999999999999999999999999999999999999999"_s, 0);
     caso(u"000000000000000000000000000000000000000000000012.3400"_s, 123400);
+    caso(u"5.55e-17"_s, 0);
+    caso(u"-5.55E-17"_s, 0);
+    caso(u"1e5"_s, 1000000000);
+    caso(u"1.5e+3"_s, 15000000);
+    caso(u".5e1"_s, 50000);
+    caso(u" 2.50e0 "_s, 25000);
+    caso(u"1.5e-4"_s, 2);
+    caso(u"2.5e-4"_s, 2);
+    caso(u"5e-5"_s, 0);
+    caso(u"5.0000000000000001e-5"_s, 1);
+    caso(u"-1.5e-4"_s, -2);
+    caso(u"1e-999999999999"_s, 0);
     caso(u"922337203685477.5807"_s, maior);
     caso(u"-922337203685477.5808"_s, menor);
 }
@@ -82,7 +94,8 @@ void TstDinheiro::readsADatabaseDecimal() {
 
 void TstDinheiro::refusesWhatIsNoDecimal_data() {
     QTest::addColumn<QString>("texto");
-    for (const char* texto : {"abc", "1,5", "1.2.3", "-", "+", ".", "1e5", "12 un", "--1", "1-", "0x1F"})
+    for (const char* texto : {"abc", "1,5", "1.2.3", "-", "+", ".", "1e", "e5", "1e+", "1e5x", "1e1.5",
+                              "1e5e5", ".e1", "12 un", "--1", "1-", "0x1F"})
         QTest::newRow(texto) << QString::fromLatin1(texto);
     QTest::newRow("digits of another script") << u"١٢"_s;
 }
@@ -100,6 +113,8 @@ void TstDinheiro::refusesWhatIsTooLarge_data() {
     QTest::newRow("one too many") << u"922337203685477.5808"_s;
     QTest::newRow("one too few") << u"-922337203685477.5809"_s;
     QTest::newRow("65 digits") << QString(65, u'9');
+    QTest::newRow("greatest double") << u"1.7976931348623157e+308"_s;
+    QTest::newRow("exponent without end") << u"1e99999999999999999999"_s;
     QTest::newRow("65 digits with places") << QString(35, u'9') + u'.' + QString(30, u'9');
 }
 

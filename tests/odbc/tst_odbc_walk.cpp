@@ -282,6 +282,8 @@ void TstOdbcWalk::wholeNumberOfACell_data() {
     QTest::newRow("negative") << u"-42"_s << Q_INT64_C(-42);
     QTest::newRow("decimals are cut") << u"12.99"_s << Q_INT64_C(12);
     QTest::newRow("negative decimals are cut") << u"-12.99"_s << Q_INT64_C(-12);
+    QTest::newRow("exponent") << u"1.25e+3"_s << Q_INT64_C(1250);
+    QTest::newRow("less than one by its exponent") << u"5.55e-17"_s << Q_INT64_C(0);
     QTest::newRow("blanks around") << u"  7 "_s << Q_INT64_C(7);
     QTest::newRow("something after the digits") << u"30 dias"_s << Q_INT64_C(30);
     QTest::newRow("empty") << QString() << Q_INT64_C(0);
