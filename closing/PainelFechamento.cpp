@@ -7,7 +7,7 @@
 #include "closing/VisualizaPedido.h"
 #include "core/Esquema.h"
 #include "core/JanelaPrincipal.h"
-#include "core/Relatorio.h"
+#include "core/PrintLayout.h"
 #include "core/Teclado.h"
 #include "products/PromocaoPedidos.h"
 #include "reports/Comissao.h"

@@ -48,7 +48,7 @@ Comissao::Comissao(QWidget* parent)
     auto* teclado = new Teclado(this, [this] { reject(); });
     teclado->setAntes([this](const QWidget* controle, int tecla) { return teclaDeEditor(controle, tecla); });
     onSignal(ui->Command4, &QPushButton::clicked, this, [this](bool) { Command4_Click(); });
-    onSignal(ui->Command1, &QPushButton::clicked, this, [this](bool) { Command1_Click(); });
+    onSignal(ui->Command1, &QPushButton::clicked, this, [this](bool) { imprime(); });
     onSignal(ui->Grid1, &Grid::cellClicked, this,
              [this](int linha, int coluna) { Grid1_Click(linha, coluna); });
 }

@@ -58,8 +58,8 @@ class Comissao : public QDialog {
     void gravaPercentual(int linha, int coluna, const QString& texto);
 
     // Printing (ComissaoImpressao.cpp)
-    void Command1_Click();
-    void gravaLinha(int linha);
+    void imprime();
+    QString insertDaLinha(int linha) const;
 
     std::unique_ptr<Ui::Comissao> ui;
     std::unique_ptr<Periodo> m_periodo;

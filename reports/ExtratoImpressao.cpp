@@ -1,12 +1,10 @@
 // Printing a seller's statement.
 
 #include "base/Numeros.h"
-#include "core/AcessoDados.h"
-#include "core/Relatorio.h"
+#include "core/PrintLayout.h"
+#include "core/Staging.h"
 #include "reports/ExtratoColunas.h"
 #include "reports/ExtratoVendedor.h"
-#include "reports/Impressao.h"
-#include "ui/BusyPointer.h"
 #include "ui_ExtratoVendedor.h"
 
 using namespace Qt::StringLiterals;
@@ -15,47 +13,44 @@ namespace tarvessa {
 
 namespace {
 
-enum Formula { Titulo, PorcComissaoPao, PorcComissaoOutros, TotalDevolucoes, PercentualDev };
-
 QString ponto(const QLineEdit* caixa) {
     return ValorNumerico(caixa->text()).ponto();
 }
 
 } // namespace
 
-void ExtratoVendedor::Command1_Click() {
-    {
-        const BusyPointer ampulheta;
-        Executa(u"truncate relat2"_s);
-        for (int linha = 1; linha < ui->Grid1->rows(); ++linha)
-            gravaLinha(linha);
-    }
+void ExtratoVendedor::imprime() {
+    QStringList linhas;
+    for (int linha = 1; linha < ui->Grid1->rows(); ++linha)
+        linhas.append(insertDaLinha(linha));
+    fillStaging(u"truncate relat2"_s, linhas);
     defineFormulas();
-    MostraRelatorio(u"ExtratoVendedorDistribuidora.RPT"_s);
-    // The returns and their percentage stay for the next report, as the layouts have always found them.
-    for (const int formula : {Titulo, PorcComissaoPao, PorcComissaoOutros})
-        ControleDeRelatorio().setFormula(formula, QString());
+    printLayout(u"ExtratoVendedorDistribuidora.RPT"_s);
+    // The returns and their percentage stay set: layouts of other reports may use them.
+    constexpr int tituloEComissoes = 3;
+    clearFormulas(tituloEComissoes);
 }
 
-void ExtratoVendedor::gravaLinha(int linha) {
+QString ExtratoVendedor::insertDaLinha(int linha) const {
     const auto texto = [this, linha](int coluna) { return ui->Grid1->text(linha, coluna); };
     const auto valor = [&texto](int coluna) { return ValorNumerico(texto(coluna)).ponto(); };
-    Executa(u"Insert into relat2 (Data1,Valor1,Texto1,Valor2,valor3,valor4) values ('"_s +
-            texto(extrato::Data) + u"', "_s + valor(extrato::Numero) + u" , '"_s + texto(extrato::Cliente) +
-            u"', "_s + valor(extrato::Pao) + u" , "_s + valor(extrato::Outros) + u" , "_s +
-            valor(extrato::Total) + u")"_s);
+    return u"Insert into relat2 (Data1,Valor1,Texto1,Valor2,valor3,valor4) values ('"_s +
+           texto(extrato::Data) + u"', "_s + valor(extrato::Numero) + u" , '"_s + texto(extrato::Cliente) +
+           u"', "_s + valor(extrato::Pao) + u" , "_s + valor(extrato::Outros) + u" , "_s +
+           valor(extrato::Total) + u")"_s;
 }
 
+// The percentage comes last: where it is a division by zero, the slots before it are set all the same.
 void ExtratoVendedor::defineFormulas() {
-    constexpr int casas = 2;
-    ReportControl& crw = ControleDeRelatorio();
-    crw.setFormula(Titulo, u"Titulo='"_s + ui->Label1->text() + u"'"_s);
-    crw.setFormula(PorcComissaoPao, u"PorcComissaoPao="_s + ponto(ui->PorcComissPao));
-    crw.setFormula(PorcComissaoOutros, u"PorcComissaoOutros="_s + ponto(ui->PorcComissOutros));
-    crw.setFormula(TotalDevolucoes, u"TotalDevolucoes="_s + ponto(ui->TotalDevolucoes));
+    constexpr int centesimos = 2;
+    const QStringList semDivisao = {u"Titulo='"_s + ui->Label1->text() + u"'"_s,
+                                    u"PorcComissaoPao="_s + ponto(ui->PorcComissPao),
+                                    u"PorcComissaoOutros="_s + ponto(ui->PorcComissOutros),
+                                    u"TotalDevolucoes="_s + ponto(ui->TotalDevolucoes)};
+    setFormulas(semDivisao);
     const Dinheiro percentual = Proporcao(Dinheiro(100), ValorNumerico(ui->TotalDevolucoes->text()),
-                                          ValorNumerico(ui->TotalVendas->text()), casas);
-    crw.setFormula(PercentualDev, u"PercentualDev='"_s + percentual.ponto() + u"%'"_s);
+                                          ValorNumerico(ui->TotalVendas->text()), centesimos);
+    setFormulas({u"PercentualDev='"_s + percentual.ponto() + u"%'"_s}, static_cast<int>(semDivisao.size()));
 }
 
 } // namespace tarvessa

@@ -47,7 +47,7 @@ ExtratoVendedor::ExtratoVendedor(QWidget* parent)
     ajustaGrid();
     fitToGrids(this, {ui->Grid1}, linhasSemRolagem);
     new Teclado(this, [this] { reject(); });
-    onSignal(ui->Command1, &QPushButton::clicked, this, [this](bool) { Command1_Click(); });
+    onSignal(ui->Command1, &QPushButton::clicked, this, [this](bool) { imprime(); });
 }
 
 ExtratoVendedor::~ExtratoVendedor() = default;

@@ -40,8 +40,8 @@ class ExtratoVendedor : public QDialog {
                       const QString& totalDevolucao);
 
     // Printing (ExtratoImpressao.cpp)
-    void Command1_Click();
-    void gravaLinha(int linha);
+    void imprime();
+    QString insertDaLinha(int linha) const;
     void defineFormulas();
 
     std::unique_ptr<Ui::ExtratoVendedor> ui;

@@ -2,9 +2,8 @@
 
 #include "base/Numeros.h"
 #include "core/AcessoDados.h"
-#include "core/Relatorio.h"
+#include "core/PrintLayout.h"
 #include "core/Teclado.h"
-#include "reports/Impressao.h"
 #include "ui/Guard.h"
 #include "ui/MessageBoxes.h"
 #include "ui/TextBox.h"
@@ -47,11 +46,10 @@ void RelatNivelPreco::Command4_Click() {
         ui->TabelaPreco->setFocus();
         return;
     }
-    ControleDeRelatorio().setSQLQuery(
-        u"SELECT clientes1.`codigo`, clientes1.`nome`, clientes1.`fantasia`, "
-        "clientes1.`colunapreco` From `clientes` clientes1 Where clientes1.`colunapreco`="_s +
-        QString::number(nivel) + u" And clientes1.ativocad='S' order By clientes1.`nome` ASC"_s);
-    MostraRelatorio(u"RelatNivelPreco.RPT"_s);
+    printLayout(u"RelatNivelPreco.RPT"_s, {},
+                u"SELECT clientes1.`codigo`, clientes1.`nome`, clientes1.`fantasia`, "
+                "clientes1.`colunapreco` From `clientes` clientes1 Where clientes1.`colunapreco`="_s +
+                    QString::number(nivel) + u" And clientes1.ativocad='S' order By clientes1.`nome` ASC"_s);
 }
 
 } // namespace tarvessa

@@ -1,43 +1,31 @@
 // Printing of the board.
 
-#include "core/AcessoDados.h"
-#include "core/Pastas.h"
 #include "core/Periodo.h"
-#include "core/Relatorio.h"
+#include "core/PrintLayout.h"
+#include "core/Staging.h"
 #include "targets/Colunas.h"
 #include "targets/MetasQuadro.h"
 #include "ui/BusyLabel.h"
-#include "ui/BusyPointer.h"
-#include "ui/DateBox.h"
 #include "ui_MetasQuadro.h"
 
 using namespace Qt::StringLiterals;
 
 namespace tarvessa {
 
-namespace {
-constexpr int janelaMaximizada = 2;
-}
-
 void MetasQuadro::Command2_Click() {
     {
         const BusyLabel aguarde(ui->Label7);
-        const BusyPointer ampulheta;
-        Executa(u"Truncate Relat2"_s);
-        gravaLinhasDoQuadro();
+        fillStaging(u"Truncate Relat2"_s, insertsDoQuadro());
     }
-    ReportControl& crw = ControleDeRelatorio();
-    crw.setFormula(0, u"Titulo='PERÍODO DE "_s + m_periodo->inicioTela() + u" A "_s + m_periodo->fimTela() +
-                          u"'"_s);
-    crw.setWindowState(janelaMaximizada);
-    crw.setReportFileName(PastaDoPrograma() + u"\\rpt\\Metas.RPT"_s);
-    crw.setAction(1);
-    crw.setFormula(0, {});
+    printLayout(u"Metas.RPT"_s, {u"Titulo='PERÍODO DE "_s + m_periodo->inicioTela() + u" A "_s +
+                                 m_periodo->fimTela() + u"'"_s});
+    clearFormulas(1);
 }
 
 // Everything is staged as displayed, the empty and the totals lines too; a seller's line goes into the rows
 // below it.
-void MetasQuadro::gravaLinhasDoQuadro() {
+QStringList MetasQuadro::insertsDoQuadro() const {
+    QStringList inserts;
     QString vendedor;
     for (int linha = 1; linha < ui->Grid2->rows(); ++linha) {
         const auto celula = [this, linha](int coluna) { return ui->Grid2->text(linha, coluna); };
@@ -49,10 +37,12 @@ void MetasQuadro::gravaLinhasDoQuadro() {
         QString valores = u"'"_s + vendedor + u"'"_s;
         for (int coluna = 0; coluna < ui->Grid2->columns(); ++coluna)
             valores += u", '"_s + celula(coluna) + u"'"_s;
-        Executa(u"Insert into relat2 (codigo1,codigo2,texto1,texto2,texto3,texto4,texto5,texto6,texto7) "
-                "Values ("_s +
-                valores + u")"_s);
+        inserts.append(
+            u"Insert into relat2 (codigo1,codigo2,texto1,texto2,texto3,texto4,texto5,texto6,texto7) "
+            "Values ("_s +
+            valores + u")"_s);
     }
+    return inserts;
 }
 
 } // namespace tarvessa

@@ -78,7 +78,7 @@ class MetasQuadro : public QDialog {
 
     // Printing (Impressao.cpp)
     void Command2_Click();
-    void gravaLinhasDoQuadro();
+    QStringList insertsDoQuadro() const;
 
     std::unique_ptr<Ui::MetasQuadro> ui;
     std::unique_ptr<Periodo> m_periodo;

@@ -1,6 +1,6 @@
 #include "closing/Bancada.h"
 #include "closing/PainelFechamento.h"
-#include "core/Relatorio.h"
+#include "core/PrintLayout.h"
 #include "support/ModalHelper.h"
 #include "ui/grid/Grid.h"
 

@@ -3,7 +3,7 @@
 #include "base/Datas.h"
 #include "core/AcessoDados.h"
 #include "core/Pastas.h"
-#include "core/Relatorio.h"
+#include "core/PrintLayout.h"
 #include "printing/pages/Report.h"
 #include "support/Programa.h"
 #include "ui/grid/Grid.h"

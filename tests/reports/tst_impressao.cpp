@@ -1,5 +1,5 @@
 #include "core/Pastas.h"
-#include "core/Relatorio.h"
+#include "core/PrintLayout.h"
 #include "reports/Comissao.h"
 #include "reports/ExtratoVendedor.h"
 #include "reports/Movimento.h"

@@ -1,7 +1,6 @@
 #include "base/RuntimeError.h"
 #include "core/Pastas.h"
-#include "core/Relatorio.h"
-#include "reports/Impressao.h"
+#include "core/PrintLayout.h"
 #include "reports/Movimento.h"
 #include "reports/RelatNivelPreco.h"
 #include "support/ModalHelper.h"
@@ -301,7 +300,7 @@ void TstNivelPreco::queryStaysForItsLayoutAlone() {
     // Another report in between runs its own query, and this one stays set.
     m->servidor().executa(u"INSERT INTO relat2 SET Codigo1='1', Texto1='MARIA'"_s);
     m->marca();
-    MostraRelatorio(u"COMISSAO.RPT"_s);
+    printLayout(u"COMISSAO.RPT"_s);
     QCOMPARE(m->fechaPrevias(), 1);
     const QStringList comandos = m->comandos();
     QCOMPARE(comandos.size(), 1);
@@ -330,7 +329,7 @@ void TstNivelPreco::failedReportTakesItsQueryAlong() {
     gera();
     FixaPastaDoPrograma(pasta);
     QCOMPARE(modal.confere(), QString());
-    MostraRelatorio(u"COMISSAO.RPT"_s);
+    printLayout(u"COMISSAO.RPT"_s);
     QCOMPARE(m->fechaPrevias(), 1);
     QVERIFY(m->textoDoPdf().contains(u"MARIA"_s));
 }

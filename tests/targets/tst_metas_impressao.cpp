@@ -1,5 +1,5 @@
 #include "core/Pastas.h"
-#include "core/Relatorio.h"
+#include "core/PrintLayout.h"
 #include "printing/pages/Report.h"
 #include "support/ModalHelper.h"
 #include "support/Programa.h"
