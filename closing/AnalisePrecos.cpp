@@ -7,6 +7,7 @@
 #include "core/AcessoDados.h"
 #include "core/ArquivoLog.h"
 #include "core/Esquema.h"
+#include "ui/BusyLabel.h"
 #include "ui/Guard.h"
 #include "ui/MessageBoxes.h"
 #include "ui_PainelFechamento.h"
@@ -29,24 +30,6 @@ QString colunaDePreco(const QString& tabela) {
     return colunasDePreco[static_cast<size_t>(valor.inteiro())].toString();
 }
 
-/// Shows another caption, painted at once, while it lives.
-class LegendaDeEspera {
-  public:
-    LegendaDeEspera(QLabel* legenda, const QString& texto) : m_legenda(legenda), m_anterior(legenda->text()) {
-        m_legenda->setText(texto);
-        // The caption may need more room than the one before.
-        m_legenda->parentWidget()->layout()->activate();
-        m_legenda->repaint();
-    }
-    ~LegendaDeEspera() { m_legenda->setText(m_anterior); }
-    LegendaDeEspera(const LegendaDeEspera&) = delete;
-    LegendaDeEspera& operator=(const LegendaDeEspera&) = delete;
-
-  private:
-    QLabel* m_legenda;
-    QString m_anterior;
-};
-
 } // namespace
 
 void PainelFechamento::Command5_Click() {
@@ -67,7 +50,7 @@ void PainelFechamento::Command5_Click() {
 
 /// Adds the pre-sales in which a price was corrected, one text each; what was added before an error stands.
 void PainelFechamento::corrigePrecos(QStringList& corrigidos) {
-    const LegendaDeEspera espera(ui->Label1, u"AGUARDE PROCESSO"_s);
+    const BusyLabel espera(ui->Label1, u"AGUARDE PROCESSO"_s);
     ProgressoLote::Lote lote(m_progresso, ui->Grid1->rows() - 1, u"Pré-venda"_s);
     for (int linha = 1; linha < ui->Grid1->rows(); ++linha) {
         lote.linha(linha);

@@ -6,7 +6,6 @@
 #include "closing/ProgressoLote.h"
 #include "closing/VisualizaPedido.h"
 #include "core/Esquema.h"
-#include "core/JanelaPrincipal.h"
 #include "core/PrintLayout.h"
 #include "core/Teclado.h"
 #include "products/PromocaoPedidos.h"
@@ -14,6 +13,7 @@
 #include "reports/RelatNivelPreco.h"
 #include "reports/ResumoVendas.h"
 #include "targets/MetasQuadro.h"
+#include "ui/FitToScreen.h"
 #include "ui/Guard.h"
 #include "ui/MessageBoxes.h"
 #include "ui/Pictures.h"
@@ -22,7 +22,6 @@
 
 #include <QApplication>
 #include <QCloseEvent>
-#include <QScreen>
 #include <QShortcut>
 
 using namespace Qt::StringLiterals;
@@ -44,18 +43,14 @@ PainelFechamento::PainelFechamento(QWidget* parent)
     m_relatorio->setClock(Agora);
     CRW = m_relatorio.get();
     statusBar()->addPermanentWidget(m_progresso, 1);
-    // On a small screen, or a large scale, the window opens no larger than what there is.
-    resize(size().boundedTo(screen()->availableSize() -
-                            QSize(0, style()->pixelMetric(QStyle::PM_TitleBarHeight))));
+    fitToScreen(this, size());
     m_contaCTB.fill(esquema::contaAusente.toString());
     ui->Text1->setFixedWidth(twipsToPixels(this, larguraDoTotalTwips));
-    const QIcon sucesso = pictures::check();
-    ui->picSucesso->setPixmap(sucesso.pixmap(ladoDaImagem));
+    ui->picSucesso->setPixmap(m_picSucesso.pixmap(ladoDaImagem));
     ui->picErro->setPixmap(pictures::error().pixmap(ladoDaImagem));
     ui->Grid1->setFormat(u"PEDIDO|^TIPO|<CLIENTE|<VENDEDOR|<CIDADE|>R$ TOTAL|>DIAS VENC|>FORMA PAGTO|^TABELA|"
                          "^SELEÇÃO|CODIGOCLI"_s);
-    ui->Grid1->setTickColumn(colunas::Selecao, sucesso);
-    EmprestaJanelaPrincipal(this, sucesso);
+    ui->Grid1->setTickColumn(colunas::Selecao, m_picSucesso);
 
     defineAtalhos();
     preparaEditores();
@@ -154,7 +149,7 @@ void PainelFechamento::Command1_Click() {
 }
 
 void PainelFechamento::Command6_Click() {
-    PromocaoPedidos(this).exec();
+    PromocaoPedidos(this, m_picSucesso).exec();
 }
 
 void PainelFechamento::Grid1_Click(int linha, int coluna) {

@@ -2,6 +2,7 @@
 
 #include "base/Dinheiro.h"
 #include "core/ArquivoLog.h"
+#include "ui/Pictures.h"
 
 #include <QDate>
 #include <QHash>
@@ -117,6 +118,7 @@ class PainelFechamento : public QMainWindow {
                            bool avista) const;
 
     std::unique_ptr<Ui::PainelFechamento> ui;
+    QIcon m_picSucesso = pictures::check();
     ProgressoLote* m_progresso;
     CellEditor* m_editorTexto = nullptr;
     CellEditor* m_editorForma = nullptr;

@@ -5,10 +5,10 @@
 #include "core/AcessoDados.h"
 #include "core/Esquema.h"
 #include "core/Teclado.h"
+#include "ui/FitToScreen.h"
 #include "ui/MessageBoxes.h"
 #include "ui_VisualizaPedido.h"
 
-#include <QScreen>
 #include <QScrollBar>
 
 using namespace Qt::StringLiterals;
@@ -87,7 +87,7 @@ void VisualizaPedido::preparaGrade() {
     ui->GridItens->setHeaderBold();
     // As wide as its columns, where the screen has the room.
     const QMargins margens = ui->pagina->contentsMargins();
-    resize(QSize(largura + margens.left() + margens.right(), height()).boundedTo(screen()->availableSize()));
+    fitToScreen(this, QSize(largura + margens.left() + margens.right(), height()));
 }
 
 void VisualizaPedido::mostraCabecalho(const odbc::ResultSet& documento) {

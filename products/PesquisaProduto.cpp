@@ -3,12 +3,14 @@
 #include "core/AcessoDados.h"
 #include "core/Esquema.h"
 #include "core/FieldText.h"
-#include "core/JanelaPrincipal.h"
 #include "products/SelecionaProd.h"
 #include "products/TextoPesquisa.h"
 #include "ui/BusyPointer.h"
 #include "ui/MessageBoxes.h"
+#include "ui/TextMeasure.h"
 #include "ui/grid/Grid.h"
+
+#include <QApplication>
 
 #include <cmath>
 
@@ -34,8 +36,17 @@ bool abre(const ConsultaProduto& consulta) {
     return TemRegistro;
 }
 
+// Screens are opened from one another; the first of them is the main window.
+QFont mainWindowFont(const QWidget* form) {
+    if (!form)
+        return QApplication::font();
+    while (form->parentWidget())
+        form = form->parentWidget();
+    return form->font();
+}
+
 /// Walks rs to its end into the grid; gives the first row whose description starts with the text, 0 for none.
-int preenche(Grid* grid, const QString& texto) {
+int preenche(Grid* grid, const QString& texto, TextMeasure medida) {
     const int codigo = rs.column(esquema::produtos::codFabr);
     const int descricao = rs.column(esquema::produtos::descricao);
     const int estoque = rs.column(esquema::produtos::quantidade);
@@ -51,7 +62,6 @@ int preenche(Grid* grid, const QString& texto) {
     constexpr QStringView quantidade = u"###,##0.000";
 
     const bool umaPalavra = !texto.contains(u' ');
-    TextMeasure medida = MedidaImpressa();
     int preSelecionada = 0;
     std::vector<std::pair<int, int>> alturas;
     {
@@ -106,7 +116,7 @@ QString PesquisaProduto(QString& texto, QWidget* form) {
     SelecionaProd tela(form);
     {
         const BusyPointer ocupado;
-        tela.mostraLinha(preenche(tela.grid(), texto));
+        tela.mostraLinha(preenche(tela.grid(), texto, TextMeasure(mainWindowFont(form))));
     }
     tela.exec();
     rs.close();

@@ -4,14 +4,13 @@
 #include "core/AcessoDados.h"
 #include "core/Esquema.h"
 #include "core/FieldText.h"
-#include "core/JanelaPrincipal.h"
 #include "core/Teclado.h"
 #include "products/PesquisaProduto.h"
 #include "ui/BusyPointer.h"
 #include "ui/FieldLeave.h"
+#include "ui/FitToScreen.h"
 #include "ui/Guard.h"
 #include "ui/MessageBoxes.h"
-#include "ui/WindowSize.h"
 #include "ui_PromocaoPedidos.h"
 
 #include <QScopedValueRollback>
@@ -34,14 +33,14 @@ const QString inicioDeDesmarcar = u"DESMARCAR"_s;
 
 } // namespace
 
-PromocaoPedidos::PromocaoPedidos(QWidget* parent)
+PromocaoPedidos::PromocaoPedidos(QWidget* parent, const QIcon& tick)
     : QDialog(parent), ui(std::make_unique<Ui::PromocaoPedidos>()) {
     ui->setupUi(this);
     ui->Descricao->setSelectsOnFocus();
     ui->Venda->setSelectsOnFocus();
     ui->Venda->setDecimal();
     ui->Venda->showText(FormataDinheiro(Dinheiro()));
-    defineGrid();
+    defineGrid(tick);
 
     new Teclado(this, [this] { reject(); });
     onSignal(ui->Descricao, &QLineEdit::textChanged, this, [this](const QString&) { Descricao_Change(); });
@@ -58,15 +57,15 @@ PromocaoPedidos::PromocaoPedidos(QWidget* parent)
 
 PromocaoPedidos::~PromocaoPedidos() = default;
 
-void PromocaoPedidos::defineGrid() {
+void PromocaoPedidos::defineGrid(const QIcon& tick) {
     ui->Grid1->setFormat(u">ID|<CLIENTE|<FANTASIA|<CIDADE|>QUANT|>R$ UNIT|^SELEÇÃO"_s);
     ui->Grid1->setHeaderBold();
     for (size_t coluna = 0; coluna < larguras.size(); ++coluna)
         ui->Grid1->setColumnTwips(static_cast<int>(coluna), larguras[coluna]);
     ui->Grid1->setMinimumRowTwips(alturaDeLinha);
-    ui->Grid1->setTickColumn(Selecao, PicSucesso());
+    ui->Grid1->setTickColumn(Selecao, tick);
     ui->Grid1->setPreferredRows(linhasComRolagem);
-    resizeToContents(this);
+    fitToScreen(this);
 }
 
 // A list never stays under a different product.

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "ui/Pictures.h"
+
 #include <QDialog>
 
 #include <memory>
@@ -16,13 +18,14 @@ class PromocaoPedidos : public QDialog {
     Q_OBJECT
 
   public:
-    explicit PromocaoPedidos(QWidget* parent);
+    /// `tick` is drawn in the ticked rows; the panel hands over the picture of its `picSucesso`.
+    explicit PromocaoPedidos(QWidget* parent, const QIcon& tick = pictures::check());
     ~PromocaoPedidos() override;
 
   private:
     enum Coluna { Id, Cliente, Fantasia, Cidade, Quantidade, Unitario, Selecao };
 
-    void defineGrid();
+    void defineGrid(const QIcon& tick);
 
     // Product and its open lines
     void Descricao_Change();

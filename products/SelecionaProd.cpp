@@ -4,9 +4,9 @@
 #include "core/Esquema.h"
 #include "products/PesquisaProduto.h"
 #include "products/VisualizadorImagem.h"
+#include "ui/FitToScreen.h"
 #include "ui/Guard.h"
 #include "ui/MessageBoxes.h"
-#include "ui/WindowSize.h"
 #include "ui/grid/Grid.h"
 #include "ui_SelecionaProd.h"
 
@@ -96,7 +96,7 @@ void SelecionaProd::defineGrid() {
     ui->Grid->setMinimumRowTwips(alturaDeLinha);
     ui->Grid->setSelectionBehavior(QAbstractItemView::SelectRows);
     ui->Grid->setPreferredRows(linhasComRolagem - 1);
-    resizeToContents(this);
+    fitToScreen(this);
 }
 
 void SelecionaProd::mostraLinha(int linha) {

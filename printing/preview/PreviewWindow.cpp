@@ -2,6 +2,7 @@
 
 #include "printing/preview/TextSearch.h"
 #include "ui/BusyPointer.h"
+#include "ui/FitToScreen.h"
 #include "ui/Guard.h"
 
 #include <QAction>
@@ -12,7 +13,6 @@
 #include <QLineEdit>
 #include <QPrintDialog>
 #include <QPrinter>
-#include <QScreen>
 #include <QStandardPaths>
 #include <QStatusBar>
 #include <QStyle>
@@ -44,7 +44,7 @@ PreviewWindow::PreviewWindow(std::shared_ptr<Report> report, QWidget* parent)
     if (parent)
         setWindowModality(Qt::WindowModal);
     setWindowTitle(m_report->title() + u" - visualização"_s);
-    resize(normalSize.boundedTo(screen()->availableSize()));
+    fitToScreen(this, normalSize);
     setContextMenuPolicy(Qt::NoContextMenu); // the tool bars cannot be hidden
     setCentralWidget(m_view);
     makeFileBar();

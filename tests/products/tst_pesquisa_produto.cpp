@@ -1,6 +1,5 @@
 #include "base/RuntimeError.h"
 #include "core/AcessoDados.h"
-#include "core/JanelaPrincipal.h"
 #include "products/Balcao.h"
 #include "products/PesquisaProduto.h"
 #include "products/SelecionaProd.h"
@@ -127,12 +126,14 @@ class TstPesquisaProduto : public QObject {
 
   private:
     /// Searches; `acao` operates the selection screen.
-    QString pesquisa(const QString& texto, const std::function<void(QWidget*)>& acao);
+    QString pesquisa(const QString& texto, const std::function<void(QWidget*)>& acao,
+                     QWidget* form = nullptr);
 
     std::unique_ptr<Balcao> b;
 };
 
-QString TstPesquisaProduto::pesquisa(const QString& texto, const std::function<void(QWidget*)>& acao) {
+QString TstPesquisaProduto::pesquisa(const QString& texto, const std::function<void(QWidget*)>& acao,
+                                     QWidget* form) {
     ModalHelper modais;
     modais.aoAbrir([&acao](QWidget* tela) {
         if (!QTest::qWaitForWindowActive(tela))
@@ -140,7 +141,7 @@ QString TstPesquisaProduto::pesquisa(const QString& texto, const std::function<v
         acao(tela);
     });
     QString variavel = texto;
-    const QString codigo = PesquisaProduto(variavel, nullptr);
+    const QString codigo = PesquisaProduto(variavel, form);
     if (!modais.confere().isEmpty())
         QTest::qFail(qPrintable(modais.confere()), __FILE__, __LINE__);
     return codigo;
@@ -474,15 +475,18 @@ void TstPesquisaProduto::heightsFollowTheMainWindowsFont() {
     QFont enorme = principal.font();
     enorme.setPointSize(40);
     principal.setFont(enorme);
-    EmprestaJanelaPrincipal(&principal, QIcon());
+    QDialog form(&principal);
     b->produto(u"1"_s, u"PÃO DE FORMA A"_s);
     b->produto(u"2"_s, u"PÃO DE FORMA B"_s);
-    pesquisa(u"PÃO"_s, [&enorme](QWidget* tela) {
+    const auto confere = [&enorme](QWidget* tela) {
         const double larga = largura(enorme, u"PÃO DE FORMA A"_s);
         QVERIFY(larga > 3700);
         QCOMPARE(gradeDe(tela)->rowHeight(0), twipsToPixels(tela, alturaEsperada(larga)));
         QTest::keyClick(tela, Qt::Key_Escape);
-    });
+    };
+    // The searching screen has a font of its own.
+    QVERIFY(form.font() != enorme);
+    pesquisa(u"PÃO"_s, confere, &form);
 }
 
 void TstPesquisaProduto::productLineIsPurple() {

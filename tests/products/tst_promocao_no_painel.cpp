@@ -1,16 +1,13 @@
 #include "base/Datas.h"
 #include "closing/PainelFechamento.h"
-#include "core/JanelaPrincipal.h"
 #include "products/Balcao.h"
 #include "support/ModalHelper.h"
 #include "ui/TextBox.h"
 #include "ui/grid/Grid.h"
 
 #include <QApplication>
-#include <QFontMetricsF>
 #include <QLabel>
 #include <QPushButton>
-#include <QScreen>
 #include <QTest>
 #include <QTimer>
 
@@ -18,7 +15,7 @@ using namespace Qt::StringLiterals;
 using namespace tarvessa;
 using namespace tarvessa::teste;
 
-/// How the panel opens the promotional prices and what it lends to the product screens.
+/// How the panel opens the promotional prices.
 class TstPromocaoNoPainel : public QObject {
     Q_OBJECT
 
@@ -31,8 +28,7 @@ class TstPromocaoNoPainel : public QObject {
     void buttonNeedsPresales();
     void buttonOpensTheScreen();
     void pricesAreAppliedFromThePanel();
-    void panelLendsItsPictureAndItsFont();
-    void loanEndsWithThePanel();
+    void panelHandsOverItsPicture();
     void missingViewerEndsTheProgramFromItsDepths();
 
   private:
@@ -100,26 +96,25 @@ void TstPromocaoNoPainel::pricesAreAppliedFromThePanel() {
              QList<QStringList>({{u"0.70"_s, u"0.70"_s}}));
 }
 
-void TstPromocaoNoPainel::panelLendsItsPictureAndItsFont() {
+void TstPromocaoNoPainel::panelHandsOverItsPicture() {
     QVERIFY(abre());
-    QFont grande = m_painel->font();
-    grande.setPointSize(grande.pointSize() * 3);
-    m_painel->setFont(grande);
-    double pixels = 0;
-    for (const QChar c : u"PÃO"_s)
-        pixels += QFontMetricsF(grande).horizontalAdvance(c);
-    QCOMPARE(MedidaImpressa().twips(u"PÃO"), pixels * 1440 / m_painel->screen()->logicalDotsPerInchX());
-    const auto* picSucesso = m_painel->findChild<QLabel*>(u"picSucesso"_s);
-    const QSize tamanho = picSucesso->pixmap(Qt::ReturnByValue).size();
-    QVERIFY(!tamanho.isEmpty());
-    QCOMPARE(PicSucesso().pixmap(tamanho).toImage(), picSucesso->pixmap(Qt::ReturnByValue).toImage());
-}
-
-void TstPromocaoNoPainel::loanEndsWithThePanel() {
-    QVERIFY(abre());
-    m_painel.reset();
-    QVERIFY(!PicSucesso().isNull());
-    QVERIFY(MedidaImpressa().twips(u"PÃO") > 0);
+    const QPixmap imagem = m_painel->findChild<QLabel*>(u"picSucesso"_s)->pixmap(Qt::ReturnByValue);
+    QVERIFY(!imagem.isNull());
+    ModalHelper modais;
+    modais.aoAbrir([&imagem](QWidget* tela) {
+        QVERIFY(QTest::qWaitForWindowActive(tela));
+        auto* descricao = tela->findChild<TextBox*>(u"Descricao"_s);
+        cola(descricao, u"7"_s);
+        QTest::keyClick(descricao, Qt::Key_Tab);
+        QTest::mouseClick(tela->findChild<QPushButton*>(u"Command2"_s), Qt::LeftButton);
+        const auto* grade = tela->findChild<Grid*>(u"Grid1"_s);
+        QCOMPARE(grade->text(1, 6), u" "_s);
+        const auto marca = grade->model()->index(0, 6).data(Qt::DecorationRole).value<QIcon>();
+        QCOMPARE(marca.pixmap(imagem.size()).toImage(), imagem.toImage());
+        QTest::keyClick(tela, Qt::Key_Escape);
+    });
+    QTest::mouseClick(command6(), Qt::LeftButton);
+    QCOMPARE(modais.confere(), QString());
 }
 
 // Nothing here waits for a window to go: the windows go when the event loops have ended.

@@ -1,5 +1,4 @@
 #include "core/AcessoDados.h"
-#include "core/JanelaPrincipal.h"
 #include "products/Balcao.h"
 #include "products/PromocaoPedidos.h"
 #include "support/FaultProxy.h"
@@ -551,9 +550,8 @@ void TstPromocaoPedidos::clickOnAnEmptyListChangesNothing() {
 void TstPromocaoPedidos::tickPictureIsTheMainWindows() {
     QPixmap azul(16, 16);
     azul.fill(Qt::blue);
-    QWidget principal;
-    EmprestaJanelaPrincipal(&principal, QIcon(azul));
-    QVERIFY(abre());
+    m_tela = std::make_unique<PromocaoPedidos>(nullptr, QIcon(azul));
+    QVERIFY(mostra(m_tela.get()));
     lista();
     clica(grade(), 1, 6);
     const auto imagem = grade()->model()->index(0, 6).data(Qt::DecorationRole).value<QIcon>();

@@ -1,12 +1,11 @@
 #include "ui/grid/FitToGrids.h"
 
+#include "ui/FitToScreen.h"
 #include "ui/Twips.h"
 #include "ui/grid/Grid.h"
 
 #include <QHeaderView>
 #include <QLayout>
-#include <QScreen>
-#include <QStyle>
 
 namespace tarvessa {
 
@@ -43,8 +42,7 @@ void fitToGrids(QWidget* form, const QList<Grid*>& grids, int rows, int besides)
         grid->setMinimumSize(0, 0);
     for (Grid* grid : grids)
         activateLayouts(form, grid);
-    const int titleBar = form->style()->pixelMetric(QStyle::PM_TitleBarHeight, nullptr, form);
-    form->resize(whole.boundedTo(form->screen()->availableSize() - QSize(0, titleBar)));
+    fitToScreen(form, whole);
 }
 
 } // namespace tarvessa
