@@ -2,10 +2,9 @@
 
 #include "base/Datas.h"
 #include "base/Numeros.h"
+#include "closing/BatchProgress.h"
 #include "closing/Colunas.h"
-#include "closing/ProgressoLote.h"
 #include "closing/VisualizaPedido.h"
-#include "core/Esquema.h"
 #include "core/PrintLayout.h"
 #include "core/Teclado.h"
 #include "products/PromocaoPedidos.h"
@@ -30,45 +29,43 @@ namespace tarvessa {
 
 namespace {
 
-constexpr int larguraDoTotalTwips = 1800;
-constexpr int ladoDaImagem = 24;
-const QString inicioDeDesmarcar = u"Desmarcar"_s;
+constexpr int totalWidthTwips = 1800;
+constexpr int pictureSize = 24;
+const QString startOfUnselect = u"Desmarcar"_s;
 
 } // namespace
 
 PainelFechamento::PainelFechamento(QWidget* parent)
-    : QMainWindow(parent), ui(std::make_unique<Ui::PainelFechamento>()), m_progresso(new ProgressoLote(this)),
+    : QMainWindow(parent), ui(std::make_unique<Ui::PainelFechamento>()), m_progress(new BatchProgress(this)),
       m_relatorio(std::make_unique<ReportControl>(this)) {
     ui->setupUi(this);
     m_relatorio->setClock(Agora);
     CRW = m_relatorio.get();
-    statusBar()->addPermanentWidget(m_progresso, 1);
+    statusBar()->addPermanentWidget(m_progress, 1);
     fitToScreen(this, size());
-    m_contaCTB.fill(esquema::contaAusente.toString());
-    ui->Text1->setFixedWidth(twipsToPixels(this, larguraDoTotalTwips));
-    ui->picSucesso->setPixmap(m_picSucesso.pixmap(ladoDaImagem));
-    ui->picErro->setPixmap(pictures::error().pixmap(ladoDaImagem));
+    ui->Text1->setFixedWidth(twipsToPixels(this, totalWidthTwips));
+    ui->picSucesso->setPixmap(m_picSucesso.pixmap(pictureSize));
+    ui->picErro->setPixmap(pictures::error().pixmap(pictureSize));
     ui->Grid1->setFormat(u"PEDIDO|^TIPO|<CLIENTE|<VENDEDOR|<CIDADE|>R$ TOTAL|>DIAS VENC|>FORMA PAGTO|^TABELA|"
                          "^SELEÇÃO|CODIGOCLI"_s);
     ui->Grid1->setTickColumn(colunas::Selecao, m_picSucesso);
 
-    defineAtalhos();
+    defineShortcuts();
     preparaEditores();
-    auto* teclado = new Teclado(this, [] { QApplication::quit(); });
-    teclado->setAntes([this](const QWidget* controle, int tecla) { return teclaDeEditor(controle, tecla); });
-    aoPressionar(ui->Command1, &PainelFechamento::Command1_Click);
-    aoPressionar(ui->Command2, &PainelFechamento::Command2_Click);
-    aoPressionar(ui->Command3, &PainelFechamento::Command3_Click);
-    aoPressionar(ui->Command4, &PainelFechamento::Command4_Click);
-    aoPressionar(ui->Command5, &PainelFechamento::Command5_Click);
-    aoPressionar(ui->Command6, &PainelFechamento::Command6_Click);
-    onSignal(ui->Grid1, &Grid::cellClicked, this,
-             [this](int linha, int coluna) { Grid1_Click(linha, coluna); });
+    auto* keyboard = new Teclado(this, [] { QApplication::quit(); });
+    keyboard->setAntes([this](const QWidget* control, int key) { return teclaDeEditor(control, key); });
+    onPress(ui->Command1, &PainelFechamento::Command1_Click);
+    onPress(ui->Command2, &PainelFechamento::Command2_Click);
+    onPress(ui->Command3, &PainelFechamento::Command3_Click);
+    onPress(ui->Command4, &PainelFechamento::Command4_Click);
+    onPress(ui->Command5, &PainelFechamento::Command5_Click);
+    onPress(ui->Command6, &PainelFechamento::Command6_Click);
+    onSignal(ui->Grid1, &Grid::cellClicked, this, [this](int row, int column) { Grid1_Click(row, column); });
     onSignal(ui->Grid1, &Grid::cellDoubleClicked, this,
-             [this](int linha, int coluna) { Grid1_DblClick(linha, coluna); });
-    abreDe<ResumoVendas>(ui->MnResumoVendas);
-    abreDe<RelatNivelPreco>(ui->MnrelAlfaNivel);
-    abreDe<Comissao>(ui->MnComissao);
+             [this](int row, int column) { Grid1_DblClick(row, column); });
+    opensFrom<ResumoVendas>(ui->MnResumoVendas);
+    opensFrom<RelatNivelPreco>(ui->MnrelAlfaNivel);
+    opensFrom<Comissao>(ui->MnComissao);
     onSignal(ui->Metas, &QAction::triggered, this, [this](bool) { Metas_Click(); });
 }
 
@@ -76,91 +73,128 @@ PainelFechamento::~PainelFechamento() {
     CRW = nullptr;
 }
 
-// The captions have no mnemonics of their own, so the keys stand in the tool tips.
-void PainelFechamento::defineAtalhos() {
-    const auto botao = [](QPushButton* controle, Qt::Key letra) {
-        const QKeySequence teclas(Qt::ALT | letra);
-        controle->setShortcut(teclas);
-        controle->setToolTip(u"Tecla de atalho: "_s + teclas.toString(QKeySequence::NativeText));
+// The captions are fixed and have no mnemonics, so the tool tips tell the keys.
+void PainelFechamento::defineShortcuts() {
+    const auto define = [](QPushButton* button, Qt::Key letter) {
+        const QKeySequence keys(Qt::ALT | letter);
+        button->setShortcut(keys);
+        button->setToolTip(u"Tecla de atalho: "_s + keys.toString(QKeySequence::NativeText));
     };
-    botao(ui->Command1, Qt::Key_S);
-    botao(ui->Command2, Qt::Key_T);
-    botao(ui->Command3, Qt::Key_C);
-    botao(ui->Command4, Qt::Key_E);
-    botao(ui->Command5, Qt::Key_A);
-    botao(ui->Command6, Qt::Key_D);
-    const auto* relatorio = new QShortcut(Qt::ALT | Qt::Key_R, this);
-    connect(relatorio, &QShortcut::activated, this, [this] {
+    define(ui->Command1, Qt::Key_S);
+    define(ui->Command2, Qt::Key_T);
+    define(ui->Command3, Qt::Key_C);
+    define(ui->Command4, Qt::Key_E);
+    define(ui->Command5, Qt::Key_A);
+    define(ui->Command6, Qt::Key_D);
+    const auto* menu = new QShortcut(Qt::ALT | Qt::Key_R, this);
+    connect(menu, &QShortcut::activated, this, [this] {
         ui->menuBar->setActiveAction(ui->MnRelatorio->menuAction());
-        // Opened by key, it is ready for Enter and the arrows.
+        // Opened by key, the menu is ready for Enter and the arrows.
         ui->MnRelatorio->setActiveAction(ui->MnResumoVendas);
     });
     ui->Metas->setShortcut(Qt::ALT | Qt::Key_M);
-    const auto* visualizacao = new QShortcut(Qt::Key_F3, this);
-    onSignal(visualizacao, &QShortcut::activated, this, [this] {
+    const auto* view = new QShortcut(Qt::Key_F3, this);
+    onSignal(view, &QShortcut::activated, this, [this] {
         if (concluiEdicao())
             visualiza(ui->Grid1->currentRow());
     });
     ui->LabelVisualiza->setToolTip(u"Tecla de atalho: F3"_s);
 }
 
-// A shortcut takes no focus away, so what is being typed into a cell is committed here; nothing begins on a
+// A shortcut leaves the focus where it is, so an open cell editor is committed here; no operation begins on a
 // value that was refused.
-void PainelFechamento::aoPressionar(QAbstractButton* botao, void (PainelFechamento::*operacao)()) {
-    onSignal(botao, &QAbstractButton::clicked, this, [this, operacao](bool) {
+void PainelFechamento::onPress(QAbstractButton* button, void (PainelFechamento::*handler)()) {
+    onSignal(button, &QAbstractButton::clicked, this, [this, handler](bool) {
         if (concluiEdicao())
-            (this->*operacao)();
+            (this->*handler)();
     });
 }
 
-template <typename Tela>
-void PainelFechamento::abreDe(QAction* item) {
+template <typename Screen>
+void PainelFechamento::opensFrom(QAction* item) {
     onSignal(item, &QAction::triggered, this, [this](bool) {
         if (concluiEdicao())
-            Tela(this).exec();
+            Screen(this).exec();
     });
 }
 
 void PainelFechamento::TotalSelecionado() {
     Dinheiro total;
-    for (int linha = 1; linha < ui->Grid1->rows(); ++linha)
-        if (ui->Grid1->isTicked(linha))
-            total += ValorNumerico(ui->Grid1->textView(linha, colunas::Total));
+    for (int row = 1; row < ui->Grid1->rows(); ++row)
+        if (ui->Grid1->isTicked(row))
+            total += ValorNumerico(ui->Grid1->textView(row, colunas::Total));
     ui->Text1->setText(FormataDinheiro(total));
 }
 
-void PainelFechamento::closeEvent(QCloseEvent* evento) {
-    evento->accept();
+void PainelFechamento::closeEvent(QCloseEvent* event) {
+    event->accept();
     QApplication::quit();
 }
 
 void PainelFechamento::Command1_Click() {
-    if (ui->Grid1->rows() == 1) {
-        boxes::inform(this, u"Não há registro de venda. Verifique!!!"_s);
-        return;
-    }
-    const bool desmarca = ui->Command1->text().startsWith(inicioDeDesmarcar);
-    for (int linha = 1; linha < ui->Grid1->rows(); ++linha)
-        ui->Grid1->setTicked(linha, !desmarca);
-    const QKeySequence atalho = ui->Command1->shortcut();
-    ui->Command1->setText(desmarca ? u"Seleciona todos os registros"_s : u"Desmarcar todos os registros"_s);
-    ui->Command1->setShortcut(atalho); // a new caption takes it away
-    TotalSelecionado();
+    alternaSelecao();
+}
+
+void PainelFechamento::Command2_Click() {
+    converteDavs();
+}
+
+void PainelFechamento::Command3_Click() {
+    listaPvs();
+}
+
+void PainelFechamento::Command4_Click() {
+    encerraPvs();
+}
+
+void PainelFechamento::Command5_Click() {
+    analisaPrecos();
 }
 
 void PainelFechamento::Command6_Click() {
     PromocaoPedidos(this, m_picSucesso).exec();
 }
 
-void PainelFechamento::Grid1_Click(int linha, int coluna) {
-    switch (coluna) {
+void PainelFechamento::Grid1_Click(int row, int column) {
+    actOnCell(row, column);
+}
+
+// A double click reaches the grid's listeners as one signal in place of its second click, so in the columns
+// where a click acts it counts as that click.
+void PainelFechamento::Grid1_DblClick(int row, int column) {
+    if (column <= colunas::Total)
+        visualiza(row);
+    else
+        actOnCell(row, column);
+}
+
+void PainelFechamento::Metas_Click() {
+    abreMetas();
+}
+
+void PainelFechamento::alternaSelecao() {
+    if (ui->Grid1->rows() == 1) {
+        boxes::inform(this, u"Não há registro de venda. Verifique!!!"_s);
+        return;
+    }
+    const bool unselect = ui->Command1->text().startsWith(startOfUnselect);
+    for (int row = 1; row < ui->Grid1->rows(); ++row)
+        ui->Grid1->setTicked(row, !unselect);
+    const QKeySequence shortcut = ui->Command1->shortcut();
+    ui->Command1->setText(unselect ? u"Seleciona todos os registros"_s : u"Desmarcar todos os registros"_s);
+    ui->Command1->setShortcut(shortcut); // setText clears it
+    TotalSelecionado();
+}
+
+void PainelFechamento::actOnCell(int row, int column) {
+    switch (column) {
     case colunas::DiasVenc:
     case colunas::FormaPagto:
     case colunas::Tabela:
-        abreEditor(linha, coluna);
+        abreEditor(row, column);
         break;
     case colunas::Selecao:
-        ui->Grid1->setTicked(linha, !ui->Grid1->isTicked(linha));
+        ui->Grid1->setTicked(row, !ui->Grid1->isTicked(row));
         TotalSelecionado();
         break;
     default:
@@ -168,27 +202,18 @@ void PainelFechamento::Grid1_Click(int linha, int coluna) {
     }
 }
 
-// The grid tells of the second click of a double one in no other way, so where a click does something this
-// stands for it.
-void PainelFechamento::Grid1_DblClick(int linha, int coluna) {
-    if (coluna <= colunas::Total)
-        visualiza(linha);
-    else
-        Grid1_Click(linha, coluna);
+void PainelFechamento::visualiza(int row) {
+    if (row > 0)
+        VisualizaPedido::abre(this, ValorInteiro(ui->Grid1->text(row, colunas::Pedido)),
+                              ui->Grid1->text(row, colunas::Tipo));
 }
 
-void PainelFechamento::visualiza(int linha) {
-    if (linha > 0)
-        VisualizaPedido::abre(this, ValorInteiro(ui->Grid1->text(linha, colunas::Pedido)),
-                              ui->Grid1->text(linha, colunas::Tipo));
-}
-
-void PainelFechamento::Metas_Click() {
+void PainelFechamento::abreMetas() {
     if (!concluiEdicao())
         return;
-    MetasQuadro tela(this);
-    tela.Form_Load();
-    tela.exec();
+    MetasQuadro board(this);
+    board.Form_Load();
+    board.exec();
 }
 
 } // namespace tarvessa

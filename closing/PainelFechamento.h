@@ -1,16 +1,18 @@
 #pragma once
 
 #include "base/Dinheiro.h"
-#include "core/ArquivoLog.h"
+#include "closing/ClosingLog.h"
+#include "closing/ClosingSettings.h"
+#include "closing/ListedPv.h"
+#include "closing/PvClosing.h"
 #include "ui/Pictures.h"
 
 #include <QDate>
 #include <QHash>
 #include <QMainWindow>
-#include <QSet>
 
-#include <array>
 #include <memory>
+#include <optional>
 
 class QAbstractButton;
 
@@ -20,8 +22,8 @@ class PainelFechamento;
 
 namespace tarvessa {
 
+class BatchProgress;
 class CellEditor;
-class ProgressoLote;
 class ReportControl;
 
 /// The main window: lists the sales documents of the last seven days, corrects their customers' terms, turns
@@ -54,35 +56,39 @@ class PainelFechamento : public QMainWindow {
     qint32 Orcamento_NumeroPedido(const QString& tipo);
 
   protected:
-    void closeEvent(QCloseEvent* evento) override;
+    void closeEvent(QCloseEvent* event) override;
 
   private:
     enum class Layout { Dav, Pv };
     enum class Desfecho { Grava, Desiste };
 
-    static constexpr int quantidadeDeContas = 8;
-
-    // Start-up and listing (Listagem.cpp)
+    // Start-up and listing (PainelFechamentoListagem.cpp)
     void carregaInicio();
-    void listaDavs();
     void carregaFormasDePagamento();
-    void carregaConfiguracao();
-    void Command3_Click();
-    void habilitaOperacoes();
-    void esvaziaLista();
-    void estreitaCliente();
+    void listaDavs();
+    void listaPvs();
+    void lista(Layout layout, const QString& query);
+    void emptyList();
+    void enableOperations();
 
     // Rows and keys (PainelFechamento.cpp)
-    void defineAtalhos();
-    void aoPressionar(QAbstractButton* botao, void (PainelFechamento::*operacao)());
-    template <typename Tela>
-    void abreDe(QAction* item);
+    void defineShortcuts();
+    void onPress(QAbstractButton* button, void (PainelFechamento::*handler)());
+    template <typename Screen>
+    void opensFrom(QAction* item);
     void Command1_Click();
+    void Command2_Click();
+    void Command3_Click();
+    void Command4_Click();
+    void Command5_Click();
     void Command6_Click();
-    void Grid1_Click(int linha, int coluna);
-    void Grid1_DblClick(int linha, int coluna);
-    void visualiza(int linha);
+    void Grid1_Click(int row, int column);
+    void Grid1_DblClick(int row, int column);
     void Metas_Click();
+    void alternaSelecao();
+    void actOnCell(int row, int column);
+    void visualiza(int row);
+    void abreMetas();
 
     // Customer terms in the grid (EdicaoTermos.cpp)
     void preparaEditores();
@@ -95,47 +101,34 @@ class PainelFechamento : public QMainWindow {
     void gravaDias(int linha, const QString& texto);
     void gravaTermos(int linha, Dinheiro dias, const QString& forma);
 
-    // DAV to pre-sale (Conversao.cpp)
-    void Command2_Click();
+    // DAV to pre-sale (PainelFechamentoConversao.cpp)
+    void converteDavs();
     void converteSelecionados();
-    void converteDav(qint32 numero);
+    void converteDav(qint32 nrDav);
 
-    // Price check (AnalisePrecos.cpp)
-    void Command5_Click();
-    void corrigePrecos(QStringList& corrigidos);
-    void corrigeLinha(int linha, QStringList& corrigidos);
-    void gravaLogDePrecos(const QStringList& pedidos);
+    // Price check (PainelFechamentoPrecos.cpp)
+    void analisaPrecos();
+    void corrigePrecos(QStringList& corrected);
+    void corrigePv(int row, QStringList& corrected);
+    static void gravaLogDePrecos(const QStringList& corrected);
 
-    // Closing (Fechamento.cpp, FechaPV.cpp)
-    void Command4_Click();
-    bool fechaLinha(int linha);
-    bool formaValida(int linha) const;
-    bool temEstoque(int linha);
-    void registraRecusa(int linha, const QString& motivo);
-    void baixaEstoqueDaPV(qint32 nrPedido);
-    QString comandoReceber(qint32 nrPedido, const QString& codigoCli, const QString& nomeCli,
-                           const QString& formaPG, Dinheiro valor, QDate vencto, qint16 vendedor,
-                           bool avista) const;
+    // Closing (PainelFechamentoEncerramento.cpp)
+    void encerraPvs();
+    ListedPv listedPv(int row) const;
 
     std::unique_ptr<Ui::PainelFechamento> ui;
     QIcon m_picSucesso = pictures::check();
-    ProgressoLote* m_progresso;
+    BatchProgress* m_progress;
     CellEditor* m_editorTexto = nullptr;
     CellEditor* m_editorForma = nullptr;
     Layout m_layout = Layout::Dav;
-    bool m_configurado = false;
-    bool m_pafEcf = false;
-    std::array<QString, quantidadeDeContas> m_contaCTB;
     std::unique_ptr<ReportControl> m_relatorio; // CRW
-    ArquivoLog m_logFechamento;
-    // Pre-sales closed since the listing was made; they stay in its rows where reloading it fails.
-    QSet<qint32> m_encerradas;
-    // Pre-sales whose closing was begun and ended in an error report: no later press may take their stock out
-    // again, also when they come back with a new listing.
-    QSet<qint32> m_iniciadas;
-    // DAVs of the current listing and the pre-sale number each was given: after an error report another press
-    // goes on with the same number, so that notes follow their document.
-    QHash<qint32, qint32> m_numerosDados;
+    std::optional<ClosingSettings> m_settings;
+    ClosingHistory m_closingHistory;
+    ClosingLog m_closingLog;
+    // The pre-sale number given to each DAV of the list. After an error another press goes on with the same
+    // number, so that notes follow their document.
+    QHash<qint32, qint32> m_pvNumbers;
 };
 
 } // namespace tarvessa

@@ -1,0 +1,37 @@
+#pragma once
+
+#include "ui/BusyPointer.h"
+
+#include <QElapsedTimer>
+#include <QProgressBar>
+
+namespace tarvessa {
+
+/// Shows in the status line which row of how many a batch is working on. It repaints itself without
+/// processing other events, and stays hidden for batches of only a few rows.
+class BatchProgress : public QProgressBar {
+    Q_OBJECT
+
+  public:
+    explicit BatchProgress(QWidget* parent);
+
+    /// One batch, from construction to destruction: shows the progress and the busy pointer.
+    class Run {
+      public:
+        /// `rows` documents of a kind whose name the operator reads.
+        Run(BatchProgress* progress, int rows, const QString& kind);
+        ~Run();
+        Run(const Run&) = delete;
+        Run& operator=(const Run&) = delete;
+
+        /// The batch begins this row, counted from 1.
+        void enter(int row);
+
+      private:
+        BatchProgress* m_progress;
+        BusyPointer m_pointer;
+        QElapsedTimer m_sincePaint;
+    };
+};
+
+} // namespace tarvessa

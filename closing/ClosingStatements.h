@@ -1,0 +1,46 @@
+#pragma once
+
+#include "base/Dinheiro.h"
+
+#include <QDate>
+#include <QString>
+
+namespace tarvessa {
+
+/// A closing as its statements tell it. Dates and time are fixed when it begins.
+struct ClosingData {
+    qint32 nrPedido = 0;
+    QString formaPG;
+    Dinheiro valor;
+    QDate vencto;
+    QString nomeCli; ///< fit for a quoted literal
+    QString codigoCli;
+    qint16 codigoVend = 0;
+    QDate today;
+    QString hora; ///< "HH:MM"
+};
+
+/// What the closing of a pre-sale writes after its stock, one statement each, in the order in which they are
+/// sent.
+namespace closingstatements {
+
+/// Settles the lines of `orcamento`.
+QString settleLines(const ClosingData& closing);
+
+/// Settles the row of `orcamento_controle`.
+QString settleControl(const ClosingData& closing);
+
+/// The row of `areceber`; `avista` as `Finalizadoras` has it for the method. The accounts are entries of
+/// `empresa`.`ContaCTB1`: for cash, and for what is received later.
+QString insertReceivable(const ClosingData& closing, bool avista, const QString& cashAccount,
+                         const QString& receivablesAccount);
+
+/// The row of `caixa`.
+QString insertCashRow(const ClosingData& closing, const QString& cashAccount);
+
+/// The last closed number in `empresa`.
+QString storeLastPv(const ClosingData& closing);
+
+} // namespace closingstatements
+
+} // namespace tarvessa

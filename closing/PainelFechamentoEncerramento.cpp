@@ -1,0 +1,73 @@
+// The batch that closes the selected pre-sales.
+
+#include "base/Numeros.h"
+#include "base/RuntimeError.h"
+#include "closing/BatchProgress.h"
+#include "closing/ClosingBatch.h"
+#include "closing/Colunas.h"
+#include "closing/PainelFechamento.h"
+#include "core/AcessoDados.h"
+#include "ui/MessageBoxes.h"
+#include "ui_PainelFechamento.h"
+
+using namespace Qt::StringLiterals;
+
+namespace tarvessa {
+
+void PainelFechamento::encerraPvs() {
+    // Without the settings the accounts would be wrong, and so might be the stock.
+    if (!m_settings)
+        throw RuntimeError(ErrorNumber::NoCurrentRecord,
+                           u"As configurações da empresa não foram lidas ao abrir: nada pode ser encerrado. "
+                           "Corrija o cadastro da empresa e inicie o programa novamente."_s);
+    m_closingLog.begin();
+    if (ValorNumerico(ui->Text1->text()).zero()) {
+        boxes::inform(this, u"Não há Pré-Venda selecionada. Verifique!!!"_s);
+        return;
+    }
+    boxes::inform(this, u"Lembrando que os pedidos de cliente com CPF serão cancelados."_s);
+
+    ClosingBatch batch(*m_settings, m_closingHistory, m_closingLog);
+    {
+        BatchProgress::Run run(m_progress, ui->Grid1->rows() - 1, u"Pré-venda"_s);
+        for (int row = 1; row < ui->Grid1->rows(); ++row) {
+            run.enter(row);
+            batch.process(listedPv(row));
+        }
+    }
+    m_closingLog.close();
+
+    if (batch.hasRefusals()) {
+        boxes::inform(this,
+                      u"Processo encerrado com alguns pedidos com erro de processamento. Na sequência será "
+                      "aberto um arquivo com as mensagens de erros."_s);
+        Shell->openText(m_closingLog.path());
+    } else {
+        boxes::inform(this, u"Processamento efetuado com sucesso."_s);
+    }
+    listaPvs();
+}
+
+ListedPv PainelFechamento::listedPv(int row) const {
+    const auto cell = [this, row](int column) { return ui->Grid1->text(row, column); };
+    ListedPv pv;
+    pv.pedido = cell(colunas::Pedido);
+    pv.cliente = cell(colunas::Cliente);
+    pv.total = cell(colunas::Total);
+    pv.diasVenc = cell(colunas::DiasVenc);
+    pv.formaPagto = cell(colunas::FormaPagto);
+    pv.codigoCli = cell(colunas::CodigoCli);
+    pv.selected = ui->Grid1->isTicked(row);
+    const int method = ui->Combo1->findText(pv.formaPagto, Qt::MatchExactly | Qt::MatchCaseSensitive);
+    if (method >= 0)
+        pv.avista = ui->Combo1->itemData(method).toInt() == 1;
+    return pv;
+}
+
+void PainelFechamento::FechaPV(qint32 nrPedido, const QString& formaPG, Dinheiro valor, QDate vencto,
+                               const QString& nomeCli) {
+    closePv({nrPedido, formaPG, valor, vencto, nomeCli}, m_settings.value_or(ClosingSettings()),
+            m_closingHistory);
+}
+
+} // namespace tarvessa

@@ -1,0 +1,179 @@
+// Start-up and listing of the panel.
+
+#include "base/Datas.h"
+#include "base/Numeros.h"
+#include "closing/Colunas.h"
+#include "closing/PainelFechamento.h"
+#include "core/AcessoDados.h"
+#include "core/Esquema.h"
+#include "ui/Guard.h"
+#include "ui/grid/CellEditor.h"
+#include "ui_PainelFechamento.h"
+
+using namespace Qt::StringLiterals;
+
+namespace tarvessa {
+
+namespace {
+
+constexpr int listedDays = 7;
+constexpr int rowsWithoutScrollBar = 16;
+
+struct ColumnWidth {
+    int column;
+    int dav;
+    int pv;
+};
+
+// Twips; 0 hides the column.
+constexpr std::array<ColumnWidth, 11> columnWidths = {{{colunas::Pedido, 1100, 1100},
+                                                       {colunas::Tipo, 500, 500},
+                                                       {colunas::Cliente, 5200, 3630},
+                                                       {colunas::Vendedor, 1700, 1200},
+                                                       {colunas::Cidade, 2400, 2000},
+                                                       {colunas::Total, 1200, 1200},
+                                                       {colunas::DiasVenc, 0, 1000},
+                                                       {colunas::FormaPagto, 0, 1500},
+                                                       {colunas::Tabela, 800, 800},
+                                                       {colunas::Selecao, 900, 900},
+                                                       {colunas::CodigoCli, 0, 0}}};
+constexpr int narrowClienteDav = 4950;
+constexpr int narrowClientePv = 3380;
+constexpr int rowHeightDav = 360;
+constexpr int rowHeightPv = 420;
+
+QString periodStart() {
+    return TextoSQL(Hoje().addDays(-listedDays));
+}
+
+QString davListing() {
+    return u"SELECT o.codigocli, o.placa, o.nrpedido, o.TipoOperacao, c.nome, SUM(o.totalped) AS totalped, "
+           "o.nomevendedor, c.cidade, c.colunapreco  FROM orcamento AS o left join clientes AS c ON "
+           "o.codigocli=c.codigo where o.situacaoorc in ('A','C') and TipoOperacao='D' and "
+           "dataabertura>='"_s +
+           periodStart() + u"' group BY o.nrpedido order by o.nomevendedor, c.nome"_s;
+}
+
+QString pvListing() {
+    return u"SELECT o.codigocli, o.placa, o.nrpedido, o.TipoOperacao, c.nome, SUM(o.totalped) AS totalped, "
+           "o.nomevendedor, c.cidade, c.prazo, c.formapg,c.colunapreco  FROM orcamento AS o left join "
+           "clientes AS c ON o.codigocli=c.codigo where o.situacaoorc in ('A','C') and TipoOperacao='P' and "
+           "dataabertura>='"_s +
+           periodStart() + u"' group BY o.nrpedido Order By o.nomevendedor, c.nome"_s;
+}
+
+/// Adds one selected row per document. Only the listing of pre-sales brings the customers' payment terms.
+void addDocuments(Grid* grid, odbc::ResultSet& documents, bool withTerms) {
+    const int pedido = documents.column(esquema::orcamento::nrPedido);
+    const int tipo = documents.column(esquema::orcamento::tipoOperacao);
+    const int nome = documents.column(esquema::clientes::nome);
+    const int vendedor = documents.column(esquema::orcamento::nomeVendedor);
+    const int cidade = documents.column(esquema::clientes::cidade);
+    const int total = documents.column(esquema::orcamento::totalPed);
+    const int prazo = withTerms ? documents.column(esquema::clientes::prazo) : 0;
+    const int forma = withTerms ? documents.column(esquema::clientes::formaPg) : 0;
+    const int tabela = documents.column(esquema::clientes::colunaPreco);
+    const int codigoCli = documents.column(esquema::orcamento::codigoCli);
+    const Grid::Fill fill(grid);
+    for (; !documents.atEnd(); documents.moveNext()) {
+        QString days;
+        QString method;
+        if (withTerms) {
+            days = QString::number(documents.field(prazo).integer());
+            method = documents.field(forma).text();
+            if (method == esquema::nenhumaForma)
+                method = esquema::dinheiro.toString();
+        }
+        grid->addRow({documents.field(pedido).text(), documents.field(tipo).text(),
+                      documents.field(nome).text(), documents.field(vendedor).text(),
+                      documents.field(cidade).text(), FormataDinheiro(documents.field(total).decimal()), days,
+                      method, documents.field(tabela).text(), u" "_s, documents.field(codigoCli).text()});
+    }
+}
+
+void addPaymentMethods(QComboBox* list, odbc::ResultSet& methods) {
+    for (; !methods.atEnd(); methods.moveNext())
+        list->addItem(methods.field(esquema::finalizadoras::descricao).text(),
+                      methods.field(esquema::finalizadoras::avista).text() == esquema::sim ? 1 : 0);
+}
+
+} // namespace
+
+bool PainelFechamento::Form_Load() {
+    if (!IniciaBanco())
+        return false;
+    guarded(this, [this] { carregaInicio(); });
+    return true;
+}
+
+void PainelFechamento::carregaInicio() {
+    DefineGrid();
+    listaDavs();
+    carregaFormasDePagamento();
+    if (ui->Grid1->rows() > 1) {
+        ui->Command2->setEnabled(true);
+    } else {
+        ui->Command3->setEnabled(true);
+        listaPvs();
+    }
+    m_settings = ClosingSettings::read();
+}
+
+void PainelFechamento::DefineGrid() {
+    const bool dav = m_layout == Layout::Dav;
+    m_editorTexto->close();
+    m_editorForma->close();
+    ui->Grid1->setRows(1);
+    m_closingHistory.closed.clear();
+    m_pvNumbers.clear();
+    for (const ColumnWidth& width : columnWidths)
+        ui->Grid1->setColumnTwips(width.column, dav ? width.dav : width.pv);
+    ui->Grid1->setMinimumRowTwips(dav ? rowHeightDav : rowHeightPv);
+    ui->Grid1->setHeaderBold();
+}
+
+void PainelFechamento::listaDavs() {
+    lista(Layout::Dav, davListing());
+}
+
+void PainelFechamento::listaPvs() {
+    lista(Layout::Pv, pvListing());
+    enableOperations();
+}
+
+void PainelFechamento::lista(Layout layout, const QString& query) {
+    // The query comes before the grid is emptied: if it fails, the old rows stay with their total.
+    TemRegistro = AbreRS(query);
+    m_layout = layout;
+    DefineGrid();
+    addDocuments(ui->Grid1, rs, layout == Layout::Pv);
+    rs.close();
+    // Leaves room for the scroll bar.
+    if (ui->Grid1->rows() > rowsWithoutScrollBar)
+        ui->Grid1->setColumnTwips(colunas::Cliente,
+                                  layout == Layout::Dav ? narrowClienteDav : narrowClientePv);
+    TotalSelecionado();
+}
+
+void PainelFechamento::carregaFormasDePagamento() {
+    TemRegistro = AbreRS(u"SELECT * FROM Finalizadoras order by ID "_s);
+    addPaymentMethods(ui->Combo1, rs);
+    rs.close();
+}
+
+void PainelFechamento::emptyList() {
+    DefineGrid();
+    TotalSelecionado();
+    enableOperations();
+}
+
+// Without a pre-sale in the list only the listing itself is left.
+void PainelFechamento::enableOperations() {
+    const bool listed = ui->Grid1->rows() > 1;
+    ui->Command3->setEnabled(!listed);
+    ui->Command4->setEnabled(listed);
+    ui->Command5->setEnabled(listed);
+    ui->Command6->setEnabled(listed);
+}
+
+} // namespace tarvessa
