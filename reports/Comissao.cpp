@@ -2,7 +2,7 @@
 
 #include "base/Numeros.h"
 #include "core/Teclado.h"
-#include "reports/ComissaoColunas.h"
+#include "reports/ComissaoColumns.h"
 #include "reports/ExtratoVendedor.h"
 #include "ui/BusyLabel.h"
 #include "ui/Guard.h"
@@ -11,24 +11,27 @@
 #include "ui/grid/FitToGrids.h"
 #include "ui_Comissao.h"
 
+#include <array>
+
 using namespace Qt::StringLiterals;
 
 namespace tarvessa {
 
 namespace {
 
-// Twips, by column.
-constexpr std::array<int, 13> larguras = {800,  1300, 1400, 1400, 1400, 1600, 1400,
-                                          1400, 1600, 1600, 1400, 1400, 920};
-constexpr int alturaDaLinha = 340;
-constexpr int barraDeRolagem = 250;
-constexpr int linhasNaTela = 23;
-constexpr int ladoDaImagem = 16;
+// Twips.
+constexpr std::array<int, 13> columnWidths = {800,  1300, 1400, 1400, 1400, 1600, 1400,
+                                              1400, 1600, 1600, 1400, 1400, 920};
+constexpr int rowHeight = 340;
+constexpr int scrollBarWidth = 250;
+
+constexpr int rowsOnScreen = 23;
+constexpr int pictureSize = 16;
 
 } // namespace
 
 Comissao::Comissao(QWidget* parent)
-    : QDialog(parent), ui(std::make_unique<Ui::Comissao>()), m_imagem(pictures::printer()) {
+    : QDialog(parent), ui(std::make_unique<Ui::Comissao>()), m_printPicture(pictures::printer()) {
     ui->setupUi(this);
     m_periodo = std::make_unique<Periodo>(
         ui->DataIni, ui->DataFin,
@@ -36,21 +39,20 @@ Comissao::Comissao(QWidget* parent)
                            u"Data inicial superior a data final. Verifique!!!"_s});
     m_periodo->mesAnterior();
     BusyLabel::prepare(ui->Label3);
-    ui->Image1->setPixmap(m_imagem.pixmap(ladoDaImagem));
-    ui->Grid1->setMinimumRowTwips(alturaDaLinha);
+    ui->Image1->setPixmap(m_printPicture.pixmap(pictureSize));
+    ui->Grid1->setMinimumRowTwips(rowHeight);
     ui->Grid1->setFormat(u">CÓDIGO|<VENDEDOR|>R$ TOTAL PÃO|>% COMISÃO|>R$ COMISSÃO|>R$ TOTAL OUTROS|"
                          ">% COMISSÃO|>R$ COMISSÃO|>R$ TOTAL VENDAS|>R$ TOTAL COMISSÃO|>R$ DEVOLUÇÕES|"
                          ">% DEVOLUÇÕES|^IMPRIME"_s);
     AjustaGrid();
-    fitToGrids(this, {ui->Grid1}, linhasNaTela, barraDeRolagem);
+    fitToGrids(this, {ui->Grid1}, rowsOnScreen, scrollBarWidth);
 
-    preparaEditor();
+    prepareEditor();
     auto* teclado = new Teclado(this, [this] { reject(); });
-    teclado->setAntes([this](const QWidget* controle, int tecla) { return teclaDeEditor(controle, tecla); });
-    onSignal(ui->Command4, &QPushButton::clicked, this, [this](bool) { Command4_Click(); });
+    teclado->setAntes([this](const QWidget* control, int key) { return editorKey(control, key); });
+    onSignal(ui->Command4, &QPushButton::clicked, this, [this](bool) { geraRelatorio(); });
     onSignal(ui->Command1, &QPushButton::clicked, this, [this](bool) { imprime(); });
-    onSignal(ui->Grid1, &Grid::cellClicked, this,
-             [this](int linha, int coluna) { Grid1_Click(linha, coluna); });
+    onSignal(ui->Grid1, &Grid::cellClicked, this, [this](int row, int column) { cellClicked(row, column); });
 }
 
 Comissao::~Comissao() = default;
@@ -58,66 +60,64 @@ Comissao::~Comissao() = default;
 void Comissao::AjustaGrid() {
     ui->Grid1->setRows(1);
     ui->Command1->setEnabled(false);
-    for (size_t coluna = 0; coluna < larguras.size(); ++coluna)
-        ui->Grid1->setColumnTwips(static_cast<int>(coluna), larguras[coluna]);
+    for (size_t column = 0; column < columnWidths.size(); ++column)
+        ui->Grid1->setColumnTwips(static_cast<int>(column), columnWidths[column]);
     ui->Grid1->setHeaderBold();
 }
 
-int Comissao::linhasDeVendedores() const {
-    return ui->Grid1->rows() - 1 - comissao::linhasDeTotais;
+int Comissao::sellerRows() const {
+    return ui->Grid1->rows() - 1 - comissao::footerRows;
 }
 
 void Comissao::SomaGrid() {
-    if (linhasDeVendedores() < 1)
+    if (sellerRows() < 1)
         return;
-    const auto valor = [this](int linha, int coluna) {
-        return ValorNumerico(ui->Grid1->text(linha, coluna));
+    const auto value = [this](int row, int column) { return ValorNumerico(ui->Grid1->text(row, column)); };
+    const auto show = [this](int row, int column, Dinheiro amount) {
+        ui->Grid1->setText(row, column, FormataDinheiro(amount));
     };
-    const auto mostra = [this](int linha, int coluna, Dinheiro quantia) {
-        ui->Grid1->setText(linha, coluna, FormataDinheiro(quantia));
-    };
-    constexpr int centavos = 2;
-    const Dinheiro cem(100);
-    constexpr std::array somadas = {
+    constexpr int cents = 2;
+    const Dinheiro hundred(100);
+    constexpr std::array summed = {
         comissao::Pao,         comissao::ComissaoPao,   comissao::Outros,    comissao::ComissaoOutros,
         comissao::TotalVendas, comissao::TotalComissao, comissao::Devolucoes};
-    std::array<Dinheiro, larguras.size()> somas;
-    for (int linha = 1; linha <= linhasDeVendedores(); ++linha) {
-        mostra(linha, comissao::ComissaoPao,
-               Proporcao(valor(linha, comissao::Pao), valor(linha, comissao::PorcPao), cem, centavos));
-        mostra(linha, comissao::ComissaoOutros,
-               Proporcao(valor(linha, comissao::Outros), valor(linha, comissao::PorcOutros), cem, centavos));
-        mostra(linha, comissao::TotalComissao,
-               valor(linha, comissao::ComissaoPao) + valor(linha, comissao::ComissaoOutros));
-        for (const int coluna : somadas)
-            somas[static_cast<size_t>(coluna)] += valor(linha, coluna);
+    std::array<Dinheiro, columnWidths.size()> sums;
+    for (int row = 1; row <= sellerRows(); ++row) {
+        show(row, comissao::ComissaoPao,
+             Proporcao(value(row, comissao::Pao), value(row, comissao::PorcPao), hundred, cents));
+        show(row, comissao::ComissaoOutros,
+             Proporcao(value(row, comissao::Outros), value(row, comissao::PorcOutros), hundred, cents));
+        show(row, comissao::TotalComissao,
+             value(row, comissao::ComissaoPao) + value(row, comissao::ComissaoOutros));
+        for (const int column : summed)
+            sums[static_cast<size_t>(column)] += value(row, column);
     }
-    const int totais = ui->Grid1->rows() - 1;
-    for (const int coluna : somadas)
-        mostra(totais, coluna, somas[static_cast<size_t>(coluna)]);
-    mostra(totais, comissao::PorcDevolucoes,
-           Proporcao(cem, somas[comissao::Devolucoes], somas[comissao::TotalVendas], centavos));
-    for (int coluna = 0; coluna < ui->Grid1->columns(); ++coluna)
-        ui->Grid1->setBold(totais, coluna, true);
+    const int totals = ui->Grid1->rows() - 1;
+    for (const int column : summed)
+        show(totals, column, sums[static_cast<size_t>(column)]);
+    show(totals, comissao::PorcDevolucoes,
+         Proporcao(hundred, sums[comissao::Devolucoes], sums[comissao::TotalVendas], cents));
+    for (int column = 0; column < ui->Grid1->columns(); ++column)
+        ui->Grid1->setBold(totals, column, true);
 }
 
-void Comissao::Grid1_Click(int linha, int coluna) {
-    if (coluna == comissao::PorcPao || coluna == comissao::PorcOutros)
-        abreEditor(linha, coluna);
-    else if (coluna == comissao::Imprime && ui->Grid1->hasPicture(linha, coluna))
-        abreExtrato(linha);
+void Comissao::cellClicked(int row, int column) {
+    if (column == comissao::PorcPao || column == comissao::PorcOutros)
+        openEditor(row, column);
+    else if (column == comissao::Imprime && ui->Grid1->hasPicture(row, column))
+        abreExtrato(row);
 }
 
-// The boxes may have been changed since the run. A day that does not exist cannot be asked for; a period the
-// wrong way round can, and has nothing in it.
-void Comissao::abreExtrato(int linha) {
+// The dates may have been changed since the run. Texts that are no dates are refused; a start after the end
+// is not, it gives an empty statement.
+void Comissao::abreExtrato(int row) {
     if (!m_periodo->confereDatas())
         return;
-    const auto celula = [this, linha](int coluna) { return ui->Grid1->text(linha, coluna); };
+    const auto cell = [this, row](int column) { return ui->Grid1->text(row, column); };
     ExtratoVendedor extrato(this);
-    extrato.Carrega(ValorInteiro(celula(comissao::Codigo)), celula(comissao::Nome), m_periodo->inicioTela(),
-                    m_periodo->fimTela(), celula(comissao::PorcPao), celula(comissao::PorcOutros),
-                    celula(comissao::Devolucoes));
+    extrato.Carrega(ValorInteiro(cell(comissao::Codigo)), cell(comissao::Nome), m_periodo->inicioTela(),
+                    m_periodo->fimTela(), cell(comissao::PorcPao), cell(comissao::PorcOutros),
+                    cell(comissao::Devolucoes));
 }
 
 } // namespace tarvessa

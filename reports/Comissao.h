@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/Periodo.h"
+#include "odbc/ResultSet.h"
 
 #include <QDialog>
 #include <QIcon>
@@ -15,11 +16,11 @@ namespace tarvessa {
 
 class CellEditor;
 
-/// The sellers' commission of a period: sales of bread and of everything else, the commission on each,
-/// returns. The percentages are changed in the grid; the statement of a seller opens from it. Reads
-/// movsaient, nfsaida, Orcamento_Troca and produtos; empties and fills relat2; writes the percentages of
-/// vendedores. A failing statement, a division by zero (a seller, or all together, without sales) or a sum
-/// that is too large ends a run as the error report.
+/// The sellers' commission of a period: sales of bread and of everything else, the commission on each, and
+/// returns. The percentages can be changed in the grid; the statement of a seller opens from it. Reads
+/// movsaient, nfsaida, Orcamento_Troca and produtos; empties and fills relat2; updates the percentages of
+/// vendedores. A run ends in the error report when a statement fails, a sum overflows, or sales of 0 (of a
+/// seller or of all together) make a percentage a division by zero.
 class Comissao : public QDialog {
     Q_OBJECT
 
@@ -27,44 +28,44 @@ class Comissao : public QDialog {
     explicit Comissao(QWidget* parent = nullptr);
     ~Comissao() override;
 
-    /// Leaves only the header of the grid, with its widths, and nothing to print.
+    /// Leaves only the grid's header, with the column widths, and disables printing.
     void AjustaGrid();
 
-    /// Writes the commissions of every seller row, and the totals row. Raises RuntimeError (division by zero
-    /// when there are no sales in total, overflow).
+    /// Recomputes the commissions of every seller row and the totals row from the displayed texts. Raises
+    /// RuntimeError (division by zero when the total of sales is 0, overflow).
     void SomaGrid();
 
   private:
     struct Vendedor;
 
     // The screen (Comissao.cpp)
-    int linhasDeVendedores() const;
-    void Grid1_Click(int linha, int coluna);
-    void abreExtrato(int linha);
+    int sellerRows() const;
+    void cellClicked(int row, int column);
+    void abreExtrato(int row);
 
     // The run (ComissaoApuracao.cpp)
-    void Command4_Click();
+    void geraRelatorio();
     void preparaRelat2();
-    static QList<Vendedor> leVendedores();
-    static QStringList celulas(const Vendedor& vendedor);
+    static QList<Vendedor> somaPorVendedor(odbc::ResultSet& lines);
+    static QStringList cells(const Vendedor& vendedor);
     void mostraTotais();
 
     // The percentages (ComissaoEdicao.cpp)
-    void preparaEditor();
-    void abreEditor(int linha, int coluna);
-    bool teclaDeEditor(const QWidget* controle, int tecla);
-    void confirmaEdicao();
-    void fechaEditor();
-    void gravaPercentual(int linha, int coluna, const QString& texto);
+    void prepareEditor();
+    void openEditor(int row, int column);
+    bool editorKey(const QWidget* control, int key);
+    void commitEditor();
+    void closeEditor();
+    void gravaPercentual(int row, int column, const QString& text);
 
     // Printing (ComissaoImpressao.cpp)
     void imprime();
-    QString insertDaLinha(int linha) const;
+    QString insertOf(int row) const;
 
     std::unique_ptr<Ui::Comissao> ui;
     std::unique_ptr<Periodo> m_periodo;
     CellEditor* m_editor = nullptr;
-    QIcon m_imagem;
+    QIcon m_printPicture;
 };
 
 } // namespace tarvessa

@@ -3,7 +3,7 @@
 #include "base/Numeros.h"
 #include "core/AcessoDados.h"
 #include "reports/Comissao.h"
-#include "reports/ComissaoColunas.h"
+#include "reports/ComissaoColumns.h"
 #include "ui/Guard.h"
 #include "ui/grid/CellEditor.h"
 #include "ui_Comissao.h"
@@ -14,76 +14,77 @@ namespace tarvessa {
 
 namespace {
 
-// While a cell is edited the others are out of reach, but still to be read.
-void mantemCores(QWidget* grade) {
-    QPalette cores = grade->palette();
-    for (const QPalette::ColorRole papel :
+// The grid is disabled while a cell is edited, but must stay readable.
+void keepColoursWhenDisabled(QWidget* grid) {
+    QPalette palette = grid->palette();
+    for (const QPalette::ColorRole role :
          {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::Base, QPalette::AlternateBase,
           QPalette::Highlight, QPalette::HighlightedText})
-        cores.setColor(QPalette::Disabled, papel, cores.color(QPalette::Active, papel));
-    grade->setPalette(cores);
+        palette.setColor(QPalette::Disabled, role, palette.color(QPalette::Active, role));
+    grid->setPalette(palette);
 }
 
 } // namespace
 
-void Comissao::preparaEditor() {
+void Comissao::prepareEditor() {
     ui->TextGrid->setDecimal();
-    mantemCores(ui->Grid1);
+    keepColoursWhenDisabled(ui->Grid1);
     m_editor = new CellEditor(ui->Grid1, ui->TextGrid);
-    // Going on to another control takes the percentage along, as Enter does.
-    onSignal(m_editor, &CellEditor::left, this, [this] { confirmaEdicao(); });
+    // Moving to another control saves the percentage, as Enter does.
+    onSignal(m_editor, &CellEditor::left, this, [this] { commitEditor(); });
 }
 
-void Comissao::abreEditor(int linha, int coluna) {
-    ui->TextGrid->setAccessibleName(ui->Grid1->text(0, coluna));
-    ui->TextGrid->showText(ui->Grid1->text(linha, coluna));
+void Comissao::openEditor(int row, int column) {
+    ui->TextGrid->setAccessibleName(ui->Grid1->text(0, column));
+    ui->TextGrid->showText(ui->Grid1->text(row, column));
     ui->TextGrid->selectAll();
-    m_editor->open(linha, coluna);
+    m_editor->open(row, column);
     ui->Grid1->setEnabled(false);
 }
 
-bool Comissao::teclaDeEditor(const QWidget* controle, int tecla) {
-    if (controle != ui->TextGrid || !m_editor->isOpen())
+bool Comissao::editorKey(const QWidget* control, int key) {
+    if (control != ui->TextGrid || !m_editor->isOpen())
         return false;
-    if (tecla == Qt::Key_Return || tecla == Qt::Key_Enter) {
-        confirmaEdicao();
+    if (key == Qt::Key_Return || key == Qt::Key_Enter) {
+        commitEditor();
         return true;
     }
-    if (tecla == Qt::Key_Escape) {
+    if (key == Qt::Key_Escape) {
         ui->TextGrid->showText(ui->Grid1->text(m_editor->row(), m_editor->column()));
-        fechaEditor();
+        closeEditor();
         SomaGrid();
         return true;
     }
     return false;
 }
 
-// The editor is closed first: an error report finds the grid usable and nothing left to commit.
-void Comissao::confirmaEdicao() {
-    const int linha = m_editor->row();
-    const int coluna = m_editor->column();
-    const QString texto = ui->TextGrid->text();
-    fechaEditor();
-    if (EhNumero(texto))
-        gravaPercentual(linha, coluna, texto);
+// The editor is closed first: if saving fails, the error report finds the grid enabled and nothing is
+// committed a second time.
+void Comissao::commitEditor() {
+    const int row = m_editor->row();
+    const int column = m_editor->column();
+    const QString text = ui->TextGrid->text();
+    closeEditor();
+    if (EhNumero(text))
+        gravaPercentual(row, column, text);
     SomaGrid();
 }
 
-void Comissao::fechaEditor() {
+void Comissao::closeEditor() {
     ui->Grid1->setEnabled(true);
     m_editor->close();
 }
 
-// The cell changes once the record has taken its value, so that after an error it still shows what is stored.
-void Comissao::gravaPercentual(int linha, int coluna, const QString& texto) {
-    const QString novo = Formata(ValorNumerico(texto), u"##0.0");
-    const auto ponto = [&](int qual) {
-        return ValorNumerico(qual == coluna ? novo : ui->Grid1->text(linha, qual)).ponto();
+// The cell changes after the update, so that it still shows what is stored when that fails.
+void Comissao::gravaPercentual(int row, int column, const QString& text) {
+    const QString percentual = Formata(ValorNumerico(text), u"##0.0");
+    const auto ponto = [&](int which) {
+        return ValorNumerico(which == column ? percentual : ui->Grid1->text(row, which)).ponto();
     };
     Executa(u"Update Vendedores Set ComissEsp1="_s + ponto(comissao::PorcPao) + u",ComissEsp2="_s +
-            ponto(comissao::PorcOutros) + u" Where Codigovend='"_s +
-            ui->Grid1->text(linha, comissao::Codigo) + u"'"_s);
-    ui->Grid1->setText(linha, coluna, novo);
+            ponto(comissao::PorcOutros) + u" Where Codigovend='"_s + ui->Grid1->text(row, comissao::Codigo) +
+            u"'"_s);
+    ui->Grid1->setText(row, column, percentual);
 }
 
 } // namespace tarvessa

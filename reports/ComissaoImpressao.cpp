@@ -4,7 +4,7 @@
 #include "core/PrintLayout.h"
 #include "core/Staging.h"
 #include "reports/Comissao.h"
-#include "reports/ComissaoColunas.h"
+#include "reports/ComissaoColumns.h"
 #include "ui/grid/CellEditor.h"
 #include "ui_Comissao.h"
 
@@ -14,25 +14,25 @@ namespace tarvessa {
 
 void Comissao::imprime() {
     if (m_editor->isOpen())
-        confirmaEdicao();
-    QStringList linhas;
-    for (int linha = 1; linha <= linhasDeVendedores(); ++linha)
-        linhas.append(insertDaLinha(linha));
-    fillStaging(u"Truncate Relat2"_s, linhas);
+        commitEditor();
+    QStringList inserts;
+    for (int row = 1; row <= sellerRows(); ++row)
+        inserts.append(insertOf(row));
+    fillStaging(u"Truncate Relat2"_s, inserts);
     printLayout(u"COMISSAO.RPT"_s, {u"Titulo='PERÍODO DE "_s + m_periodo->inicioTela() + u" À "_s +
                                     m_periodo->fimTela() + u"'"_s});
 }
 
-QString Comissao::insertDaLinha(int linha) const {
-    const auto texto = [this, linha](int coluna) { return ui->Grid1->text(linha, coluna); };
-    const auto ponto = [&texto](int coluna) { return ValorNumerico(texto(coluna)).ponto(); };
-    return u"Insert into relat2 Set Codigo1='"_s + texto(comissao::Codigo) + u"',Texto1='"_s +
-           texto(comissao::Nome) + u"',Valor1="_s + ponto(comissao::Pao) + u", Valor2="_s +
+QString Comissao::insertOf(int row) const {
+    const auto text = [this, row](int column) { return ui->Grid1->text(row, column); };
+    const auto ponto = [&text](int column) { return ValorNumerico(text(column)).ponto(); };
+    return u"Insert into relat2 Set Codigo1='"_s + text(comissao::Codigo) + u"',Texto1='"_s +
+           text(comissao::Nome) + u"',Valor1="_s + ponto(comissao::Pao) + u", Valor2="_s +
            ponto(comissao::PorcPao) + u", Valor3="_s + ponto(comissao::ComissaoPao) + u", Valor4="_s +
            ponto(comissao::Outros) + u", Valor5="_s + ponto(comissao::PorcOutros) + u", Valor6="_s +
            ponto(comissao::ComissaoOutros) + u", Valor7="_s + ponto(comissao::TotalVendas) + u", Valor8="_s +
            ponto(comissao::TotalComissao) + u", Valor9="_s + ponto(comissao::Devolucoes) + u", Texto2='"_s +
-           texto(comissao::PorcDevolucoes) + u"'"_s;
+           text(comissao::PorcDevolucoes) + u"'"_s;
 }
 
 } // namespace tarvessa

@@ -5,11 +5,13 @@
 #include "core/AcessoDados.h"
 #include "core/Esquema.h"
 #include "core/Teclado.h"
-#include "reports/ExtratoColunas.h"
+#include "reports/ExtratoVendedorColumns.h"
 #include "ui/BusyPointer.h"
 #include "ui/Guard.h"
 #include "ui/grid/FitToGrids.h"
 #include "ui_ExtratoVendedor.h"
+
+#include <array>
 
 using namespace Qt::StringLiterals;
 
@@ -17,24 +19,26 @@ namespace tarvessa {
 
 namespace {
 
-// Twips, by column.
-constexpr std::array<int, 6> larguras = {1200, 1000, 5100, 1500, 1500, 1500};
-constexpr int alturaDaLinha = 340;
-constexpr int clienteEstreito = 4850;
-constexpr int linhasSemRolagem = 23;
+// Twips.
+constexpr std::array<int, 6> columnWidths = {1200, 1000, 5100, 1500, 1500, 1500};
+constexpr int narrowCustomerWidth = 4850;
+constexpr int rowHeight = 340;
 
-bool ehPao(const QString& descricao) {
-    const QString maiuscula = descricao.toUpper();
-    return maiuscula.contains(u"PÃO"_s) || maiuscula.contains(u"PAO"_s);
+// With more rows, header included, the grid scrolls.
+constexpr int rowsWithoutScrolling = 23;
+
+bool isPao(const QString& descricao) {
+    const QString upper = descricao.toUpper();
+    return upper.contains(u"PÃO"_s) || upper.contains(u"PAO"_s);
 }
 
-QString dataDaNota(const odbc::Field& campo) {
-    return TextoTela(QDate::fromString(campo.text(), Qt::ISODate));
+QString dateText(const odbc::Field& field) {
+    return TextoTela(QDate::fromString(field.text(), Qt::ISODate));
 }
 
 Dinheiro comissao(Dinheiro vendas, const QString& percentual) {
-    constexpr int centavos = 2;
-    return Proporcao(vendas, ValorNumerico(percentual), Dinheiro(100), centavos);
+    constexpr int cents = 2;
+    return Proporcao(vendas, ValorNumerico(percentual), Dinheiro(100), cents);
 }
 
 } // namespace
@@ -42,10 +46,10 @@ Dinheiro comissao(Dinheiro vendas, const QString& percentual) {
 ExtratoVendedor::ExtratoVendedor(QWidget* parent)
     : QDialog(parent), ui(std::make_unique<Ui::ExtratoVendedor>()) {
     ui->setupUi(this);
-    ui->Grid1->setMinimumRowTwips(alturaDaLinha);
+    ui->Grid1->setMinimumRowTwips(rowHeight);
     ui->Grid1->setFormat(u"^DATA|>Nº NF|<CLIENTE|>R$ TOTAL PÃO|>R$ TOT.OUTROS|>R$ TOTAL NF"_s);
-    ajustaGrid();
-    fitToGrids(this, {ui->Grid1}, linhasSemRolagem);
+    resetGrid();
+    fitToGrids(this, {ui->Grid1}, rowsWithoutScrolling);
     new Teclado(this, [this] { reject(); });
     onSignal(ui->Command1, &QPushButton::clicked, this, [this](bool) { imprime(); });
 }
@@ -56,71 +60,71 @@ void ExtratoVendedor::Carrega(qint32 codigoVendedor, const QString& nomeVendedor
                               const QString& dataFinal, const QString& comissaoPao,
                               const QString& comissaoOutros, const QString& totalDevolucao) {
     {
-        const BusyPointer ampulheta;
+        const BusyPointer busy;
         ui->Label1->setText(QString::number(codigoVendedor) + u" - "_s + nomeVendedor +
                             u"    -   PERÍODO DE "_s + dataInicial + u" A "_s + dataFinal);
-        ajustaGrid();
-        const Somas somas =
-            listaNotas(codigoVendedor, TextoSQL(DataDaTela(dataInicial)), TextoSQL(DataDaTela(dataFinal)));
+        resetGrid();
+        TemRegistro = AbreRS(
+            queryOf(codigoVendedor, TextoSQL(DataDaTela(dataInicial)), TextoSQL(DataDaTela(dataFinal))));
+        const Somas somas = listaNotas(rs);
+        rs.close();
         mostraTotais(somas, comissaoPao, comissaoOutros, totalDevolucao);
-        if (ui->Grid1->rows() > linhasSemRolagem)
-            ui->Grid1->setColumnTwips(extrato::Cliente, clienteEstreito);
+        if (ui->Grid1->rows() > rowsWithoutScrolling)
+            ui->Grid1->setColumnTwips(extratovendedor::Cliente, narrowCustomerWidth);
     }
     exec();
 }
 
-void ExtratoVendedor::ajustaGrid() {
+void ExtratoVendedor::resetGrid() {
     ui->Grid1->setRows(1);
-    for (size_t coluna = 0; coluna < larguras.size(); ++coluna)
-        ui->Grid1->setColumnTwips(static_cast<int>(coluna), larguras[coluna]);
+    for (size_t column = 0; column < columnWidths.size(); ++column)
+        ui->Grid1->setColumnTwips(static_cast<int>(column), columnWidths[column]);
 }
 
-ExtratoVendedor::Somas ExtratoVendedor::listaNotas(qint32 codigoVendedor, const QString& inicio,
-                                                   const QString& fim) {
+QString ExtratoVendedor::queryOf(qint32 codigoVendedor, const QString& start, const QString& end) {
     const QString codigo = QString::number(codigoVendedor);
-    TemRegistro = AbreRS(
-        u"SELECT m.nr_nf, m.descricao, n.razsoc, m.totalvenda, m.dataemissao FROM movsaient AS m "
-        "Inner JOIN nfsaida AS n ON m.nr_nf=n.nrnf AND m.serienf=n.SerieNF "
-        "WHERE m.dataemissao>='"_s +
-        inicio + u"' AND m.dataemissao<='"_s + fim + u"' AND m.entrsai='S' AND n.CodVendedor="_s + codigo +
-        u" AND m.cancelado='N' and m.cfop in "
-        "('5101','5102','5104','5401','5403','5405','6101','6102','6104','6401','6403','6404') "
-        "Union All "
-        "SELECT m.nr_nf, m.descricao, n.razsoc, -1 * m.totalvenda, m.dataemissao FROM movsaient AS m "
-        "Inner JOIN nfsaida AS n ON m.nr_nf=n.nrnf AND m.serienf=n.SerieNF "
-        "WHERE m.dataemissao>='"_s +
-        inicio + u"' AND m.dataemissao<='"_s + fim + u"' AND m.entrsai='E' AND n.CodVendedor="_s + codigo +
-        u" AND m.cancelado='N' and m.cfop in ('1202','1411','2202','2411') order by nr_nf"_s);
-    const int nrNf = rs.column(esquema::movsaient::nrNf);
-    const int descricao = rs.column(esquema::movsaient::descricao);
-    const int razSoc = rs.column(esquema::nfsaida::razSoc);
-    const int totalVenda = rs.column(esquema::movsaient::totalVenda);
-    const int dataEmissao = rs.column(esquema::movsaient::dataEmissao);
-    const Grid::Fill preenchimento(ui->Grid1);
+    return u"SELECT m.nr_nf, m.descricao, n.razsoc, m.totalvenda, m.dataemissao FROM movsaient AS m "
+           "Inner JOIN nfsaida AS n ON m.nr_nf=n.nrnf AND m.serienf=n.SerieNF "
+           "WHERE m.dataemissao>='"_s +
+           start + u"' AND m.dataemissao<='"_s + end + u"' AND m.entrsai='S' AND n.CodVendedor="_s + codigo +
+           u" AND m.cancelado='N' and m.cfop in "
+           "('5101','5102','5104','5401','5403','5405','6101','6102','6104','6401','6403','6404') "
+           "Union All "
+           "SELECT m.nr_nf, m.descricao, n.razsoc, -1 * m.totalvenda, m.dataemissao FROM movsaient AS m "
+           "Inner JOIN nfsaida AS n ON m.nr_nf=n.nrnf AND m.serienf=n.SerieNF "
+           "WHERE m.dataemissao>='"_s +
+           start + u"' AND m.dataemissao<='"_s + end + u"' AND m.entrsai='E' AND n.CodVendedor="_s + codigo +
+           u" AND m.cancelado='N' and m.cfop in ('1202','1411','2202','2411') order by nr_nf"_s;
+}
+
+// Lines come ordered by invoice number; a sale and a return of the same number make one row.
+ExtratoVendedor::Somas ExtratoVendedor::listaNotas(odbc::ResultSet& lines) {
+    const int nrNf = lines.column(esquema::movsaient::nrNf);
+    const int descricao = lines.column(esquema::movsaient::descricao);
+    const int razSoc = lines.column(esquema::nfsaida::razSoc);
+    const int totalVenda = lines.column(esquema::movsaient::totalVenda);
+    const int dataEmissao = lines.column(esquema::movsaient::dataEmissao);
+    const Grid::Fill fill(ui->Grid1);
     Somas gerais;
-    while (!rs.atEnd()) {
-        const QString numero = rs.field(nrNf).text();
-        const QString data = dataDaNota(rs.field(dataEmissao));
-        const QString cliente = rs.field(razSoc).text();
+    while (!lines.atEnd()) {
+        const QString numero = lines.field(nrNf).text();
+        const QString data = dateText(lines.field(dataEmissao));
+        const QString cliente = lines.field(razSoc).text();
         Somas nota;
-        for (; !rs.atEnd() && rs.field(nrNf).text() == numero; rs.moveNext()) {
-            const Dinheiro valor = Dinheiro::dePonto(rs.field(totalVenda).text());
-            (ehPao(rs.field(descricao).text()) ? nota.pao : nota.outros) += valor;
-        }
+        for (; !lines.atEnd() && lines.field(nrNf).text() == numero; lines.moveNext())
+            (isPao(lines.field(descricao).text()) ? nota.pao : nota.outros) +=
+                lines.field(totalVenda).decimal();
         ui->Grid1->addRow({data, numero, cliente, FormataDinheiro(nota.pao), FormataDinheiro(nota.outros),
                            FormataDinheiro(nota.pao + nota.outros)});
         gerais.pao += nota.pao;
         gerais.outros += nota.outros;
     }
-    rs.close();
     return gerais;
 }
 
 void ExtratoVendedor::mostraTotais(const Somas& somas, const QString& comissaoPao,
                                    const QString& comissaoOutros, const QString& totalDevolucao) {
-    const auto percentual = [](const QString& texto) {
-        return Formata(ValorNumerico(texto), u"###,##0.0##");
-    };
+    const auto percentual = [](const QString& text) { return Formata(ValorNumerico(text), u"###,##0.0##"); };
     ui->TotGerPao->setText(FormataDinheiro(somas.pao));
     ui->PorcComissPao->setText(percentual(comissaoPao));
     ui->TotalComissaoPao->setText(FormataDinheiro(comissao(somas.pao, comissaoPao)));

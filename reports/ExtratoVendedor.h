@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/Dinheiro.h"
+#include "odbc/ResultSet.h"
 
 #include <QDialog>
 
@@ -13,7 +14,7 @@ class ExtratoVendedor;
 namespace tarvessa {
 
 /// The statement of one seller: the invoices of a period, each split into bread and other goods, and the
-/// commission on both. Reads movsaient and nfsaida; printing fills relat2.
+/// commission on both. Reads movsaient and nfsaida; printing empties and fills relat2.
 class ExtratoVendedor : public QDialog {
     Q_OBJECT
 
@@ -34,14 +35,15 @@ class ExtratoVendedor : public QDialog {
     };
 
     // The screen (ExtratoVendedor.cpp)
-    void ajustaGrid();
-    Somas listaNotas(qint32 codigoVendedor, const QString& inicio, const QString& fim);
+    void resetGrid();
+    static QString queryOf(qint32 codigoVendedor, const QString& start, const QString& end);
+    Somas listaNotas(odbc::ResultSet& lines);
     void mostraTotais(const Somas& somas, const QString& comissaoPao, const QString& comissaoOutros,
                       const QString& totalDevolucao);
 
-    // Printing (ExtratoImpressao.cpp)
+    // Printing (ExtratoVendedorImpressao.cpp)
     void imprime();
-    QString insertDaLinha(int linha) const;
+    QString insertOf(int row) const;
     void defineFormulas();
 
     std::unique_ptr<Ui::ExtratoVendedor> ui;

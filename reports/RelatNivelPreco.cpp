@@ -18,28 +18,28 @@ RelatNivelPreco::RelatNivelPreco(QWidget* parent)
     ui->setupUi(this);
     ui->TabelaPreco->setLineEdit(new TextBox);
     ui->TabelaPreco->lineEdit()->setAccessibleName(ui->Label1->text());
-    carregaNiveis();
+    TemRegistro = AbreRS(u"Select Titulom1,Titulom2,Titulom3,Titulom4 from Empresa"_s);
+    listaNiveis(rs);
+    rs.close();
     new Teclado(this, [this] { reject(); });
-    onSignal(ui->Command4, &QPushButton::clicked, this, [this](bool) { Command4_Click(); });
+    onSignal(ui->Command4, &QPushButton::clicked, this, [this](bool) { geraRelatorio(); });
 }
 
 RelatNivelPreco::~RelatNivelPreco() = default;
 
-void RelatNivelPreco::carregaNiveis() {
-    constexpr int niveis = 4;
+void RelatNivelPreco::listaNiveis(const odbc::ResultSet& empresa) {
+    constexpr int levels = 4;
     ui->TabelaPreco->clear();
-    TemRegistro = AbreRS(u"Select Titulom1,Titulom2,Titulom3,Titulom4 from Empresa"_s);
-    for (int n = 1; n <= niveis; ++n) {
-        const QString numero = QString::number(n);
-        const QString titulo = NuloVazio(rs.field(u"Titulom"_s + numero));
+    for (int n = 1; n <= levels; ++n) {
+        const QString number = QString::number(n);
+        const QString titulo = NuloVazio(empresa.field(u"Titulom"_s + number));
         if (!titulo.isEmpty())
-            ui->TabelaPreco->addItem(numero + u" - "_s + titulo.toUpper());
+            ui->TabelaPreco->addItem(number + u" - "_s + titulo.toUpper());
     }
-    rs.close();
     ui->TabelaPreco->setCurrentIndex(-1);
 }
 
-void RelatNivelPreco::Command4_Click() {
+void RelatNivelPreco::geraRelatorio() {
     const qint32 nivel = ValorInteiro(ui->TabelaPreco->currentText());
     if (nivel == 0) {
         boxes::inform(this, u"Obrigatória a seleção de um nível de preço. Verifique!!!"_s);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "odbc/ResultSet.h"
+
 #include <QDialog>
 
 #include <memory>
@@ -10,8 +12,8 @@ class RelatNivelPreco;
 
 namespace tarvessa {
 
-/// Prints the active customers of one price level. The level is chosen from the list or typed: whatever the
-/// text, its leading number counts. Reads the titles of Empresa.
+/// Prints the active customers of one price level. The level is chosen from the list or typed; the number at
+/// the start of the text counts. Reads the levels' titles from Empresa.
 class RelatNivelPreco : public QDialog {
     Q_OBJECT
 
@@ -21,8 +23,8 @@ class RelatNivelPreco : public QDialog {
     ~RelatNivelPreco() override;
 
   private:
-    void carregaNiveis();
-    void Command4_Click();
+    void listaNiveis(const odbc::ResultSet& empresa);
+    void geraRelatorio();
 
     std::unique_ptr<Ui::RelatNivelPreco> ui;
 };

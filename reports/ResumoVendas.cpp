@@ -9,6 +9,7 @@
 #include "ui_ResumoVendas.h"
 
 #include <QLabel>
+#include <QVBoxLayout>
 
 using namespace Qt::StringLiterals;
 
@@ -16,9 +17,9 @@ namespace tarvessa {
 
 namespace {
 
-// Twips, by column.
-constexpr std::array<int, 6> larguras = {1750, 4900, 3500, 1405, 1405, 1405};
-constexpr int alturaDaLinha = 340;
+// Twips.
+constexpr std::array<int, 6> columnWidths = {1750, 4900, 3500, 1405, 1405, 1405};
+constexpr int rowHeight = 340;
 
 } // namespace
 
@@ -33,57 +34,57 @@ ResumoVendas::ResumoVendas(QWidget* parent) : QDialog(parent), ui(std::make_uniq
     ui->Command4->setShortcut(Qt::ALT | Qt::Key_G);
     ui->Command4->setToolTip(u"Tecla de atalho: "_s +
                              ui->Command4->shortcut().toString(QKeySequence::NativeText));
-    fazAbas();
+    makeTabs();
     FormataGrid();
-    QList<Grid*> grades;
-    for (const Nivel& nivel : m_niveis)
-        grades.append(nivel.TabelaPreco);
-    fitToGrids(this, grades, linhasSemRolagem);
+    QList<Grid*> grids;
+    for (const Tab& tab : m_tabs)
+        grids.append(tab.TabelaPreco);
+    fitToGrids(this, grids, rowsWithoutScrolling);
 
     new Teclado(this, [this] { reject(); });
-    onSignal(ui->Command4, &QPushButton::clicked, this, [this](bool) { Command4_Click(); });
+    onSignal(ui->Command4, &QPushButton::clicked, this, [this](bool) { geraRelatorio(); });
 }
 
 ResumoVendas::~ResumoVendas() = default;
 
-void ResumoVendas::fazAbas() {
-    for (int n = 1; n <= niveis; ++n) {
-        const QString nome = u"Preço %1"_s.arg(n);
-        auto* aba = new QWidget;
-        auto* pagina = new QVBoxLayout(aba);
-        auto* grade = new Grid;
-        grade->setObjectName(u"TabelaPreco(%1)"_s.arg(n));
-        grade->setAccessibleName(nome);
-        grade->setMinimumRowTwips(alturaDaLinha);
-        grade->setFormat(u"^CNPJ|<RAZÃO SOCIAL|<FANTASIA|>R$ TOTAL|>R$ DEVOLUÇÃO|>% DEVOLVIDO"_s);
+void ResumoVendas::makeTabs() {
+    for (int n = 1; n <= levelCount; ++n) {
+        const QString name = u"Preço %1"_s.arg(n);
+        auto* page = new QWidget;
+        auto* layout = new QVBoxLayout(page);
+        auto* grid = new Grid;
+        grid->setObjectName(u"TabelaPreco(%1)"_s.arg(n));
+        grid->setAccessibleName(name);
+        grid->setMinimumRowTwips(rowHeight);
+        grid->setFormat(u"^CNPJ|<RAZÃO SOCIAL|<FANTASIA|>R$ TOTAL|>R$ DEVOLUÇÃO|>% DEVOLVIDO"_s);
         auto* total = new QLabel;
         total->setObjectName(u"Label4(%1)"_s.arg(n));
         total->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-        QFont negrito = total->font();
-        negrito.setBold(true);
-        total->setFont(negrito);
-        pagina->addWidget(grade);
-        pagina->addWidget(total);
-        ui->TabPreco->addTab(aba, nome);
-        m_niveis[static_cast<size_t>(n - 1)] = {grade, total};
+        QFont bold = total->font();
+        bold.setBold(true);
+        total->setFont(bold);
+        layout->addWidget(grid);
+        layout->addWidget(total);
+        ui->TabPreco->addTab(page, name);
+        m_tabs[static_cast<size_t>(n - 1)] = {grid, total};
     }
 }
 
 void ResumoVendas::FormataGrid() {
-    for (const Nivel& nivel : m_niveis) {
-        nivel.TabelaPreco->setRows(1);
-        for (size_t coluna = 0; coluna < larguras.size(); ++coluna)
-            nivel.TabelaPreco->setColumnTwips(static_cast<int>(coluna), larguras[coluna]);
-        nivel.TabelaPreco->setHeaderBold();
-        nivel.Label4->setText(u"TOTAL R$ 0,00"_s);
+    for (const Tab& tab : m_tabs) {
+        tab.TabelaPreco->setRows(1);
+        for (size_t column = 0; column < columnWidths.size(); ++column)
+            tab.TabelaPreco->setColumnTwips(static_cast<int>(column), columnWidths[column]);
+        tab.TabelaPreco->setHeaderBold();
+        tab.Label4->setText(u"TOTAL R$ 0,00"_s);
     }
 }
 
-// The place of a price level among the tabs. Documents without a customer have no level; they are shown with
-// the first, where unknown levels go.
-size_t ResumoVendas::nivelDe(const QString& texto3) {
+// The tab of a price level. Document numbers without a customer have no level; they go to the first tab, as
+// unknown levels do.
+size_t ResumoVendas::tabOf(const QString& texto3) {
     const qint32 n = ValorInteiro(texto3);
-    return n >= 1 && n <= niveis ? static_cast<size_t>(n - 1) : 0;
+    return n >= 1 && n <= levelCount ? static_cast<size_t>(n - 1) : 0;
 }
 
 } // namespace tarvessa

@@ -1,6 +1,8 @@
 #pragma once
 
+#include "base/Dinheiro.h"
 #include "core/Periodo.h"
+#include "odbc/ResultSet.h"
 
 #include <QDialog>
 
@@ -18,9 +20,9 @@ namespace tarvessa {
 class Grid;
 
 /// The sales of a period by customer, on one tab for each price level: net sales, counter exchanges and the
-/// share returned. Reads movsaient, clientes and Orcamento_Troca; empties and fills relat and relat2; prints
-/// nothing. A failing statement, a division by zero (grand total of 0) or a sum that is too large ends a run
-/// as the error report.
+/// share returned. Reads movsaient, clientes and Orcamento_Troca; empties and fills relat and relat2. A run
+/// ends in the error report when a statement fails, a sum overflows, or a grand total of 0 makes the levels'
+/// shares a division by zero.
 class ResumoVendas : public QDialog {
     Q_OBJECT
 
@@ -28,33 +30,39 @@ class ResumoVendas : public QDialog {
     explicit ResumoVendas(QWidget* parent = nullptr);
     ~ResumoVendas() override;
 
-    /// Leaves only the header of each grid, with its widths, and totals of zero.
+    /// Leaves only the header of each grid, with the column widths, and totals of zero.
     void FormataGrid();
 
   private:
-    static constexpr int niveis = 4;
-    // Header included; with more the grid scrolls and the customer's name gives way.
-    static constexpr int linhasSemRolagem = 23;
+    static constexpr int levelCount = 4;
 
-    // A tab's grid and the total of its level.
-    struct Nivel {
+    // With more rows, header included, a grid scrolls and its customer column gives way.
+    static constexpr int rowsWithoutScrolling = 23;
+
+    struct Tab {
         Grid* TabelaPreco = nullptr;
         QLabel* Label4 = nullptr;
     };
 
-    // The screen (ResumoVendas.cpp)
-    void fazAbas();
-    static size_t nivelDe(const QString& texto3);
+    struct Totais {
+        std::array<Dinheiro, levelCount> niveis;
+        Dinheiro geral;
+    };
 
-    // The run (ResumoApuracao.cpp)
-    void Command4_Click();
+    // The screen (ResumoVendas.cpp)
+    void makeTabs();
+    static size_t tabOf(const QString& texto3);
+
+    // The run (ResumoVendasApuracao.cpp)
+    void geraRelatorio();
     void preparaRelat();
-    void mostraClientes();
-    void mostraTotais();
+    void listaClientes(odbc::ResultSet& clientes);
+    static Totais somaPorNivel(odbc::ResultSet& niveis);
+    void mostraTotais(const Totais& totais);
 
     std::unique_ptr<Ui::ResumoVendas> ui;
     std::unique_ptr<Periodo> m_periodo;
-    std::array<Nivel, niveis> m_niveis;
+    std::array<Tab, levelCount> m_tabs;
 };
 
 } // namespace tarvessa

@@ -1,11 +1,9 @@
 #pragma once
 
-#include <array>
-
 /// The columns of the commission grid.
 namespace tarvessa::comissao {
 
-enum Coluna {
+enum Column {
     Codigo,
     Nome,
     Pao,
@@ -21,7 +19,7 @@ enum Coluna {
     Imprime,
 };
 
-/// Below the last seller stand an empty row and the row of totals.
-inline constexpr int linhasDeTotais = 2;
+/// Rows below the last seller: an empty one and the totals.
+inline constexpr int footerRows = 2;
 
 } // namespace tarvessa::comissao

@@ -1,9 +1,9 @@
 #pragma once
 
 /// The columns of a seller's statement.
-namespace tarvessa::extrato {
+namespace tarvessa::extratovendedor {
 
-enum Coluna {
+enum Column {
     Data,
     Numero,
     Cliente,
@@ -12,4 +12,4 @@ enum Coluna {
     Total,
 };
 
-} // namespace tarvessa::extrato
+} // namespace tarvessa::extratovendedor
