@@ -5,8 +5,8 @@
 #include "bench/support/Painted.h"
 #include "core/AcessoDados.h"
 #include "products/PesquisaProduto.h"
+#include "products/ProductQuery.h"
 #include "products/SelecionaProd.h"
-#include "products/TextoPesquisa.h"
 #include "support/PrivateServer.h"
 #include "ui/grid/Grid.h"
 
@@ -103,7 +103,7 @@ QList<Row> productRows(teste::PrivateServer& server) {
     for (const Search& search :
          {Search{u"ESPARSO"_s, 1}, Search{u"CENTENO"_s, 100}, Search{u"MILHEIRO"_s, 5000}}) {
         QString text = search.word;
-        const QString sql = InterpretaTexto(text).sql;
+        const QString sql = productQuery(text).sql;
         std::vector<double> own;
         const auto ours = [&] {
             const Taken taken = timedSearch(search, &form);

@@ -8,8 +8,8 @@
 #include "core/AcessoDados.h"
 #include "support/PrivateServer.h"
 #include "support/StatementLog.h"
-#include "targets/Colunas.h"
 #include "targets/MetasQuadro.h"
+#include "targets/MetasQuadroColumns.h"
 #include "ui/DateBox.h"
 #include "ui/grid/Grid.h"
 
@@ -78,7 +78,7 @@ class Board {
     int reached() const {
         int rows = 0;
         for (int row = 1; row < m_grid->rows(); ++row)
-            if (!m_grid->text(row, 0).isEmpty() && m_grid->isBold(row, colunasQuadro::PercMeta))
+            if (!m_grid->text(row, 0).isEmpty() && m_grid->isBold(row, metasquadro::grid2::PercMeta))
                 ++rows;
         return rows;
     }

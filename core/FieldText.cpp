@@ -9,7 +9,7 @@ using namespace Qt::StringLiterals;
 namespace tarvessa {
 
 QString maskedText(const odbc::Field& field, QStringView mask) {
-    return field.isNull() ? QString() : Formata(Dinheiro::dePonto(field.text()), mask);
+    return field.isNull() ? QString() : Formata(field.decimal(), mask);
 }
 
 QString shortDateText(const odbc::Field& field) {

@@ -3,8 +3,9 @@
 #include "core/AcessoDados.h"
 #include "core/Esquema.h"
 #include "core/FieldText.h"
+#include "products/ProductQuery.h"
 #include "products/SelecionaProd.h"
-#include "products/TextoPesquisa.h"
+#include "products/SelecionaProdColumns.h"
 #include "ui/BusyPointer.h"
 #include "ui/MessageBoxes.h"
 #include "ui/TextMeasure.h"
@@ -22,18 +23,60 @@ QString CodigoSelecionado;
 
 namespace {
 
-constexpr double larguraDeUmaLinha = 3700;
-constexpr int alturaDeUmaLinha = 240;
-constexpr QColor roxo(0x80, 0x00, 0x80);
+// Twips
+constexpr double lineWidth = 3700;
+constexpr int lineHeight = 240;
 
-bool abre(const ConsultaProduto& consulta) {
-    const BusyPointer ocupado;
-    TemRegistro = AbreRS(consulta.sql);
-    if (!TemRegistro && !consulta.alternativa.isEmpty()) {
+constexpr QColor purple(0x80, 0x00, 0x80);
+
+void openProducts(const ProductQuery& query) {
+    const BusyPointer busy;
+    TemRegistro = AbreRS(query.sql);
+    if (rs.atEnd() && !query.alternative.isEmpty()) {
         rs.close();
-        TemRegistro = AbreRS(consulta.alternativa);
+        TemRegistro = AbreRS(query.alternative);
     }
-    return TemRegistro;
+}
+
+struct ProductColumns {
+    explicit ProductColumns(const odbc::ResultSet& products)
+        : codFabr(products.column(esquema::produtos::codFabr)),
+          descricao(products.column(esquema::produtos::descricao)),
+          quantidade(products.column(esquema::produtos::quantidade)),
+          venda(products.column(esquema::produtos::venda)),
+          venda2(products.column(esquema::produtos::venda2)),
+          venda3(products.column(esquema::produtos::venda3)),
+          venda4(products.column(esquema::produtos::venda4)),
+          ultimaAlteracao(products.column(esquema::produtos::ultimaAlteracao)),
+          aplicacao(products.column(esquema::produtos::aplicacao)),
+          quantidade2(products.column(esquema::produtos::quantidade2)),
+          observacao(products.column(esquema::produtos::observacao)),
+          unidade(products.column(esquema::produtos::unidade)),
+          linhaProd(products.column(esquema::produtos::linhaProd)) {}
+
+    int codFabr, descricao, quantidade, venda, venda2, venda3, venda4, ultimaAlteracao, aplicacao,
+        quantidade2, observacao, unidade, linhaProd;
+};
+
+void addProduct(Grid* grid, const odbc::ResultSet& products, const ProductColumns& in) {
+    constexpr QStringView whole = u"###,###,##0";
+    constexpr QStringView quantity = u"###,##0.000";
+    grid->addRow({products.field(in.codFabr).text(), products.field(in.descricao).text(),
+                  maskedText(products.field(in.quantidade), quantity),
+                  maskedText(products.field(in.venda), whole), maskedText(products.field(in.venda2), whole),
+                  maskedText(products.field(in.venda3), whole), maskedText(products.field(in.venda4), whole),
+                  shortDateText(products.field(in.ultimaAlteracao)), products.field(in.aplicacao).text(),
+                  maskedText(products.field(in.quantidade2), quantity), products.field(in.observacao).text(),
+                  products.field(in.unidade).text()});
+    if (products.field(in.linhaProd).integer() > 0)
+        grid->setForeColor(grid->rows() - 1, selecionaprod::Descricao, purple);
+}
+
+// Room for a description that is printed on more than one line; 0 for the usual height.
+int wrappedHeight(double descriptionWidth) {
+    if (descriptionWidth <= lineWidth)
+        return 0;
+    return static_cast<int>(std::nearbyint((descriptionWidth / lineWidth + 1) * lineHeight));
 }
 
 // Screens are opened from one another; the first of them is the main window.
@@ -45,61 +88,53 @@ QFont mainWindowFont(const QWidget* form) {
     return form->font();
 }
 
-/// Walks rs to its end into the grid; gives the first row whose description starts with the text, 0 for none.
-int preenche(Grid* grid, const QString& texto, TextMeasure medida) {
-    const int codigo = rs.column(esquema::produtos::codFabr);
-    const int descricao = rs.column(esquema::produtos::descricao);
-    const int estoque = rs.column(esquema::produtos::quantidade);
-    const std::array precos = {rs.column(esquema::produtos::venda), rs.column(esquema::produtos::venda2),
-                               rs.column(esquema::produtos::venda3), rs.column(esquema::produtos::venda4)};
-    const int alteracao = rs.column(esquema::produtos::ultimaAlteracao);
-    const int aplicacao = rs.column(esquema::produtos::aplicacao);
-    const int deposito = rs.column(esquema::produtos::quantidade2);
-    const int observacao = rs.column(esquema::produtos::observacao);
-    const int unidade = rs.column(esquema::produtos::unidade);
-    const int linhaProd = rs.column(esquema::produtos::linhaProd);
-    constexpr QStringView inteiro = u"###,###,##0";
-    constexpr QStringView quantidade = u"###,##0.000";
-
-    const bool umaPalavra = !texto.contains(u' ');
-    int preSelecionada = 0;
-    std::vector<std::pair<int, int>> alturas;
+/// Walks the products to their end into the grid; gives the first row whose description starts with the text,
+/// 0 for none.
+int fill(Grid* grid, odbc::ResultSet& products, const QString& text, TextMeasure printed) {
+    const ProductColumns columns(products);
+    const bool oneWord = !text.contains(u' ');
+    int preselected = 0;
+    std::vector<std::pair<int, int>> heights;
     {
-        const Grid::Fill preenchimento(grid);
-        for (; !rs.atEnd(); rs.moveNext()) {
-            const QString nome = rs.field(descricao).text();
-            grid->addRow({rs.field(codigo).text(), nome, maskedText(rs.field(estoque), quantidade),
-                          maskedText(rs.field(precos[0]), inteiro), maskedText(rs.field(precos[1]), inteiro),
-                          maskedText(rs.field(precos[2]), inteiro), maskedText(rs.field(precos[3]), inteiro),
-                          shortDateText(rs.field(alteracao)), rs.field(aplicacao).text(),
-                          maskedText(rs.field(deposito), quantidade), rs.field(observacao).text(),
-                          rs.field(unidade).text()});
-            const int linha = grid->rows() - 1;
-            if (umaPalavra && preSelecionada == 0 && nome.startsWith(texto))
-                preSelecionada = linha;
-            const double largura = medida.twips(nome);
-            if (largura > larguraDeUmaLinha)
-                alturas.emplace_back(linha, static_cast<int>(std::nearbyint(
-                                                (largura / larguraDeUmaLinha + 1) * alturaDeUmaLinha)));
-            if (rs.field(linhaProd).integer() > 0)
-                grid->setForeColor(linha, SelecionaProd::Descricao, roxo);
+        const Grid::Fill filling(grid);
+        for (; !products.atEnd(); products.moveNext()) {
+            addProduct(grid, products, columns);
+            const int row = grid->rows() - 1;
+            const QStringView description = grid->textView(row, selecionaprod::Descricao);
+            if (oneWord && preselected == 0 && description.startsWith(text))
+                preselected = row;
+            if (const int height = wrappedHeight(printed.twips(description)))
+                heights.emplace_back(row, height);
         }
     }
-    for (const auto& [linha, altura] : alturas)
-        grid->setRowTwips(linha, altura);
-    return preSelecionada;
+    for (const auto& [row, height] : heights)
+        grid->setRowTwips(row, height);
+    return preselected;
+}
+
+/// Shows the selection screen over the products; CodigoSelecionado then holds the operator's choice.
+void choose(odbc::ResultSet& products, const QString& text, QWidget* form) {
+    SelecionaProd screen(form);
+    {
+        const BusyPointer busy;
+        screen.showRow(fill(screen.grid(), products, text, TextMeasure(mainWindowFont(form))));
+    }
+    screen.exec();
+    products.close();
+    screen.rethrow();
 }
 
 } // namespace
 
 QString PesquisaProduto(QString& texto, QWidget* form) {
     CodigoSelecionado.clear();
-    const ConsultaProduto consulta = InterpretaTexto(texto);
-    if (!consulta.recusa.isEmpty()) {
-        boxes::exclaim(form, consulta.recusa);
+    const ProductQuery query = productQuery(texto);
+    if (!query.refusal.isEmpty()) {
+        boxes::exclaim(form, query.refusal);
         return {};
     }
-    if (!abre(consulta)) {
+    openProducts(query);
+    if (rs.atEnd()) {
         boxes::exclaim(form, u"Descrição não cadastrada. Verifique!!!"_s);
         rs.close();
         return {};
@@ -112,15 +147,7 @@ QString PesquisaProduto(QString& texto, QWidget* form) {
     }
     CodigoSelecionado.clear();
     rs.moveFirst();
-
-    SelecionaProd tela(form);
-    {
-        const BusyPointer ocupado;
-        tela.mostraLinha(preenche(tela.grid(), texto, TextMeasure(mainWindowFont(form))));
-    }
-    tela.exec();
-    rs.close();
-    tela.confere();
+    choose(rs, texto, form);
     return CodigoSelecionado;
 }
 

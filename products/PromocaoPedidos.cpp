@@ -5,7 +5,8 @@
 #include "core/Esquema.h"
 #include "core/FieldText.h"
 #include "core/Teclado.h"
-#include "products/PesquisaProduto.h"
+#include "products/ProductBox.h"
+#include "products/PromocaoPedidosColumns.h"
 #include "ui/BusyPointer.h"
 #include "ui/FieldLeave.h"
 #include "ui/FitToScreen.h"
@@ -13,23 +14,25 @@
 #include "ui/MessageBoxes.h"
 #include "ui_PromocaoPedidos.h"
 
-#include <QScopedValueRollback>
-
 using namespace Qt::StringLiterals;
 
 namespace tarvessa {
 
 namespace {
 
-// Twips
-constexpr std::array larguras = {900, 4260, 3000, 2450, 900, 1000, 850};
-constexpr int larguraFantasiaComRolagem = 2750;
-constexpr int linhasComRolagem = 16;
-constexpr int alturaDeLinha = 360;
+using namespace promocaopedidos;
 
-const QString selecionarTodos = u"SELECIONAR TODOS"_s;
-const QString desmarcarTodos = u"DESMARCAR TODOS"_s;
-const QString inicioDeDesmarcar = u"DESMARCAR"_s;
+// Twips
+constexpr std::array widths = {900, 4260, 3000, 2450, 900, 1000, 850};
+constexpr int tradeNameWidthBesideScrollBar = 2750;
+constexpr int rowHeight = 360;
+
+// Header included
+constexpr int rowsThatScroll = 16;
+
+const QString selectAllCaption = u"SELECIONAR TODOS"_s;
+const QString clearAllCaption = u"DESMARCAR TODOS"_s;
+const QString clearAllMark = u"DESMARCAR"_s;
 
 } // namespace
 
@@ -40,59 +43,46 @@ PromocaoPedidos::PromocaoPedidos(QWidget* parent, const QIcon& tick)
     ui->Venda->setSelectsOnFocus();
     ui->Venda->setDecimal();
     ui->Venda->showText(FormataDinheiro(Dinheiro()));
-    defineGrid(tick);
+    setUpGrid(tick);
+    m_product = new ProductBox(ui->Descricao, this,
+                               {u"Descricao"_s, u"Descricao inexistente. Verifique!!!"_s,
+                                ProductBox::Unknown::KeepText, [this](const QString& codigo) {
+                                    ui->Grid1->setRows(1);
+                                    listaPedidos(codigo);
+                                }});
 
     new Teclado(this, [this] { reject(); });
     onSignal(ui->Descricao, &QLineEdit::textChanged, this, [this](const QString&) { Descricao_Change(); });
-    onSignal(new FieldLeave(ui->Descricao), &FieldLeave::left, this, [this] { Descricao_LostFocus(); });
     onSignal(new FieldLeave(ui->Venda), &FieldLeave::left, this, [this] { Venda_LostFocus(); });
-    onSignal(ui->Grid1, &Grid::cellClicked, this,
-             [this](int linha, int coluna) { Grid1_Click(linha, coluna); });
-    // The second of two quick clicks comes as a double one and ticks all the same.
+    onSignal(ui->Grid1, &Grid::cellClicked, this, [this](int row, int column) { Grid1_Click(row, column); });
+    // The second of two quick clicks arrives as a double click and has to tick as well.
     onSignal(ui->Grid1, &Grid::cellDoubleClicked, this,
-             [this](int linha, int coluna) { Grid1_Click(linha, coluna); });
+             [this](int row, int column) { Grid1_Click(row, column); });
     onSignal(ui->Command2, &QPushButton::clicked, this, [this](bool) { Command2_Click(); });
     onSignal(ui->Command1, &QPushButton::clicked, this, [this](bool) { Command1_Click(); });
 }
 
 PromocaoPedidos::~PromocaoPedidos() = default;
 
-void PromocaoPedidos::defineGrid(const QIcon& tick) {
+void PromocaoPedidos::setUpGrid(const QIcon& tick) {
     ui->Grid1->setFormat(u">ID|<CLIENTE|<FANTASIA|<CIDADE|>QUANT|>R$ UNIT|^SELEÇÃO"_s);
     ui->Grid1->setHeaderBold();
-    for (size_t coluna = 0; coluna < larguras.size(); ++coluna)
-        ui->Grid1->setColumnTwips(static_cast<int>(coluna), larguras[coluna]);
-    ui->Grid1->setMinimumRowTwips(alturaDeLinha);
+    for (size_t column = 0; column < widths.size(); ++column)
+        ui->Grid1->setColumnTwips(static_cast<int>(column), widths[column]);
+    ui->Grid1->setMinimumRowTwips(rowHeight);
     ui->Grid1->setTickColumn(Selecao, tick);
-    ui->Grid1->setPreferredRows(linhasComRolagem);
+    ui->Grid1->setPreferredRows(rowsThatScroll);
     fitToScreen(this);
 }
 
 // A list never stays under a different product.
-void PromocaoPedidos::Descricao_Change() {
+void PromocaoPedidos::esvaziaLista() {
     ui->Grid1->setRows(1);
     ui->Command2->setEnabled(false);
 }
 
-void PromocaoPedidos::Descricao_LostFocus() {
-    if (m_pesquisando || ui->Descricao->text().isEmpty())
-        return;
-    const QScopedValueRollback<bool> umaDeCadaVez(m_pesquisando, true);
-    QString texto = ui->Descricao->lookUpText();
-    const QString codigo = PesquisaProduto(texto, this);
-    TemRegistro = AbreRS(u"Select Descricao from produtos where CodFabr='"_s + codigo + u"'"_s);
-    if (!TemRegistro) {
-        boxes::inform(this, u"Descricao inexistente. Verifique!!!"_s);
-        rs.close();
-        return;
-    }
-    ui->Descricao->showText(rs.field(esquema::produtos::descricao).text());
-    ui->Grid1->setRows(1);
-    listaPedidos(codigo);
-}
-
 void PromocaoPedidos::listaPedidos(const QString& codigo) {
-    const BusyPointer ocupado;
+    const BusyPointer busy;
     TemRegistro = AbreRS(
         u"Select o.id, c.nome, c.fantasia, c.cidade, o.quantidade, o.unitario from orcamento as o left join "
         "clientes as c on o.codigocli=c.codigo Where o.situacaoorc in ('A','C') and o.tipooperacao='P' and "
@@ -105,7 +95,7 @@ void PromocaoPedidos::listaPedidos(const QString& codigo) {
     const int quantidade = rs.column(esquema::orcamento::quantidade);
     const int unitario = rs.column(esquema::orcamento::unitario);
     {
-        const Grid::Fill preenchimento(ui->Grid1);
+        const Grid::Fill filling(ui->Grid1);
         for (; !rs.atEnd(); rs.moveNext())
             ui->Grid1->addRow({rs.field(id).text(), rs.field(nome).text(), rs.field(fantasia).text(),
                                rs.field(cidade).text(), maskedText(rs.field(quantidade), u"###,##0.000"),
@@ -113,60 +103,69 @@ void PromocaoPedidos::listaPedidos(const QString& codigo) {
     }
     rs.close();
     if (ui->Grid1->rows() > 1) {
-        ui->Command2->setText(selecionarTodos);
+        ui->Command2->setText(selectAllCaption);
         ui->Command2->setEnabled(true);
     }
-    ui->Grid1->setColumnTwips(Fantasia, ui->Grid1->rows() >= linhasComRolagem ? larguraFantasiaComRolagem
-                                                                              : larguras[Fantasia]);
+    ui->Grid1->setColumnTwips(Fantasia, ui->Grid1->rows() >= rowsThatScroll ? tradeNameWidthBesideScrollBar
+                                                                            : widths[Fantasia]);
 }
 
-void PromocaoPedidos::Grid1_Click(int linha, int coluna) {
-    if (coluna == Selecao)
-        ui->Grid1->setTicked(linha, !ui->Grid1->isTicked(linha));
+void PromocaoPedidos::Grid1_Click(int row, int column) {
+    // A click that leaves the product box makes a new list: it is not meant for a row of it.
+    if (column == Selecao && !m_product->isPending())
+        ui->Grid1->setTicked(row, !ui->Grid1->isTicked(row));
 }
 
-void PromocaoPedidos::Command2_Click() {
-    const bool desmarca = ui->Command2->text().startsWith(inicioDeDesmarcar);
-    for (int linha = 1; linha < ui->Grid1->rows(); ++linha)
-        ui->Grid1->setTicked(linha, !desmarca);
-    ui->Command2->setText(desmarca ? selecionarTodos : desmarcarTodos);
+void PromocaoPedidos::marcaTodos() {
+    if (!m_product->settle())
+        return;
+    const bool clears = ui->Command2->text().startsWith(clearAllMark);
+    for (int row = 1; row < ui->Grid1->rows(); ++row)
+        ui->Grid1->setTicked(row, !clears);
+    ui->Command2->setText(clears ? selectAllCaption : clearAllCaption);
 }
 
-void PromocaoPedidos::Venda_LostFocus() {
-    const QString texto = ui->Venda->text();
-    ui->Venda->showText(FormataDinheiro(EhNumero(texto) ? ValorNumerico(texto) : Dinheiro()));
+QStringList PromocaoPedidos::idsMarcados() const {
+    QStringList ids;
+    for (int row = 1; row < ui->Grid1->rows(); ++row)
+        if (ui->Grid1->isTicked(row))
+            ids.append(ui->Grid1->text(row, Id));
+    return ids;
 }
 
-void PromocaoPedidos::Command1_Click() {
-    // An assistive tool presses the button without leaving the box; what is applied is what the box then
-    // shows.
-    Venda_LostFocus();
+void PromocaoPedidos::formataVenda() {
+    const QString text = ui->Venda->text();
+    ui->Venda->showText(FormataDinheiro(EhNumero(text) ? ValorNumerico(text) : Dinheiro()));
+}
+
+void PromocaoPedidos::atualizaPrecos() {
+    if (!m_product->settle())
+        return;
+    // An assistive tool presses the button without leaving the price box; the price that the box shows once
+    // it is left is the one applied.
+    formataVenda();
     const Dinheiro venda = ValorNumerico(ui->Venda->text());
-    if (venda <= Dinheiro()) {
-        recusa(u"Valor inválido. Verifique!!!"_s);
-        return;
-    }
-    QStringList marcados;
-    for (int linha = 1; linha < ui->Grid1->rows(); ++linha)
-        if (ui->Grid1->isTicked(linha))
-            marcados.append(ui->Grid1->text(linha, Id));
-    if (marcados.isEmpty()) {
-        recusa(u"Não há nenhum pedido selecionado. Verifique!!!"_s);
-        return;
-    }
-    if (!boxes::ask(this, u"Deseja realmente realizar esse processo?"_s, QMessageBox::Information))
-        return;
+    const QStringList ids = idsMarcados();
+    if (venda <= Dinheiro())
+        refuse(u"Valor inválido. Verifique!!!"_s);
+    else if (ids.isEmpty())
+        refuse(u"Não há nenhum pedido selecionado. Verifique!!!"_s);
+    else if (boxes::ask(this, u"Deseja realmente realizar esse processo?"_s, QMessageBox::Information))
+        gravaPrecos(ids, venda);
+}
+
+void PromocaoPedidos::gravaPrecos(const QStringList& ids, Dinheiro venda) {
     {
-        const BusyPointer ocupado;
-        for (const QString& id : std::as_const(marcados))
+        const BusyPointer busy;
+        for (const QString& id : ids)
             Executa(u"Update Orcamento Set unitario="_s + venda.ponto() +
                     u", TotalPed=Round(Unitario*quantidade,2) Where ID="_s + id);
     }
     accept();
 }
 
-void PromocaoPedidos::recusa(const QString& motivo) {
-    boxes::inform(this, motivo);
+void PromocaoPedidos::refuse(const QString& reason) {
+    boxes::inform(this, reason);
     ui->Venda->setFocus();
 }
 

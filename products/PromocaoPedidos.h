@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/Dinheiro.h"
 #include "ui/Pictures.h"
 
 #include <QDialog>
@@ -12,8 +13,10 @@ class PromocaoPedidos;
 
 namespace tarvessa {
 
-/// The screen that gives one product a new unit price in the open pre-sale lines the operator ticks. Reads
-/// produtos, orcamento and clientes; writes orcamento.
+class ProductBox;
+
+/// The screen that gives one product a new unit price in the open pre-sale lines the operator ticks. Modal;
+/// reads `produtos`, `orcamento` and `clientes`, writes `orcamento`.
 class PromocaoPedidos : public QDialog {
     Q_OBJECT
 
@@ -23,26 +26,29 @@ class PromocaoPedidos : public QDialog {
     ~PromocaoPedidos() override;
 
   private:
-    enum Coluna { Id, Cliente, Fantasia, Cidade, Quantidade, Unitario, Selecao };
-
-    void defineGrid(const QIcon& tick);
+    void setUpGrid(const QIcon& tick);
 
     // Product and its open lines
-    void Descricao_Change();
-    void Descricao_LostFocus();
+    void Descricao_Change() { esvaziaLista(); }
+    void esvaziaLista();
     void listaPedidos(const QString& codigo);
 
     // Ticks
-    void Grid1_Click(int linha, int coluna);
-    void Command2_Click();
+    void Grid1_Click(int row, int column);
+    void Command2_Click() { marcaTodos(); }
+    void marcaTodos();
+    QStringList idsMarcados() const;
 
     // Price
-    void Venda_LostFocus();
-    void Command1_Click();
-    void recusa(const QString& motivo);
+    void Venda_LostFocus() { formataVenda(); }
+    void formataVenda();
+    void Command1_Click() { atualizaPrecos(); }
+    void atualizaPrecos();
+    void gravaPrecos(const QStringList& ids, Dinheiro venda);
+    void refuse(const QString& reason);
 
     std::unique_ptr<Ui::PromocaoPedidos> ui;
-    bool m_pesquisando = false;
+    ProductBox* m_product;
 };
 
 } // namespace tarvessa

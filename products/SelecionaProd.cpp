@@ -3,7 +3,7 @@
 #include "core/AcessoDados.h"
 #include "core/Esquema.h"
 #include "products/PesquisaProduto.h"
-#include "products/VisualizadorImagem.h"
+#include "products/SelecionaProdColumns.h"
 #include "ui/FitToScreen.h"
 #include "ui/Guard.h"
 #include "ui/MessageBoxes.h"
@@ -18,47 +18,39 @@ namespace tarvessa {
 
 namespace {
 
-constexpr int larguraCodigo = 1500;
-constexpr int larguraDescricao = 4100;
-constexpr int larguraDescricaoComRolagem = 3820;
-constexpr int larguraDeNumero = 950;
-constexpr int linhasComRolagem = 24;
-constexpr int alturaDeLinha = 300;
-constexpr int linhasDaObservacao = 3;
+using namespace selecionaprod;
 
-// Places of the detail columns, counted from the last.
-constexpr int doFimUnidade = 1;
-constexpr int doFimObservacao = 2;
-constexpr int doFimDeposito = 3;
-constexpr int doFimMarca = 4;
-constexpr int doFimAtualizacao = 5;
+// Twips
+constexpr int codeWidth = 1500;
+constexpr int descriptionWidth = 4100;
+constexpr int descriptionWidthBesideScrollBar = 3820;
+constexpr int numberWidth = 950;
+constexpr int rowHeight = 300;
 
-VisualizadorImagem* visualizadorAtual = nullptr;
+// Header included
+constexpr int rowsThatScroll = 24;
+
+constexpr int remarkLines = 3;
+
+QFont detailFont() {
+    QFont font(u"Courier New"_s);
+    font.setStyleHint(QFont::Monospace);
+    font.setFixedPitch(true);
+    return font;
+}
 
 } // namespace
 
 SelecionaProd::SelecionaProd(QWidget* parent) : QDialog(parent), ui(std::make_unique<Ui::SelecionaProd>()) {
     ui->setupUi(this);
     Form_Load();
-
-    QFont fonte(u"Courier New"_s);
-    fonte.setStyleHint(QFont::Monospace);
-    fonte.setFixedPitch(true);
-    for (QLabel* detalhe : {ui->Label1, ui->Label2, ui->Label3, ui->Label4, ui->Label5, ui->Label7})
-        detalhe->setFont(fonte);
+    const QFont font = detailFont();
+    for (QLabel* detail : {ui->Label1, ui->Label2, ui->Label3, ui->Label4, ui->Label5, ui->Label7})
+        detail->setFont(font);
     // Room for the longest remark, so that nothing moves from row to row.
-    ui->Label4->setFixedHeight(linhasDaObservacao * QFontMetrics(fonte).lineSpacing());
-    defineGrid();
-
-    const auto tecla = [this](Qt::Key qual, auto acao) {
-        auto* atalho = new QShortcut(qual, this);
-        atalho->setAutoRepeat(false); // the Enter that began the search may still be held down
-        onSignal(atalho, &QShortcut::activated, this, acao);
-    };
-    tecla(Qt::Key_Return, [this] { escolhe(); });
-    tecla(Qt::Key_Enter, [this] { escolhe(); });
-    tecla(Qt::Key_Escape, [this] { desiste(); });
-    tecla(Qt::Key_F2, [this] { cmbVisualizarImagem_Click(); });
+    ui->Label4->setFixedHeight(remarkLines * QFontMetrics(font).lineSpacing());
+    setUpGrid();
+    setUpKeys();
     onSignal(ui->Grid, &Grid::cellClicked, this, [this](int, int) { escolhe(); });
     onSignal(ui->Grid, &Grid::cellEntered, this, [this](int, int) { atualizaDetalhes(); });
     onSignal(ui->cmbVisualizarImagem, &QPushButton::clicked, this,
@@ -71,48 +63,57 @@ Grid* SelecionaProd::grid() const {
     return ui->Grid;
 }
 
-void SelecionaProd::setVisualizador(VisualizadorImagem* visualizador) {
-    visualizadorAtual = visualizador;
-}
-
+// No behaviour depends on the setting; reading it is part of opening the screen.
 void SelecionaProd::Form_Load() {
     AbreRS2(u"SELECT ReservaAtualizaGridEstoque FROM EMPRESA"_s);
-    m_reservaAtualizaGridEstoque =
-        rs2.field(esquema::empresa::reservaAtualizaGridEstoque).text() == esquema::ligado;
+    setProperty("ReservaAtualizaGridEstoque",
+                rs2.field(esquema::empresa::reservaAtualizaGridEstoque).text() == esquema::ligado);
     rs2.close();
 }
 
-void SelecionaProd::defineGrid() {
+void SelecionaProd::setUpGrid() {
     // The detail columns have no captions.
     ui->Grid->setFormat(u"<CÓDIGO|<DESCRIÇAO|>ESTOQUE|>"_s + NomeTabelaPreco[1] + u"|>"_s +
                         NomeTabelaPreco[2] + u"|>"_s + NomeTabelaPreco[3] + u"|>"_s + NomeTabelaPreco[4] +
                         u"|||||"_s);
-    ui->Grid->setColumnTwips(CodFabr, larguraCodigo);
-    ui->Grid->setColumnTwips(Descricao, larguraDescricao);
-    for (int coluna = Estoque; coluna <= Preco4; ++coluna)
-        ui->Grid->setColumnTwips(coluna, larguraDeNumero);
-    for (int coluna = Preco4 + 1; coluna < quantidadeDeColunas - 1; ++coluna)
-        ui->Grid->setColumnTwips(coluna, 0);
-    ui->Grid->setMinimumRowTwips(alturaDeLinha);
+    ui->Grid->setColumnTwips(CodFabr, codeWidth);
+    ui->Grid->setColumnTwips(Descricao, descriptionWidth);
+    for (int column = Estoque; column <= Preco4; ++column)
+        ui->Grid->setColumnTwips(column, numberWidth);
+    for (int column = UltimaAlteracao; column <= Observacao; ++column)
+        ui->Grid->setColumnTwips(column, 0);
+    ui->Grid->setMinimumRowTwips(rowHeight);
     ui->Grid->setSelectionBehavior(QAbstractItemView::SelectRows);
-    ui->Grid->setPreferredRows(linhasComRolagem - 1);
+    ui->Grid->setPreferredRows(rowsThatScroll - 1);
     fitToScreen(this);
 }
 
-void SelecionaProd::mostraLinha(int linha) {
-    if (ui->Grid->rows() >= linhasComRolagem)
-        ui->Grid->setColumnTwips(Descricao, larguraDescricaoComRolagem);
-    ui->Grid->setCurrentCell(qMax(linha, 1), CodFabr);
+void SelecionaProd::setUpKeys() {
+    const auto onKey = [this](Qt::Key key, auto action) {
+        auto* shortcut = new QShortcut(key, this);
+        shortcut->setAutoRepeat(false); // the Enter that began the search may still be held down
+        onSignal(shortcut, &QShortcut::activated, this, action);
+    };
+    onKey(Qt::Key_Return, [this] { escolhe(); });
+    onKey(Qt::Key_Enter, [this] { escolhe(); });
+    onKey(Qt::Key_Escape, [this] { desiste(); });
+    onKey(Qt::Key_F2, [this] { cmbVisualizarImagem_Click(); });
 }
 
-void SelecionaProd::confere() const {
-    if (m_erro)
-        throw RuntimeError(*m_erro);
+void SelecionaProd::showRow(int row) {
+    if (ui->Grid->rows() >= rowsThatScroll)
+        ui->Grid->setColumnTwips(Descricao, descriptionWidthBesideScrollBar);
+    ui->Grid->setCurrentCell(qMax(row, 1), CodFabr);
 }
 
-void SelecionaProd::showEvent(QShowEvent* evento) {
-    QDialog::showEvent(evento);
-    if (evento->spontaneous())
+void SelecionaProd::rethrow() const {
+    if (m_error)
+        throw RuntimeError(*m_error);
+}
+
+void SelecionaProd::showEvent(QShowEvent* event) {
+    QDialog::showEvent(event);
+    if (event->spontaneous())
         return;
     ui->Grid->setTopRow(ui->Grid->currentRow());
     atualizaDetalhes();
@@ -129,31 +130,30 @@ void SelecionaProd::desiste() {
 }
 
 void SelecionaProd::atualizaDetalhes() {
-    const auto detalhe = [this](int doFim) {
-        return ui->Grid->text(ui->Grid->currentRow(), quantidadeDeColunas - doFim);
-    };
+    const auto detail = [this](Column column) { return ui->Grid->text(ui->Grid->currentRow(), column); };
     ui->Label6->hide();
-    ui->Label1->setText(u"MARCA/REFERÊNCIA: "_s + detalhe(doFimMarca));
-    ui->Label2->setText(u"ATUALIZAÇÃO     : "_s + detalhe(doFimAtualizacao));
-    ui->Label3->setText(u"DEPÓSITO    : "_s + detalhe(doFimDeposito).remove(u",000"_s));
-    ui->Label5->setText(u"UNIDADE     : "_s + detalhe(doFimUnidade));
-    ui->Label4->setText(detalhe(doFimObservacao));
+    ui->Label1->setText(u"MARCA/REFERÊNCIA: "_s + detail(Aplicacao));
+    ui->Label2->setText(u"ATUALIZAÇÃO     : "_s + detail(UltimaAlteracao));
+    ui->Label3->setText(u"DEPÓSITO    : "_s + detail(Deposito).remove(u",000"_s));
+    ui->Label5->setText(u"UNIDADE     : "_s + detail(Unidade));
+    ui->Label4->setText(detail(Observacao));
 }
 
-// The report of a missing viewer ends the program, so it is raised by the search, where nothing goes on from
-// it.
 void SelecionaProd::cmbVisualizarImagem_Click() {
-    if (ui->Grid->rows() == 1)
-        return;
-    if (!visualizadorAtual) {
-        m_erro.emplace(ErrorNumber::ObjectRequired,
-                       u"O objeto é obrigatório: não há visualizador de imagem."_s);
+    if (ui->Grid->rows() > 1)
+        mostraImagem();
+}
+
+// The report of a missing viewer ends the program, so it is raised by the search, which nothing follows then.
+void SelecionaProd::mostraImagem() {
+    if (!CarregaImagemProduto) {
+        m_error.emplace(ErrorNumber::ObjectRequired,
+                        u"O objeto é obrigatório: não há visualizador de imagem."_s);
         desiste();
         return;
     }
-    const int linha = ui->Grid->currentRow();
-    if (visualizadorAtual->CarregaImagemProduto(ui->Grid->text(linha, CodFabr),
-                                                ui->Grid->text(linha, Descricao)))
+    const int row = ui->Grid->currentRow();
+    if (CarregaImagemProduto(ui->Grid->text(row, CodFabr), ui->Grid->text(row, Descricao)))
         return;
     boxes::exclaim(this, u"O produto selecionado, não possuí imagem"_s, u"Atenção!"_s);
     ui->Grid->setFocus();

@@ -4,6 +4,7 @@
 
 #include <QDialog>
 
+#include <functional>
 #include <memory>
 #include <optional>
 
@@ -14,7 +15,6 @@ class SelecionaProd;
 namespace tarvessa {
 
 class Grid;
-class VisualizadorImagem;
 
 /// The screen in which the operator picks one of several products. Opened by PesquisaProduto only; Enter or a
 /// click writes the code to CodigoSelecionado and closes it, Escape writes "".
@@ -22,11 +22,7 @@ class SelecionaProd : public QDialog {
     Q_OBJECT
 
   public:
-    /// Columns of the grid. The details are read by their place from the last one.
-    enum Coluna { CodFabr, Descricao, Estoque, Preco1, Preco2, Preco3, Preco4 };
-    static constexpr int quantidadeDeColunas = 12;
-
-    /// Reads its setting from Empresa through rs2 and sets the grid up, empty. Raises RuntimeError.
+    /// Reads its setting from `Empresa` through rs2 and sets the grid up, empty. Raises RuntimeError.
     explicit SelecionaProd(QWidget* parent);
     ~SelecionaProd() override;
 
@@ -34,31 +30,31 @@ class SelecionaProd : public QDialog {
     Grid* grid() const;
 
     /// To be called when the grid is filled: makes a row current, the first one for 0.
-    void mostraLinha(int linha);
+    void showRow(int row);
 
     /// Raises the error that ended the screen, if one did.
-    void confere() const;
+    void rethrow() const;
 
-    /// `Empresa`.`ReservaAtualizaGridEstoque` as read at opening; nothing depends on it.
-    bool reservaAtualizaGridEstoque() const { return m_reservaAtualizaGridEstoque; }
-
-    /// What the image button calls; without one the button is an error that ends the program. Not owned.
-    static void setVisualizador(VisualizadorImagem* visualizador);
+    /// Shows the picture of a product, by code and description; false when it has none. Nothing in the system
+    /// sets it, and without it the image button is an error that ends the program.
+    static inline std::function<bool(const QString& codigo, const QString& descricao)> CarregaImagemProduto;
 
   protected:
-    void showEvent(QShowEvent* evento) override;
+    void showEvent(QShowEvent* event) override;
 
   private:
     void Form_Load();
-    void defineGrid();
+    void setUpGrid();
+    void setUpKeys();
+    void cmbVisualizarImagem_Click();
+
     void escolhe();
     void desiste();
     void atualizaDetalhes();
-    void cmbVisualizarImagem_Click();
+    void mostraImagem();
 
     std::unique_ptr<Ui::SelecionaProd> ui;
-    bool m_reservaAtualizaGridEstoque = false;
-    std::optional<RuntimeError> m_erro;
+    std::optional<RuntimeError> m_error;
 };
 
 } // namespace tarvessa

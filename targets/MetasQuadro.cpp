@@ -3,7 +3,7 @@
 #include "base/Numeros.h"
 #include "core/Periodo.h"
 #include "core/Teclado.h"
-#include "targets/CampoProduto.h"
+#include "products/ProductBox.h"
 #include "ui/BusyLabel.h"
 #include "ui/DateBox.h"
 #include "ui/Guard.h"
@@ -21,80 +21,88 @@ namespace tarvessa {
 
 namespace {
 
-// Header included; one more and the board makes room for the scroll bar, which the targets never do.
-constexpr int linhasSemRolagem = 18;
-constexpr int alturaDaLinhaTwips = 300;
-constexpr int barraDeRolagemTwips = 250;
-constexpr int larguraDaQuantidadeTwips = 1640;
+// Header included. From one row more on, the board narrows a column for the scroll bar; the targets never do.
+constexpr int rowsWithoutScrolling = 18;
+
+// Twips
+constexpr int rowHeight = 300;
+constexpr int scrollBarWidth = 250;
+constexpr int quantityWidth = 1640;
+
+ProductBox::LookUp lookUp(const QString& unknownMessage) {
+    return {u"CodFabr, Descricao"_s, unknownMessage, ProductBox::Unknown::ClearText, {}};
+}
 
 } // namespace
 
 MetasQuadro::MetasQuadro(QWidget* parent) : QDialog(parent), ui(std::make_unique<Ui::MetasQuadro>()) {
     ui->setupUi(this);
     ui->Label1daConsulta->setObjectName(ui->Label1->objectName());
-    m_produto = new CampoProduto(ui->Descricao, this, u"Descricao inexistente. Verifique!!!"_s);
-    m_produto2 = new CampoProduto(ui->Descricao2, this, u"Descrição inexistente. Verifique!!!"_s);
-    m_periodo = std::make_unique<Periodo>(
+    m_product = new ProductBox(ui->Descricao, this, lookUp(u"Descricao inexistente. Verifique!!!"_s));
+    m_product2 = new ProductBox(ui->Descricao2, this, lookUp(u"Descrição inexistente. Verifique!!!"_s));
+    m_period = std::make_unique<Periodo>(
         ui->DataIni, ui->DataFin,
         Periodo::Mensagens{u"Data Inicial inválida. Verifique!!!"_s, u"Data Final inválida. Verifique!!!"_s,
                            u"Data Inicial superior a Data Final. Verifique!!!"_s});
-    m_edicao = new CellEditor(ui->Grid1, ui->TextGrid);
-    ui->Quantidade->setMinimumWidth(twipsToPixels(this, larguraDaQuantidadeTwips));
+    m_editor = new CellEditor(ui->Grid1, ui->TextGrid);
+    ui->Quantidade->setMinimumWidth(twipsToPixels(this, quantityWidth));
     ui->Quantidade->setText(u"0"_s);
     BusyLabel::prepare(ui->Label4);
     BusyLabel::prepare(ui->Label7);
-    preparaGrids();
-    defineAtalhos();
-    for (TextBox* caixa : {ui->Descricao, ui->Quantidade, ui->Descricao2})
-        caixa->setSelectsOnFocus();
-    for (TextBox* caixa : {ui->Quantidade, ui->TextGrid})
-        caixa->setDecimal();
-
-    auto* teclado = new Teclado(this, [this] { reject(); });
-    teclado->setAntes([this](QWidget* controle, int tecla) { return teclaDaEdicao(controle, tecla); });
-    onSignal(ui->SSTab1, &QTabWidget::currentChanged, this, [this](int aba) { SSTab1_Click(aba); });
-    onSignal(ui->Vendedores, &QComboBox::activated, this, [this](int) { AjustaGrid(); });
-    onSignal(ui->Grid1, &Grid::cellClicked, this,
-             [this](int linha, int coluna) { Grid1_Click(linha, coluna); });
-    onSignal(m_edicao, &CellEditor::left, this, [this] { encerraEdicao(); });
-    onSignal(ui->Command1, &QPushButton::clicked, this, [this](bool) { Command1_Click(); });
-    onSignal(ui->Command2, &QPushButton::clicked, this, [this](bool) { Command2_Click(); });
-    onSignal(ui->Command4, &QPushButton::clicked, this, [this](bool) { Command4_Click(); });
+    setUpGrids();
+    setUpShortcuts();
+    for (TextBox* box : {ui->Descricao, ui->Quantidade, ui->Descricao2})
+        box->setSelectsOnFocus();
+    for (TextBox* box : {ui->Quantidade, ui->TextGrid})
+        box->setDecimal();
+    connectControls();
     ui->Vendedores->setFocus();
 }
 
 MetasQuadro::~MetasQuadro() = default;
 
-void MetasQuadro::preparaGrids() {
+void MetasQuadro::setUpGrids() {
     ui->Grid1->setFormat(u"<CÓDIGO|<PRODUTO|>QUANTIDADE|^EXCLUIR|ID"_s);
     ui->Grid2->setFormat(
         u"<CÓDIGO|<DESCRIÇÃO|>META|>VENDIDO|>% META|>R$ TOTAL VENDA|>DEVOLUÇÃO|% DEVOLUÇÃO"_s);
     for (Grid* grid : {ui->Grid1, ui->Grid2})
-        grid->setMinimumRowTwips(alturaDaLinhaTwips);
-    defineLarguras();
+        grid->setMinimumRowTwips(rowHeight);
+    setTargetWidths();
     AjustaGrid2();
-    fitToGrids(this, {ui->Grid1, ui->Grid2}, linhasSemRolagem, barraDeRolagemTwips);
+    fitToGrids(this, {ui->Grid1, ui->Grid2}, rowsWithoutScrolling, scrollBarWidth);
 }
 
-void MetasQuadro::defineAtalhos() {
-    const auto atalho = [this](const QKeySequence& teclas, auto acao) {
-        connect(new QShortcut(teclas, this), &QShortcut::activated, ui->SSTab1, acao);
+void MetasQuadro::setUpShortcuts() {
+    const auto shortcut = [this](const QKeySequence& keys, auto action) {
+        connect(new QShortcut(keys, this), &QShortcut::activated, ui->SSTab1, action);
     };
-    for (int aba = 0; aba < ui->SSTab1->count(); ++aba) {
-        const QKeySequence teclas(Qt::ALT | static_cast<Qt::Key>(Qt::Key_1 + aba));
-        ui->SSTab1->setTabToolTip(aba, u"Tecla de atalho: "_s + teclas.toString(QKeySequence::NativeText));
-        atalho(teclas, [this, aba] { ui->SSTab1->setCurrentIndex(aba); });
+    for (int tab = 0; tab < ui->SSTab1->count(); ++tab) {
+        const QKeySequence keys(Qt::ALT | static_cast<Qt::Key>(Qt::Key_1 + tab));
+        ui->SSTab1->setTabToolTip(tab, u"Tecla de atalho: "_s + keys.toString(QKeySequence::NativeText));
+        shortcut(keys, [this, tab] { ui->SSTab1->setCurrentIndex(tab); });
     }
-    // The tabs know these keys themselves, but a list that has the focus would keep them for its search.
-    const auto outraAba = [this] {
+    // The tab control knows these keys itself, but a list that has the focus would keep them for its search.
+    const auto nextTab = [this] {
         ui->SSTab1->setCurrentIndex((ui->SSTab1->currentIndex() + 1) % ui->SSTab1->count());
     };
-    atalho(Qt::CTRL | Qt::Key_Tab, outraAba);
-    atalho(Qt::CTRL | Qt::SHIFT | Qt::Key_Tab, outraAba);
+    shortcut(Qt::CTRL | Qt::Key_Tab, nextTab);
+    shortcut(Qt::CTRL | Qt::SHIFT | Qt::Key_Tab, nextTab);
 }
 
-void MetasQuadro::SSTab1_Click(int aba) {
-    if (ui->SSTab1->widget(aba) == ui->Frame2) {
+void MetasQuadro::connectControls() {
+    auto* keyboard = new Teclado(this, [this] { reject(); });
+    keyboard->setAntes([this](QWidget* control, int key) { return editorKey(control, key); });
+    onSignal(ui->SSTab1, &QTabWidget::currentChanged, this, [this](int tab) { SSTab1_Click(tab); });
+    onSignal(ui->Vendedores, &QComboBox::activated, this, [this](int) { AjustaGrid(); });
+    onSignal(ui->Grid1, &Grid::cellClicked, this, [this](int row, int column) { Grid1_Click(row, column); });
+    onSignal(m_editor, &CellEditor::left, this, [this] { closeEditor(); });
+    onSignal(ui->Command1, &QPushButton::clicked, this, [this](bool) { Command1_Click(); });
+    onSignal(ui->Command2, &QPushButton::clicked, this, [this](bool) { Command2_Click(); });
+    onSignal(ui->Command4, &QPushButton::clicked, this, [this](bool) { Command4_Click(); });
+}
+
+void MetasQuadro::SSTab1_Click(int tab) {
+    if (ui->SSTab1->widget(tab) == ui->Frame2) {
         AjustaGrid2();
         ui->DataIni->setFocus();
     } else {
@@ -103,21 +111,14 @@ void MetasQuadro::SSTab1_Click(int aba) {
 }
 
 // Enter and Escape in the cell's editor end the editing and nothing else.
-bool MetasQuadro::teclaDaEdicao(QWidget* controle, int tecla) {
-    if (controle != ui->TextGrid)
+bool MetasQuadro::editorKey(QWidget* control, int key) {
+    const bool enter = key == Qt::Key_Return || key == Qt::Key_Enter;
+    if (control != ui->TextGrid || !(enter || key == Qt::Key_Escape))
         return false;
-    if (tecla == Qt::Key_Return || tecla == Qt::Key_Enter) {
-        if (!EhNumero(ui->TextGrid->text()))
-            restauraTexto();
-        encerraEdicao();
-        return true;
-    }
-    if (tecla == Qt::Key_Escape) {
-        restauraTexto();
-        encerraEdicao();
-        return true;
-    }
-    return false;
+    if (!enter || !EhNumero(ui->TextGrid->text()))
+        restoreText();
+    closeEditor();
+    return true;
 }
 
 } // namespace tarvessa

@@ -12,9 +12,13 @@ class MetasQuadro;
 
 namespace tarvessa {
 
-class CampoProduto;
+namespace odbc {
+class ResultSet;
+}
+
 class CellEditor;
 class Periodo;
+class ProductBox;
 
 /// The sales targets: one tab keeps the target quantities per seller and product, the other measures them
 /// against invoiced sales and returns. Modal; reads and writes `metavendedoritem` and stages in `relat2`.
@@ -36,55 +40,60 @@ class MetasQuadro : public QDialog {
     void AjustaGrid2();
 
   private:
-    struct Totais;
+    struct Totals;
 
     // Construction, tabs and focus (MetasQuadro.cpp)
-    void preparaGrids();
-    void defineAtalhos();
-    void SSTab1_Click(int aba);
-    bool teclaDaEdicao(QWidget* controle, int tecla);
+    void setUpGrids();
+    void setUpShortcuts();
+    void connectControls();
+    void SSTab1_Click(int tab);
+    bool editorKey(QWidget* control, int key);
 
-    // Start-up (Inicio.cpp)
+    // Start-up (MetasQuadroStartup.cpp)
     void carregaVendedores();
 
-    // Maintenance (Manutencao.cpp)
-    void defineLarguras();
-    void Command1_Click();
+    // Maintenance (MetasQuadroMaintenance.cpp)
+    void setTargetWidths();
+    void Command1_Click() { adicionaMeta(); }
+    void adicionaMeta();
     Dinheiro quantidadeDaMeta() const;
     void insereMeta(qint32 vendedor, const QString& produto, Dinheiro quantidade);
-    void Grid1_Click(int linha, int coluna);
-    void excluiMeta(int linha);
+    void Grid1_Click(int row, int column);
+    void excluiMeta(int row);
     void listaMetas(qint32 vendedor);
 
-    // Editing in the grid (EdicaoQuantidade.cpp)
-    void abreEdicao(int linha);
-    void restauraTexto();
-    void encerraEdicao();
-    static Dinheiro quantidadeDigitada(const QString& texto);
+    // Editing in the grid (MetasQuadroQuantityEdit.cpp)
+    void openEditor(int row);
+    void restoreText();
+    void closeEditor();
+    void gravaQuantidade(int row, Dinheiro quantidade);
+    static Dinheiro typedQuantity(const QString& text);
 
-    // Computation (Calculo.cpp)
-    void Command4_Click();
+    // Computation (MetasQuadroProgress.cpp)
+    void Command4_Click() { geraRelatorio(); }
+    void geraRelatorio();
     void calcula();
-    void somaVendas(qint32 vendedor, bool soUmProduto);
+    void somaVendas(qint32 vendedor, bool oneProduct);
     void somaDevolucoes();
-    bool abreListagem(qint32 vendedor, bool soUmProduto);
+    QString progressQuery(qint32 vendedor, bool oneProduct) const;
 
-    // The board (Quadro.cpp)
-    void montaQuadro();
-    void adicionaBloco();
-    void adicionaVendedor(const QString& rotulo);
-    void adicionaProduto(Totais& totais);
-    void adicionaTotais(const QString& rotulo, const Totais& totais);
+    // The board (MetasQuadroBoard.cpp)
+    void montaQuadro(odbc::ResultSet& targets);
+    void addSellerBlock(odbc::ResultSet& targets);
+    void addSeller(const QString& caption);
+    void addTarget(const odbc::ResultSet& target, Totals& totals);
+    void addTotals(const QString& caption, const Totals& totals);
 
-    // Printing (Impressao.cpp)
-    void Command2_Click();
-    QStringList insertsDoQuadro() const;
+    // Printing (MetasQuadroPrinting.cpp)
+    void Command2_Click() { imprime(); }
+    void imprime();
+    QStringList boardInserts() const;
 
     std::unique_ptr<Ui::MetasQuadro> ui;
-    std::unique_ptr<Periodo> m_periodo;
-    CampoProduto* m_produto;  // tab 0
-    CampoProduto* m_produto2; // tab 1
-    CellEditor* m_edicao;
+    std::unique_ptr<Periodo> m_period;
+    ProductBox* m_product;  // tab 0
+    ProductBox* m_product2; // tab 1
+    CellEditor* m_editor;
 };
 
 } // namespace tarvessa

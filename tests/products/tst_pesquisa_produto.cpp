@@ -3,7 +3,6 @@
 #include "products/Balcao.h"
 #include "products/PesquisaProduto.h"
 #include "products/SelecionaProd.h"
-#include "products/VisualizadorImagem.h"
 #include "support/ModalHelper.h"
 #include "ui/Guard.h"
 #include "ui/Twips.h"
@@ -57,20 +56,19 @@ int alturaEsperada(double largura) {
 }
 
 /// A viewer that notes what it was asked for.
-class VisualizadorDeTeste : public VisualizadorImagem {
-  public:
-    explicit VisualizadorDeTeste(bool tem) : m_tem(tem) { SelecionaProd::setVisualizador(this); }
-    ~VisualizadorDeTeste() override { SelecionaProd::setVisualizador(nullptr); }
-
-    bool CarregaImagemProduto(const QString& codigo, const QString& descricao) override {
-        pedidos.append({codigo, descricao});
-        return m_tem;
+struct ViewerSpy {
+    explicit ViewerSpy(bool hasPicture) {
+        SelecionaProd::CarregaImagemProduto = [this, hasPicture](const QString& codigo,
+                                                                 const QString& descricao) {
+            pedidos.append({codigo, descricao});
+            return hasPicture;
+        };
     }
+    ~ViewerSpy() { SelecionaProd::CarregaImagemProduto = nullptr; }
+    ViewerSpy(const ViewerSpy&) = delete;
+    ViewerSpy& operator=(const ViewerSpy&) = delete;
 
     QList<QStringList> pedidos;
-
-  private:
-    bool m_tem;
 };
 
 } // namespace
@@ -621,13 +619,13 @@ void TstPesquisaProduto::thousandsOfMatches() {
 }
 
 void TstPesquisaProduto::settingIsReadAtOpening() {
-    QVERIFY(!SelecionaProd(nullptr).reservaAtualizaGridEstoque());
+    QVERIFY(!SelecionaProd(nullptr).property("ReservaAtualizaGridEstoque").toBool());
     b->servidor().executa(u"UPDATE empresa SET ReservaAtualizaGridEstoque='SIM'"_s);
     b->comandos();
-    QVERIFY(SelecionaProd(nullptr).reservaAtualizaGridEstoque());
+    QVERIFY(SelecionaProd(nullptr).property("ReservaAtualizaGridEstoque").toBool());
     QCOMPARE(b->comandos(), QStringList(consultaDaConfiguracao));
     b->servidor().executa(u"UPDATE empresa SET ReservaAtualizaGridEstoque='sim'"_s);
-    QVERIFY(!SelecionaProd(nullptr).reservaAtualizaGridEstoque());
+    QVERIFY(!SelecionaProd(nullptr).property("ReservaAtualizaGridEstoque").toBool());
 }
 
 void TstPesquisaProduto::missingSettingRowIsAnError() {
@@ -647,7 +645,7 @@ void TstPesquisaProduto::missingSettingRowIsAnError() {
 }
 
 void TstPesquisaProduto::imageIsShown() {
-    VisualizadorDeTeste visualizador(true);
+    ViewerSpy visualizador(true);
     b->produtos(3);
     const QString codigo = pesquisa(u"PRODUTO"_s, [](QWidget* tela) {
         QTest::keyClick(gradeDe(tela), Qt::Key_F2);
@@ -661,7 +659,7 @@ void TstPesquisaProduto::imageIsShown() {
 }
 
 void TstPesquisaProduto::missingImageIsToldAndTheGridGetsTheFocus() {
-    VisualizadorDeTeste visualizador(false);
+    ViewerSpy visualizador(false);
     b->produtos(3);
     ModalHelper modais;
     modais.aoAbrir([&modais](QWidget* tela) {

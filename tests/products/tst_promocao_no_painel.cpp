@@ -85,6 +85,7 @@ void TstPromocaoNoPainel::pricesAreAppliedFromThePanel() {
         auto* venda = tela->findChild<TextBox*>(u"Venda"_s);
         cola(descricao, u"7"_s);
         QTest::keyClick(descricao, Qt::Key_Tab);
+        QCoreApplication::processEvents();
         QTest::keyClicks(venda, u"0.7"_s);
         QTest::mouseClick(tela->findChild<QPushButton*>(u"Command2"_s), Qt::LeftButton);
         modais.espera(u"Deseja realmente realizar esse processo?"_s, QMessageBox::Yes);

@@ -121,6 +121,8 @@ class TstPromocaoPedidos : public QObject {
 
     /// Types into the product box and leaves it with Tab.
     void digita(const QString& texto);
+    /// Leaves the product box with Tab; the search that follows has then ended.
+    void leaveProduct();
     /// The same with product 7, which lists its lines.
     void lista();
     void poeValor(const QString& texto);
@@ -159,7 +161,12 @@ void TstPromocaoPedidos::digita(const QString& texto) {
     descricao()->setFocus();
     descricao()->selectAll();
     cola(descricao(), texto);
+    leaveProduct();
+}
+
+void TstPromocaoPedidos::leaveProduct() {
     QTest::keyClick(descricao(), Qt::Key_Tab);
+    QCoreApplication::processEvents();
 }
 
 void TstPromocaoPedidos::lista() {
@@ -269,7 +276,7 @@ void TstPromocaoPedidos::productPickedFromSeveral() {
 }
 
 void TstPromocaoPedidos::emptyTextDoesNothing() {
-    QTest::keyClick(descricao(), Qt::Key_Tab);
+    leaveProduct();
     QCOMPARE(b->comandos(), QStringList());
     QVERIFY(venda()->hasFocus());
 }
@@ -369,7 +376,7 @@ void TstPromocaoPedidos::escapedSearchLeavesTheListInPlace() {
     modais.aoAbrir([](QWidget* tela) { QTest::keyClick(tela, Qt::Key_Escape); });
     modais.espera(inexistente, QMessageBox::Ok);
     descricao()->setFocus();
-    QTest::keyClick(descricao(), Qt::Key_Tab); // "PÃO FRANCÊS" now stands in two descriptions
+    leaveProduct(); // "PÃO FRANCÊS" now stands in two descriptions
     QCOMPARE(modais.confere(), QString());
     QCOMPARE(descricao()->text(), u"PÃO FRANCÊS"_s);
     QCOMPARE(coluna(0), m_ids);
@@ -405,7 +412,7 @@ void TstPromocaoPedidos::shownApostropheNeverReachesTheSearch() {
     modal.espera(u"Descrição não cadastrada. Verifique!!!"_s, QMessageBox::Ok);
     modal.espera(u"Descricao inexistente. Verifique!!!"_s, QMessageBox::Ok);
     descricao()->setFocus();
-    QTest::keyClick(descricao(), Qt::Key_Tab);
+    leaveProduct();
     QTRY_COMPARE(modal.confere(), QString());
     QVERIFY(b->comandos()[0].contains(u"Descricao like '%d´Água%'"_s));
 }
@@ -425,7 +432,7 @@ void TstPromocaoPedidos::leavingAgainSearchesAgain() {
     clica(grade(), 1, 6);
     b->linha(codigo, u"1"_s);
     descricao()->setFocus();
-    QTest::keyClick(descricao(), Qt::Key_Tab);
+    leaveProduct();
     QCOMPARE(grade()->rows(), 5);
     QVERIFY(!marcadas().contains(u" "_s));
     QVERIFY(botao(u"Command2"_s)->isEnabled());

@@ -2,8 +2,8 @@
 #include "core/AcessoDados.h"
 #include "products/Balcao.h"
 #include "products/PesquisaProduto.h"
+#include "products/ProductQuery.h"
 #include "products/PromocaoPedidos.h"
-#include "products/TextoPesquisa.h"
 #include "support/ModalHelper.h"
 #include "ui/TextBox.h"
 
@@ -189,6 +189,7 @@ void TstTextoPesquisa::statementOfEachTypedText() {
     modais.espera(comando.isEmpty() ? recusa : naoCadastrada, QMessageBox::Ok);
     modais.espera(inexistente, QMessageBox::Ok);
     QTest::keyClick(caixa, Qt::Key_Tab);
+    QCoreApplication::processEvents();
     QCOMPARE(modais.confere(), QString());
     QCOMPARE(b->comandos(), comando.isEmpty() ? QStringList(semCodigo) : QStringList({comando, semCodigo}));
     QCOMPARE(caixa->text(), mostrado);
@@ -284,22 +285,22 @@ void TstTextoPesquisa::percentAndUnderscoreMatchAnything() {
 
 void TstTextoPesquisa::numericCodeKindIsKnown() {
     QString texto = u" 12 "_s;
-    const ConsultaProduto numero = InterpretaTexto(texto, u"NUMÉRICO");
+    const ProductQuery numero = productQuery(texto, u"NUMÉRICO");
     QCOMPARE(texto, u"12"_s);
-    QCOMPARE(numero.recusa, QString());
+    QCOMPARE(numero.refusal, QString());
     QCOMPARE(numero.sql, u"Select * from Produtos where CodFabr='12' and ativo='S' order by descricao"_s);
-    QCOMPARE(numero.alternativa,
+    QCOMPARE(numero.alternative,
              u"Select * from Produtos where Descricao like '%12%' and ativo='S' order by Descricao"_s);
 
     texto = u"AB"_s;
-    const ConsultaProduto palavra = InterpretaTexto(texto, u"NUMÉRICO");
+    const ProductQuery palavra = productQuery(texto, u"NUMÉRICO");
     QCOMPARE(palavra.sql, descricaoOuCodigo(u"AB"_s));
-    QCOMPARE(palavra.alternativa, QString());
+    QCOMPARE(palavra.alternative, QString());
 }
 
 void TstTextoPesquisa::otherKindsSearchNumbersAsText() {
     QString texto = u"12"_s;
-    QCOMPARE(InterpretaTexto(texto, u"OUTRO").sql, descricaoOuCodigo(u"12"_s));
+    QCOMPARE(productQuery(texto, u"OUTRO").sql, descricaoOuCodigo(u"12"_s));
     QCOMPARE(TipoCodigoBarras, u"EAN-13");
 }
 
@@ -307,9 +308,9 @@ void TstTextoPesquisa::otherKindsSearchNumbersAsText() {
 void TstTextoPesquisa::numericCodeKindFallsBackToTheDescription() {
     b->produto(u"A1"_s, u"ROSCA 12 UN"_s);
     QString texto = u"12"_s;
-    const ConsultaProduto consulta = InterpretaTexto(texto, u"NUMÉRICO");
+    const ProductQuery consulta = productQuery(texto, u"NUMÉRICO");
     QVERIFY(!AbreRS(consulta.sql));
-    QVERIFY(AbreRS(consulta.alternativa));
+    QVERIFY(AbreRS(consulta.alternative));
     QCOMPARE(rs.field(u"codfabr").text(), u"A1"_s);
     rs.close();
 }

@@ -2,8 +2,8 @@
 #include "support/ModalHelper.h"
 #include "support/StatementLog.h"
 #include "targets/BancadaMetas.h"
-#include "targets/Colunas.h"
 #include "targets/MetasQuadro.h"
+#include "targets/MetasQuadroColumns.h"
 #include "ui/grid/Grid.h"
 
 #include <QApplication>
@@ -67,13 +67,13 @@ void TstMetasEdicao::abreEditor(const QString& codigo) {
     if (!b->tela())
         b->abre();
     b->escolhe(u"Vendedores"_s, u"ANA"_s);
-    b->clica(u"Grid1"_s, b->linhaDe(u"Grid1"_s, codigo), colunasMeta::Quantidade);
+    b->clica(u"Grid1"_s, b->linhaDe(u"Grid1"_s, codigo), metasquadro::grid1::Quantidade);
     QVERIFY(b->caixa(u"TextGrid"_s)->isVisible());
 }
 
 QString TstMetasEdicao::sqlUpdate(const QString& numero) {
     return u"Update metavendedoritem Set Quantidade="_s + numero + u" Where ID="_s +
-           b->linha(u"Grid1"_s, linha())[colunasMeta::Id];
+           b->linha(u"Grid1"_s, linha())[metasquadro::grid1::Id];
 }
 
 // The editor is gone, the cell shows this, the grid can be used and has the focus.
@@ -81,7 +81,7 @@ void TstMetasEdicao::confereFechado(const QString& celula) {
     QVERIFY(!b->caixa(u"TextGrid"_s)->isVisible());
     QVERIFY(b->grade(u"Grid1"_s)->isEnabled());
     QCOMPARE(b->foco(), u"Grid1"_s);
-    QCOMPARE(b->linha(u"Grid1"_s, linha())[colunasMeta::Quantidade], celula);
+    QCOMPARE(b->linha(u"Grid1"_s, linha())[metasquadro::grid1::Quantidade], celula);
 }
 
 void TstMetasEdicao::opensOverTheCell() {
@@ -92,7 +92,7 @@ void TstMetasEdicao::opensOverTheCell() {
     QCOMPARE(editor->selectedText(), editor->text());
     QCOMPARE(b->foco(), u"TextGrid"_s);
     QVERIFY(!grade->isEnabled());
-    const QRect celula = grade->cellRect(linha(), colunasMeta::Quantidade);
+    const QRect celula = grade->cellRect(linha(), metasquadro::grid1::Quantidade);
     QCOMPARE(QRect(editor->mapTo(b->tela(), QPoint()), editor->size()),
              QRect(grade->mapTo(b->tela(), celula.topLeft()), celula.size()));
 }
@@ -107,7 +107,7 @@ void TstMetasEdicao::followsTheScrolledGrid() {
     QScrollBar* rolagem = grade->verticalScrollBar();
     rolagem->setValue(rolagem->value() + (rolagem->value() < rolagem->maximum() ? 2 : -2));
     b->processa();
-    const QRect celula = grade->cellRect(b->linhaDe(u"Grid1"_s, u"Q50"_s), colunasMeta::Quantidade);
+    const QRect celula = grade->cellRect(b->linhaDe(u"Grid1"_s, u"Q50"_s), metasquadro::grid1::Quantidade);
     const QLineEdit* editor = b->caixa(u"TextGrid"_s);
     QCOMPARE(editor->mapTo(b->tela(), QPoint()), grade->mapTo(b->tela(), celula.topLeft()));
 }
@@ -251,7 +251,7 @@ void TstMetasEdicao::leftBy() {
     }
     QVERIFY(!b->caixa(u"TextGrid"_s)->isVisible());
     QVERIFY(b->grade(u"Grid1"_s)->isEnabled());
-    QCOMPARE(b->linha(u"Grid1"_s, linha())[colunasMeta::Quantidade], u"8"_s);
+    QCOMPARE(b->linha(u"Grid1"_s, linha())[metasquadro::grid1::Quantidade], u"8"_s);
 }
 
 void TstMetasEdicao::leavingWithoutANumber() {
@@ -296,14 +296,14 @@ void TstMetasEdicao::numberBeyondEverything() {
     QCOMPARE(registro.textos().filter(u"Update"_s), QStringList());
     QVERIFY(!b->caixa(u"TextGrid"_s)->isVisible());
     QVERIFY(b->grade(u"Grid1"_s)->isEnabled());
-    QCOMPARE(b->linha(u"Grid1"_s, linha())[colunasMeta::Quantidade], u"1.234,500"_s);
+    QCOMPARE(b->linha(u"Grid1"_s, linha())[metasquadro::grid1::Quantidade], u"1.234,500"_s);
 }
 
 // A product that is still to be searched says so before the clicked cell does anything, not over it.
 void TstMetasEdicao::clickWaitsForTheProduct() {
     b->abre();
     b->escolhe(u"Vendedores"_s, u"ANA"_s);
-    for (const int coluna : {int(colunasMeta::Excluir), int(colunasMeta::Quantidade)}) {
+    for (const int coluna : {int(metasquadro::grid1::Excluir), int(metasquadro::grid1::Quantidade)}) {
         b->caixa(u"Descricao"_s)->setFocus();
         b->digita(u"NADA IGUAL"_s);
         ModalHelper caixas;

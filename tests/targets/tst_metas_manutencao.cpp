@@ -1,8 +1,8 @@
 #include "support/ModalHelper.h"
 #include "support/StatementLog.h"
 #include "targets/BancadaMetas.h"
-#include "targets/Colunas.h"
 #include "targets/MetasQuadro.h"
+#include "targets/MetasQuadroColumns.h"
 #include "ui/grid/Grid.h"
 
 #include <QAccessible>
@@ -188,11 +188,11 @@ void TstMetasManutencao::chosenSellerIsListed() {
                                          {u"P3"_s, u"LEITE"_s, u"2,500"_s, QString(), ids[1][0]}}));
     QVERIFY(b->controle(u"Label4"_s)->isVisible());
     for (int linha = 1; linha <= 2; ++linha) {
-        QVERIFY(b->grade(u"Grid1"_s)->hasPicture(linha, colunasMeta::Excluir));
-        QVERIFY(!b->grade(u"Grid1"_s)->hasPicture(linha, colunasMeta::Quantidade));
+        QVERIFY(b->grade(u"Grid1"_s)->hasPicture(linha, metasquadro::grid1::Excluir));
+        QVERIFY(!b->grade(u"Grid1"_s)->hasPicture(linha, metasquadro::grid1::Quantidade));
     }
     // A screen reader hears more than an empty cell.
-    const QModelIndex celula = b->grade(u"Grid1"_s)->model()->index(0, colunasMeta::Excluir);
+    const QModelIndex celula = b->grade(u"Grid1"_s)->model()->index(0, metasquadro::grid1::Excluir);
     QCOMPARE(celula.data(Qt::AccessibleTextRole).toString(), u"EXCLUIR"_s);
 }
 
@@ -226,7 +226,7 @@ void TstMetasManutencao::quantitiesAsShown() {
     b->meta(1, u"P1"_s, gravada.isEmpty() ? Valor() : Valor(gravada));
     b->abre();
     b->escolhe(u"Vendedores"_s, u"ANA"_s);
-    QCOMPARE(b->linha(u"Grid1"_s, 1)[colunasMeta::Quantidade], vista);
+    QCOMPARE(b->linha(u"Grid1"_s, 1)[metasquadro::grid1::Quantidade], vista);
 }
 
 void TstMetasManutencao::targetOfARemovedProductIsNotListedButBlocks() {
@@ -443,11 +443,11 @@ void TstMetasManutencao::deleting() {
     b->abre();
     b->escolhe(u"Vendedores"_s, u"ANA"_s);
     const int linha = b->linhaDe(u"Grid1"_s, u"P1"_s);
-    const QString id = b->linha(u"Grid1"_s, linha)[colunasMeta::Id];
+    const QString id = b->linha(u"Grid1"_s, linha)[metasquadro::grid1::Id];
     StatementLog registro(b->servidor());
     ModalHelper caixas;
     caixas.espera(u"Deseja realmente excluir o produto\nP1?"_s, QMessageBox::Yes);
-    b->clica(u"Grid1"_s, linha, colunasMeta::Excluir);
+    b->clica(u"Grid1"_s, linha, metasquadro::grid1::Excluir);
     QCOMPARE(caixas.confere(), QString());
     QCOMPARE(caixas.caixas()[0].titulo, u"Atenção!!!"_s);
     QCOMPARE(caixas.caixas()[0].icone, QMessageBox::Information);
@@ -458,7 +458,7 @@ void TstMetasManutencao::deleting() {
     QCOMPARE(b->linha(u"Grid1"_s, 1)[0], u"P3"_s);
 
     caixas.espera(u"Deseja realmente excluir o produto\nP3?"_s, QMessageBox::Yes);
-    b->clica(u"Grid1"_s, 1, colunasMeta::Excluir);
+    b->clica(u"Grid1"_s, 1, metasquadro::grid1::Excluir);
     QCOMPARE(caixas.confere(), QString());
     QVERIFY(!b->controle(u"Label4"_s)->isVisible());
     QVERIFY(b->metas().isEmpty());
@@ -472,7 +472,7 @@ void TstMetasManutencao::notDeleting() {
     for (const QMessageBox::StandardButton resposta : {QMessageBox::No, QMessageBox::NoButton}) {
         ModalHelper caixas;
         caixas.espera(u"Deseja realmente excluir o produto\nP1?"_s, resposta);
-        b->clica(u"Grid1"_s, 1, colunasMeta::Excluir);
+        b->clica(u"Grid1"_s, 1, metasquadro::grid1::Excluir);
         QCOMPARE(caixas.confere(), QString());
     }
     QCOMPARE(registro.textos(), QStringList());
@@ -486,7 +486,7 @@ void TstMetasManutencao::deletingWhatIsGone() {
     b->servidor().executa(u"DELETE FROM metavendedoritem"_s);
     ModalHelper caixas;
     caixas.espera(u"Deseja realmente excluir o produto\nP1?"_s, QMessageBox::Yes);
-    b->clica(u"Grid1"_s, 1, colunasMeta::Excluir);
+    b->clica(u"Grid1"_s, 1, metasquadro::grid1::Excluir);
     QCOMPARE(caixas.confere(), QString());
     QCOMPARE(b->grade(u"Grid1"_s)->rows(), 1);
 }
@@ -497,10 +497,10 @@ void TstMetasManutencao::otherCellsDoNothing() {
     b->escolhe(u"Vendedores"_s, u"ANA"_s);
     StatementLog registro(b->servidor());
     ModalHelper caixas;
-    b->clica(u"Grid1"_s, 1, colunasMeta::Codigo);
-    b->clica(u"Grid1"_s, 1, colunasMeta::Produto);
+    b->clica(u"Grid1"_s, 1, metasquadro::grid1::Codigo);
+    b->clica(u"Grid1"_s, 1, metasquadro::grid1::Produto);
     const QHeaderView* cabecalho = b->grade(u"Grid1"_s)->horizontalHeader();
-    for (int coluna = 0; coluna < colunasMeta::Id; ++coluna)
+    for (int coluna = 0; coluna < metasquadro::grid1::Id; ++coluna)
         QTest::mouseClick(cabecalho->viewport(), Qt::LeftButton, {},
                           QPoint(cabecalho->sectionViewportPosition(coluna) + 5, cabecalho->height() / 2));
     b->processa();

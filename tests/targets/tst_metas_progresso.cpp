@@ -2,8 +2,8 @@
 #include "support/ModalHelper.h"
 #include "support/StatementLog.h"
 #include "targets/BancadaMetas.h"
-#include "targets/Colunas.h"
 #include "targets/MetasQuadro.h"
+#include "targets/MetasQuadroColumns.h"
 #include "targets/MundoSorteado.h"
 #include "ui/grid/Grid.h"
 
@@ -150,7 +150,7 @@ void TstMetasProgresso::controlsAndLayout() {
     const QList<int> larguras{1460, 4000, 1100, 1100, 900, 1570, 1400, 1440};
     for (int coluna = 0; coluna < grade->columns(); ++coluna) {
         QCOMPARE(grade->columnTwips(coluna), larguras[coluna]);
-        const bool direita = coluna >= colunasQuadro::Meta && coluna <= colunasQuadro::Devolucao;
+        const bool direita = coluna >= metasquadro::grid2::Meta && coluna <= metasquadro::grid2::Devolucao;
         QVERIFY(grade->model()
                     ->headerData(coluna, Qt::Horizontal, Qt::TextAlignmentRole)
                     .value<Qt::Alignment>()
@@ -262,12 +262,12 @@ void TstMetasProgresso::oneDayAndBothBounds() {
     b->vaiParaAba(1);
     b->periodo(u"10/03/2024"_s, u"12/03/2024"_s);
     gera();
-    QCOMPARE(produto(2)[colunasQuadro::Vendido], u"2"_s);
-    QCOMPARE(produto(2)[colunasQuadro::Devolucao], u"2"_s);
+    QCOMPARE(produto(2)[metasquadro::grid2::Vendido], u"2"_s);
+    QCOMPARE(produto(2)[metasquadro::grid2::Devolucao], u"2"_s);
     b->periodo(u"13/03/2024"_s, u"13/03/2024"_s);
     gera();
-    QCOMPARE(produto(2)[colunasQuadro::Vendido], u"1"_s);
-    QCOMPARE(produto(2)[colunasQuadro::Devolucao], u"1"_s);
+    QCOMPARE(produto(2)[metasquadro::grid2::Vendido], u"1"_s);
+    QCOMPARE(produto(2)[metasquadro::grid2::Devolucao], u"1"_s);
 }
 
 void TstMetasProgresso::boardOfOneSeller() {
@@ -303,13 +303,13 @@ void TstMetasProgresso::looks() {
     const Grid* grade = b->grade(u"Grid2"_s);
     const int atingida = b->linhaDe(u"Grid2"_s, u"P1"_s);
     const int quase = b->linhaDe(u"Grid2"_s, u"P2"_s);
-    QCOMPARE(produto(atingida)[colunasQuadro::PercMeta], u"100,0%"_s);
-    QCOMPARE(produto(quase)[colunasQuadro::PercMeta], u"99,99%"_s);
+    QCOMPARE(produto(atingida)[metasquadro::grid2::PercMeta], u"100,0%"_s);
+    QCOMPARE(produto(quase)[metasquadro::grid2::PercMeta], u"99,99%"_s);
     for (int coluna = 0; coluna < grade->columns(); ++coluna) {
         QCOMPARE(grade->backColor(1, coluna), amarelo);
         QCOMPARE(grade->foreColor(1, coluna), vermelho);
         QVERIFY(grade->isBold(1, coluna));
-        const bool destaque = coluna == colunasQuadro::PercMeta;
+        const bool destaque = coluna == metasquadro::grid2::PercMeta;
         QCOMPARE(grade->backColor(atingida, coluna), destaque ? vermelhoClaro : QColor());
         QCOMPARE(grade->foreColor(atingida, coluna), destaque ? vermelho : QColor());
         QCOMPARE(grade->isBold(atingida, coluna), destaque);
@@ -368,15 +368,15 @@ void TstMetasProgresso::percentages() {
     b->venda({.vendedor = 1, .produto = u"P1"_s, .quantidade = vendido});
     b->devolucao({.vendedor = 1, .produto = u"P1"_s, .quantidade = devolvido});
     gera();
-    QTEST(produto(2)[colunasQuadro::PercMeta], "percMeta");
-    QTEST(produto(2)[colunasQuadro::PercDevolucao], "percDevolucao");
+    QTEST(produto(2)[metasquadro::grid2::PercMeta], "percMeta");
+    QTEST(produto(2)[metasquadro::grid2::PercDevolucao], "percDevolucao");
     QFETCH(bool, destaque);
     const Grid* grade = b->grade(u"Grid2"_s);
-    QCOMPARE(grade->isBold(2, colunasQuadro::PercMeta), destaque);
-    QCOMPARE(grade->backColor(2, colunasQuadro::PercMeta), destaque ? vermelhoClaro : QColor());
-    QCOMPARE(grade->foreColor(2, colunasQuadro::PercMeta), destaque ? vermelho : QColor());
-    QTEST(produto(4)[colunasQuadro::PercMeta], "totalMeta");
-    QTEST(produto(4)[colunasQuadro::PercDevolucao], "totalDevolucao");
+    QCOMPARE(grade->isBold(2, metasquadro::grid2::PercMeta), destaque);
+    QCOMPARE(grade->backColor(2, metasquadro::grid2::PercMeta), destaque ? vermelhoClaro : QColor());
+    QCOMPARE(grade->foreColor(2, metasquadro::grid2::PercMeta), destaque ? vermelho : QColor());
+    QTEST(produto(4)[metasquadro::grid2::PercMeta], "totalMeta");
+    QTEST(produto(4)[metasquadro::grid2::PercDevolucao], "totalDevolucao");
 }
 
 void TstMetasProgresso::sellerWithoutSales() {
@@ -399,7 +399,7 @@ void TstMetasProgresso::sellerFilterAndAll() {
     QCOMPARE(b->grade(u"Grid2"_s)->rows(), 1 + 5 + 4);
     QCOMPARE(produto(1)[1], u"1 - ANA"_s);
     QCOMPARE(produto(6)[1], u"2 - BRUNO"_s);
-    QCOMPARE(produto(7)[colunasQuadro::Vendido], u"4"_s);
+    QCOMPARE(produto(7)[metasquadro::grid2::Vendido], u"4"_s);
     b->escolhe(u"Vendedores2"_s, u"BRUNO"_s);
     gera();
     QCOMPARE(b->grade(u"Grid2"_s)->rows(), 1 + 4);
@@ -416,7 +416,7 @@ void TstMetasProgresso::returnsWithoutTargetAreIgnored() {
     b->devolucao({.vendedor = 1, .produto = u"P1"_s, .quantidade = u"5"_s, .situacao = u"A"_s});
     gera();
     QCOMPARE(b->grade(u"Grid2"_s)->rows(), 1 + 4);
-    QCOMPARE(produto(2)[colunasQuadro::Devolucao], u"0"_s);
+    QCOMPARE(produto(2)[metasquadro::grid2::Devolucao], u"0"_s);
 }
 
 void TstMetasProgresso::soldWithoutTargetDoesNotAppear() {
@@ -424,7 +424,7 @@ void TstMetasProgresso::soldWithoutTargetDoesNotAppear() {
     b->venda({.vendedor = 1, .produto = u"P2"_s, .quantidade = u"5"_s});
     gera();
     QCOMPARE(b->grade(u"Grid2"_s)->rows(), 1 + 4);
-    QCOMPARE(produto(4)[colunasQuadro::Vendido], u"1"_s);
+    QCOMPARE(produto(4)[metasquadro::grid2::Vendido], u"1"_s);
 }
 
 void TstMetasProgresso::productFilterWithoutPendingProduct() {
@@ -451,8 +451,8 @@ void TstMetasProgresso::productFilterWithAnotherPending() {
     b->vaiParaAba(1);
     b->entraProduto(u"Descricao2"_s, u"PAO FRANCES"_s);
     gera();
-    QCOMPARE(produto(2)[colunasQuadro::Codigo], u"P1"_s);
-    QCOMPARE(produto(2)[colunasQuadro::Vendido], u"0"_s);
+    QCOMPARE(produto(2)[metasquadro::grid2::Codigo], u"P1"_s);
+    QCOMPARE(produto(2)[metasquadro::grid2::Vendido], u"0"_s);
     QCOMPARE(b->metas()[0][3], u"0.000"_s);
     QCOMPARE(b->metas()[1][3], u"7.000"_s);
 }
@@ -465,7 +465,7 @@ void TstMetasProgresso::productFilterWithTheSamePending() {
     b->vaiParaAba(1);
     b->entraProduto(u"Descricao2"_s, u"PAO FRANCES"_s);
     gera();
-    QCOMPARE(produto(2)[colunasQuadro::Vendido], u"5"_s);
+    QCOMPARE(produto(2)[metasquadro::grid2::Vendido], u"5"_s);
 }
 
 void TstMetasProgresso::unknownSeller() {
@@ -500,7 +500,7 @@ void TstMetasProgresso::onlyCountedLinesCount() {
     // The same number in another series belongs to another seller's invoice.
     b->servidor().executa(u"INSERT INTO nfsaida (nrnf, SerieNF, CodVendedor) VALUES (1, '2', 2)"_s);
     gera();
-    QCOMPARE(produto(2)[colunasQuadro::Vendido], u"1"_s);
+    QCOMPARE(produto(2)[metasquadro::grid2::Vendido], u"1"_s);
 }
 
 // Sums over NULL alone are NULL, and so are written into the target.
@@ -518,7 +518,7 @@ void TstMetasProgresso::nullFigures() {
     QVERIFY(b->metas()[0][5].isNull());
     QCOMPARE(produto(u"P1"_s),
              QStringList({u"P1"_s, QString(), u"0"_s, u"0"_s, u"0,0%"_s, u"0,00"_s, u"0"_s, u"0,0%"_s}));
-    QCOMPARE(produto(5)[colunasQuadro::Vendido], u"1"_s);
+    QCOMPARE(produto(5)[metasquadro::grid2::Vendido], u"1"_s);
 }
 
 void TstMetasProgresso::targetTotalOfZero() {
@@ -545,19 +545,19 @@ void TstMetasProgresso::targetsOfZeroAndNegative() {
     for (const auto& codigo : {u"P1"_s, u"P2"_s})
         b->venda({.vendedor = 1, .produto = codigo, .quantidade = u"5"_s});
     gera();
-    QCOMPARE(produto(u"P1"_s)[colunasQuadro::PercMeta], u"0,0%"_s);
-    QCOMPARE(produto(u"P2"_s)[colunasQuadro::PercMeta], u"0,0%"_s);
+    QCOMPARE(produto(u"P1"_s)[metasquadro::grid2::PercMeta], u"0,0%"_s);
+    QCOMPARE(produto(u"P2"_s)[metasquadro::grid2::PercMeta], u"0,0%"_s);
     for (const int linha : {2, 3, 4})
-        QVERIFY(!b->grade(u"Grid2"_s)->isBold(linha, colunasQuadro::PercMeta));
-    QCOMPARE(produto(6)[colunasQuadro::Meta], u"5"_s);
-    QCOMPARE(produto(6)[colunasQuadro::PercMeta], u"200,0%"_s);
+        QVERIFY(!b->grade(u"Grid2"_s)->isBold(linha, metasquadro::grid2::PercMeta));
+    QCOMPARE(produto(6)[metasquadro::grid2::Meta], u"5"_s);
+    QCOMPARE(produto(6)[metasquadro::grid2::PercMeta], u"200,0%"_s);
 }
 
 void TstMetasProgresso::periodWithoutInvoices() {
     b->meta(1, u"P1"_s, u"10"_s);
     b->venda({.vendedor = 1, .produto = u"P1"_s, .emissao = u"2020-01-01"_s});
     gera();
-    QCOMPARE(produto(2)[colunasQuadro::Vendido], u"0"_s);
+    QCOMPARE(produto(2)[metasquadro::grid2::Vendido], u"0"_s);
     QCOMPARE(b->servidor().consulta(u"SELECT * FROM relat2"_s).size(), 0);
 }
 
@@ -592,11 +592,11 @@ void TstMetasProgresso::figuresAgainstRawRows() {
         const QString rotulo = v == 1 ? u"1 - ANA"_s : v == 2 ? u"2 - BRUNO"_s : u"%1 - (Nenhum)"_s.arg(v);
         for (int coluna = 0; coluna < grade->columns(); ++coluna)
             aparencia(linha, coluna, {amarelo, vermelho, true});
-        QCOMPARE(produto(linha++)[colunasQuadro::Descricao], rotulo);
+        QCOMPARE(produto(linha++)[metasquadro::grid2::Descricao], rotulo);
         QSet<int> vistos;
         MundoSorteado::Conta totais;
-        for (; !produto(linha)[colunasQuadro::Codigo].isEmpty(); ++linha) {
-            const int p = produto(linha)[colunasQuadro::Codigo].sliced(1).toInt();
+        for (; !produto(linha)[metasquadro::grid2::Codigo].isEmpty(); ++linha) {
+            const int p = produto(linha)[metasquadro::grid2::Codigo].sliced(1).toInt();
             vistos.insert(p);
             const MundoSorteado::Conta conta = mundo.contas().at({v, p});
             totais += conta;
@@ -605,7 +605,7 @@ void TstMetasProgresso::figuresAgainstRawRows() {
             const bool atingida = conta.vendido >= conta.meta;
             for (int coluna = 0; coluna < grade->columns(); ++coluna)
                 aparencia(linha, coluna,
-                          atingida && coluna == colunasQuadro::PercMeta ? destaque : Aparencia{});
+                          atingida && coluna == metasquadro::grid2::PercMeta ? destaque : Aparencia{});
         }
         const auto doVendedor = [v](const auto& conta) { return conta.first.first == v; };
         QCOMPARE(vistos.size(), std::count_if(mundo.contas().begin(), mundo.contas().end(), doVendedor));
@@ -639,14 +639,14 @@ void TstMetasProgresso::widthForTheScrollBar() {
     gera();
     const Grid* grade = b->grade(u"Grid2"_s);
     QCOMPARE(grade->rows(), linhas);
-    QTEST(grade->columnTwips(colunasQuadro::Descricao), "largura");
+    QTEST(grade->columnTwips(metasquadro::grid2::Descricao), "largura");
     b->tela()->resize(BancadaMetas::telaGrande);
     b->processa();
     QVERIFY(!grade->horizontalScrollBar()->isVisible());
     // A smaller result gets the full width back.
     b->servidor().executa(u"DELETE FROM metavendedoritem"_s);
     gera();
-    QCOMPARE(grade->columnTwips(colunasQuadro::Descricao), 4000);
+    QCOMPARE(grade->columnTwips(metasquadro::grid2::Descricao), 4000);
 }
 
 void TstMetasProgresso::tabChangeEmptiesTheBoard() {

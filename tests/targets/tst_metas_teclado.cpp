@@ -2,8 +2,8 @@
 #include "core/AcessoDados.h"
 #include "support/ModalHelper.h"
 #include "targets/BancadaMetas.h"
-#include "targets/Colunas.h"
 #include "targets/MetasQuadro.h"
+#include "targets/MetasQuadroColumns.h"
 #include "ui/grid/Grid.h"
 
 #include <QAbstractItemView>
@@ -71,7 +71,7 @@ void TstMetasTeclado::addEditAndDeleteATarget() {
     b->tecla(Qt::Key_Home);
     b->tecla(Qt::Key_Right);
     b->tecla(Qt::Key_Right);
-    QCOMPARE(b->grade(u"Grid1"_s)->currentColumn(), static_cast<int>(colunasMeta::Quantidade));
+    QCOMPARE(b->grade(u"Grid1"_s)->currentColumn(), static_cast<int>(metasquadro::grid1::Quantidade));
     b->tecla(Qt::Key_Space);
     QCOMPARE(b->foco(), u"TextGrid"_s);
     b->digita(u"20"_s);

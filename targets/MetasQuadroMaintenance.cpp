@@ -4,9 +4,9 @@
 #include "base/RuntimeError.h"
 #include "core/AcessoDados.h"
 #include "core/Rotinas.h"
-#include "targets/CampoProduto.h"
-#include "targets/Colunas.h"
+#include "products/ProductBox.h"
 #include "targets/MetasQuadro.h"
+#include "targets/MetasQuadroColumns.h"
 #include "ui/MessageBoxes.h"
 #include "ui/Pictures.h"
 #include "ui/TextBox.h"
@@ -18,38 +18,36 @@ namespace tarvessa {
 
 namespace {
 
-constexpr Dinheiro quantidadeInvalida(1000000);
+using namespace metasquadro::grid1;
 
-// After a message the screen may not be active again yet, and what gets the focus then selects nothing.
-void foca(TextBox* caixa) {
-    caixa->setFocus();
-    caixa->selectAll();
+constexpr Dinheiro quantityLimit(1000000);
+
+// After a message the form may not be active again yet, and a box that then gets the focus selects nothing.
+void focusSelected(TextBox* box) {
+    box->setFocus();
+    box->selectAll();
 }
 
-struct LarguraDeColuna {
-    colunasMeta::Coluna coluna;
+struct ColumnWidth {
+    Column column;
     int twips;
 };
 
-// Twips; 0 hides the column.
-constexpr std::array<LarguraDeColuna, 5> larguras = {{{colunasMeta::Codigo, 2230},
-                                                      {colunasMeta::Produto, 7100},
-                                                      {colunasMeta::Quantidade, 2000},
-                                                      {colunasMeta::Excluir, 1640},
-                                                      {colunasMeta::Id, 0}}};
+constexpr std::array<ColumnWidth, 5> widths = {
+    {{Codigo, 2230}, {Produto, 7100}, {Quantidade, 2000}, {Excluir, 1640}, {Id, 0}}};
 
 } // namespace
 
-void MetasQuadro::defineLarguras() {
-    for (const LarguraDeColuna& largura : larguras)
-        ui->Grid1->setColumnTwips(largura.coluna, largura.twips);
+void MetasQuadro::setTargetWidths() {
+    for (const ColumnWidth& width : widths)
+        ui->Grid1->setColumnTwips(width.column, width.twips);
     ui->Grid1->setHeaderBold();
 }
 
 void MetasQuadro::AjustaGrid() {
     ui->Grid1->setRows(1);
     ui->Label4->setVisible(false);
-    defineLarguras();
+    setTargetWidths();
     const qint32 vendedor = CodigoDaLista(ui->Vendedores->currentText());
     if (vendedor >= 1)
         listaMetas(vendedor);
@@ -65,45 +63,45 @@ void MetasQuadro::listaMetas(qint32 vendedor) {
     const int produto = rs.column(u"codigoproduto");
     const int descricao = rs.column(u"descricao");
     const int quantidade = rs.column(u"Quantidade");
-    const QIcon lixeira = pictures::trash();
-    const Grid::Fill preenchimento(ui->Grid1);
+    const QIcon trash = pictures::trash();
+    const Grid::Fill filling(ui->Grid1);
     for (; !rs.atEnd(); rs.moveNext()) {
         ui->Grid1->addRow({rs.field(produto).text(), rs.field(descricao).text(),
-                           FormataQuantidade(Dinheiro::dePonto(rs.field(quantidade).text())), QString(),
+                           FormataQuantidade(rs.field(quantidade).decimal()), QString(),
                            rs.field(id).text()});
-        ui->Grid1->setPicture(ui->Grid1->rows() - 1, colunasMeta::Excluir, lixeira);
+        ui->Grid1->setPicture(ui->Grid1->rows() - 1, Excluir, trash);
     }
     rs.close();
 }
 
-void MetasQuadro::Command1_Click() {
-    // Its shortcut does not move the focus: the product typed last would not have been searched yet.
+void MetasQuadro::adicionaMeta() {
+    // The button's shortcut does not move the focus, and the search for a product just typed waits for it.
     ui->Command1->setFocus();
-    if (!m_produto->conclui()) {
+    if (!m_product->settle()) {
         ui->Descricao->setFocus();
         return;
     }
     const qint32 vendedor = CodigoDaLista(ui->Vendedores->currentText());
-    const QString produto = m_produto->codigo();
+    const QString produto = m_product->code();
     if (vendedor == 0) {
         boxes::inform(this, u"Vendedor não selecionado corretamente. Verifique!!!"_s);
         ui->Vendedores->setFocus();
     } else if (produto.isEmpty()) {
         boxes::inform(this, u"Produto não selecionado corretamente. Verifique!!!"_s);
-        foca(ui->Descricao);
+        focusSelected(ui->Descricao);
     } else if (const Dinheiro quantidade = quantidadeDaMeta(); quantidade <= Dinheiro()) {
         boxes::inform(this, u"Quantidade inválida. Verifique!!!"_s);
-        foca(ui->Quantidade);
+        focusSelected(ui->Quantidade);
     } else {
         insereMeta(vendedor, produto, quantidade);
     }
 }
 
-/// What `Quantidade` holds; 0 when that is no quantity for a target, however long the number.
+/// What `Quantidade` holds; 0 when a target cannot have it, which includes numbers of any length.
 Dinheiro MetasQuadro::quantidadeDaMeta() const {
     try {
-        const Dinheiro quantidade = quantidadeDigitada(ui->Quantidade->text());
-        return quantidade < quantidadeInvalida ? quantidade : Dinheiro();
+        const Dinheiro quantidade = typedQuantity(ui->Quantidade->text());
+        return quantidade < quantityLimit ? quantidade : Dinheiro();
     } catch (const RuntimeError&) {
         return {};
     }
@@ -112,42 +110,41 @@ Dinheiro MetasQuadro::quantidadeDaMeta() const {
 void MetasQuadro::insereMeta(qint32 vendedor, const QString& produto, Dinheiro quantidade) {
     TemRegistro = AbreRS(u"Select * from metavendedoritem Where CodVendedor="_s + QString::number(vendedor) +
                          u" and CodigoProduto='"_s + produto + u"'"_s);
+    const bool exists = !rs.atEnd();
     rs.close();
-    if (TemRegistro) {
+    if (exists) {
         boxes::inform(this, u"Já existe uma meta de venda para o produto\n\n"_s + ui->Descricao->text());
-        foca(ui->Descricao);
+        focusSelected(ui->Descricao);
         return;
     }
     Executa(u"Insert Into metavendedoritem Set CodVendedor="_s + QString::number(vendedor) +
             u", CodigoProduto='"_s + produto + u"', Quantidade="_s + quantidade.ponto());
-    m_produto->limpa();
+    m_product->clear();
     ui->Quantidade->setText(u"0"_s);
     AjustaGrid();
     ui->Descricao->setFocus();
 }
 
-void MetasQuadro::Grid1_Click(int linha, int coluna) {
-    // The click took the focus from the product box: its search comes first, or its messages would come up
-    // over the question or the editor.
-    if (!m_produto->conclui())
+void MetasQuadro::Grid1_Click(int row, int column) {
+    // The search of a product box that this click left comes first: its messages would otherwise appear over
+    // the question or the editor.
+    if (!m_product->settle())
         return;
-    if (coluna == colunasMeta::Excluir)
-        excluiMeta(linha);
-    else if (coluna == colunasMeta::Quantidade)
-        abreEdicao(linha);
+    if (column == Excluir)
+        excluiMeta(row);
+    else if (column == Quantidade)
+        openEditor(row);
 }
 
-void MetasQuadro::excluiMeta(int linha) {
-    if (!boxes::ask(this,
-                    u"Deseja realmente excluir o produto\n"_s + ui->Grid1->text(linha, colunasMeta::Codigo) +
-                        u'?',
+void MetasQuadro::excluiMeta(int row) {
+    if (!boxes::ask(this, u"Deseja realmente excluir o produto\n"_s + ui->Grid1->text(row, Codigo) + u'?',
                     QMessageBox::Information))
         return;
-    Executa(u"Delete from metavendedoritem Where ID="_s + ui->Grid1->text(linha, colunasMeta::Id));
+    Executa(u"Delete from metavendedoritem Where ID="_s + ui->Grid1->text(row, Id));
     AjustaGrid();
-    // The keyboard goes on where it was.
+    // For the keyboard: the next row takes the deleted one's place.
     if (ui->Grid1->rows() > 1)
-        ui->Grid1->setCurrentCell(qMin(linha, ui->Grid1->rows() - 1), colunasMeta::Excluir);
+        ui->Grid1->setCurrentCell(qMin(row, ui->Grid1->rows() - 1), Excluir);
 }
 
 } // namespace tarvessa

@@ -16,17 +16,17 @@ namespace tarvessa {
 
 namespace {
 
-// The lists are as wide as the form allows; what drops down is as wide as the longest name.
-void mostraInteiros(QComboBox* lista) {
-    lista->view()->setMinimumWidth(lista->view()->sizeHintForColumn(0) +
-                                   lista->view()->verticalScrollBar()->sizeHint().width());
+// The form limits the list's own width; its drop-down shows the longest name whole.
+void widenDropDown(QComboBox* list) {
+    list->view()->setMinimumWidth(list->view()->sizeHintForColumn(0) +
+                                  list->view()->verticalScrollBar()->sizeHint().width());
 }
 
 } // namespace
 
 void MetasQuadro::Form_Load() {
     carregaVendedores();
-    m_periodo->mesCorrente();
+    m_period->mesCorrente();
     ui->Vendedores2->setCurrentIndex(0);
     AjustaGrid();
 }
@@ -41,9 +41,10 @@ void MetasQuadro::carregaVendedores() {
         ui->Vendedores2->addItem(item);
     }
     rs.close();
-    for (QComboBox* lista : {ui->Vendedores, ui->Vendedores2})
-        mostraInteiros(lista);
-    ui->Vendedores->setCurrentIndex(-1); // the first seller added became the chosen one
+    for (QComboBox* list : {ui->Vendedores, ui->Vendedores2})
+        widenDropDown(list);
+    // Adding the first seller has made it the chosen one.
+    ui->Vendedores->setCurrentIndex(-1);
 }
 
 } // namespace tarvessa
