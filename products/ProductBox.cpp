@@ -8,6 +8,8 @@
 #include "ui/MessageBoxes.h"
 #include "ui/TextBox.h"
 
+#include <QScopedValueRollback>
+
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -24,6 +26,8 @@ ProductBox::ProductBox(TextBox* box, QWidget* form, LookUp lookUp)
     // Queued: while the focus is still moving, a window opened here would take the rest of the click or of
     // the change of tab that moved it.
     onSignal(new FieldLeave(box), &FieldLeave::left, form, [this] {
+        if (m_searching)
+            return;
         m_pending = true;
         QMetaObject::invokeMethod(
             this, [this] { guarded(m_form, [this] { settle(); }); }, Qt::QueuedConnection);
@@ -46,6 +50,7 @@ bool ProductBox::settle() {
 }
 
 bool ProductBox::search() {
+    const QScopedValueRollback<bool> searching(m_searching, true);
     m_box->setProperty(tag, QString());
     QString text = m_box->lookUpText();
     if (text.isEmpty())

@@ -58,6 +58,7 @@ class ProductBox : public QObject {
     QWidget* m_form;
     LookUp m_lookUp;
     bool m_pending = false;
+    bool m_searching = false;
 };
 
 } // namespace tarvessa
