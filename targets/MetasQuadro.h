@@ -49,10 +49,10 @@ class MetasQuadro : public QDialog {
     void SSTab1_Click(int tab);
     bool editorKey(QWidget* control, int key);
 
-    // Start-up (MetasQuadroStartup.cpp)
+    // Start-up (MetasQuadroInicio.cpp)
     void carregaVendedores();
 
-    // Maintenance (MetasQuadroMaintenance.cpp)
+    // Maintenance (MetasQuadroManutencao.cpp)
     void setTargetWidths();
     void Command1_Click() { adicionaMeta(); }
     void adicionaMeta();
@@ -62,14 +62,14 @@ class MetasQuadro : public QDialog {
     void excluiMeta(int row);
     void listaMetas(qint32 vendedor);
 
-    // Editing in the grid (MetasQuadroQuantityEdit.cpp)
+    // Editing in the grid (MetasQuadroEdicao.cpp)
     void openEditor(int row);
     void restoreText();
     void closeEditor();
     void gravaQuantidade(int row, Dinheiro quantidade);
     static Dinheiro typedQuantity(const QString& text);
 
-    // Computation (MetasQuadroProgress.cpp)
+    // Computation (MetasQuadroCalculo.cpp)
     void Command4_Click() { geraRelatorio(); }
     void geraRelatorio();
     void calcula();
@@ -77,14 +77,14 @@ class MetasQuadro : public QDialog {
     void somaDevolucoes();
     QString progressQuery(qint32 vendedor, bool oneProduct) const;
 
-    // The board (MetasQuadroBoard.cpp)
+    // The board (MetasQuadroAndamento.cpp)
     void montaQuadro(odbc::ResultSet& targets);
     void addSellerBlock(odbc::ResultSet& targets);
     void addSeller(const QString& caption);
     void addTarget(const odbc::ResultSet& target, Totals& totals);
     void addTotals(const QString& caption, const Totals& totals);
 
-    // Printing (MetasQuadroPrinting.cpp)
+    // Printing (MetasQuadroImpressao.cpp)
     void Command2_Click() { imprime(); }
     void imprime();
     QStringList boardInserts() const;
