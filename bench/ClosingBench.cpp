@@ -65,7 +65,7 @@ double closeAll(int presales, std::vector<double>& boxTimes) {
 }
 
 // What the panel sends between its two boxes: everything after start-up but the listing at the very end.
-QByteArrayList statementsOf(teste::PrivateServer& server, const Workload& workload, int presales) {
+QByteArrayList statementsOf(test::PrivateServer& server, const Workload& workload, int presales) {
     workload.closing(presales);
     std::vector<double> boxTimes;
     QByteArrayList statements =
@@ -77,7 +77,7 @@ QByteArrayList statementsOf(teste::PrivateServer& server, const Workload& worklo
 
 } // namespace
 
-QList<Row> closingRows(teste::PrivateServer& server, const Workload& workload) {
+QList<Row> closingRows(test::PrivateServer& server, const Workload& workload) {
     std::array<QByteArrayList, sizes.size()> statements;
     std::vector<Contestant> contestants;
     std::vector<double> boxTimes;

@@ -119,12 +119,12 @@ class PluginTable {
 };
 
 // The listing as the panel sends it, taken from the server's own log.
-QString listingStatement(teste::PrivateServer& server, ListingPanel& panel) {
+QString listingStatement(test::PrivateServer& server, ListingPanel& panel) {
     panel.empty();
-    teste::StatementLog log(server);
+    test::StatementLog log(server);
     panel.list();
-    const QStringList texts = log.textos();
-    server.executa(u"SET GLOBAL general_log = 0"_s);
+    const QStringList texts = log.texts();
+    server.execute(u"SET GLOBAL general_log = 0"_s);
     if (texts.size() != 1)
         throw std::runtime_error("the listing is not one statement");
     return texts.first();
@@ -162,7 +162,7 @@ QList<Row> rowsOf(int documents, const Times& times) {
 
 } // namespace
 
-QList<Row> listingRows(teste::PrivateServer& server, const Workload& workload) {
+QList<Row> listingRows(test::PrivateServer& server, const Workload& workload) {
     QList<Row> rows;
     for (const int documents : {1000, 10000, longListing}) {
         workload.listing(documents);
@@ -182,7 +182,7 @@ QList<Row> listingRows(teste::PrivateServer& server, const Workload& workload) {
             plugin.expectRows(documents);
             return seconds;
         };
-        const auto serverAlone = [&] { return secondsOf([&] { server.consulta(oneRowOf(sql)); }); };
+        const auto serverAlone = [&] { return secondsOf([&] { server.query(oneRowOf(sql)); }); };
         const std::vector<double> times = interleaved(documents == longListing ? roundsWhenLong : rounds,
                                                       {ours, client, theirs, serverAlone});
         rows += rowsOf(documents, {times[0], times[1], times[2], times[3]});

@@ -34,9 +34,9 @@ struct Operation {
 };
 
 // Each customer buys at the table that its number tells; two lines of each document are off it.
-void load(teste::PrivateServer& server, const QString& kind) {
+void load(test::PrivateServer& server, const QString& kind) {
     // Written through to the disk only while it is measured.
-    server.executa(
+    server.execute(
         u"SET GLOBAL innodb_flush_log_at_trx_commit = 0;"
         "TRUNCATE orcamento; TRUNCATE observacao; UPDATE empresa SET contadorPV = 0;"
         "UPDATE produtos SET Venda = 12.50, Venda2 = 11.90, Venda3 = 11.50, Venda4 = 10.90;"
@@ -88,7 +88,7 @@ double throughPanel(const Operation& operation, std::vector<double>& boxTimes) {
     return seconds;
 }
 
-QByteArrayList statementsOf(teste::PrivateServer& server, const Operation& operation) {
+QByteArrayList statementsOf(test::PrivateServer& server, const Operation& operation) {
     load(server, operation.kind);
     std::vector<double> boxTimes;
     QByteArrayList statements =
@@ -102,7 +102,7 @@ QByteArrayList statementsOf(teste::PrivateServer& server, const Operation& opera
 
 } // namespace
 
-QList<Row> operationRows(teste::PrivateServer& server) {
+QList<Row> operationRows(test::PrivateServer& server) {
     const std::vector<Operation> operations = {
         {u"conversion of 500 DAVs of 20 lines"_s, u"D"_s, convert, u"SELECT GET_LOCK"_s, false},
         {u"price check of 500 PVs of 20 lines"_s, u"P"_s, checkPrices, u"Select o.id"_s, true}};

@@ -2,7 +2,7 @@
 
 #include "bench/support/Table.h"
 
-namespace tarvessa::teste {
+namespace tarvessa::test {
 class PrivateServer;
 }
 
@@ -11,6 +11,6 @@ namespace tarvessa::bench {
 /// Turning 500 DAVs of 20 lines into pre-sales, and checking the prices of 500 pre-sales of 20 lines of which
 /// two are wrong, through the panel, against a bare loop sending the statements that the panel sent. Needs
 /// the customers, products and company of a Workload; leaves only documents of its own behind.
-QList<Row> operationRows(teste::PrivateServer& server);
+QList<Row> operationRows(test::PrivateServer& server);
 
 } // namespace tarvessa::bench

@@ -68,16 +68,16 @@ QByteArray layoutText() {
 
 class Printing {
   public:
-    explicit Printing(teste::PrivateServer& server) {
+    explicit Printing(test::PrivateServer& server) {
         QStringList cells;
         for (int i = 0; i < columns; ++i)
             cells.append(i < textColumns ? u"CONCAT('Item ', seq, '-%1') AS c%1"_s.arg(i + 1)
                                          : u"CAST(seq * %1.37 AS DECIMAL(15,2)) AS c%1"_s.arg(i + 1));
-        server.executa(
+        server.execute(
             u"CREATE TABLE impressao (PRIMARY KEY (linha)) AS SELECT seq AS linha, %1 FROM seq_1_to_%2"_s
                 .arg(cells.join(u", "_s))
                 .arg(longReport));
-        for (const QStringList& row : server.consulta(queryOf(pdfRows))) {
+        for (const QStringList& row : server.query(queryOf(pdfRows))) {
             QStringList texts = row.sliced(1);
             for (int i = textColumns; i < columns; ++i)
                 texts[i] = Formata(Dinheiro::dePonto(texts[i]), moneyMask);
@@ -235,12 +235,12 @@ Row memoryFigure(const Printing& printing) {
 
 } // namespace
 
-QList<Row> printingRows(teste::PrivateServer& server) {
+QList<Row> printingRows(test::PrivateServer& server) {
     const Printing printing(server);
     QList<Row> rows = pdfFigures(printing);
     rows += firstPageFigures(printing);
     rows += memoryFigure(printing);
-    server.executa(u"DROP TABLE impressao"_s);
+    server.execute(u"DROP TABLE impressao"_s);
     return rows;
 }
 

@@ -2,7 +2,7 @@
 
 #include "bench/support/Table.h"
 
-namespace tarvessa::teste {
+namespace tarvessa::test {
 class PrivateServer;
 }
 
@@ -11,7 +11,7 @@ namespace tarvessa::bench {
 /// Reports of 1,000, 10,000 and 100,000 rows of twelve columns: to a PDF file against a bare painter and
 /// against a text document, to the first page on the screen against the query alone, and the memory of a
 /// preview.
-QList<Row> printingRows(teste::PrivateServer& server);
+QList<Row> printingRows(test::PrivateServer& server);
 
 /// The word on the command line that asks for previewMemory().
 inline constexpr const char* previewMemoryWord = "preview-memory";

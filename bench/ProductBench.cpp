@@ -36,8 +36,8 @@ struct Search {
 
 // One in ten descriptions is too long for one line, as in shops that write out what a package holds. The
 // words searched for stand inside the descriptions.
-void fillProducts(teste::PrivateServer& server) {
-    server.executa(
+void fillProducts(test::PrivateServer& server) {
+    server.execute(
         u"TRUNCATE produtos;"
         "INSERT INTO produtos (codfabr, descricao, aplicacao, observacao, Venda, Venda2, Venda3, Venda4, "
         "quantidade, quantidade2, Ultima_Alteracao, Unidade, LinhaProd) "
@@ -92,7 +92,7 @@ Taken timedSearch(const Search& search, QWidget* form) {
 
 } // namespace
 
-QList<Row> productRows(teste::PrivateServer& server) {
+QList<Row> productRows(test::PrivateServer& server) {
     fillProducts(server);
     if (!IniciaBanco())
         throw std::runtime_error("the database cannot be reached");

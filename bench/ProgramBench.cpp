@@ -45,14 +45,14 @@ QList<Row> memoryRows(const Workload& workload) {
          now < memoryGoal}};
 }
 
-QList<Row> startRows(teste::PrivateServer& server, const Workload& workload) {
+QList<Row> startRows(test::PrivateServer& server, const Workload& workload) {
     workload.listing(startDocuments);
     QStringList statements;
     {
-        teste::StatementLog log(server);
+        test::StatementLog log(server);
         const ProgramRun program;
-        statements = log.textos();
-        server.executa(u"SET GLOBAL general_log = 0"_s);
+        statements = log.texts();
+        server.execute(u"SET GLOBAL general_log = 0"_s);
     }
     const std::vector<double> times =
         interleaved(startRounds, {[] { return ProgramRun().secondsToListing(); },

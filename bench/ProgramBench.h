@@ -2,7 +2,7 @@
 
 #include "bench/support/Table.h"
 
-namespace tarvessa::teste {
+namespace tarvessa::test {
 class PrivateServer;
 }
 
@@ -15,6 +15,6 @@ QList<Row> memoryRows(const Workload& workload);
 
 /// Start of the program to its listing of 50 documents on the screen, against the server's command-line
 /// client running the statements of the start-up.
-QList<Row> startRows(teste::PrivateServer& server, const Workload& workload);
+QList<Row> startRows(test::PrivateServer& server, const Workload& workload);
 
 } // namespace tarvessa::bench

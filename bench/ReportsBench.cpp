@@ -87,15 +87,15 @@ double statementSeconds() {
 }
 
 // What a run sends, taken from the server's own log.
-QStringList statementsOf(teste::PrivateServer& server, const Contestant& run) {
-    teste::StatementLog log(server);
+QStringList statementsOf(test::PrivateServer& server, const Contestant& run) {
+    test::StatementLog log(server);
     run();
-    const QStringList texts = log.textos();
-    server.executa(u"SET GLOBAL general_log = 0"_s);
+    const QStringList texts = log.texts();
+    server.execute(u"SET GLOBAL general_log = 0"_s);
     return texts;
 }
 
-Row compared(teste::PrivateServer& server, const QString& what, const Contestant& ours) {
+Row compared(test::PrivateServer& server, const QString& what, const Contestant& ours) {
     const QStringList statements = statementsOf(server, ours);
     const auto client = [&] { return clientSeconds(server, statements); };
     const std::vector<double> times = interleaved(rounds, {ours, client});
@@ -110,7 +110,7 @@ Row compared(teste::PrivateServer& server, const QString& what, const Contestant
 
 } // namespace
 
-QList<Row> reportRows(teste::PrivateServer& server, const Workload& workload) {
+QList<Row> reportRows(test::PrivateServer& server, const Workload& workload) {
     workload.fiscalYear(lines);
     const Session session;
     RunScreen<ResumoVendas> summary(u"TabelaPreco(1)"_s);

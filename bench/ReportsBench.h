@@ -2,7 +2,7 @@
 
 #include "bench/support/Table.h"
 
-namespace tarvessa::teste {
+namespace tarvessa::test {
 class PrivateServer;
 }
 
@@ -13,6 +13,6 @@ class Workload;
 /// The runs of the sales summary, the commission and a seller's statement over a million fiscal lines, from
 /// the press on the button to the painted grid, against the server's command-line client running the
 /// statements that the screen sent.
-QList<Row> reportRows(teste::PrivateServer& server, const Workload& workload);
+QList<Row> reportRows(test::PrivateServer& server, const Workload& workload);
 
 } // namespace tarvessa::bench

@@ -34,8 +34,8 @@ constexpr int rounds = 5;
 constexpr int shortRounds = 15;
 
 // Every product for each of the nine sellers with invoices and for a tenth one without.
-void writeTargets(teste::PrivateServer& server) {
-    server.executa(
+void writeTargets(test::PrivateServer& server) {
+    server.execute(
         u"TRUNCATE metavendedoritem; INSERT INTO metavendedoritem (CodVendedor, CodigoProduto, Quantidade) "
         "SELECT v.seq, LPAD(p.seq, 6, '0'), 10 * p.seq FROM seq_1_to_%1 v, seq_1_to_%2 p; "
         "ANALYZE TABLE metavendedoritem"_s.arg(sellers)
@@ -89,15 +89,15 @@ class Board {
 };
 
 // What a run sends, taken from the server's own log.
-QStringList statementsOf(teste::PrivateServer& server, Board& board) {
-    teste::StatementLog log(server);
+QStringList statementsOf(test::PrivateServer& server, Board& board) {
+    test::StatementLog log(server);
     board.seconds();
-    const QStringList texts = log.textos();
-    server.executa(u"SET GLOBAL general_log = 0"_s);
+    const QStringList texts = log.texts();
+    server.execute(u"SET GLOBAL general_log = 0"_s);
     return texts;
 }
 
-Row computation(teste::PrivateServer& server, Board& board, const QStringList& statements) {
+Row computation(test::PrivateServer& server, Board& board, const QStringList& statements) {
     const auto ours = [&] { return board.seconds(); };
     const auto client = [&] { return clientSeconds(server, statements); };
     const std::vector<double> times = interleaved(rounds, {ours, client});
@@ -112,8 +112,8 @@ Row computation(teste::PrivateServer& server, Board& board, const QStringList& s
 }
 
 // With one line for each target, by which it is reached: the statements are short and every row is coloured.
-void sellEachTarget(teste::PrivateServer& server) {
-    server.executa(
+void sellEachTarget(test::PrivateServer& server) {
+    server.execute(
         u"TRUNCATE movsaient; TRUNCATE nfsaida; TRUNCATE Orcamento_Troca;"
         "INSERT INTO nfsaida (nrnf, SerieNF, CodVendedor, razsoc) SELECT seq, '1', seq, 'PADARIA' "
         "FROM seq_1_to_%1;"
@@ -124,7 +124,7 @@ void sellEachTarget(teste::PrivateServer& server) {
             .arg(targets / sellers));
 }
 
-Row filling(teste::PrivateServer& server, Board& board, const QStringList& statements) {
+Row filling(test::PrivateServer& server, Board& board, const QStringList& statements) {
     sellEachTarget(server);
     QByteArrayList bare;
     for (const QString& statement : statements)
@@ -147,7 +147,7 @@ Row filling(teste::PrivateServer& server, Board& board, const QStringList& state
 
 } // namespace
 
-QList<Row> targetRows(teste::PrivateServer& server, const Workload& workload) {
+QList<Row> targetRows(test::PrivateServer& server, const Workload& workload) {
     workload.fiscalYear(lines);
     writeTargets(server);
     Board board;

@@ -2,7 +2,7 @@
 
 #include "bench/support/Table.h"
 
-namespace tarvessa::teste {
+namespace tarvessa::test {
 class PrivateServer;
 }
 
@@ -13,6 +13,6 @@ class Workload;
 /// The progress of five thousand targets: over a million fiscal lines from the press on the button to the
 /// painted board, against the server's command-line client running the same statements; and without any
 /// fiscal line, what filling and colouring the board takes beyond bare ODBC calls.
-QList<Row> targetRows(teste::PrivateServer& server, const Workload& workload);
+QList<Row> targetRows(test::PrivateServer& server, const Workload& workload);
 
 } // namespace tarvessa::bench

@@ -32,7 +32,7 @@ void measure(const QStringList& subjects) {
     };
     const QTemporaryDir logs;
     FixaPastaDoPrograma(logs.path());
-    teste::PrivateServer server;
+    test::PrivateServer server;
     const bench::Workload workload(server);
     const QString machine = bench::machineText(server);
     QList<bench::Row> rows;

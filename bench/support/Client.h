@@ -2,7 +2,7 @@
 
 #include <QStringList>
 
-namespace tarvessa::teste {
+namespace tarvessa::test {
 class PrivateServer;
 }
 
@@ -10,6 +10,6 @@ namespace tarvessa::bench {
 
 /// Runs the server's command-line client on these statements, its output thrown away, and gives the seconds
 /// that the whole process took. Raises std::runtime_error when it fails.
-double clientSeconds(const teste::PrivateServer& server, const QStringList& statements);
+double clientSeconds(const test::PrivateServer& server, const QStringList& statements);
 
 } // namespace tarvessa::bench

@@ -32,13 +32,13 @@ QString memory() {
     return QString::number(kibibytes / kibibytesPerGibibyte, 'f', 1) + u" GiB"_s;
 }
 
-QString setting(teste::PrivateServer& server, const QString& name) {
-    return name + u" "_s + server.consulta(u"SELECT @@"_s + name)[0][0];
+QString setting(test::PrivateServer& server, const QString& name) {
+    return name + u" "_s + server.query(u"SELECT @@"_s + name)[0][0];
 }
 
 } // namespace
 
-QString machineText(teste::PrivateServer& server) {
+QString machineText(test::PrivateServer& server) {
     constexpr int loadFigures = 3;
     QStringList lines;
     lines << u"Day: "_s + QDate::currentDate().toString(Qt::ISODate);
@@ -48,7 +48,7 @@ QString machineText(teste::PrivateServer& server) {
     lines << u"System: "_s + QSysInfo::prettyProductName() + u", kernel "_s + QSysInfo::kernelVersion();
     lines << u"Load before the run: "_s +
                  linesOf(u"/proc/loadavg"_s).value(0).split(u' ').mid(0, loadFigures).join(u' ');
-    lines << u"Server: "_s + server.consulta(u"SELECT VERSION()"_s)[0][0] + u" over a unix socket; "_s +
+    lines << u"Server: "_s + server.query(u"SELECT VERSION()"_s)[0][0] + u" over a unix socket; "_s +
                  QStringList{setting(server, u"innodb_buffer_pool_size"_s),
                              setting(server, u"tmp_table_size"_s), setting(server, u"sort_buffer_size"_s),
                              setting(server, u"innodb_flush_log_at_trx_commit"_s)}

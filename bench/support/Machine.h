@@ -2,7 +2,7 @@
 
 #include <QString>
 
-namespace tarvessa::teste {
+namespace tarvessa::test {
 class PrivateServer;
 }
 
@@ -10,6 +10,6 @@ namespace tarvessa::bench {
 
 /// What the figures depend on, as a Markdown list: processor, memory, system, server and its settings, Qt,
 /// compiler, load before the run, day of the run. Raises TestError when the server does not answer.
-QString machineText(teste::PrivateServer& server);
+QString machineText(test::PrivateServer& server);
 
 } // namespace tarvessa::bench

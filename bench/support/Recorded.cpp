@@ -9,12 +9,12 @@ using namespace Qt::StringLiterals;
 
 namespace tarvessa::bench {
 
-QByteArrayList recordedStatements(teste::PrivateServer& server, const QString& first,
+QByteArrayList recordedStatements(test::PrivateServer& server, const QString& first,
                                   const std::function<void()>& run) {
-    teste::StatementLog log(server);
+    test::StatementLog log(server);
     run();
-    const QStringList texts = log.textos();
-    server.executa(u"SET GLOBAL general_log = 0"_s);
+    const QStringList texts = log.texts();
+    server.execute(u"SET GLOBAL general_log = 0"_s);
     QByteArrayList statements;
     for (auto text = std::find_if(texts.cbegin(), texts.cend(),
                                   [&first](const QString& each) { return each.startsWith(first); });

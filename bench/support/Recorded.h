@@ -5,7 +5,7 @@
 
 #include <functional>
 
-namespace tarvessa::teste {
+namespace tarvessa::test {
 class PrivateServer;
 }
 
@@ -13,7 +13,7 @@ namespace tarvessa::bench {
 
 /// The statements that the server receives while `run` runs, in order, from the first one that begins with
 /// `first`; empty when none does.
-QByteArrayList recordedStatements(teste::PrivateServer& server, const QString& first,
+QByteArrayList recordedStatements(test::PrivateServer& server, const QString& first,
                                   const std::function<void()>& run);
 
 } // namespace tarvessa::bench

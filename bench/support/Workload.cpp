@@ -27,8 +27,8 @@ QString documents(const QString& situation, const QString& from, const QString& 
 
 } // namespace
 
-Workload::Workload(teste::PrivateServer& server) : m_server(server) {
-    server.executa(
+Workload::Workload(test::PrivateServer& server) : m_server(server) {
+    server.execute(
         u"INSERT INTO clientes (codigo, nome, cidade, prazo, formapg, colunapreco, CNPJ_CPF) "
         "SELECT LPAD(seq, 5, '0'), CONCAT('PADARIA E CONFEITARIA DO BAIRRO ', seq), ELT(1 + seq % 7, "
         "'CAMPINAS', 'SÃO PAULO', 'RIBEIRÃO PRETO', 'SOROCABA', 'JUNDIAÍ', 'AMERICANA', 'PIRACICABA'), 28, "
@@ -45,14 +45,14 @@ Workload::Workload(teste::PrivateServer& server) : m_server(server) {
 }
 
 void Workload::products() const {
-    m_server.executa(u"TRUNCATE produtos;"
+    m_server.execute(u"TRUNCATE produtos;"
                      "INSERT INTO produtos (codfabr, descricao, Venda, quantidade, quantidade2) "
                      "SELECT LPAD(seq, 6, '0'), CONCAT('PRODUTO ', seq), 12.50, 100000, 100000 "
                      "FROM seq_1_to_500"_s);
 }
 
 void Workload::listing(int count) const {
-    m_server.executa(u"TRUNCATE orcamento;"_s +
+    m_server.execute(u"TRUNCATE orcamento;"_s +
                      documents(u"'A'"_s, u"seq_1_to_%1 d, seq_1_to_1 l"_s.arg(count),
                                u"CURDATE() - INTERVAL d.seq % 7 DAY"_s) +
                      u"; ANALYZE TABLE orcamento, clientes"_s);
@@ -60,9 +60,9 @@ void Workload::listing(int count) const {
 
 void Workload::closing(int open) const {
     // Written through to the disk only while it is measured.
-    m_server.executa(u"SET GLOBAL innodb_flush_log_at_trx_commit = 0"_s);
+    m_server.execute(u"SET GLOBAL innodb_flush_log_at_trx_commit = 0"_s);
     products();
-    m_server.executa(
+    m_server.execute(
         u"TRUNCATE orcamento; TRUNCATE orcamento_controle; TRUNCATE areceber; TRUNCATE caixa;"
         "TRUNCATE logestoque;"_s +
         documents(u"IF(MOD(d.seq, %1) = 0, 'A', 'B')"_s.arg(closingDocuments / open),
@@ -71,13 +71,13 @@ void Workload::closing(int open) const {
         u"; INSERT INTO orcamento_controle (NrPedido, tipoOperacao, Status) "
         "SELECT seq, 'P', 'A' FROM seq_1_to_%1; ANALYZE TABLE orcamento, clientes, produtos"_s.arg(
             closingDocuments));
-    m_server.executa(u"SET GLOBAL innodb_flush_log_at_trx_commit = 1"_s);
+    m_server.execute(u"SET GLOBAL innodb_flush_log_at_trx_commit = 1"_s);
 }
 
 void Workload::fiscalYear(int lines) const {
     constexpr int linesPerInvoice = 4;
-    m_server.executa(u"SET GLOBAL innodb_flush_log_at_trx_commit = 0"_s);
-    m_server.executa(
+    m_server.execute(u"SET GLOBAL innodb_flush_log_at_trx_commit = 0"_s);
+    m_server.execute(
         u"TRUNCATE movsaient; TRUNCATE nfsaida; TRUNCATE Orcamento_Troca; TRUNCATE vendedores;"
         "INSERT INTO vendedores (codigovend, vendedor, ComissEsp1, ComissEsp2) "
         "SELECT seq, CONCAT('VENDEDOR ', seq), 3, 1.5 FROM seq_1_to_9;"
@@ -97,7 +97,7 @@ void Workload::fiscalYear(int lines) const {
         "ANALYZE TABLE movsaient, nfsaida, Orcamento_Troca, vendedores, clientes, produtos"_s
             .arg(lines / linesPerInvoice)
             .arg(linesPerInvoice));
-    m_server.executa(u"SET GLOBAL innodb_flush_log_at_trx_commit = 1"_s);
+    m_server.execute(u"SET GLOBAL innodb_flush_log_at_trx_commit = 1"_s);
 }
 
 } // namespace tarvessa::bench

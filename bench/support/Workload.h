@@ -1,6 +1,6 @@
 #pragma once
 
-namespace tarvessa::teste {
+namespace tarvessa::test {
 class PrivateServer;
 }
 
@@ -11,7 +11,7 @@ namespace tarvessa::bench {
 class Workload {
   public:
     /// Writes customers, payment methods, company and technical sheets. Raises TestError.
-    explicit Workload(teste::PrivateServer& server);
+    explicit Workload(test::PrivateServer& server);
 
     /// So many pre-sales of the last seven days and nothing else, one line each, so that the server's own
     /// share in listing them is as small as it gets. Raises TestError.
@@ -28,7 +28,7 @@ class Workload {
   private:
     void products() const;
 
-    teste::PrivateServer& m_server;
+    test::PrivateServer& m_server;
 };
 
 } // namespace tarvessa::bench

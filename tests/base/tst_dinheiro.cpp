@@ -1,5 +1,5 @@
 #include "base/Dinheiro.h"
-#include "support/ErroDe.h"
+#include "support/ErrorOf.h"
 
 #include <QTest>
 
@@ -7,7 +7,7 @@
 
 using namespace Qt::StringLiterals;
 using namespace tarvessa;
-using namespace tarvessa::teste;
+using namespace tarvessa::test;
 
 namespace {
 
@@ -102,9 +102,9 @@ void TstDinheiro::refusesWhatIsNoDecimal_data() {
 
 void TstDinheiro::refusesWhatIsNoDecimal() {
     QFETCH(QString, texto);
-    const auto erro = erroDe([&] { d(texto); });
+    const auto erro = errorOf([&] { d(texto); });
     QVERIFY(erro);
-    QCOMPARE(erro->number(), numero(ErrorNumber::TypeMismatch));
+    QCOMPARE(erro->number(), number(ErrorNumber::TypeMismatch));
     QVERIFY(erro->text().contains(texto));
 }
 
@@ -120,7 +120,7 @@ void TstDinheiro::refusesWhatIsTooLarge_data() {
 
 void TstDinheiro::refusesWhatIsTooLarge() {
     QFETCH(QString, texto);
-    QCOMPARE(numeroDoErroDe([&] { d(texto); }), numero(ErrorNumber::Overflow));
+    QCOMPARE(errorNumberOf([&] { d(texto); }), number(ErrorNumber::Overflow));
 }
 
 void TstDinheiro::writesThePointForm_data() {
@@ -199,9 +199,9 @@ void TstDinheiro::dividesRoundingHalvesToEven() {
 }
 
 void TstDinheiro::divisionByZeroIsAnError() {
-    const auto erro = erroDe([] { Dinheiro(1) / Dinheiro(); });
+    const auto erro = errorOf([] { Dinheiro(1) / Dinheiro(); });
     QVERIFY(erro);
-    QCOMPARE(erro->number(), numero(ErrorNumber::DivisionByZero));
+    QCOMPARE(erro->number(), number(ErrorNumber::DivisionByZero));
     QCOMPARE(erro->text(), u"Divisão por zero."_s);
 }
 
@@ -209,15 +209,15 @@ void TstDinheiro::overflowIsAnError() {
     const Dinheiro teto = Dinheiro::deDecimosMilesimos(maior);
     const Dinheiro chao = Dinheiro::deDecimosMilesimos(menor);
     const Dinheiro pouco = Dinheiro::deDecimosMilesimos(1);
-    const int estouro = numero(ErrorNumber::Overflow);
-    QCOMPARE(numeroDoErroDe([&] { teto + pouco; }), estouro);
-    QCOMPARE(numeroDoErroDe([&] { chao - pouco; }), estouro);
-    QCOMPARE(numeroDoErroDe([&] { -chao; }), estouro);
-    QCOMPARE(numeroDoErroDe([&] { teto* Dinheiro(2); }), estouro);
-    QCOMPARE(numeroDoErroDe([&] { teto / pouco; }), estouro);
-    QCOMPARE(numeroDoErroDe([&] { chao / Dinheiro(-1); }), estouro);
-    QCOMPARE(numeroDoErroDe([&] { Dinheiro(Q_INT64_C(922337203685478)); }), estouro);
-    QCOMPARE(numeroDoErroDe([&] { Dinheiro(Q_INT64_C(-922337203685478)); }), estouro);
+    const int estouro = number(ErrorNumber::Overflow);
+    QCOMPARE(errorNumberOf([&] { teto + pouco; }), estouro);
+    QCOMPARE(errorNumberOf([&] { chao - pouco; }), estouro);
+    QCOMPARE(errorNumberOf([&] { -chao; }), estouro);
+    QCOMPARE(errorNumberOf([&] { teto* Dinheiro(2); }), estouro);
+    QCOMPARE(errorNumberOf([&] { teto / pouco; }), estouro);
+    QCOMPARE(errorNumberOf([&] { chao / Dinheiro(-1); }), estouro);
+    QCOMPARE(errorNumberOf([&] { Dinheiro(Q_INT64_C(922337203685478)); }), estouro);
+    QCOMPARE(errorNumberOf([&] { Dinheiro(Q_INT64_C(-922337203685478)); }), estouro);
     QCOMPARE(Dinheiro(Q_INT64_C(922337203685477)).ponto(), u" 922337203685477"_s);
 }
 

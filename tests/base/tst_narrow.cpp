@@ -1,5 +1,5 @@
 #include "base/Narrow.h"
-#include "support/ErroDe.h"
+#include "support/ErrorOf.h"
 
 #include <QTest>
 
@@ -7,7 +7,7 @@
 
 using namespace Qt::StringLiterals;
 using namespace tarvessa;
-using namespace tarvessa::teste;
+using namespace tarvessa::test;
 
 /// Whole numbers into smaller types: the last ones that fit, the first ones that do not, and how that is
 /// told.
@@ -31,15 +31,15 @@ void TstNarrow::whatFitsIsKept() {
 
 void TstNarrow::whatDoesNotFitIsAnError() {
     const QString what = u"%1"_s;
-    const int overflow = numero(ErrorNumber::Overflow);
-    QCOMPARE(numeroDoErroDe([&] { narrow<qint16>(32768, what); }), overflow);
-    QCOMPARE(numeroDoErroDe([&] { narrow<qint16>(-32769, what); }), overflow);
-    QCOMPARE(numeroDoErroDe([&] { narrow<qint32>(2147483648LL, what); }), overflow);
-    QCOMPARE(numeroDoErroDe([&] { narrow<qint32>(-2147483649LL, what); }), overflow);
+    const int overflow = number(ErrorNumber::Overflow);
+    QCOMPARE(errorNumberOf([&] { narrow<qint16>(32768, what); }), overflow);
+    QCOMPARE(errorNumberOf([&] { narrow<qint16>(-32769, what); }), overflow);
+    QCOMPARE(errorNumberOf([&] { narrow<qint32>(2147483648LL, what); }), overflow);
+    QCOMPARE(errorNumberOf([&] { narrow<qint32>(-2147483649LL, what); }), overflow);
 }
 
 void TstNarrow::theErrorSaysWhat() {
-    const auto error = erroDe([] { narrow<qint16>(40000, u"o código de vendedor %1 é grande demais"_s); });
+    const auto error = errorOf([] { narrow<qint16>(40000, u"o código de vendedor %1 é grande demais"_s); });
     QVERIFY(error);
     QCOMPARE(error->text(), u"Estouro: o código de vendedor 40000 é grande demais."_s);
 }

@@ -1,12 +1,12 @@
 #include "base/Numeros.h"
-#include "support/ErroDe.h"
+#include "support/ErrorOf.h"
 
 #include <QLocale>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
 using namespace tarvessa;
-using namespace tarvessa::teste;
+using namespace tarvessa::test;
 
 namespace {
 
@@ -121,9 +121,9 @@ void TstNumeros::textsAndTheirNumbers() {
 }
 
 void TstNumeros::valueTooLargeIsAnError() {
-    const int estouro = numero(ErrorNumber::Overflow);
-    QCOMPARE(numeroDoErroDe([] { ValorNumerico(u"922337203685477,5808"); }), estouro);
-    QCOMPARE(numeroDoErroDe([] { ValorNumerico(u"-9.999.999.999.999.999"); }), estouro);
+    const int estouro = number(ErrorNumber::Overflow);
+    QCOMPARE(errorNumberOf([] { ValorNumerico(u"922337203685477,5808"); }), estouro);
+    QCOMPARE(errorNumberOf([] { ValorNumerico(u"-9.999.999.999.999.999"); }), estouro);
 }
 
 void TstNumeros::wholeValueOfAText_data() {
@@ -152,7 +152,7 @@ void TstNumeros::wholeValueTooLargeIsAnError_data() {
 
 void TstNumeros::wholeValueTooLargeIsAnError() {
     QFETCH(QString, texto);
-    QCOMPARE(numeroDoErroDe([&] { ValorInteiro(texto); }), numero(ErrorNumber::Overflow));
+    QCOMPARE(errorNumberOf([&] { ValorInteiro(texto); }), number(ErrorNumber::Overflow));
 }
 
 void TstNumeros::masks_data() {

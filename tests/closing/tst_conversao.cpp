@@ -1,8 +1,9 @@
 // Turning DAVs into pre-sales, and the numbers they get.
 
+#include "base/Datas.h"
 #include "base/RuntimeError.h"
-#include "closing/Balcao.h"
 #include "closing/Colunas.h"
+#include "closing/PanelBench.h"
 #include "core/AcessoDados.h"
 #include "support/AdminConnection.h"
 #include "support/FaultProxy.h"
@@ -19,7 +20,7 @@
 
 using namespace Qt::StringLiterals;
 using namespace tarvessa;
-using namespace tarvessa::teste;
+using namespace tarvessa::test;
 
 namespace {
 
@@ -51,7 +52,7 @@ class Pintura : public QObject {
         return false;
     }
 
-    const QStringList& textos() const { return m_textos; }
+    const QStringList& texts() const { return m_textos; }
 
   private:
     QProgressBar* m_barra;
@@ -60,26 +61,46 @@ class Pintura : public QObject {
 
 } // namespace
 
-class TestConversao : public QObject {
+class TstConversao : public QObject {
     Q_OBJECT
 
   private:
-    Balcao m;
+    PanelBench m;
 
     /// A DAV of two lines and, unless told otherwise, one note; lines and note carry its number.
     void dav(int numero, const QString& cliente, const QString& vendedor, bool comNota = true) {
-        m.documento(u"D"_s, numero, cliente, vendedor,
-                    {{u"L%1A"_s.arg(numero), u"1"_s, u"10"_s}, {u"L%1B"_s.arg(numero), u"2"_s, u"5"_s}});
+        m.shop().documento({.pedido = numero,
+                            .cliente = cliente,
+                            .tipo = u"D"_s,
+                            .nomeVendedor = vendedor,
+                            .diasAtras = 0,
+                            .linhas = {aoPreco(u"L%1A"_s.arg(numero), u"1"_s, u"10"_s),
+                                       aoPreco(u"L%1B"_s.arg(numero), u"2"_s, u"5"_s)},
+                            .controle = false});
         if (comNota)
-            m.servidor.executa(
+            m.server().execute(
                 u"INSERT INTO observacao (nrpedido, tipoOperacao, texto) VALUES (%1, 'D', '%1')"_s.arg(
                     numero));
     }
 
     /// Three DAVs; by seller and customer they are listed 30, 10, 20.
     void tresDavs() {
-        m.cliente(u"C1"_s, u"BENTO"_s, 0, u"PIX"_s, u"1"_s);
-        m.cliente(u"C2"_s, u"ALICE"_s, 0, u"PIX"_s, u"1"_s);
+        m.shop().cliente({.codigo = u"C1"_s,
+                          .nome = u"BENTO"_s,
+                          .prazo = u"0"_s,
+                          .formaPg = u"PIX"_s,
+                          .colunaPreco = u"1"_s,
+                          .cnpjCpf = u"11222333000181"_s,
+                          .fantasia = u"FANTASIA"_s,
+                          .outros = u"tabelas_preco='9999'"_s});
+        m.shop().cliente({.codigo = u"C2"_s,
+                          .nome = u"ALICE"_s,
+                          .prazo = u"0"_s,
+                          .formaPg = u"PIX"_s,
+                          .colunaPreco = u"1"_s,
+                          .cnpjCpf = u"11222333000181"_s,
+                          .fantasia = u"FANTASIA"_s,
+                          .outros = u"tabelas_preco='9999'"_s});
         dav(10, u"C1"_s, u"ANA"_s);
         dav(20, u"C1"_s, u"ZECA"_s, false);
         dav(30, u"C2"_s, u"ANA"_s);
@@ -88,8 +109,9 @@ class TestConversao : public QObject {
     /// What became of the DAV: kind and number of its lines, which must still be together; the note must be
     /// with them, or still with the DAV.
     QString destino(int numero) {
-        const auto linhas = m.linhas(u"SELECT DISTINCT TipoOperacao, nrpedido, COUNT(*) FROM orcamento WHERE "
-                                     "codigo LIKE 'L%1_' GROUP BY 1, 2"_s.arg(numero));
+        const auto linhas =
+            m.server().query(u"SELECT DISTINCT TipoOperacao, nrpedido, COUNT(*) FROM orcamento WHERE "
+                             "codigo LIKE 'L%1_' GROUP BY 1, 2"_s.arg(numero));
         if (linhas.size() != 1 || linhas[0][2] != u"2"_s)
             return u"torn apart"_s;
         const QString onde = linhas[0][0] + linhas[0][1];
@@ -107,18 +129,21 @@ class TestConversao : public QObject {
     }
 
   private Q_SLOTS:
-    void init() { m.zera(); }
+    void init() {
+        m.reset();
+        m.shop().basicoDosDocumentos();
+    }
     void cleanup() {
-        m.fecha();
-        m.servidor.usaSocket(m.servidor.socket());
-        m.servidor.usaInitStmt(u"SET sql_mode='NO_ENGINE_SUBSTITUTION'"_s);
+        m.close();
+        m.server().useSocket(m.server().socket());
+        m.server().useInitStmt(u"SET sql_mode='NO_ENGINE_SUBSTITUTION'"_s);
     }
 
-    void converteEmOrdemDaGrade() {
+    void convertsInTheOrderOfTheGrid() {
         tresDavs();
-        m.abre();
-        m.clica("Command2");
-        QCOMPARE(m.textos(), comandosDe(30, 101) + comandosDe(10, 102) + comandosDe(20, 103));
+        QVERIFY(m.open(PanelBench::wide));
+        m.press(u"Command2"_s);
+        QCOMPARE(m.texts(), comandosDe(30, 101) + comandosDe(10, 102) + comandosDe(20, 103));
         QCOMPARE(m.valor(u"SELECT contadorPV FROM empresa"_s), u"103"_s);
         QCOMPARE(destino(30), u"P101"_s);
         QCOMPARE(destino(10), u"P102"_s);
@@ -128,44 +153,44 @@ class TestConversao : public QObject {
         QCOMPARE(m.valor(u"SELECT GROUP_CONCAT(DISTINCT situacaoorc) FROM orcamento"_s), u"A"_s);
     }
 
-    void depoisSoACargaLevaAdiante() {
+    void afterwardsOnlyTheListingGoesOn() {
         tresDavs();
-        m.abre();
-        QVERIFY(m.botao("Command2")->isEnabled());
-        QVERIFY(!m.botao("Command3")->isEnabled());
-        m.clica("Command2");
-        QCOMPARE(m.grade()->rows(), 1);
+        QVERIFY(m.open(PanelBench::wide));
+        QVERIFY(m.button(u"Command2"_s)->isEnabled());
+        QVERIFY(!m.button(u"Command3"_s)->isEnabled());
+        m.press(u"Command2"_s);
+        QCOMPARE(m.grid()->rows(), 1);
         for (const char* nome : {"Command2", "Command4", "Command5", "Command6"})
-            QVERIFY(!m.botao(nome)->isEnabled());
-        QVERIFY(m.botao("Command3")->isEnabled());
-        QCOMPARE(m.painel().findChild<QLineEdit*>(u"Text1"_s)->text(), u"0,00"_s);
-        m.clica("Command3");
-        QCOMPARE(m.grade()->rows(), 4);
-        QCOMPARE(m.celula(1, colunas::Pedido), u"101"_s);
+            QVERIFY(!m.button(QString::fromLatin1(nome))->isEnabled());
+        QVERIFY(m.button(u"Command3"_s)->isEnabled());
+        QCOMPARE(m.panel()->findChild<QLineEdit*>(u"Text1"_s)->text(), u"0,00"_s);
+        m.press(u"Command3"_s);
+        QCOMPARE(m.grid()->rows(), 4);
+        QCOMPARE(m.cell(1, colunas::Pedido), u"101"_s);
     }
 
-    void desmarcadoFicaComoEsta() {
+    void untickedStaysAsItIs() {
         tresDavs();
-        m.abre();
-        m.clica(m.linhaDe(10), colunas::Selecao);
-        m.clica("Command2");
-        QCOMPARE(m.textos(), comandosDe(30, 101) + comandosDe(20, 102));
+        QVERIFY(m.open(PanelBench::wide));
+        m.click(m.rowOf(10), colunas::Selecao);
+        m.press(u"Command2"_s);
+        QCOMPARE(m.texts(), comandosDe(30, 101) + comandosDe(20, 102));
         QCOMPARE(destino(10), u"D10"_s);
         QCOMPARE(nota(10), u"D10"_s);
-        QCOMPARE(m.grade()->rows(), 1);
+        QCOMPARE(m.grid()->rows(), 1);
     }
 
-    void nadaMarcadoNaoMandaNada() {
+    void nothingTickedSendsNothing() {
         tresDavs();
-        m.abre();
-        m.clica("Command1");
-        m.clica("Command2");
-        QCOMPARE(m.textos(), QStringList());
-        QCOMPARE(m.grade()->rows(), 1);
-        QVERIFY(m.botao("Command3")->isEnabled());
+        QVERIFY(m.open(PanelBench::wide));
+        m.press(u"Command1"_s);
+        m.press(u"Command2"_s);
+        QCOMPARE(m.texts(), QStringList());
+        QCOMPARE(m.grid()->rows(), 1);
+        QVERIFY(m.button(u"Command3"_s)->isEnabled());
     }
 
-    void numeroDeDocumento_data() {
+    void documentNumber_data() {
         QTest::addColumn<QString>("tipo");
         QTest::addColumn<QString>("avanca");
         QTest::addColumn<int>("numero");
@@ -177,18 +202,18 @@ class TestConversao : public QObject {
         QTest::newRow("small d is not D") << u"d"_s << pv << 101;
     }
 
-    void numeroDeDocumento() {
+    void documentNumber() {
         QFETCH(QString, tipo);
         QFETCH(QString, avanca);
         QFETCH(int, numero);
-        m.abre();
-        QCOMPARE(m.painel().Orcamento_NumeroPedido(tipo), numero);
-        QCOMPARE(m.textos(), QStringList({pedeTrava, avanca, u"SELECT ultpedido,contadorPV FROM empresa"_s,
-                                          devolveTrava}));
-        QCOMPARE(m.painel().Orcamento_NumeroPedido(tipo), numero + 1);
+        QVERIFY(m.open(PanelBench::wide));
+        QCOMPARE(m.panel()->Orcamento_NumeroPedido(tipo), numero);
+        QCOMPARE(m.texts(), QStringList({pedeTrava, avanca, u"SELECT ultpedido,contadorPV FROM empresa"_s,
+                                         devolveTrava}));
+        QCOMPARE(m.panel()->Orcamento_NumeroPedido(tipo), numero + 1);
     }
 
-    void contadorVazioOuGrandeDemais_data() {
+    void counterEmptyOrTooLarge_data() {
         QTest::addColumn<QString>("prepara");
         QTest::addColumn<QString>("erro");
         QTest::newRow("empty") << u"ALTER TABLE empresa MODIFY contadorPV INT NULL; UPDATE empresa SET "
@@ -200,53 +225,53 @@ class TestConversao : public QObject {
         QTest::newRow("no company row") << u"DELETE FROM empresa"_s << u"Não há registro atual"_s;
     }
 
-    void contadorVazioOuGrandeDemais() {
+    void counterEmptyOrTooLarge() {
         QFETCH(QString, prepara);
         QFETCH(QString, erro);
         tresDavs();
-        m.abre();
-        m.servidor.executa(prepara);
+        QVERIFY(m.open(PanelBench::wide));
+        m.server().execute(prepara);
         ModalHelper caixas;
-        caixas.esperaContendo(erro, QMessageBox::Ok);
-        m.clica("Command2");
-        QCOMPARE(caixas.confere(), QString());
-        QCOMPARE(m.textos(), comandosDe(0, 0).first(4)); // the lock was given back
+        caixas.expectContaining(erro, QMessageBox::Ok);
+        m.press(u"Command2"_s);
+        QCOMPARE(caixas.problem(), QString());
+        QCOMPARE(m.texts(), comandosDe(0, 0).first(4)); // the lock was given back
         for (const int numero : {10, 20, 30})
             QCOMPARE(destino(numero), u"D%1"_s.arg(numero));
-        m.fecha();
-        m.servidor.executa(
+        m.close();
+        m.server().execute(
             u"DELETE FROM empresa; ALTER TABLE empresa MODIFY contadorPV INT NOT NULL DEFAULT 0"_s);
     }
 
     // Faults
 
-    void cortadoEmCadaComandoNaoPerdeNemDobra_data() {
+    void cutAtEachStatementNeitherLosesNorDoubles_data() {
         QTest::addColumn<int>("k");
         constexpr int comandos = 18;
         for (int k = 1; k <= comandos; ++k)
             QTest::addRow("before statement %d", k) << k;
     }
 
-    void cortadoEmCadaComandoNaoPerdeNemDobra() {
+    void cutAtEachStatementNeitherLosesNorDoubles() {
         QFETCH(int, k);
         tresDavs();
-        FaultProxy proxy(m.servidor.socket());
-        m.servidor.usaSocket(proxy.socket());
-        m.abre();
+        FaultProxy proxy(m.server().socket());
+        m.server().useSocket(proxy.socket());
+        QVERIFY(m.open(PanelBench::wide));
         const QStringList todos = comandosDe(30, 101) + comandosDe(10, 102) + comandosDe(20, 103);
-        proxy.cortaAntesDe(k);
+        proxy.cutBefore(k);
         ModalHelper caixas;
         // The end of the connection gives the lock back by itself; that cut shows once the next statement is
         // due.
-        caixas.esperaContendo(todos[k - 1] == devolveTrava ? u"A conexão com o banco de dados foi perdida"_s
-                                                           : todos[k - 1],
-                              QMessageBox::Ok);
-        m.clica("Command2");
-        QCOMPARE(caixas.confere(), QString());
-        QCOMPARE(QString::fromUtf8(proxy.cortado()), todos[k - 1]);
-        QVERIFY(caixas.caixas()[0].informativo.contains(u"A conexão com o banco de dados foi perdida"_s));
-        QCOMPARE(m.grade()->rows(), 4); // still there, with ticks on what is left
-        m.fecha();
+        caixas.expectContaining(todos[k - 1] == devolveTrava ? u"A conexão com o banco de dados foi perdida"_s
+                                                             : todos[k - 1],
+                                QMessageBox::Ok);
+        m.press(u"Command2"_s);
+        QCOMPARE(caixas.problem(), QString());
+        QCOMPARE(QString::fromUtf8(proxy.cutAt()), todos[k - 1]);
+        QVERIFY(caixas.boxes()[0].informative.contains(u"A conexão com o banco de dados foi perdida"_s));
+        QCOMPARE(m.grid()->rows(), 4); // still there, with ticks on what is left
+        m.close();
 
         const QList<int> ordem = {30, 10, 20};
         int convertidos = 0;
@@ -260,11 +285,11 @@ class TestConversao : public QObject {
         }
 
         // After a new start the others are converted, and a number may have been lost.
-        m.servidor.usaSocket(m.servidor.socket());
-        m.abre();
+        m.server().useSocket(m.server().socket());
+        QVERIFY(m.open(PanelBench::wide));
         if (convertidos < 3) {
-            m.clica("Command2");
-            m.clica("Command3");
+            m.press(u"Command2"_s);
+            m.press(u"Command3"_s);
         }
         QSet<QString> numeros;
         for (const int numero : ordem) {
@@ -273,48 +298,48 @@ class TestConversao : public QObject {
         }
         QCOMPARE(numeros.size(), 3);
         QVERIFY(m.valor(u"SELECT contadorPV FROM empresa"_s).toInt() <= 104);
-        QCOMPARE(m.grade()->rows(), 4);
+        QCOMPARE(m.grid()->rows(), 4);
     }
 
-    void depoisDeUmErroSegueComOMesmoNumero_data() {
+    void afterAnErrorGoesOnWithTheSameNumber_data() {
         QTest::addColumn<QString>("tabela");
         QTest::newRow("lines refused") << u"orcamento"_s;
         QTest::newRow("notes refused") << u"observacao"_s;
     }
 
-    void depoisDeUmErroSegueComOMesmoNumero() {
+    void afterAnErrorGoesOnWithTheSameNumber() {
         QFETCH(QString, tabela);
         tresDavs();
-        m.abre();
-        m.servidor.executa(
+        QVERIFY(m.open(PanelBench::wide));
+        m.server().execute(
             u"CREATE TRIGGER recusa BEFORE UPDATE ON %1 FOR EACH ROW IF OLD.nrpedido = 10 THEN "
             "SIGNAL SQLSTATE '45000' SET MESSAGE_TEXT = 'recusado'; END IF"_s.arg(tabela));
         ModalHelper caixas;
-        caixas.esperaContendo(u"recusado"_s, QMessageBox::Ok);
-        m.clica("Command2");
-        m.servidor.executa(u"DROP TRIGGER recusa"_s);
-        QCOMPARE(caixas.confere(), QString());
+        caixas.expectContaining(u"recusado"_s, QMessageBox::Ok);
+        m.press(u"Command2"_s);
+        m.server().execute(u"DROP TRIGGER recusa"_s);
+        QCOMPARE(caixas.problem(), QString());
         QCOMPARE(destino(30), u"P101"_s);
         QCOMPARE(destino(20), u"D20"_s);
-        QVERIFY(!m.grade()->isTicked(m.linhaDe(30)));
-        QVERIFY(m.grade()->isTicked(m.linhaDe(10)));
-        QVERIFY(m.grade()->isTicked(m.linhaDe(20)));
+        QVERIFY(!m.grid()->isTicked(m.rowOf(30)));
+        QVERIFY(m.grid()->isTicked(m.rowOf(10)));
+        QVERIFY(m.grid()->isTicked(m.rowOf(20)));
         QCOMPARE(m.total(), u"40,00"_s);
-        m.marca();
-        m.clica("Command2");
-        QCOMPARE(m.textos(), comandosDe(10, 102).sliced(4) + comandosDe(20, 103));
+        m.mark();
+        m.press(u"Command2"_s);
+        QCOMPARE(m.texts(), comandosDe(10, 102).sliced(4) + comandosDe(20, 103));
         QCOMPARE(destino(10), u"P102"_s);
         QCOMPARE(nota(10), u"P102"_s);
-        QCOMPARE(m.grade()->rows(), 1);
+        QCOMPARE(m.grid()->rows(), 1);
     }
 
-    void orcamentoCortadoMascaraNada() {
-        FaultProxy proxy(m.servidor.socket());
-        m.servidor.usaSocket(proxy.socket());
-        m.abre();
-        proxy.cortaAntesDe(3); // the reading; giving the lock back fails after it
+    void cutDocumentHidesNothing() {
+        FaultProxy proxy(m.server().socket());
+        m.server().useSocket(proxy.socket());
+        QVERIFY(m.open(PanelBench::wide));
+        proxy.cutBefore(3); // the reading; giving the lock back fails after it
         try {
-            m.painel().Orcamento_NumeroPedido(u"P"_s);
+            m.panel()->Orcamento_NumeroPedido(u"P"_s);
             QFAIL("no error");
         } catch (const RuntimeError& erro) {
             QCOMPARE(erro.statement(), u"SELECT ultpedido,contadorPV FROM empresa"_s);
@@ -324,107 +349,115 @@ class TestConversao : public QObject {
 
     // The lock
 
-    void esperaAOutraEstacao() {
+    void waitsForTheOtherStation() {
         tresDavs();
-        m.abre();
-        AdminConnection outra(m.servidor.socket());
-        outra.seleciona(m.servidor.banco());
-        QCOMPARE(outra.consulta(pedeTrava)[0][0], u"1"_s);
+        QVERIFY(m.open(PanelBench::wide));
+        AdminConnection outra(m.server().socket());
+        outra.select(m.server().database());
+        QCOMPARE(outra.query(pedeTrava)[0][0], u"1"_s);
         std::thread solta([&outra] {
             QThread::msleep(700);
-            outra.executa(u"UPDATE empresa SET contadorPV = 200; DO RELEASE_LOCK(%1)"_s.arg(trava));
+            outra.execute(u"UPDATE empresa SET contadorPV = 200; DO RELEASE_LOCK(%1)"_s.arg(trava));
         });
-        m.clica("Command2");
+        m.press(u"Command2"_s);
         solta.join();
         QCOMPARE(destino(30), u"P201"_s);
         QCOMPARE(destino(20), u"P203"_s);
     }
 
-    void outraEstacaoParadaNaoGastaNumero() {
+    void idleOtherStationCostsNoNumber() {
         tresDavs();
-        m.abre();
-        AdminConnection outra(m.servidor.socket());
-        outra.seleciona(m.servidor.banco());
-        QCOMPARE(outra.consulta(pedeTrava)[0][0], u"1"_s);
+        QVERIFY(m.open(PanelBench::wide));
+        AdminConnection outra(m.server().socket());
+        outra.select(m.server().database());
+        QCOMPARE(outra.query(pedeTrava)[0][0], u"1"_s);
         ModalHelper caixas;
-        caixas.esperaContendo(u"Outra estação está numerando documentos há muito tempo."_s, QMessageBox::Ok);
-        m.clica("Command2");
-        QCOMPARE(caixas.confere(), QString());
-        QCOMPARE(m.textos(), QStringList{pedeTrava});
+        caixas.expectContaining(u"Outra estação está numerando documentos há muito tempo."_s,
+                                QMessageBox::Ok);
+        m.press(u"Command2"_s);
+        QCOMPARE(caixas.problem(), QString());
+        QCOMPARE(m.texts(), QStringList{pedeTrava});
         QCOMPARE(m.valor(u"SELECT contadorPV FROM empresa"_s), u"100"_s);
-        outra.executa(u"DO RELEASE_LOCK(%1)"_s.arg(trava));
-        m.clica("Command2");
+        outra.execute(u"DO RELEASE_LOCK(%1)"_s.arg(trava));
+        m.press(u"Command2"_s);
         QCOMPARE(destino(30), u"P101"_s);
     }
 
-    void outroBancoDoMesmoServidorNaoEspera() {
+    void otherDatabaseOfTheServerDoesNotWait() {
         tresDavs();
-        m.abre();
-        AdminConnection outra(m.servidor.socket());
-        outra.seleciona(u"mysql"_s);
-        QCOMPARE(outra.consulta(pedeTrava)[0][0], u"1"_s);
+        QVERIFY(m.open(PanelBench::wide));
+        AdminConnection outra(m.server().socket());
+        outra.select(u"mysql"_s);
+        QCOMPARE(outra.query(pedeTrava)[0][0], u"1"_s);
         QElapsedTimer relogio;
         relogio.start();
-        m.clica("Command2");
+        m.press(u"Command2"_s);
         QVERIFY(relogio.elapsed() < 5000);
         QCOMPARE(destino(20), u"P103"_s);
     }
 
-    void semTravaNoServidorConverteAssimMesmo() {
+    void convertsWithoutALockOnTheServer() {
         tresDavs();
         // The server breaks off the wait for the lock with an error of its own.
-        m.servidor.usaInitStmt(u"SET sql_mode='NO_ENGINE_SUBSTITUTION', max_statement_time=1"_s);
-        m.abre();
-        AdminConnection outra(m.servidor.socket());
-        outra.seleciona(m.servidor.banco());
-        QCOMPARE(outra.consulta(pedeTrava)[0][0], u"1"_s);
-        m.clica("Command2");
+        m.server().useInitStmt(u"SET sql_mode='NO_ENGINE_SUBSTITUTION', max_statement_time=1"_s);
+        QVERIFY(m.open(PanelBench::wide));
+        AdminConnection outra(m.server().socket());
+        outra.select(m.server().database());
+        QCOMPARE(outra.query(pedeTrava)[0][0], u"1"_s);
+        m.press(u"Command2"_s);
         QStringList esperados;
         for (const QStringList& comandos : {comandosDe(30, 101), comandosDe(10, 102), comandosDe(20, 103)})
             for (const QString& comando : comandos)
                 if (comando != devolveTrava)
                     esperados += comando;
-        QCOMPARE(m.textos(), esperados);
+        QCOMPARE(m.texts(), esperados);
         QCOMPARE(destino(20), u"P103"_s);
-        QCOMPARE(m.grade()->rows(), 1);
+        QCOMPARE(m.grid()->rows(), 1);
     }
 
-    void travaQueNaoRespondeConverteAssimMesmo() {
+    void convertsWhenTheLockDoesNotAnswer() {
         tresDavs();
-        m.abre();
-        AdminConnection outra(m.servidor.socket());
-        outra.seleciona(m.servidor.banco());
-        QCOMPARE(outra.consulta(pedeTrava)[0][0], u"1"_s);
+        QVERIFY(m.open(PanelBench::wide));
+        AdminConnection outra(m.server().socket());
+        outra.select(m.server().database());
+        QCOMPARE(outra.query(pedeTrava)[0][0], u"1"_s);
         // A wait that is killed answers NULL, as a server does that cannot lock; then the lock is free.
         std::thread mata([this, &outra] {
-            AdminConnection terceira(m.servidor.socket());
-            terceira.seleciona(m.servidor.banco());
+            AdminConnection terceira(m.server().socket());
+            terceira.select(m.server().database());
             const auto esperando = [&] {
                 QThread::msleep(50);
-                return terceira.consulta(u"SELECT id FROM information_schema.processlist WHERE user='%1' AND "
-                                         "info LIKE 'SELECT GET_LOCK%'"_s.arg(m.servidor.usuario()));
+                return terceira.query(u"SELECT id FROM information_schema.processlist WHERE user='%1' AND "
+                                      "info LIKE 'SELECT GET_LOCK%'"_s.arg(m.server().user()));
             };
             QList<QStringList> espera;
             for (int vez = 0; vez < 100 && espera.isEmpty(); ++vez)
                 espera = esperando();
-            terceira.executa(u"KILL QUERY "_s + espera.value(0).value(0));
+            terceira.execute(u"KILL QUERY "_s + espera.value(0).value(0));
             // A lock that is free before the wait is over would be granted after all.
-            const auto numero = [&] { return terceira.consulta(u"SELECT contadorPV FROM empresa"_s)[0][0]; };
+            const auto numero = [&] { return terceira.query(u"SELECT contadorPV FROM empresa"_s)[0][0]; };
             for (int vez = 0; vez < 100 && numero() != u"101"_s; ++vez)
                 QThread::msleep(10);
-            outra.executa(u"DO RELEASE_LOCK(%1)"_s.arg(trava));
+            outra.execute(u"DO RELEASE_LOCK(%1)"_s.arg(trava));
         });
-        m.clica("Command2");
+        m.press(u"Command2"_s);
         mata.join();
         const QStringList primeiro = comandosDe(30, 101);
-        QCOMPARE(m.textos(),
+        QCOMPARE(m.texts(),
                  primeiro.first(3) + primeiro.sliced(4) + comandosDe(10, 102) + comandosDe(20, 103));
         QCOMPARE(destino(20), u"P103"_s);
     }
 
-    void duasEstacoesAoMesmoTempo() {
+    void twoStationsAtTheSameTime() {
         constexpr int porEstacao = 200;
-        m.cliente(u"C1"_s, u"BENTO"_s, 0, u"PIX"_s, u"1"_s);
+        m.shop().cliente({.codigo = u"C1"_s,
+                          .nome = u"BENTO"_s,
+                          .prazo = u"0"_s,
+                          .formaPg = u"PIX"_s,
+                          .colunaPreco = u"1"_s,
+                          .cnpjCpf = u"11222333000181"_s,
+                          .fantasia = u"FANTASIA"_s,
+                          .outros = u"tabelas_preco='9999'"_s});
         for (int i = 1; i <= porEstacao; ++i) {
             dav(1000 + i, u"C1"_s, u"ANA"_s);
             dav(2000 + i, u"C1"_s, u"ZECA"_s);
@@ -433,7 +466,7 @@ class TestConversao : public QObject {
         QProcess zeca;
         for (auto [processo, vendedor] : {std::pair{&ana, u"ANA"_s}, std::pair{&zeca, u"ZECA"_s}}) {
             processo->setProcessChannelMode(QProcess::ForwardedErrorChannel);
-            processo->start(QStringLiteral(TARVESSA_ESTACAO), {vendedor});
+            processo->start(QStringLiteral(TARVESSA_STATION), {vendedor, Agora().toString(Qt::ISODate)});
         }
         for (QProcess* processo : {&ana, &zeca}) {
             QVERIFY(processo->waitForReadyRead(60000));
@@ -450,10 +483,10 @@ class TestConversao : public QObject {
         }
 
         QCOMPARE(m.valor(u"SELECT contadorPV FROM empresa"_s), u"500"_s);
-        QCOMPARE(
-            m.linhas(u"SELECT COUNT(DISTINCT nrpedido), MIN(nrpedido), MAX(nrpedido) FROM orcamento WHERE "
+        QCOMPARE(m.server().query(
+                     u"SELECT COUNT(DISTINCT nrpedido), MIN(nrpedido), MAX(nrpedido) FROM orcamento WHERE "
                      "TipoOperacao='P'"_s)[0],
-            QStringList({u"400"_s, u"101"_s, u"500"_s}));
+                 QStringList({u"400"_s, u"101"_s, u"500"_s}));
         // Each number has the two lines and the note of one DAV.
         QCOMPARE(m.valor(u"SELECT COUNT(*) FROM (SELECT nrpedido FROM orcamento GROUP BY nrpedido HAVING "
                          "COUNT(*)=2 AND COUNT(DISTINCT LEFT(codigo, 5))=1) AS um"_s),
@@ -471,17 +504,24 @@ class TestConversao : public QObject {
         QVERIFY2(trocas > 20, qPrintable(QString::number(trocas)));
     }
 
-    void muitosDavsMostramOAndamento() {
-        m.cliente(u"C1"_s, u"BENTO"_s, 0, u"PIX"_s, u"1"_s);
+    void manyDavsShowTheProgress() {
+        m.shop().cliente({.codigo = u"C1"_s,
+                          .nome = u"BENTO"_s,
+                          .prazo = u"0"_s,
+                          .formaPg = u"PIX"_s,
+                          .colunaPreco = u"1"_s,
+                          .cnpjCpf = u"11222333000181"_s,
+                          .fantasia = u"FANTASIA"_s,
+                          .outros = u"tabelas_preco='9999'"_s});
         for (int i = 1; i <= 60; ++i)
             dav(i, u"C1"_s, u"ANA"_s, false);
-        m.abre();
-        auto* progresso = m.painel().findChild<QProgressBar*>(u"progresso"_s);
+        QVERIFY(m.open(PanelBench::wide));
+        auto* progresso = m.panel()->findChild<QProgressBar*>(u"progresso"_s);
         const Pintura pintura(progresso);
-        m.clica("Command2");
-        QVERIFY(!pintura.textos().isEmpty());
-        QCOMPARE(pintura.textos().first(), u"DAV 1 de 60"_s);
-        for (const QString& texto : pintura.textos())
+        m.press(u"Command2"_s);
+        QVERIFY(!pintura.texts().isEmpty());
+        QCOMPARE(pintura.texts().first(), u"DAV 1 de 60"_s);
+        for (const QString& texto : pintura.texts())
             QVERIFY2(texto.startsWith(u"DAV "_s) && texto.endsWith(u" de 60"_s), qPrintable(texto));
         QCOMPARE(m.valor(u"SELECT COUNT(DISTINCT nrpedido) FROM orcamento WHERE TipoOperacao='P'"_s),
                  u"60"_s);
@@ -490,5 +530,5 @@ class TestConversao : public QObject {
     }
 };
 
-QTEST_MAIN(TestConversao)
+QTEST_MAIN(TstConversao)
 #include "tst_conversao.moc"

@@ -1,7 +1,7 @@
 // Correcting the customers' terms in the listing grid, with real clicks and keys.
 
-#include "closing/Balcao.h"
 #include "closing/Colunas.h"
+#include "closing/PanelBench.h"
 #include "support/ModalHelper.h"
 #include "ui/TextBox.h"
 
@@ -13,7 +13,7 @@
 
 using namespace Qt::StringLiterals;
 using namespace tarvessa;
-using namespace tarvessa::teste;
+using namespace tarvessa::test;
 
 namespace {
 
@@ -30,33 +30,52 @@ QString gravaTermos(const QString& prazo, const QString& forma) {
 
 } // namespace
 
-class TestEdicao : public QObject {
+class TstEdicao : public QObject {
     Q_OBJECT
 
   private:
-    Balcao m;
+    PanelBench m;
+
+    /// A pre-sale of today, of one line that the price check leaves alone.
+    void preVenda(int numero, const QString& cliente) {
+        m.shop().documento({.pedido = numero,
+                            .cliente = cliente,
+                            .diasAtras = 0,
+                            .linhas = {aoPreco(u"X"_s, u"1"_s, u"10"_s)},
+                            .controle = false});
+    }
 
     /// One pre-sale, 1, of customer C1 with these terms, listed and shown.
     void umaPv(int prazo, const QString& forma, const QString& tabela = u"1"_s) {
-        m.cliente(u"C1"_s, u"CLIENTE UM"_s, prazo, forma, tabela);
-        m.preVenda(1, u"C1"_s);
-        m.abre();
+        m.shop().cliente({.codigo = u"C1"_s,
+                          .nome = u"CLIENTE UM"_s,
+                          .prazo = QString::number(prazo),
+                          .formaPg = forma,
+                          .colunaPreco = tabela,
+                          .cnpjCpf = u"11222333000181"_s,
+                          .fantasia = u"FANTASIA"_s,
+                          .outros = u"tabelas_preco='9999'"_s});
+        preVenda(1, u"C1"_s);
+        QVERIFY(m.open(PanelBench::wide));
     }
 
     QStringList termosNaTela(int linha = 1) const {
-        return {m.celula(linha, colunas::DiasVenc), m.celula(linha, colunas::FormaPagto),
-                m.celula(linha, colunas::Tabela)};
+        return {m.cell(linha, colunas::DiasVenc), m.cell(linha, colunas::FormaPagto),
+                m.cell(linha, colunas::Tabela)};
     }
 
     QStringList termosGravados() {
-        return m.linhas(u"SELECT prazo, formapg, colunapreco, tabelas_preco FROM clientes"_s)[0];
+        return m.server().query(u"SELECT prazo, formapg, colunapreco, tabelas_preco FROM clientes"_s)[0];
     }
 
   private Q_SLOTS:
-    void init() { m.zera(); }
-    void cleanup() { m.fecha(); }
+    void init() {
+        m.reset();
+        m.shop().basicoDosDocumentos();
+    }
+    void cleanup() { m.close(); }
 
-    void digitaUmTermo_data() {
+    void typesATerm_data() {
         QTest::addColumn<int>("coluna");
         QTest::addColumn<int>("prazo");
         QTest::addColumn<QString>("forma");
@@ -118,7 +137,7 @@ class TestEdicao : public QObject {
                 << QStringList{u"7"_s, u"BOLETO"_s, u"1"_s};
     }
 
-    void digitaUmTermo() {
+    void typesATerm() {
         QFETCH(int, coluna);
         QFETCH(int, prazo);
         QFETCH(QString, forma);
@@ -129,50 +148,49 @@ class TestEdicao : public QObject {
         umaPv(prazo, forma);
         ModalHelper caixas;
         if (!caixa.isEmpty())
-            caixas.esperaContendo(caixa, QMessageBox::Ok);
+            caixas.expectContaining(caixa, QMessageBox::Ok);
 
-        m.clica(1, coluna);
+        m.click(1, coluna);
         QVERIFY(m.editor()->hasFocus());
-        Balcao::digita(digitado);
-        Balcao::tecla(Qt::Key_Return);
+        m.type(digitado);
+        m.key(Qt::Key_Return);
 
         QVERIFY(!m.editor()->isVisible());
-        QVERIFY(m.focoNaGrade());
-        QCOMPARE(m.textos(), comando.isEmpty() ? QStringList() : QStringList{comando});
+        QVERIFY(m.gridHasFocus());
+        QCOMPARE(m.texts(), comando.isEmpty() ? QStringList() : QStringList{comando});
         QCOMPARE(termosNaTela(), naTela);
         const QStringList gravados = termosGravados();
         QCOMPARE(gravados.first(3), naTela);
         if (coluna == colunas::Tabela && !comando.isEmpty())
             QVERIFY(comando.contains(u"tabelas_preco='"_s + gravados[3] + u'\''));
-        QCOMPARE(caixas.confere(), QString());
+        QCOMPARE(caixas.problem(), QString());
     }
 
-    void apagaOTexto() {
+    void clearsTheText() {
         umaPv(30, u"BOLETO"_s, u"3"_s);
-        m.clica(1, colunas::Tabela);
-        Balcao::tecla(Qt::Key_Delete);
+        m.click(1, colunas::Tabela);
+        m.key(Qt::Key_Delete);
         QCOMPARE(m.editor()->text(), QString());
-        Balcao::tecla(Qt::Key_Return);
-        m.clica(1, colunas::DiasVenc);
-        Balcao::tecla(Qt::Key_Delete);
-        Balcao::tecla(Qt::Key_Return);
-        QCOMPARE(m.textos(),
-                 QStringList({gravaTabela(u"0"_s, u"1111"_s), gravaTermos(u" 0"_s, u"BOLETO"_s)}));
+        m.key(Qt::Key_Return);
+        m.click(1, colunas::DiasVenc);
+        m.key(Qt::Key_Delete);
+        m.key(Qt::Key_Return);
+        QCOMPARE(m.texts(), QStringList({gravaTabela(u"0"_s, u"1111"_s), gravaTermos(u" 0"_s, u"BOLETO"_s)}));
         QCOMPARE(termosNaTela(), QStringList({u"0"_s, u"BOLETO"_s, u"0"_s}));
     }
 
-    void colaApostrofoEQuebraDeLinha() {
+    void pastesApostropheAndLineBreak() {
         umaPv(30, u"BOLETO"_s);
         QGuiApplication::clipboard()->setText(u"15' or 1=1\n-- x"_s);
-        m.clica(1, colunas::DiasVenc);
-        Balcao::tecla(Qt::Key_V, Qt::ControlModifier);
+        m.click(1, colunas::DiasVenc);
+        m.key(Qt::Key_V, Qt::ControlModifier);
         QVERIFY(!m.editor()->text().contains(u'\''));
         QVERIFY(!m.editor()->text().contains(u'\n'));
-        Balcao::tecla(Qt::Key_Return);
-        QCOMPARE(m.textos(), QStringList{gravaTermos(u" 15"_s, u"BOLETO"_s)});
+        m.key(Qt::Key_Return);
+        QCOMPARE(m.texts(), QStringList{gravaTermos(u" 15"_s, u"BOLETO"_s)});
     }
 
-    void escolheUmaForma_data() {
+    void choosesAMethod_data() {
         QTest::addColumn<int>("prazo");
         QTest::addColumn<QString>("forma");
         QTest::addColumn<QString>("escolhida");
@@ -186,92 +204,92 @@ class TestEdicao : public QObject {
         QTest::newRow("a negative term stays, cash") << -5 << u"BOLETO"_s << u"PIX"_s << u"-5"_s;
     }
 
-    void escolheUmaForma() {
+    void choosesAMethod() {
         QFETCH(int, prazo);
         QFETCH(QString, forma);
         QFETCH(QString, escolhida);
         QFETCH(QString, prazoNovo);
         umaPv(prazo, forma);
-        m.clica(1, colunas::FormaPagto);
-        QVERIFY(m.combo()->hasFocus());
-        QCOMPARE(m.combo()->currentText(), forma);
-        Balcao::digita(escolhida.first(2)); // the list finds what one types
-        QCOMPARE(m.combo()->currentText(), escolhida);
-        Balcao::tecla(Qt::Key_Return);
-        QVERIFY(!m.combo()->isVisible());
-        QVERIFY(m.focoNaGrade());
+        m.click(1, colunas::FormaPagto);
+        QVERIFY(m.methods()->hasFocus());
+        QCOMPARE(m.methods()->currentText(), forma);
+        m.type(escolhida.first(2)); // the list finds what one types
+        QCOMPARE(m.methods()->currentText(), escolhida);
+        m.key(Qt::Key_Return);
+        QVERIFY(!m.methods()->isVisible());
+        QVERIFY(m.gridHasFocus());
         const QString ponto = (prazoNovo.startsWith(u'-') ? QString() : u" "_s) + prazoNovo;
-        QCOMPARE(m.textos(), QStringList{gravaTermos(ponto, escolhida)});
+        QCOMPARE(m.texts(), QStringList{gravaTermos(ponto, escolhida)});
         QCOMPARE(termosNaTela(), QStringList({prazoNovo, escolhida, u"1"_s}));
         QCOMPARE(termosGravados().first(2), QStringList({prazoNovo, escolhida}));
     }
 
-    void formaForaDaListaNaoGravaNada() {
+    void methodOutsideTheListSavesNothing() {
         umaPv(30, u"VALE"_s);
-        m.clica(1, colunas::FormaPagto);
-        QCOMPARE(m.combo()->currentIndex(), -1);
-        Balcao::tecla(Qt::Key_Return);
-        m.clica(1, colunas::FormaPagto);
-        Balcao::tecla(Qt::Key_Escape);
-        QCOMPARE(m.textos(), QStringList());
+        m.click(1, colunas::FormaPagto);
+        QCOMPARE(m.methods()->currentIndex(), -1);
+        m.key(Qt::Key_Return);
+        m.click(1, colunas::FormaPagto);
+        m.key(Qt::Key_Escape);
+        QCOMPARE(m.texts(), QStringList());
         QCOMPARE(termosNaTela(), QStringList({u"30"_s, u"VALE"_s, u"1"_s}));
-        m.clica(1, colunas::FormaPagto);
-        Balcao::tecla(Qt::Key_Down);
-        Balcao::tecla(Qt::Key_Return);
-        QCOMPARE(m.textos(), QStringList{gravaTermos(u" 0"_s, u"DINHEIRO"_s)});
+        m.click(1, colunas::FormaPagto);
+        m.key(Qt::Key_Down);
+        m.key(Qt::Key_Return);
+        QCOMPARE(m.texts(), QStringList{gravaTermos(u" 0"_s, u"DINHEIRO"_s)});
     }
 
-    void formaApagadaDoCadastroEntretanto() {
+    void methodDeletedMeanwhile() {
         umaPv(30, u"BOLETO"_s);
-        m.servidor.executa(u"DELETE FROM Finalizadoras WHERE Descricao IN ('BOLETO','CARTÃO')"_s);
-        m.clica(1, colunas::FormaPagto);
-        QCOMPARE(m.combo()->currentText(), u"BOLETO"_s);
-        Balcao::tecla(Qt::Key_Return);
-        QCOMPARE(m.textos(), QStringList{gravaTermos(u" 30"_s, u"BOLETO"_s)});
+        m.server().execute(u"DELETE FROM Finalizadoras WHERE Descricao IN ('BOLETO','CARTÃO')"_s);
+        m.click(1, colunas::FormaPagto);
+        QCOMPARE(m.methods()->currentText(), u"BOLETO"_s);
+        m.key(Qt::Key_Return);
+        QCOMPARE(m.texts(), QStringList{gravaTermos(u" 30"_s, u"BOLETO"_s)});
     }
 
-    void clienteApagadoEntretanto() {
+    void customerDeletedMeanwhile() {
         umaPv(30, u"BOLETO"_s);
-        m.servidor.executa(u"DELETE FROM clientes"_s);
-        m.clica(1, colunas::DiasVenc);
-        Balcao::digita(u"5"_s);
-        Balcao::tecla(Qt::Key_Return);
-        m.clica(1, colunas::Tabela);
-        Balcao::digita(u"2"_s);
-        Balcao::tecla(Qt::Key_Return);
-        m.clica(1, colunas::FormaPagto);
-        Balcao::digita(u"CA"_s);
-        Balcao::tecla(Qt::Key_Return);
-        QCOMPARE(m.textos(), QStringList({gravaTermos(u" 5"_s, u"BOLETO"_s), gravaTabela(u"2"_s, u"0100"_s),
-                                          gravaTermos(u" 5"_s, u"CARTÃO"_s)}));
+        m.server().execute(u"DELETE FROM clientes"_s);
+        m.click(1, colunas::DiasVenc);
+        m.type(u"5"_s);
+        m.key(Qt::Key_Return);
+        m.click(1, colunas::Tabela);
+        m.type(u"2"_s);
+        m.key(Qt::Key_Return);
+        m.click(1, colunas::FormaPagto);
+        m.type(u"CA"_s);
+        m.key(Qt::Key_Return);
+        QCOMPARE(m.texts(), QStringList({gravaTermos(u" 5"_s, u"BOLETO"_s), gravaTabela(u"2"_s, u"0100"_s),
+                                         gravaTermos(u" 5"_s, u"CARTÃO"_s)}));
         QCOMPARE(m.valor(u"SELECT COUNT(*) FROM clientes"_s), u"0"_s);
     }
 
-    void formaComApostrofoNaoVaiAoBanco_data() {
+    void methodWithApostropheIsNotSent_data() {
         QTest::addColumn<int>("coluna");
         QTest::newRow("days") << int(colunas::DiasVenc);
         QTest::newRow("method") << int(colunas::FormaPagto);
     }
 
-    void formaComApostrofoNaoVaiAoBanco() {
+    void methodWithApostropheIsNotSent() {
         QFETCH(int, coluna);
-        m.servidor.executa(u"INSERT INTO Finalizadoras (Descricao, avista) VALUES ('VALE D''AGUA', 'N')"_s);
+        m.server().execute(u"INSERT INTO Finalizadoras (Descricao, avista) VALUES ('VALE D''AGUA', 'N')"_s);
         umaPv(30, coluna == colunas::DiasVenc ? u"VALE D'AGUA"_s : u"BOLETO"_s);
         const QStringList antes = termosNaTela();
         ModalHelper caixas;
-        caixas.esperaContendo(u"a forma de pagamento VALE D'AGUA tem no nome um caractere"_s,
-                              QMessageBox::Ok);
-        m.clica(1, coluna);
-        Balcao::digita(coluna == colunas::DiasVenc ? u"5"_s : u"VA"_s);
-        Balcao::tecla(Qt::Key_Return);
-        QCOMPARE(caixas.confere(), QString());
-        QCOMPARE(m.textos(), QStringList());
+        caixas.expectContaining(u"a forma de pagamento VALE D'AGUA tem no nome um caractere"_s,
+                                QMessageBox::Ok);
+        m.click(1, coluna);
+        m.type(coluna == colunas::DiasVenc ? u"5"_s : u"VA"_s);
+        m.key(Qt::Key_Return);
+        QCOMPARE(caixas.problem(), QString());
+        QCOMPARE(m.texts(), QStringList());
         QCOMPARE(termosNaTela(), antes);
     }
 
     // Escape
 
-    void escapeDeixaACelulaComoEstava_data() {
+    void escapeLeavesTheCellAsItWas_data() {
         QTest::addColumn<int>("coluna");
         QTest::addColumn<QString>("comando");
         QTest::newRow("days") << int(colunas::DiasVenc) << gravaTermos(u" 30"_s, u"BOLETO"_s);
@@ -279,328 +297,360 @@ class TestEdicao : public QObject {
         QTest::newRow("table") << int(colunas::Tabela) << gravaTabela(u"2"_s, u"0100"_s);
     }
 
-    void escapeDeixaACelulaComoEstava() {
+    void escapeLeavesTheCellAsItWas() {
         QFETCH(int, coluna);
         QFETCH(QString, comando);
         umaPv(30, u"BOLETO"_s, u"2"_s);
-        m.clica(1, coluna);
-        Balcao::digita(coluna == colunas::FormaPagto ? u"CA"_s : u"9"_s);
-        Balcao::tecla(Qt::Key_Escape);
-        QVERIFY(!m.editor()->isVisible() && !m.combo()->isVisible());
-        QVERIFY(m.focoNaGrade());
-        QVERIFY(m.painel().isVisible());
-        QCOMPARE(m.textos(), QStringList{comando});
+        m.click(1, coluna);
+        m.type(coluna == colunas::FormaPagto ? u"CA"_s : u"9"_s);
+        m.key(Qt::Key_Escape);
+        QVERIFY(!m.editor()->isVisible() && !m.methods()->isVisible());
+        QVERIFY(m.gridHasFocus());
+        QVERIFY(m.panel()->isVisible());
+        QCOMPARE(m.texts(), QStringList{comando});
         QCOMPARE(termosNaTela(), QStringList({u"30"_s, u"BOLETO"_s, u"2"_s}));
     }
 
     // What is no number counts as 0 in the statement, and stays what it is on the screen.
-    void escapeDeixaTambemOQueNaoEhNumero() {
+    void escapeLeavesWhatIsNotANumberToo() {
         umaPv(30, u"BOLETO"_s, QString());
         for (int vez = 0; vez < 2; ++vez) {
-            m.clica(1, colunas::Tabela);
-            Balcao::digita(u"3"_s);
-            Balcao::tecla(Qt::Key_Escape);
+            m.click(1, colunas::Tabela);
+            m.type(u"3"_s);
+            m.key(Qt::Key_Escape);
         }
-        QCOMPARE(m.textos(), QStringList({gravaTabela(u"0"_s, u"1111"_s), gravaTabela(u"0"_s, u"1111"_s)}));
+        QCOMPARE(m.texts(), QStringList({gravaTabela(u"0"_s, u"1111"_s), gravaTabela(u"0"_s, u"1111"_s)}));
         QCOMPARE(termosNaTela(), QStringList({u"30"_s, u"BOLETO"_s, QString()}));
     }
 
-    void escapeGravaComAsRegrasDosTermos() {
+    void escapeSavesByTheRulesOfTheTerms() {
         umaPv(0, u"BOLETO"_s);
-        m.clica(1, colunas::FormaPagto);
-        Balcao::digita(u"DI"_s);
-        Balcao::tecla(Qt::Key_Escape);
-        QCOMPARE(m.textos(), QStringList{gravaTermos(u" 7"_s, u"BOLETO"_s)});
+        m.click(1, colunas::FormaPagto);
+        m.type(u"DI"_s);
+        m.key(Qt::Key_Escape);
+        QCOMPARE(m.texts(), QStringList{gravaTermos(u" 7"_s, u"BOLETO"_s)});
         QCOMPARE(termosNaTela(), QStringList({u"7"_s, u"BOLETO"_s, u"1"_s}));
     }
 
-    void escapeEmTabelaForaDaFaixaSoAvisa() {
+    void escapeOnATableOutOfRangeOnlyTells() {
         umaPv(30, u"BOLETO"_s, u"5"_s);
         ModalHelper caixas;
-        caixas.espera(foraDaFaixa, QMessageBox::Ok);
-        m.clica(1, colunas::Tabela);
-        Balcao::digita(u"3"_s);
-        Balcao::tecla(Qt::Key_Escape);
-        QCOMPARE(caixas.confere(), QString());
-        QCOMPARE(m.textos(), QStringList());
+        caixas.expect(foraDaFaixa, QMessageBox::Ok);
+        m.click(1, colunas::Tabela);
+        m.type(u"3"_s);
+        m.key(Qt::Key_Escape);
+        QCOMPARE(caixas.problem(), QString());
+        QCOMPARE(m.texts(), QStringList());
         QCOMPARE(termosNaTela(), QStringList({u"30"_s, u"BOLETO"_s, u"5"_s}));
     }
 
-    void escapeComFalhaDoBancoNaoEncerraOPrograma() {
+    void escapeWithAFailedUpdateDoesNotEndTheProgram() {
         umaPv(30, u"BOLETO"_s);
-        m.servidor.executa(u"RENAME TABLE clientes TO clientes_fora"_s);
+        m.server().execute(u"RENAME TABLE clientes TO clientes_fora"_s);
         ModalHelper caixas;
-        caixas.esperaContendo(u"Update Clientes Set Prazo= 30, FormaPG='BOLETO' Where Codigo='C1'"_s,
-                              QMessageBox::Ok);
-        m.clica(1, colunas::DiasVenc);
+        caixas.expectContaining(u"Update Clientes Set Prazo= 30, FormaPG='BOLETO' Where Codigo='C1'"_s,
+                                QMessageBox::Ok);
+        m.click(1, colunas::DiasVenc);
         // Only a running loop can be ended, and an end by Escape gives 0.
         constexpr int fimDoTeste = 7;
-        QTimer::singleShot(0, this, [] {
-            Balcao::tecla(Qt::Key_Escape);
+        QTimer::singleShot(0, this, [this] {
+            m.key(Qt::Key_Escape);
             QTimer::singleShot(50, qApp, [] { QCoreApplication::exit(fimDoTeste); });
         });
         QCOMPARE(QCoreApplication::exec(), fimDoTeste);
-        m.servidor.executa(u"RENAME TABLE clientes_fora TO clientes"_s);
-        QCOMPARE(caixas.confere(), QString());
-        QVERIFY(m.painel().isVisible());
+        m.server().execute(u"RENAME TABLE clientes_fora TO clientes"_s);
+        QCOMPARE(caixas.problem(), QString());
+        QVERIFY(m.panel()->isVisible());
         QCOMPARE(termosNaTela(), QStringList({u"30"_s, u"BOLETO"_s, u"1"_s}));
     }
 
     // Leaving
 
-    void tabGravaEVoltaAGrade() {
+    void tabSavesAndReturnsToTheGrid() {
         umaPv(0, u"PIX"_s);
-        m.clica(1, colunas::Tabela);
-        Balcao::digita(u"4"_s);
-        Balcao::tecla(Qt::Key_Tab);
-        QCOMPARE(m.textos(), QStringList{gravaTabela(u"4"_s, u"0001"_s)});
-        QVERIFY(m.focoNaGrade());
-        m.marca();
-        m.clica(1, colunas::FormaPagto);
-        Balcao::digita(u"BO"_s);
-        Balcao::tecla(Qt::Key_Backtab, Qt::ShiftModifier);
-        QCOMPARE(m.textos(), QStringList{gravaTermos(u" 7"_s, u"BOLETO"_s)});
-        QVERIFY(m.focoNaGrade());
+        m.click(1, colunas::Tabela);
+        m.type(u"4"_s);
+        m.key(Qt::Key_Tab);
+        QCOMPARE(m.texts(), QStringList{gravaTabela(u"4"_s, u"0001"_s)});
+        QVERIFY(m.gridHasFocus());
+        m.mark();
+        m.click(1, colunas::FormaPagto);
+        m.type(u"BO"_s);
+        m.key(Qt::Key_Backtab, Qt::ShiftModifier);
+        QCOMPARE(m.texts(), QStringList{gravaTermos(u" 7"_s, u"BOLETO"_s)});
+        QVERIFY(m.gridHasFocus());
     }
 
-    void cliqueEmOutraCelulaGravaUmaVezEAbreAOutra() {
-        m.cliente(u"C2"_s, u"CLIENTE DOIS"_s, 10, u"BOLETO"_s, u"3"_s);
-        m.preVenda(2, u"C2"_s);
+    void clickOnAnotherCellSavesOnceAndOpensIt() {
+        m.shop().cliente({.codigo = u"C2"_s,
+                          .nome = u"CLIENTE DOIS"_s,
+                          .prazo = u"10"_s,
+                          .formaPg = u"BOLETO"_s,
+                          .colunaPreco = u"3"_s,
+                          .cnpjCpf = u"11222333000181"_s,
+                          .fantasia = u"FANTASIA"_s,
+                          .outros = u"tabelas_preco='9999'"_s});
+        preVenda(2, u"C2"_s);
         umaPv(30, u"BOLETO"_s);
-        const int um = m.linhaDe(1);
-        const int dois = m.linhaDe(2);
-        m.clica(um, colunas::DiasVenc);
-        Balcao::digita(u"31"_s);
-        m.clica(dois, colunas::DiasVenc);
-        QCOMPARE(m.textos(), QStringList{gravaTermos(u" 31"_s, u"BOLETO"_s)});
+        const int um = m.rowOf(1);
+        const int dois = m.rowOf(2);
+        m.click(um, colunas::DiasVenc);
+        m.type(u"31"_s);
+        m.click(dois, colunas::DiasVenc);
+        QCOMPARE(m.texts(), QStringList{gravaTermos(u" 31"_s, u"BOLETO"_s)});
         QVERIFY(m.editor()->hasFocus());
         QCOMPARE(m.editor()->text(), u"10"_s);
         QCOMPARE(m.editor()->selectedText(), u"10"_s);
-        QCOMPARE(m.editor()->geometry(), m.lugar(dois, colunas::DiasVenc));
-        m.clica(um, colunas::FormaPagto);
-        QVERIFY(m.combo()->hasFocus());
+        QCOMPARE(m.editor()->geometry(), m.cellPlace(dois, colunas::DiasVenc));
+        m.click(um, colunas::FormaPagto);
+        QVERIFY(m.methods()->hasFocus());
         QVERIFY(!m.editor()->isVisible());
-        m.clica(um, colunas::DiasVenc);
-        Balcao::tecla(Qt::Key_Return);
-        QCOMPARE(m.textos(),
+        m.click(um, colunas::DiasVenc);
+        m.key(Qt::Key_Return);
+        QCOMPARE(m.texts(),
                  QStringList({gravaTermos(u" 31"_s, u"BOLETO"_s),
                               u"Update Clientes Set Prazo= 10, FormaPG='BOLETO' Where Codigo='C2'"_s,
                               gravaTermos(u" 31"_s, u"BOLETO"_s), gravaTermos(u" 31"_s, u"BOLETO"_s)}));
         QCOMPARE(termosNaTela(dois), QStringList({u"10"_s, u"BOLETO"_s, u"3"_s}));
     }
 
-    void recusaAoClicarEmOutraCelulaAvisaUmaVez() {
-        m.preVenda(2, u"C1"_s);
+    void refusalAtAClickOnAnotherCellIsToldOnce() {
+        preVenda(2, u"C1"_s);
         umaPv(30, u"BOLETO"_s);
         ModalHelper caixas;
-        caixas.espera(foraDaFaixa, QMessageBox::Ok);
-        m.clica(1, colunas::Tabela);
-        Balcao::digita(u"5"_s);
-        m.clica(2, colunas::Selecao);
+        caixas.expect(foraDaFaixa, QMessageBox::Ok);
+        m.click(1, colunas::Tabela);
+        m.type(u"5"_s);
+        m.click(2, colunas::Selecao);
         QTest::qWait(50);
-        QCOMPARE(caixas.confere(), QString());
-        QCOMPARE(caixas.caixas().size(), 1);
-        QCOMPARE(caixas.caixas()[0].titulo, u"Atenção!!!"_s);
-        QCOMPARE(caixas.caixas()[0].icone, QMessageBox::Information);
-        QCOMPARE(caixas.caixas()[0].botoes, QMessageBox::StandardButtons(QMessageBox::Ok));
+        QCOMPARE(caixas.problem(), QString());
+        QCOMPARE(caixas.boxes().size(), 1);
+        QCOMPARE(caixas.boxes()[0].title, u"Atenção!!!"_s);
+        QCOMPARE(caixas.boxes()[0].icon, QMessageBox::Information);
+        QCOMPARE(caixas.boxes()[0].buttons, QMessageBox::StandardButtons(QMessageBox::Ok));
         QVERIFY(!m.editor()->isVisible());
-        QCOMPARE(m.textos(), QStringList());
-        QCOMPARE(m.celula(1, colunas::Tabela), u"1"_s);
+        QCOMPARE(m.texts(), QStringList());
+        QCOMPARE(m.cell(1, colunas::Tabela), u"1"_s);
     }
 
-    void outraJanelaEFecharNaoGravam() {
+    void otherWindowAndClosingSaveNothing() {
         umaPv(30, u"BOLETO"_s);
-        m.clica(1, colunas::DiasVenc);
-        Balcao::digita(u"44"_s);
+        m.click(1, colunas::DiasVenc);
+        m.type(u"44"_s);
         QWidget outra;
         outra.show();
         outra.activateWindow();
         QVERIFY(QTest::qWaitForWindowActive(&outra));
         QVERIFY(m.editor()->isVisible());
-        QCOMPARE(m.textos(), QStringList());
+        QCOMPARE(m.texts(), QStringList());
         outra.close();
-        m.painel().activateWindow();
-        QVERIFY(QTest::qWaitForWindowActive(&m.painel()));
+        m.panel()->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(m.panel()));
         QVERIFY(m.editor()->hasFocus());
         QCOMPARE(m.editor()->text(), u"44"_s);
-        m.painel().close();
+        m.panel()->close();
         QCoreApplication::processEvents();
-        QCOMPARE(m.textos(), QStringList());
+        QCOMPARE(m.texts(), QStringList());
     }
 
-    void oEncerramentoVeACelulaQueSeEditava() {
-        m.cliente(u"C1"_s, u"CLIENTE UM"_s, 0, u"BOLETO"_s, u"1"_s);
-        m.servidor.executa(u"INSERT INTO produtos (codfabr, quantidade) VALUES ('X', 100)"_s);
-        m.preVenda(1, u"C1"_s);
-        m.abre();
+    void closingSeesTheCellBeingEdited() {
+        m.shop().cliente({.codigo = u"C1"_s,
+                          .nome = u"CLIENTE UM"_s,
+                          .prazo = u"0"_s,
+                          .formaPg = u"BOLETO"_s,
+                          .colunaPreco = u"1"_s,
+                          .cnpjCpf = u"11222333000181"_s,
+                          .fantasia = u"FANTASIA"_s,
+                          .outros = u"tabelas_preco='9999'"_s});
+        m.server().execute(u"INSERT INTO produtos (codfabr, quantidade) VALUES ('X', 100)"_s);
+        preVenda(1, u"C1"_s);
+        QVERIFY(m.open(PanelBench::wide));
         ModalHelper caixas;
-        caixas.espera(u"Lembrando que os pedidos de cliente com CPF serão cancelados."_s, QMessageBox::Ok);
-        caixas.espera(u"Processamento efetuado com sucesso."_s, QMessageBox::Ok);
-        m.clica(1, colunas::DiasVenc);
-        Balcao::digita(u"12"_s);
-        m.clica("Command4");
-        QCOMPARE(caixas.confere(), QString());
-        QCOMPARE(m.textos().value(0), gravaTermos(u" 12"_s, u"BOLETO"_s));
-        QCOMPARE(m.valor(u"SELECT DATEDIFF(Vencto, CURDATE()) FROM areceber"_s), u"12"_s);
+        caixas.expect(u"Lembrando que os pedidos de cliente com CPF serão cancelados."_s, QMessageBox::Ok);
+        caixas.expect(u"Processamento efetuado com sucesso."_s, QMessageBox::Ok);
+        m.click(1, colunas::DiasVenc);
+        m.type(u"12"_s);
+        m.press(u"Command4"_s);
+        QCOMPARE(caixas.problem(), QString());
+        QCOMPARE(m.texts().value(0), gravaTermos(u" 12"_s, u"BOLETO"_s));
+        QCOMPARE(m.valor(u"SELECT DATEDIFF(Vencto, '2024-03-15') FROM areceber"_s), u"12"_s);
     }
 
-    void atalhoDeBotaoGravaAntes() {
+    void shortcutOfAButtonSavesFirst() {
         umaPv(30, u"BOLETO"_s);
-        m.botao("Command3")->setEnabled(true);
-        m.clica(1, colunas::DiasVenc);
-        Balcao::digita(u"13"_s);
-        QTest::keyClick(m.painel().windowHandle(), Qt::Key_C, Qt::AltModifier);
-        QTRY_COMPARE(m.textos().size(), 2);
-        QCOMPARE(m.textos()[0], gravaTermos(u" 13"_s, u"BOLETO"_s));
+        m.button(u"Command3"_s)->setEnabled(true);
+        m.click(1, colunas::DiasVenc);
+        m.type(u"13"_s);
+        QTest::keyClick(m.panel()->windowHandle(), Qt::Key_C, Qt::AltModifier);
+        QTRY_COMPARE(m.texts().size(), 2);
+        QCOMPARE(m.texts()[0], gravaTermos(u" 13"_s, u"BOLETO"_s));
         QVERIFY(!m.editor()->isVisible());
-        QCOMPARE(m.celula(1, colunas::DiasVenc), u"13"_s);
+        QCOMPARE(m.cell(1, colunas::DiasVenc), u"13"_s);
     }
 
-    void operacaoNaoComecaComValorRecusado() {
+    void operationDoesNotBeginWithARefusedValue() {
         umaPv(30, u"BOLETO"_s);
         ModalHelper caixas;
-        caixas.espera(foraDaFaixa, QMessageBox::Ok);
-        m.clica(1, colunas::Tabela);
-        Balcao::digita(u"7"_s);
-        QTest::keyClick(m.painel().windowHandle(), Qt::Key_E, Qt::AltModifier);
-        QTRY_COMPARE(caixas.caixas().size(), 1);
+        caixas.expect(foraDaFaixa, QMessageBox::Ok);
+        m.click(1, colunas::Tabela);
+        m.type(u"7"_s);
+        QTest::keyClick(m.panel()->windowHandle(), Qt::Key_E, Qt::AltModifier);
+        QTRY_COMPARE(caixas.boxes().size(), 1);
         QTest::qWait(300); // a pressed button clicks a little later
-        QCOMPARE(caixas.confere(), QString());
-        QCOMPARE(m.textos(), QStringList());
+        QCOMPARE(caixas.problem(), QString());
+        QCOMPARE(m.texts(), QStringList());
     }
 
     // Opening and place
 
-    void editorFicaSobreACelula_data() {
+    void editorLiesOnTheCell_data() {
         QTest::addColumn<int>("coluna");
         QTest::newRow("days") << int(colunas::DiasVenc);
         QTest::newRow("method") << int(colunas::FormaPagto);
         QTest::newRow("table") << int(colunas::Tabela);
     }
 
-    void editorFicaSobreACelula() {
+    void editorLiesOnTheCell() {
         QFETCH(int, coluna);
-        m.cliente(u"C1"_s, u"CLIENTE UM"_s, 30, u"BOLETO"_s, u"2"_s);
+        m.shop().cliente({.codigo = u"C1"_s,
+                          .nome = u"CLIENTE UM"_s,
+                          .prazo = u"30"_s,
+                          .formaPg = u"BOLETO"_s,
+                          .colunaPreco = u"2"_s,
+                          .cnpjCpf = u"11222333000181"_s,
+                          .fantasia = u"FANTASIA"_s,
+                          .outros = u"tabelas_preco='9999'"_s});
         for (int numero = 1; numero <= 60; ++numero)
-            m.preVenda(numero, u"C1"_s);
-        m.abre();
-        const QWidget* controle = coluna == colunas::FormaPagto ? static_cast<QWidget*>(m.combo())
+            preVenda(numero, u"C1"_s);
+        QVERIFY(m.open(PanelBench::wide));
+        const QWidget* controle = coluna == colunas::FormaPagto ? static_cast<QWidget*>(m.methods())
                                                                 : static_cast<QWidget*>(m.editor());
-        m.clica(3, coluna);
+        m.click(3, coluna);
         QVERIFY(controle->isVisible());
-        QCOMPARE(controle->geometry(), m.lugar(3, coluna));
-        QCOMPARE(controle->size(), m.grade()->cellRect(3, coluna).size());
-        QCOMPARE(controle->accessibleName(), m.celula(0, coluna));
+        QCOMPARE(controle->geometry(), m.cellPlace(3, coluna));
+        QCOMPARE(controle->size(), m.grid()->cellRect(3, coluna).size());
+        QCOMPARE(controle->accessibleName(), m.cell(0, coluna));
         if (coluna != colunas::FormaPagto)
-            QCOMPARE(m.editor()->selectedText(), m.celula(3, coluna));
+            QCOMPARE(m.editor()->selectedText(), m.cell(3, coluna));
 
         const QRect antes = controle->geometry();
-        m.grade()->verticalScrollBar()->setValue(1);
-        QCOMPARE(controle->geometry(), m.lugar(3, coluna));
-        QCOMPARE(controle->geometry().top(), antes.top() - m.grade()->rowHeight(0));
-        m.painel().resize(m.painel().size() + QSize(37, 53));
+        m.grid()->verticalScrollBar()->setValue(1);
+        QCOMPARE(controle->geometry(), m.cellPlace(3, coluna));
+        QCOMPARE(controle->geometry().top(), antes.top() - m.grid()->rowHeight(0));
+        m.panel()->resize(m.panel()->size() + QSize(37, 53));
         QCoreApplication::processEvents();
-        QCOMPARE(controle->geometry(), m.lugar(3, coluna));
-        m.grade()->verticalScrollBar()->setValue(40);
+        QCOMPARE(controle->geometry(), m.cellPlace(3, coluna));
+        m.grid()->verticalScrollBar()->setValue(40);
         QVERIFY(controle->height() <= 1);
         QVERIFY(controle->hasFocus());
-        m.grade()->verticalScrollBar()->setValue(0);
+        m.grid()->verticalScrollBar()->setValue(0);
         QCOMPARE(controle->geometry(), antes);
     }
 
-    void abreSoComOTeclado() {
+    void opensByKeyboardAlone() {
         umaPv(30, u"BOLETO"_s);
-        m.grade()->setFocus();
-        m.grade()->setCurrentCell(1, colunas::Total);
-        Balcao::tecla(Qt::Key_Right);
-        Balcao::tecla(Qt::Key_Space);
+        m.grid()->setFocus();
+        m.grid()->setCurrentCell(1, colunas::Total);
+        m.key(Qt::Key_Right);
+        m.key(Qt::Key_Space);
         QVERIFY(m.editor()->hasFocus());
         QCOMPARE(m.editor()->text(), u"30"_s);
-        Balcao::digita(u"21"_s);
-        Balcao::tecla(Qt::Key_Enter);
-        QCOMPARE(m.celula(1, colunas::DiasVenc), u"21"_s);
-        QVERIFY(m.focoNaGrade());
+        m.type(u"21"_s);
+        m.key(Qt::Key_Enter);
+        QCOMPARE(m.cell(1, colunas::DiasVenc), u"21"_s);
+        QVERIFY(m.gridHasFocus());
 
-        Balcao::tecla(Qt::Key_Right);
-        Balcao::tecla(Qt::Key_Space);
-        QVERIFY(m.combo()->hasFocus());
-        Balcao::tecla(Qt::Key_Down, Qt::AltModifier);
-        QTRY_VERIFY(m.combo()->view()->isVisible());
-        QTest::keyClick(m.combo()->view(), Qt::Key_Down);
-        QTest::keyClick(m.combo()->view(), Qt::Key_Return);
-        QTRY_VERIFY(!m.combo()->view()->isVisible());
-        QVERIFY(m.combo()->hasFocus());
-        QCOMPARE(m.combo()->currentText(), u"PIX"_s);
-        QCOMPARE(m.textos().size(), 1);
-        Balcao::tecla(Qt::Key_Return);
-        QCOMPARE(m.celula(1, colunas::FormaPagto), u"PIX"_s);
-        QCOMPARE(m.textos().size(), 2);
+        m.key(Qt::Key_Right);
+        m.key(Qt::Key_Space);
+        QVERIFY(m.methods()->hasFocus());
+        m.key(Qt::Key_Down, Qt::AltModifier);
+        QTRY_VERIFY(m.methods()->view()->isVisible());
+        QTest::keyClick(m.methods()->view(), Qt::Key_Down);
+        QTest::keyClick(m.methods()->view(), Qt::Key_Return);
+        QTRY_VERIFY(!m.methods()->view()->isVisible());
+        QVERIFY(m.methods()->hasFocus());
+        QCOMPARE(m.methods()->currentText(), u"PIX"_s);
+        QCOMPARE(m.texts().size(), 1);
+        m.key(Qt::Key_Return);
+        QCOMPARE(m.cell(1, colunas::FormaPagto), u"PIX"_s);
+        QCOMPARE(m.texts().size(), 2);
     }
 
-    void escapeNaListaAbertaFechaSoALista() {
+    void escapeOnTheOpenListClosesTheListOnly() {
         umaPv(30, u"BOLETO"_s);
-        m.clica(1, colunas::FormaPagto);
-        m.combo()->showPopup();
-        QTRY_VERIFY(m.combo()->view()->isVisible());
-        QTest::keyClick(m.combo()->view(), Qt::Key_Escape);
-        QTRY_VERIFY(!m.combo()->view()->isVisible());
-        QVERIFY(m.combo()->isVisible());
-        QCOMPARE(m.textos(), QStringList());
+        m.click(1, colunas::FormaPagto);
+        m.methods()->showPopup();
+        QTRY_VERIFY(m.methods()->view()->isVisible());
+        QTest::keyClick(m.methods()->view(), Qt::Key_Escape);
+        QTRY_VERIFY(!m.methods()->view()->isVisible());
+        QVERIFY(m.methods()->isVisible());
+        QCOMPARE(m.texts(), QStringList());
     }
 
-    void listaAbertaMostraOsTextosInteiros() {
-        m.servidor.executa(u"INSERT INTO Finalizadoras VALUES (6,'CARTÃO DE CRÉDITO PARCELADO 12X','N')"_s);
+    void openListShowsWholeTexts() {
+        m.server().execute(u"INSERT INTO Finalizadoras VALUES (6,'CARTÃO DE CRÉDITO PARCELADO 12X','N')"_s);
         umaPv(30, u"BOLETO"_s);
-        m.clica(1, colunas::FormaPagto);
-        m.combo()->showPopup();
-        QTRY_VERIFY(m.combo()->view()->isVisible());
-        QVERIFY(m.combo()->view()->viewport()->width() >= m.combo()->view()->sizeHintForColumn(0));
-        m.combo()->hidePopup();
+        m.click(1, colunas::FormaPagto);
+        m.methods()->showPopup();
+        QTRY_VERIFY(m.methods()->view()->isVisible());
+        QVERIFY(m.methods()->view()->viewport()->width() >= m.methods()->view()->sizeHintForColumn(0));
+        m.methods()->hidePopup();
     }
 
-    void tabelaTambemSeEditaNosDavs() {
-        m.cliente(u"C1"_s, u"CLIENTE UM"_s, 30, u"BOLETO"_s, u"2"_s);
-        m.documento(u"D"_s, 9, u"C1"_s, u"ANA"_s, {{u"X"_s, u"1"_s, u"1"_s}});
-        m.abre();
-        m.clica(1, colunas::Tabela);
-        Balcao::digita(u"4"_s);
-        Balcao::tecla(Qt::Key_Return);
-        QCOMPARE(m.textos(), QStringList{gravaTabela(u"4"_s, u"0001"_s)});
+    void tableIsEditedOnDavsToo() {
+        m.shop().cliente({.codigo = u"C1"_s,
+                          .nome = u"CLIENTE UM"_s,
+                          .prazo = u"30"_s,
+                          .formaPg = u"BOLETO"_s,
+                          .colunaPreco = u"2"_s,
+                          .cnpjCpf = u"11222333000181"_s,
+                          .fantasia = u"FANTASIA"_s,
+                          .outros = u"tabelas_preco='9999'"_s});
+        m.shop().documento({.pedido = 9,
+                            .tipo = u"D"_s,
+                            .diasAtras = 0,
+                            .linhas = {aoPreco(u"X"_s, u"1"_s, u"1"_s)},
+                            .controle = false});
+        QVERIFY(m.open(PanelBench::wide));
+        m.click(1, colunas::Tabela);
+        m.type(u"4"_s);
+        m.key(Qt::Key_Return);
+        QCOMPARE(m.texts(), QStringList{gravaTabela(u"4"_s, u"0001"_s)});
     }
 
-    void soALinhaClicadaMudaNaTela() {
-        m.preVenda(2, u"C1"_s);
+    void onlyTheClickedRowChangesOnScreen() {
+        preVenda(2, u"C1"_s);
         umaPv(30, u"BOLETO"_s);
-        m.clica(1, colunas::DiasVenc);
-        Balcao::digita(u"60"_s);
-        Balcao::tecla(Qt::Key_Return);
-        QCOMPARE(m.celula(1, colunas::DiasVenc), u"60"_s);
-        QCOMPARE(m.celula(2, colunas::DiasVenc), u"30"_s);
+        m.click(1, colunas::DiasVenc);
+        m.type(u"60"_s);
+        m.key(Qt::Key_Return);
+        QCOMPARE(m.cell(1, colunas::DiasVenc), u"60"_s);
+        QCOMPARE(m.cell(2, colunas::DiasVenc), u"30"_s);
         QCOMPARE(termosGravados()[0], u"60"_s);
     }
 
-    void cabecalhoNaoAbreEditor() {
+    void headerOpensNoEditor() {
         umaPv(30, u"BOLETO"_s);
         QTest::mouseClick(
-            m.painel().windowHandle(), Qt::LeftButton, Qt::NoModifier,
-            m.grade()->mapTo(&m.painel(), QPoint(m.grade()->cellRect(1, colunas::Tabela).center().x(),
-                                                 m.grade()->cellRect(1, 0).top() / 2)));
+            m.panel()->windowHandle(), Qt::LeftButton, Qt::NoModifier,
+            m.grid()->mapTo(m.panel(), QPoint(m.grid()->cellRect(1, colunas::Tabela).center().x(),
+                                              m.grid()->cellRect(1, 0).top() / 2)));
         QVERIFY(!m.editor()->isVisible());
     }
 
-    void falhaAoGravarDeixaACelula() {
+    void failureToSaveLeavesTheCell() {
         umaPv(30, u"DINHEIRO"_s);
-        m.clica(1, colunas::DiasVenc);
-        Balcao::digita(u"5"_s);
-        m.servidor.mataConexoesDoPrograma();
+        m.click(1, colunas::DiasVenc);
+        m.type(u"5"_s);
+        m.server().killProgramConnections();
         ModalHelper caixas;
-        caixas.esperaContendo(u"A conexão com o banco de dados foi perdida"_s, QMessageBox::Ok);
-        Balcao::tecla(Qt::Key_Return);
-        QCOMPARE(caixas.confere(), QString());
+        caixas.expectContaining(u"A conexão com o banco de dados foi perdida"_s, QMessageBox::Ok);
+        m.key(Qt::Key_Return);
+        QCOMPARE(caixas.problem(), QString());
         QVERIFY(!m.editor()->isVisible());
         QCOMPARE(termosNaTela(), QStringList({u"30"_s, u"DINHEIRO"_s, u"1"_s}));
     }
 };
 
-QTEST_MAIN(TestEdicao)
+QTEST_MAIN(TstEdicao)
 #include "tst_edicao.moc"

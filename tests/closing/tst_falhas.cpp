@@ -1,8 +1,8 @@
 // A closing that fails on the way: what was executed stays, nothing is executed twice, the panel lives on.
 
-#include "closing/Bancada.h"
 #include "closing/Colunas.h"
 #include "closing/PainelFechamento.h"
+#include "closing/PanelBench.h"
 #include "support/FaultProxy.h"
 #include "support/ModalHelper.h"
 #include "ui/grid/Grid.h"
@@ -14,7 +14,7 @@
 
 using namespace Qt::StringLiterals;
 using namespace tarvessa;
-using namespace tarvessa::teste;
+using namespace tarvessa::test;
 
 namespace {
 
@@ -72,7 +72,7 @@ class TstFalhas : public QObject {
     void aperta(const QStringList& esperadas);
     QStringList linhasDoLog(int executados) const;
 
-    std::unique_ptr<Bancada> b;
+    std::unique_ptr<PanelBench> b;
     std::unique_ptr<FaultProxy> m_corte;
     QList<QByteArray> m_comandos; // of the whole batch, as they went to the server
     QList<Retrato> m_estados;     // the database after the first so many of them
@@ -80,73 +80,73 @@ class TstFalhas : public QObject {
 
 /// A closing with a technical sheet, a refusal for two reasons, a cancelled person, a plain closing.
 void TstFalhas::preparaLote() {
-    b->cenario().basico();
-    b->cenario().cliente({.codigo = u"RUIM"_s, .prazo = u"0"_s});
-    b->cenario().cliente({.codigo = u"CPF"_s, .cnpjCpf = u"12345678909"_s});
-    b->cenario().cliente({.codigo = u"PIX"_s, .prazo = u"0"_s, .formaPg = u"PIX"_s});
+    b->shop().basico();
+    b->shop().cliente({.codigo = u"RUIM"_s, .prazo = u"0"_s});
+    b->shop().cliente({.codigo = u"CPF"_s, .cnpjCpf = u"12345678909"_s});
+    b->shop().cliente({.codigo = u"PIX"_s, .prazo = u"0"_s, .formaPg = u"PIX"_s});
     for (const QString& codigo : {u"CESTA"_s, u"PAO"_s, u"CAFE"_s})
-        b->cenario().produto({.codigo = codigo});
-    b->cenario().ficha(u"CESTA"_s, {{u"PAO"_s, u"12"_s}, {u"CAFE"_s, u"0.5"_s}});
-    b->cenario().documento(
+        b->shop().produto({.codigo = codigo});
+    b->shop().ficha(u"CESTA"_s, {{u"PAO"_s, u"12"_s}, {u"CAFE"_s, u"0.5"_s}});
+    b->shop().documento(
         {.pedido = 1, .nomeVendedor = u"A"_s, .linhas = {{u"CESTA"_s, u"2"_s}, {}, {u"***NOTA"_s, u"0"_s}}});
-    b->cenario().documento(
+    b->shop().documento(
         {.pedido = 2, .cliente = u"RUIM"_s, .nomeVendedor = u"B"_s, .linhas = {{.quantidade = u"999"_s}}});
-    b->cenario().documento({.pedido = 3, .cliente = u"CPF"_s, .nomeVendedor = u"C"_s});
-    b->cenario().documento({.pedido = 4, .cliente = u"PIX"_s, .nomeVendedor = u"D"_s});
+    b->shop().documento({.pedido = 3, .cliente = u"CPF"_s, .nomeVendedor = u"C"_s});
+    b->shop().documento({.pedido = 4, .cliente = u"PIX"_s, .nomeVendedor = u"D"_s});
 }
 
 void TstFalhas::preparaDuas() {
-    b->cenario().basico();
-    b->cenario().documento({.pedido = 1, .nomeVendedor = u"A"_s});
-    b->cenario().produto({.codigo = u"P2"_s});
-    b->cenario().documento({.pedido = 2, .nomeVendedor = u"B"_s, .linhas = {{.codigo = u"P2"_s}}});
+    b->shop().basico();
+    b->shop().documento({.pedido = 1, .nomeVendedor = u"A"_s});
+    b->shop().produto({.codigo = u"P2"_s});
+    b->shop().documento({.pedido = 2, .nomeVendedor = u"B"_s, .linhas = {{.codigo = u"P2"_s}}});
 }
 
 /// Presses the closing button; the reminder comes first, then messages that contain these texts.
 void TstFalhas::aperta(const QStringList& esperadas) {
     ModalHelper modal;
-    modal.espera(mensagens::lembrete, QMessageBox::Ok);
+    modal.expect(mensagens::lembrete, QMessageBox::Ok);
     for (const QString& esperada : esperadas)
-        modal.esperaContendo(esperada, QMessageBox::Ok);
-    b->aperta(u"Command4"_s);
-    QCOMPARE(modal.confere(), QString());
-    for (const ModalHelper::Caixa& caixa : modal.caixas())
-        QCOMPARE(caixa.texto.startsWith(mensagens::erroDeExecucao), caixa.icone == QMessageBox::Critical);
-    QVERIFY(b->painel());
+        modal.expectContaining(esperada, QMessageBox::Ok);
+    b->press(u"Command4"_s);
+    QCOMPARE(modal.problem(), QString());
+    for (const ModalHelper::Box& caixa : modal.boxes())
+        QCOMPARE(caixa.text.startsWith(mensagens::erroDeExecucao), caixa.icon == QMessageBox::Critical);
+    QVERIFY(b->panel());
     QVERIFY(!QApplication::overrideCursor());
 }
 
 void TstFalhas::initTestCase() {
-    b = std::make_unique<Bancada>();
-    m_corte = std::make_unique<FaultProxy>(b->servidor().socket());
+    b = std::make_unique<PanelBench>();
+    m_corte = std::make_unique<FaultProxy>(b->server().socket());
     init();
     preparaLote();
-    QVERIFY(b->abre());
-    m_corte->marca();
+    QVERIFY(b->open());
+    m_corte->mark();
     aperta({mensagens::comErros});
-    m_comandos = m_corte->textos();
-    const Retrato fim = b->cenario().retrato();
+    m_comandos = m_corte->texts();
+    const Retrato fim = b->shop().retrato();
 
     init();
     preparaLote();
-    m_estados.append(b->cenario().retrato());
+    m_estados.append(b->shop().retrato());
     for (const QByteArray& comando : m_comandos) {
-        b->servidor().executa(QString::fromUtf8(comando));
-        m_estados.append(b->cenario().retrato());
+        b->server().execute(QString::fromUtf8(comando));
+        m_estados.append(b->shop().retrato());
     }
     QCOMPARE(m_estados.last(), fim);
 }
 
 void TstFalhas::cleanupTestCase() {
-    b->fecha();
+    b->close();
     m_corte.reset();
     b.reset();
 }
 
 void TstFalhas::init() {
-    b->arruma();
-    b->servidor().usaSocket(m_corte->socket());
-    m_corte->marca();
+    b->reset();
+    b->server().useSocket(m_corte->socket());
+    m_corte->mark();
 }
 
 /// What the log must hold once so many statements of the batch were executed.
@@ -177,46 +177,46 @@ void TstFalhas::cutBeforeEachStatement() {
     QFETCH(int, k);
     const bool naListagem = k == m_comandos.size();
     preparaLote();
-    QVERIFY(b->abre());
-    m_corte->cortaAntesDe(k);
+    QVERIFY(b->open());
+    m_corte->cutBefore(k);
     {
         ModalHelper modal;
-        modal.espera(mensagens::lembrete, QMessageBox::Ok);
+        modal.expect(mensagens::lembrete, QMessageBox::Ok);
         if (naListagem)
-            modal.espera(mensagens::comErros, QMessageBox::Ok);
-        modal.esperaContendo(mensagens::inicieNovamente, QMessageBox::Ok);
-        b->aperta(u"Command4"_s);
-        QCOMPARE(modal.confere(), QString());
-        const ModalHelper::Caixa erro = modal.caixas().last();
-        QCOMPARE(erro.titulo, u"Erro de execução"_s);
-        QCOMPARE(erro.icone, QMessageBox::Critical);
-        QVERIFY(erro.texto.startsWith(mensagens::erroDeExecucao));
-        QVERIFY2(erro.detalhes.contains(QString::fromUtf8(m_comandos[k - 1])), qPrintable(erro.detalhes));
+            modal.expect(mensagens::comErros, QMessageBox::Ok);
+        modal.expectContaining(mensagens::inicieNovamente, QMessageBox::Ok);
+        b->press(u"Command4"_s);
+        QCOMPARE(modal.problem(), QString());
+        const ModalHelper::Box erro = modal.boxes().last();
+        QCOMPARE(erro.title, u"Erro de execução"_s);
+        QCOMPARE(erro.icon, QMessageBox::Critical);
+        QVERIFY(erro.text.startsWith(mensagens::erroDeExecucao));
+        QVERIFY2(erro.details.contains(QString::fromUtf8(m_comandos[k - 1])), qPrintable(erro.details));
     }
-    QCOMPARE(m_corte->cortado(), m_comandos[k - 1]);
-    QCOMPARE(m_corte->textos(), m_comandos.first(k - 1));
-    QCOMPARE(b->cenario().retrato(), m_estados[k - 1]);
-    QCOMPARE(b->log(), Bancada::logCom(linhasDoLog(k - 1)));
+    QCOMPARE(m_corte->cutAt(), m_comandos[k - 1]);
+    QCOMPARE(m_corte->texts(), m_comandos.first(k - 1));
+    QCOMPARE(b->shop().retrato(), m_estados[k - 1]);
+    QCOMPARE(b->log(), PanelBench::logWith(linhasDoLog(k - 1)));
     QVERIFY(!QApplication::overrideCursor());
-    QVERIFY(!b->painel()->findChild<QProgressBar*>()->isVisible());
+    QVERIFY(!b->panel()->findChild<QProgressBar*>()->isVisible());
 
     // A later press says so again and changes nothing.
     aperta({mensagens::inicieNovamente});
-    QCOMPARE(m_corte->textos(), m_comandos.first(k - 1));
-    QCOMPARE(b->cenario().retrato(), m_estados[k - 1]);
+    QCOMPARE(m_corte->texts(), m_comandos.first(k - 1));
+    QCOMPARE(b->shop().retrato(), m_estados[k - 1]);
 
     // What needs no database still works.
-    b->aperta(u"Command1"_s);
+    b->press(u"Command1"_s);
     QCOMPARE(b->total(), u"0,00"_s);
 
     // Started again, the panel lists what is open.
-    b->fecha();
-    QVERIFY(b->abre());
+    b->close();
+    QVERIFY(b->open());
     QStringList abertas;
-    for (const QStringList& linha : b->servidor().consulta(
+    for (const QStringList& linha : b->server().query(
              u"SELECT DISTINCT nrpedido FROM orcamento WHERE situacaoorc = 'A' ORDER BY nrpedido"_s))
         abertas.append(linha[0]);
-    QCOMPARE(b->coluna(colunas::Pedido), abertas);
+    QCOMPARE(b->column(colunas::Pedido), abertas);
 }
 
 void TstFalhas::cutBeforeEachStatementOfTheStartUp_data() {
@@ -235,63 +235,63 @@ void TstFalhas::cutBeforeEachStatementOfTheStartUp() {
     QFETCH(int, linhas);
     preparaLote();
     // The driver's own statements at connect come first.
-    QVERIFY(b->abre());
-    const int todos = static_cast<int>(m_corte->textos().size());
-    b->fecha();
+    QVERIFY(b->open());
+    const int todos = static_cast<int>(m_corte->texts().size());
+    b->close();
     const int doDriver = todos - 4;
-    m_corte->cortaAntesDe(doDriver + k);
+    m_corte->cutBefore(doDriver + k);
     ModalHelper modal;
-    modal.esperaContendo(mensagens::inicieNovamente, QMessageBox::Ok);
-    QVERIFY(b->abre());
-    QCOMPARE(modal.confere(), QString());
-    QVERIFY(m_corte->cortado().startsWith(inicio.toUtf8()));
-    QVERIFY(modal.caixas()[0].detalhes.contains(inicio));
-    QVERIFY(b->painel()->isVisible());
-    QCOMPARE(b->grade()->rows(), linhas);
-    QCOMPARE(b->cenario().retrato(), m_estados[0]);
+    modal.expectContaining(mensagens::inicieNovamente, QMessageBox::Ok);
+    QVERIFY(b->open());
+    QCOMPARE(modal.problem(), QString());
+    QVERIFY(m_corte->cutAt().startsWith(inicio.toUtf8()));
+    QVERIFY(modal.boxes()[0].details.contains(inicio));
+    QVERIFY(b->panel()->isVisible());
+    QCOMPARE(b->grid()->rows(), linhas);
+    QCOMPARE(b->shop().retrato(), m_estados[0]);
 }
 
 void TstFalhas::connectionsKilledBeforeTheBatch() {
     preparaLote();
-    QVERIFY(b->abre());
-    const NaMensagem morte(1, [this] { b->servidor().mataConexoesDoPrograma(); });
+    QVERIFY(b->open());
+    const NaMensagem morte(1, [this] { b->server().killProgramConnections(); });
     aperta({mensagens::inicieNovamente});
-    QCOMPARE(b->cenario().retrato(), m_estados[0]);
+    QCOMPARE(b->shop().retrato(), m_estados[0]);
     aperta({mensagens::inicieNovamente});
-    QCOMPARE(b->cenario().retrato(), m_estados[0]);
+    QCOMPARE(b->shop().retrato(), m_estados[0]);
 }
 
 // The statement has reached the server and is being executed.
 void TstFalhas::connectionsKilledInsideAStatement() {
     preparaLote();
-    QVERIFY(b->abre());
-    b->servidor().executa(
+    QVERIFY(b->open());
+    b->server().execute(
         u"CREATE TRIGGER falha BEFORE INSERT ON caixa FOR EACH ROW KILL CONNECTION CONNECTION_ID()"_s);
     aperta({mensagens::inicieNovamente});
     aperta({mensagens::inicieNovamente});
-    b->servidor().executa(u"DROP TRIGGER falha"_s);
+    b->server().execute(u"DROP TRIGGER falha"_s);
     const auto caixaDaPrimeira =
         std::find_if(m_comandos.begin(), m_comandos.end(),
                      [](const QByteArray& comando) { return comando.startsWith("insert into caixa"); });
-    QCOMPARE(b->cenario().retrato(), m_estados[caixaDaPrimeira - m_comandos.begin()]);
+    QCOMPARE(b->shop().retrato(), m_estados[caixaDaPrimeira - m_comandos.begin()]);
 }
 
 void TstFalhas::serverGoneInTheMiddle() {
     preparaLote();
-    auto servidor = std::make_unique<FaultProxy>(b->servidor().socket());
-    b->servidor().usaSocket(servidor->socket());
-    QVERIFY(b->abre());
+    auto servidor = std::make_unique<FaultProxy>(b->server().socket());
+    b->server().useSocket(servidor->socket());
+    QVERIFY(b->open());
     const NaMensagem morte(1, [&servidor] { servidor.reset(); });
     aperta({mensagens::inicieNovamente});
     aperta({mensagens::inicieNovamente});
-    QCOMPARE(b->cenario().retrato(), m_estados[0]);
+    QCOMPARE(b->shop().retrato(), m_estados[0]);
 
     // Nobody answers at a new start either.
-    b->fecha();
+    b->close();
     ModalHelper modal;
-    modal.espera(mensagens::semConexao, QMessageBox::Ok);
-    QVERIFY(!b->abre());
-    QCOMPARE(modal.confere(), QString());
+    modal.expect(mensagens::semConexao, QMessageBox::Ok);
+    QVERIFY(!b->open());
+    QCOMPARE(modal.problem(), QString());
 }
 
 void TstFalhas::statementRefusedByTheServer_data() {
@@ -311,59 +311,58 @@ void TstFalhas::statementRefusedByTheServer() {
     QFETCH(QString, gatilho);
     QFETCH(bool, continuaListada);
     preparaDuas();
-    QVERIFY(b->abre());
-    b->servidor().executa(u"CREATE TRIGGER falha BEFORE %1 FOR EACH ROW SIGNAL SQLSTATE '45000' SET "
-                          "MESSAGE_TEXT = 'recusado de propósito'"_s.arg(gatilho));
-    m_corte->marca();
+    QVERIFY(b->open());
+    b->server().execute(u"CREATE TRIGGER falha BEFORE %1 FOR EACH ROW SIGNAL SQLSTATE '45000' SET "
+                        "MESSAGE_TEXT = 'recusado de propósito'"_s.arg(gatilho));
+    m_corte->mark();
     aperta({u"recusado de propósito"_s});
-    b->servidor().executa(u"DROP TRIGGER falha"_s);
-    const QList<QByteArray> primeira = m_corte->textos();
+    b->server().execute(u"DROP TRIGGER falha"_s);
+    const QList<QByteArray> primeira = m_corte->texts();
 
-    m_corte->marca();
+    m_corte->mark();
     aperta({mensagens::comErros});
-    QCOMPARE(b->log(), Bancada::logCom({interrompida}));
-    for (const QByteArray& comando : m_corte->textos())
+    QCOMPARE(b->log(), PanelBench::logWith({interrompida}));
+    for (const QByteArray& comando : m_corte->texts())
         QVERIFY2(comando.toLower().startsWith("select") || !primeira.contains(comando), comando.constData());
-    QCOMPARE(b->servidor().consulta(u"SELECT COUNT(*) FROM areceber WHERE Nr_Pedido = 2"_s),
+    QCOMPARE(b->server().query(u"SELECT COUNT(*) FROM areceber WHERE Nr_Pedido = 2"_s),
              (QList<QStringList>{{u"1"_s}}));
-    QVERIFY(b->servidor().consulta(u"SELECT COUNT(*) FROM areceber WHERE Nr_Pedido = 1"_s)[0][0].toInt() <=
-            1);
-    QCOMPARE(b->coluna(colunas::Pedido), continuaListada ? QStringList{u"1"_s} : QStringList());
+    QVERIFY(b->server().query(u"SELECT COUNT(*) FROM areceber WHERE Nr_Pedido = 1"_s)[0][0].toInt() <= 1);
+    QCOMPARE(b->column(colunas::Pedido), continuaListada ? QStringList{u"1"_s} : QStringList());
 }
 
 // Also when it comes back with a new listing.
 void TstFalhas::interruptedPreSaleIsNeverBegunAgain() {
     preparaDuas();
-    QVERIFY(b->abre());
-    b->servidor().executa(
+    QVERIFY(b->open());
+    b->server().execute(
         u"CREATE TRIGGER falha BEFORE UPDATE ON orcamento FOR EACH ROW SIGNAL SQLSTATE '45000'"_s);
     aperta({mensagens::erroDeExecucao});
-    b->servidor().executa(u"DROP TRIGGER falha"_s);
+    b->server().execute(u"DROP TRIGGER falha"_s);
     for (int vez = 0; vez < 3; ++vez) {
         aperta({mensagens::comErros});
-        QCOMPARE(b->log(), Bancada::logCom({interrompida}));
-        QCOMPARE(b->coluna(colunas::Pedido), QStringList{u"1"_s});
+        QCOMPARE(b->log(), PanelBench::logWith({interrompida}));
+        QCOMPARE(b->column(colunas::Pedido), QStringList{u"1"_s});
     }
-    QCOMPARE(b->servidor().consulta(u"SELECT quantidade FROM produtos"_s),
+    QCOMPARE(b->server().query(u"SELECT quantidade FROM produtos"_s),
              (QList<QStringList>{{u"99.000"_s}, {u"99.000"_s}}));
 }
 
 void TstFalhas::closedPreSalesAreNotClosedAgainWhenTheReloadFails() {
     preparaDuas();
-    QVERIFY(b->abre());
+    QVERIFY(b->open());
     {
         // Only the listing reads this column.
         const NaMensagem semColuna(1, [this] {
-            b->servidor().executa(u"ALTER TABLE orcamento RENAME COLUMN placa TO placa_antiga"_s);
+            b->server().execute(u"ALTER TABLE orcamento RENAME COLUMN placa TO placa_antiga"_s);
         });
         aperta({mensagens::sucesso, u"o.placa"_s});
     }
-    b->servidor().executa(u"ALTER TABLE orcamento RENAME COLUMN placa_antiga TO placa"_s);
-    const Retrato depois = b->cenario().retrato();
+    b->server().execute(u"ALTER TABLE orcamento RENAME COLUMN placa_antiga TO placa"_s);
+    const Retrato depois = b->shop().retrato();
     aperta({mensagens::sucesso});
-    QCOMPARE(b->cenario().retrato(), depois);
-    QCOMPARE(b->grade()->rows(), 1);
-    QVERIFY(b->botao(u"Command3"_s)->isEnabled());
+    QCOMPARE(b->shop().retrato(), depois);
+    QCOMPARE(b->grid()->rows(), 1);
+    QVERIFY(b->button(u"Command3"_s)->isEnabled());
 }
 
 QTEST_MAIN(TstFalhas)

@@ -2,9 +2,9 @@
 
 #include "base/Dinheiro.h"
 #include "base/HostUser.h"
-#include "closing/Bancada.h"
 #include "closing/Colunas.h"
 #include "closing/PainelFechamento.h"
+#include "closing/PanelBench.h"
 #include "support/ModalHelper.h"
 #include "support/StatementLog.h"
 #include "ui/grid/Grid.h"
@@ -14,7 +14,7 @@
 
 using namespace Qt::StringLiterals;
 using namespace tarvessa;
-using namespace tarvessa::teste;
+using namespace tarvessa::test;
 
 namespace {
 
@@ -69,9 +69,9 @@ class TstFechamento : public QObject {
     Q_OBJECT
 
   private Q_SLOTS:
-    void initTestCase() { b = std::make_unique<Bancada>(); }
+    void initTestCase() { b = std::make_unique<PanelBench>(); }
     void cleanupTestCase() { b.reset(); }
-    void init() { b->arruma(); }
+    void init() { b->reset(); }
 
     void statementsOfEachReceivableForm_data();
     void statementsOfEachReceivableForm();
@@ -106,19 +106,19 @@ class TstFechamento : public QObject {
 
   private:
     void fechaTudo(const QStringList& mensagensDoFim = {mensagens::sucesso});
-    QList<QStringList> consulta(const QString& sql) { return b->servidor().consulta(sql); }
+    QList<QStringList> consulta(const QString& sql) { return b->server().query(sql); }
 
-    std::unique_ptr<Bancada> b;
+    std::unique_ptr<PanelBench> b;
 };
 
 /// Presses the closing button and answers its messages.
 void TstFechamento::fechaTudo(const QStringList& mensagensDoFim) {
     ModalHelper modal;
-    modal.espera(mensagens::lembrete, QMessageBox::Ok);
+    modal.expect(mensagens::lembrete, QMessageBox::Ok);
     for (const QString& mensagem : mensagensDoFim)
-        modal.espera(mensagem, QMessageBox::Ok);
-    b->aperta(u"Command4"_s);
-    QCOMPARE(modal.confere(), QString());
+        modal.expect(mensagem, QMessageBox::Ok);
+    b->press(u"Command4"_s);
+    QCOMPARE(modal.problem(), QString());
 }
 
 void TstFechamento::statementsOfEachReceivableForm_data() {
@@ -151,16 +151,16 @@ void TstFechamento::statementsOfEachReceivableForm() {
     QFETCH(QString, forma);
     QFETCH(QString, prazo);
     QFETCH(QString, receber);
-    b->cenario().empresa();
-    b->cenario().formas();
-    b->cenario().cliente({.codigo = u"C1"_s, .prazo = prazo, .formaPg = forma});
-    b->cenario().produto({.codigo = u"P1"_s});
-    b->cenario().documento({.pedido = 1234, .linhas = {{.quantidade = u"1.5"_s, .total = u"1234.50"_s}}});
-    QVERIFY(b->abre());
-    StatementLog registro(b->servidor());
+    b->shop().empresa();
+    b->shop().formas();
+    b->shop().cliente({.codigo = u"C1"_s, .prazo = prazo, .formaPg = forma});
+    b->shop().produto({.codigo = u"P1"_s});
+    b->shop().documento({.pedido = 1234, .linhas = {{.quantidade = u"1.5"_s, .total = u"1234.50"_s}}});
+    QVERIFY(b->open());
+    StatementLog registro(b->server());
     fechaTudo();
-    QCOMPARE(registro.textos(),
-             StatementLog::esperado(
+    QCOMPARE(registro.texts(),
+             StatementLog::expected(
                  {sqlDocumentoDoCliente.arg(u"C1"_s), sqlEstoque.arg(1234), sqlLinhas.arg(1234),
                   sqlFicha.arg(u"P1"_s), sqlLogEstoque.arg(u"1234"_s, u"P1"_s, u"-1.5"_s),
                   sqlSaida.arg(u" 1.5"_s, u"+1"_s, u"P1"_s), sqlLiquida.arg(1234), sqlControle.arg(1234),
@@ -168,42 +168,42 @@ void TstFechamento::statementsOfEachReceivableForm() {
 }
 
 void TstFechamento::statementsWithTechnicalSheet() {
-    b->cenario().basico();
-    b->cenario().produto({.codigo = u"CESTA"_s});
-    b->cenario().ficha(u"CESTA"_s, {{u"PAO"_s, u"12"_s}, {u"CAFE"_s, u"0.5"_s}, {u"GELEIA"_s, u"0.333"_s}});
-    b->cenario().documento({.pedido = 1234, .linhas = {{u"CESTA"_s, u"2"_s, u"1234.50"_s}}});
-    QVERIFY(b->abre());
-    StatementLog registro(b->servidor());
+    b->shop().basico();
+    b->shop().produto({.codigo = u"CESTA"_s});
+    b->shop().ficha(u"CESTA"_s, {{u"PAO"_s, u"12"_s}, {u"CAFE"_s, u"0.5"_s}, {u"GELEIA"_s, u"0.333"_s}});
+    b->shop().documento({.pedido = 1234, .linhas = {{u"CESTA"_s, u"2"_s, u"1234.50"_s}}});
+    QVERIFY(b->open());
+    StatementLog registro(b->server());
     fechaTudo();
     QCOMPARE(
-        registro.textos().mid(3, 7),
-        StatementLog::esperado({sqlFicha.arg(u"CESTA"_s), sqlLogEstoque.arg(u"1234"_s, u"PAO"_s, u"-24"_s),
+        registro.texts().mid(3, 7),
+        StatementLog::expected({sqlFicha.arg(u"CESTA"_s), sqlLogEstoque.arg(u"1234"_s, u"PAO"_s, u"-24"_s),
                                 sqlSaidaDeComponente.arg(u" 24"_s, u"PAO"_s),
                                 sqlLogEstoque.arg(u"1234"_s, u"CAFE"_s, u"-1"_s),
                                 sqlSaidaDeComponente.arg(u" 1"_s, u"CAFE"_s),
                                 sqlLogEstoque.arg(u"1234"_s, u"GELEIA"_s, u"-0.666"_s),
                                 sqlSaidaDeComponente.arg(u" 0.666"_s, u"GELEIA"_s)}));
-    QCOMPARE(registro.textos()[10], StatementLog::esperado({sqlLiquida.arg(1234)})[0]);
+    QCOMPARE(registro.texts()[10], StatementLog::expected({sqlLiquida.arg(1234)})[0]);
     QCOMPARE(consulta(u"SELECT quantidade, Nitem FROM produtos WHERE codfabr = 'CESTA'"_s),
              (QList<QStringList>{{u"100.000"_s, u"0"_s}}));
 }
 
 // Notes move nothing, a returned line comes back into the stock, blanks around a code do not count.
 void TstFechamento::statementsOfManyLines() {
-    b->cenario().basico();
-    b->cenario().produto({.codigo = u"P2"_s});
-    b->cenario().produto({.codigo = u"***FRETE"_s});
-    b->cenario().documento({.pedido = 1234,
-                            .linhas = {{u"P1"_s, u"0.125"_s, u"1000.00"_s},
-                                       {u"***FRETE"_s, u"1"_s, u"200.00"_s},
-                                       {u"***"_s, u"0"_s, std::nullopt},
-                                       {u" P2 "_s, u"0"_s, u"34.50"_s},
-                                       {u"P2"_s, u"-3"_s, u"0"_s}}});
-    QVERIFY(b->abre());
-    StatementLog registro(b->servidor());
+    b->shop().basico();
+    b->shop().produto({.codigo = u"P2"_s});
+    b->shop().produto({.codigo = u"***FRETE"_s});
+    b->shop().documento({.pedido = 1234,
+                         .linhas = {{u"P1"_s, u"0.125"_s, u"1000.00"_s},
+                                    {u"***FRETE"_s, u"1"_s, u"200.00"_s},
+                                    {u"***"_s, u"0"_s, std::nullopt},
+                                    {u" P2 "_s, u"0"_s, u"34.50"_s},
+                                    {u"P2"_s, u"-3"_s, u"0"_s}}});
+    QVERIFY(b->open());
+    StatementLog registro(b->server());
     fechaTudo();
-    QCOMPARE(registro.textos().mid(2, 11),
-             StatementLog::esperado({sqlLinhas.arg(1234), sqlFicha.arg(u"P1"_s),
+    QCOMPARE(registro.texts().mid(2, 11),
+             StatementLog::expected({sqlLinhas.arg(1234), sqlFicha.arg(u"P1"_s),
                                      sqlLogEstoque.arg(u"1234"_s, u"P1"_s, u"-0.125"_s),
                                      sqlSaida.arg(u" 0.125"_s, u"+1"_s, u"P1"_s), sqlFicha.arg(u"P2"_s),
                                      sqlLogEstoque.arg(u"1234"_s, u"P2"_s, u" 0"_s),
@@ -217,17 +217,17 @@ void TstFechamento::statementsOfManyLines() {
 }
 
 void TstFechamento::statementsWithPafEcf() {
-    b->cenario().empresa(u"1.01/1.02/2.01/2.02/1.05"_s, u"SIM"_s);
-    b->cenario().formas();
-    b->cenario().cliente({.codigo = u"C1"_s, .formaPg = u"DINHEIRO"_s});
-    b->cenario().produto({.codigo = u"P1"_s});
-    b->cenario().documento({.pedido = 1234, .linhas = {{.total = u"1234.50"_s}}});
-    QVERIFY(b->abre());
-    StatementLog registro(b->servidor());
+    b->shop().empresa(u"1.01/1.02/2.01/2.02/1.05"_s, u"SIM"_s);
+    b->shop().formas();
+    b->shop().cliente({.codigo = u"C1"_s, .formaPg = u"DINHEIRO"_s});
+    b->shop().produto({.codigo = u"P1"_s});
+    b->shop().documento({.pedido = 1234, .linhas = {{.total = u"1234.50"_s}}});
+    QVERIFY(b->open());
+    StatementLog registro(b->server());
     fechaTudo();
     QCOMPARE(
-        registro.textos(),
-        StatementLog::esperado(
+        registro.texts(),
+        StatementLog::expected(
             {sqlDocumentoDoCliente.arg(u"C1"_s), sqlEstoque.arg(1234), sqlLinhas.arg(1234),
              sqlLiquida.arg(1234), sqlControle.arg(1234), sqlAvista.arg(u"DINHEIRO"_s),
              sqlReceber + u"'C1', 'PADARIA MODELO', '2024-03-15', '2024-03-15',  1234.5, "
@@ -239,56 +239,56 @@ void TstFechamento::statementsWithPafEcf() {
 }
 
 void TstFechamento::statementsOfACancelledPerson() {
-    b->cenario().basico();
-    b->cenario().cliente({.codigo = u"C2"_s, .cnpjCpf = u"123.456.789-09"_s});
-    b->cenario().documento({.pedido = 1234, .cliente = u"C2"_s});
-    QVERIFY(b->abre());
-    StatementLog registro(b->servidor());
+    b->shop().basico();
+    b->shop().cliente({.codigo = u"C2"_s, .cnpjCpf = u"123.456.789-09"_s});
+    b->shop().documento({.pedido = 1234, .cliente = u"C2"_s});
+    QVERIFY(b->open());
+    StatementLog registro(b->server());
     fechaTudo({mensagens::comErros});
-    QCOMPARE(registro.textos(),
-             StatementLog::esperado({sqlDocumentoDoCliente.arg(u"C2"_s),
+    QCOMPARE(registro.texts(),
+             StatementLog::expected({sqlDocumentoDoCliente.arg(u"C2"_s),
                                      u"Update Orcamento Set SituacaoOrc='X', databaixa='2024-03-15' Where "
                                      "nrpedido=1234 And TipoOperacao='P'"_s,
                                      sqlListagem}));
 }
 
 void TstFechamento::statementsOfRowsLeftAlone() {
-    b->cenario().basico();
-    b->cenario().documento({.pedido = 1, .nomeVendedor = u"A"_s});
-    b->cenario().documento({.pedido = 2, .nomeVendedor = u"B"_s, .linhas = {{.quantidade = u"500"_s}}});
-    QVERIFY(b->abre());
-    b->clica(1, colunas::Selecao);
-    StatementLog registro(b->servidor());
+    b->shop().basico();
+    b->shop().documento({.pedido = 1, .nomeVendedor = u"A"_s});
+    b->shop().documento({.pedido = 2, .nomeVendedor = u"B"_s, .linhas = {{.quantidade = u"500"_s}}});
+    QVERIFY(b->open());
+    b->click(1, colunas::Selecao);
+    StatementLog registro(b->server());
     fechaTudo({mensagens::comErros});
-    QCOMPARE(registro.textos(),
-             StatementLog::esperado({sqlDocumentoDoCliente.arg(u"C1"_s), sqlDocumentoDoCliente.arg(u"C1"_s),
+    QCOMPARE(registro.texts(),
+             StatementLog::expected({sqlDocumentoDoCliente.arg(u"C1"_s), sqlDocumentoDoCliente.arg(u"C1"_s),
                                      sqlEstoque.arg(2), sqlListagem}));
 }
 
 // The stock is looked into whatever the payment test said.
 void TstFechamento::statementsOfARefusal() {
-    b->cenario().basico();
-    b->cenario().cliente({.codigo = u"C2"_s, .prazo = u"0"_s});
-    b->cenario().documento({.pedido = 9, .cliente = u"C2"_s});
-    QVERIFY(b->abre());
-    StatementLog registro(b->servidor());
+    b->shop().basico();
+    b->shop().cliente({.codigo = u"C2"_s, .prazo = u"0"_s});
+    b->shop().documento({.pedido = 9, .cliente = u"C2"_s});
+    QVERIFY(b->open());
+    StatementLog registro(b->server());
     fechaTudo({mensagens::comErros});
-    QCOMPARE(registro.textos(),
-             StatementLog::esperado({sqlDocumentoDoCliente.arg(u"C2"_s), sqlEstoque.arg(9), sqlListagem}));
+    QCOMPARE(registro.texts(),
+             StatementLog::expected({sqlDocumentoDoCliente.arg(u"C2"_s), sqlEstoque.arg(9), sqlListagem}));
 }
 
 void TstFechamento::statementsOfFechaPvAlone() {
-    b->cenario().basico();
-    b->cenario().documento({.pedido = 77});
-    QVERIFY(b->abre());
-    StatementLog registro(b->servidor());
+    b->shop().basico();
+    b->shop().documento({.pedido = 77});
+    QVERIFY(b->open());
+    StatementLog registro(b->server());
     ModalHelper modal;
-    b->painel()->FechaPV(77, u"BOLETO"_s, Dinheiro::dePonto(u"0.05"), QDate(2024, 12, 31), u"D'ÁVILA"_s);
-    QCOMPARE(modal.confere(), QString());
-    QVERIFY(modal.caixas().isEmpty());
+    b->panel()->FechaPV(77, u"BOLETO"_s, Dinheiro::dePonto(u"0.05"), QDate(2024, 12, 31), u"D'ÁVILA"_s);
+    QCOMPARE(modal.problem(), QString());
+    QVERIFY(modal.boxes().isEmpty());
     QCOMPARE(
-        registro.textos().mid(7),
-        StatementLog::esperado(
+        registro.texts().mid(7),
+        StatementLog::expected(
             {sqlReceber + u"'C1', 'D´ÁVILA', '2024-03-15', '2024-12-31',  0.05, 'REF.: PRÉ VENDA Nº77', 77, "
                           "'1901-01-01', 0.00, 'A', 'BOLETO', 7, 0, '1.05')"_s,
              u"insert into caixa Set cd_cta='1.01', DataCx='2024-03-15', Historico= 'PEDIDO Nº "
@@ -299,9 +299,9 @@ void TstFechamento::statementsOfFechaPvAlone() {
 }
 
 void TstFechamento::rowsWrittenByABill() {
-    b->cenario().basico();
-    b->cenario().documento({.pedido = 55, .linhas = {{.quantidade = u"4"_s}, {.quantidade = u"6"_s}}});
-    QVERIFY(b->abre());
+    b->shop().basico();
+    b->shop().documento({.pedido = 55, .linhas = {{.quantidade = u"4"_s}, {.quantidade = u"6"_s}}});
+    QVERIFY(b->open());
     fechaTudo();
     const QStringList linha{u"B"_s, u"2024-03-15"_s, u"14:07:00"_s, u"B"_s};
     QCOMPARE(consulta(u"SELECT situacaoorc, databaixa, Horario, status FROM orcamento"_s),
@@ -327,7 +327,7 @@ void TstFechamento::rowsWrittenByABill() {
                                  {u"2024-03-15"_s, u"14:07:09"_s, hostUserName(), u"FECHAMENTO DA PV Nº 55"_s,
                                   u"P1"_s, u"-6.000"_s}}));
     QCOMPARE(consulta(u"SELECT UltimaPV FROM empresa"_s), (QList<QStringList>{{u"55"_s}}));
-    QCOMPARE(b->grade()->rows(), 1);
+    QCOMPARE(b->grid()->rows(), 1);
 }
 
 void TstFechamento::firstMatchingFormWins_data() {
@@ -363,12 +363,12 @@ void TstFechamento::firstMatchingFormWins() {
     QFETCH(QString, sitBaixa);
     QFETCH(QString, tipoCartao);
     QFETCH(QString, conta);
-    b->cenario().empresa();
-    b->cenario().forma(forma, avista);
-    b->cenario().cliente({.codigo = u"C1"_s, .prazo = u"10"_s, .formaPg = forma});
-    b->cenario().produto({.codigo = u"P1"_s});
-    b->cenario().documento({.pedido = 1});
-    QVERIFY(b->abre());
+    b->shop().empresa();
+    b->shop().forma(forma, avista);
+    b->shop().cliente({.codigo = u"C1"_s, .prazo = u"10"_s, .formaPg = forma});
+    b->shop().produto({.codigo = u"P1"_s});
+    b->shop().documento({.pedido = 1});
+    QVERIFY(b->open());
     fechaTudo();
     const QString baixa = sitBaixa == u"A" ? u"1901-01-01"_s : vencto;
     const QString pago = sitBaixa == u"A" ? u"0.00"_s : u"10.00"_s;
@@ -380,10 +380,10 @@ void TstFechamento::firstMatchingFormWins() {
 }
 
 void TstFechamento::dueDateCrossesMonthAndYear() {
-    b->cenario().basico();
-    b->cenario().cliente({.codigo = u"C2"_s, .prazo = u"292"_s});
-    b->cenario().documento({.pedido = 1, .cliente = u"C2"_s});
-    QVERIFY(b->abre());
+    b->shop().basico();
+    b->shop().cliente({.codigo = u"C2"_s, .prazo = u"292"_s});
+    b->shop().documento({.pedido = 1, .cliente = u"C2"_s});
+    QVERIFY(b->open());
     fechaTudo();
     QCOMPARE(consulta(u"SELECT Vencto FROM areceber"_s), (QList<QStringList>{{u"2025-01-01"_s}}));
 }
@@ -401,9 +401,9 @@ void TstFechamento::numberFormats_data() {
 void TstFechamento::numberFormats() {
     QFETCH(int, pedido);
     QFETCH(QString, formatado);
-    b->cenario().basico();
-    b->cenario().documento({.pedido = pedido});
-    QVERIFY(b->abre());
+    b->shop().basico();
+    b->shop().documento({.pedido = pedido});
+    QVERIFY(b->open());
     fechaTudo();
     QCOMPARE(
         consulta(u"SELECT Historico, CodigoLanc FROM caixa"_s),
@@ -431,10 +431,10 @@ void TstFechamento::nameInTheCashBookIsCutToFifty_data() {
 void TstFechamento::nameInTheCashBookIsCutToFifty() {
     QFETCH(QString, nome);
     QFETCH(QString, noCaixa);
-    b->cenario().basico();
-    b->cenario().cliente({.codigo = u"C2"_s, .nome = nome});
-    b->cenario().documento({.pedido = 1, .cliente = u"C2"_s});
-    QVERIFY(b->abre());
+    b->shop().basico();
+    b->shop().cliente({.codigo = u"C2"_s, .nome = nome});
+    b->shop().documento({.pedido = 1, .cliente = u"C2"_s});
+    QVERIFY(b->open());
     fechaTudo();
     QCOMPARE(consulta(u"SELECT Historico FROM caixa"_s),
              (QList<QStringList>{{u"PEDIDO Nº 000.001-"_s + noCaixa}}));
@@ -457,10 +457,10 @@ void TstFechamento::oddNamesAreCleaned_data() {
 void TstFechamento::oddNamesAreCleaned() {
     QFETCH(QString, nome);
     QFETCH(QString, limpo);
-    b->cenario().basico();
-    b->cenario().cliente({.codigo = u"C2"_s, .nome = nome});
-    b->cenario().documento({.pedido = 1, .cliente = u"C2"_s});
-    QVERIFY(b->abre());
+    b->shop().basico();
+    b->shop().cliente({.codigo = u"C2"_s, .nome = nome});
+    b->shop().documento({.pedido = 1, .cliente = u"C2"_s});
+    QVERIFY(b->open());
     fechaTudo();
     QCOMPARE(consulta(u"SELECT NomeCli FROM areceber"_s), (QList<QStringList>{{limpo}}));
     QCOMPARE(consulta(u"SELECT Historico FROM caixa"_s),
@@ -477,11 +477,11 @@ void TstFechamento::accentsThroughEveryCharset_data() {
 
 void TstFechamento::accentsThroughEveryCharset() {
     QFETCH(QString, charset);
-    b->servidor().usaCharset(charset);
-    b->cenario().basico();
-    b->cenario().cliente({.codigo = u"C2"_s, .nome = u"PÃES & CIA Nº 1 D'ÁVILA"_s, .formaPg = u"CARTÃO"_s});
-    b->cenario().documento({.pedido = 1, .cliente = u"C2"_s});
-    QVERIFY(b->abre());
+    b->server().useCharset(charset);
+    b->shop().basico();
+    b->shop().cliente({.codigo = u"C2"_s, .nome = u"PÃES & CIA Nº 1 D'ÁVILA"_s, .formaPg = u"CARTÃO"_s});
+    b->shop().documento({.pedido = 1, .cliente = u"C2"_s});
+    QVERIFY(b->open());
     fechaTudo();
     QCOMPARE(consulta(u"SELECT NomeCli, Historico, TipoPag FROM areceber"_s),
              (QList<QStringList>{{u"PÃES & CIA Nº 1 D´ÁVILA"_s, u"REF.: PRÉ VENDA Nº1"_s, u"CARTÃO"_s}}));
@@ -489,9 +489,9 @@ void TstFechamento::accentsThroughEveryCharset() {
 }
 
 void TstFechamento::totalOverTenMillion() {
-    b->cenario().basico();
-    b->cenario().documento({.pedido = 1, .linhas = {{.total = u"12345678.90"_s}, {.total = u"0.09"_s}}});
-    QVERIFY(b->abre());
+    b->shop().basico();
+    b->shop().documento({.pedido = 1, .linhas = {{.total = u"12345678.90"_s}, {.total = u"0.09"_s}}});
+    QVERIFY(b->open());
     fechaTudo();
     QCOMPARE(consulta(u"SELECT Valor FROM areceber"_s), (QList<QStringList>{{u"12345678.99"_s}}));
     QCOMPARE(consulta(u"SELECT Valor, ValorFin1 FROM caixa"_s),
@@ -499,18 +499,18 @@ void TstFechamento::totalOverTenMillion() {
 }
 
 void TstFechamento::nullsInTheClosing() {
-    b->servidor().executa(u"INSERT INTO empresa (id) VALUES (1)"_s);
-    b->cenario().forma(u"BOLETO"_s, std::nullopt);
-    b->cenario().cliente(
+    b->server().execute(u"INSERT INTO empresa (id) VALUES (1)"_s);
+    b->shop().forma(u"BOLETO"_s, std::nullopt);
+    b->shop().cliente(
         {.codigo = u"C1"_s, .nome = std::nullopt, .cidade = std::nullopt, .colunaPreco = std::nullopt});
-    b->cenario().produto({.codigo = u"P1"_s, .estoque2 = std::nullopt});
-    b->cenario().produto({.codigo = u"P2"_s});
-    b->cenario().ficha(u"P2"_s, {{u"P1"_s, std::nullopt}});
-    b->cenario().documento({.pedido = 1,
-                            .nomeVendedor = std::nullopt,
-                            .vendedor = std::nullopt,
-                            .linhas = {{.quantidade = std::nullopt}, {u"P2"_s, u"1"_s, std::nullopt}}});
-    QVERIFY(b->abre());
+    b->shop().produto({.codigo = u"P1"_s, .estoque2 = std::nullopt});
+    b->shop().produto({.codigo = u"P2"_s});
+    b->shop().ficha(u"P2"_s, {{u"P1"_s, std::nullopt}});
+    b->shop().documento({.pedido = 1,
+                         .nomeVendedor = std::nullopt,
+                         .vendedor = std::nullopt,
+                         .linhas = {{.quantidade = std::nullopt}, {u"P2"_s, u"1"_s, std::nullopt}}});
+    QVERIFY(b->open());
     fechaTudo();
     QCOMPARE(consulta(u"SELECT NomeCli, Valor, CodigoVend, ContaCTB, SitBaixa FROM areceber"_s),
              (QList<QStringList>{{QString(), u"10.00"_s, u"0"_s, u"00.000"_s, u"A"_s}}));
@@ -532,71 +532,71 @@ void TstFechamento::sellerCode_data() {
 void TstFechamento::sellerCode() {
     QFETCH(Valor, vendedor);
     QFETCH(QString, gravado);
-    b->cenario().basico();
-    b->cenario().documento({.pedido = 1, .vendedor = vendedor});
-    QVERIFY(b->abre());
+    b->shop().basico();
+    b->shop().documento({.pedido = 1, .vendedor = vendedor});
+    QVERIFY(b->open());
     fechaTudo();
     QCOMPARE(consulta(u"SELECT CodigoVend FROM areceber"_s), (QList<QStringList>{{gravado}}));
 }
 
 // Nothing of the pre-sale was executed, so every press says again what is wrong with it.
 void TstFechamento::sellerCodeBeyondSixteenBits() {
-    b->cenario().basico();
-    b->cenario().documento({.pedido = 1, .nomeVendedor = u"A"_s});
-    b->cenario().documento({.pedido = 2, .nomeVendedor = u"B"_s, .vendedor = u"32768"_s});
-    b->cenario().documento({.pedido = 3, .nomeVendedor = u"C"_s});
-    QVERIFY(b->abre());
+    b->shop().basico();
+    b->shop().documento({.pedido = 1, .nomeVendedor = u"A"_s});
+    b->shop().documento({.pedido = 2, .nomeVendedor = u"B"_s, .vendedor = u"32768"_s});
+    b->shop().documento({.pedido = 3, .nomeVendedor = u"C"_s});
+    QVERIFY(b->open());
     {
         ModalHelper modal;
-        modal.espera(mensagens::lembrete, QMessageBox::Ok);
-        modal.esperaContendo(u"código de vendedor 32768"_s, QMessageBox::Ok);
-        b->aperta(u"Command4"_s);
-        QCOMPARE(modal.confere(), QString());
-        QVERIFY(modal.caixas()[1].texto.startsWith(mensagens::erroDeExecucao));
-        QVERIFY(!modal.caixas()[1].informativo.contains(mensagens::inicieNovamente));
+        modal.expect(mensagens::lembrete, QMessageBox::Ok);
+        modal.expectContaining(u"código de vendedor 32768"_s, QMessageBox::Ok);
+        b->press(u"Command4"_s);
+        QCOMPARE(modal.problem(), QString());
+        QVERIFY(modal.boxes()[1].text.startsWith(mensagens::erroDeExecucao));
+        QVERIFY(!modal.boxes()[1].informative.contains(mensagens::inicieNovamente));
     }
     QCOMPARE(consulta(u"SELECT Nr_Pedido FROM areceber"_s), (QList<QStringList>{{u"1"_s}}));
     QCOMPARE(consulta(u"SELECT nrpedido FROM orcamento WHERE situacaoorc = 'A' ORDER BY nrpedido"_s),
              (QList<QStringList>{{u"2"_s}, {u"3"_s}}));
 
-    QVERIFY(b->abre());
+    QVERIFY(b->open());
     for (int vez = 0; vez < 2; ++vez) {
         ModalHelper modal;
-        modal.espera(mensagens::lembrete, QMessageBox::Ok);
-        modal.esperaContendo(u"código de vendedor 32768"_s, QMessageBox::Ok);
-        b->aperta(u"Command4"_s);
-        QCOMPARE(modal.confere(), QString());
+        modal.expect(mensagens::lembrete, QMessageBox::Ok);
+        modal.expectContaining(u"código de vendedor 32768"_s, QMessageBox::Ok);
+        b->press(u"Command4"_s);
+        QCOMPARE(modal.problem(), QString());
     }
-    b->clica(1, colunas::Selecao);
+    b->click(1, colunas::Selecao);
     fechaTudo();
-    QCOMPARE(b->coluna(colunas::Pedido), QStringList{u"2"_s});
+    QCOMPARE(b->column(colunas::Pedido), QStringList{u"2"_s});
 }
 
 void TstFechamento::termBeyondTheCalendar() {
-    b->cenario().basico();
-    b->cenario().cliente({.codigo = u"C2"_s, .prazo = u"2147483647"_s});
-    b->cenario().documento({.pedido = 1, .cliente = u"C2"_s});
-    QVERIFY(b->abre());
-    const auto antes = b->cenario().retrato();
+    b->shop().basico();
+    b->shop().cliente({.codigo = u"C2"_s, .prazo = u"2147483647"_s});
+    b->shop().documento({.pedido = 1, .cliente = u"C2"_s});
+    QVERIFY(b->open());
+    const auto antes = b->shop().retrato();
     for (int vez = 0; vez < 2; ++vez) {
         ModalHelper modal;
-        modal.espera(mensagens::lembrete, QMessageBox::Ok);
-        modal.esperaContendo(u"o prazo de 2147483647 dias"_s, QMessageBox::Ok);
-        b->aperta(u"Command4"_s);
-        QCOMPARE(modal.confere(), QString());
+        modal.expect(mensagens::lembrete, QMessageBox::Ok);
+        modal.expectContaining(u"o prazo de 2147483647 dias"_s, QMessageBox::Ok);
+        b->press(u"Command4"_s);
+        QCOMPARE(modal.problem(), QString());
     }
-    QCOMPARE(b->cenario().retrato(), antes);
+    QCOMPARE(b->shop().retrato(), antes);
 }
 
 void TstFechamento::davOfTheSameNumberIsLeftAlone() {
-    b->cenario().basico();
-    b->cenario().cliente({.codigo = u"C2"_s, .cnpjCpf = u"12345678909"_s});
+    b->shop().basico();
+    b->shop().cliente({.codigo = u"C2"_s, .cnpjCpf = u"12345678909"_s});
     for (const QString& tipo : {u"P"_s, u"D"_s}) {
         const QString situacao = tipo == u"D" ? u"B"_s : u"A"_s;
-        b->cenario().documento({.pedido = 1, .tipo = tipo, .situacao = situacao, .nomeVendedor = u"A"_s});
-        b->cenario().documento({.pedido = 2, .cliente = u"C2"_s, .tipo = tipo, .situacao = situacao});
+        b->shop().documento({.pedido = 1, .tipo = tipo, .situacao = situacao, .nomeVendedor = u"A"_s});
+        b->shop().documento({.pedido = 2, .cliente = u"C2"_s, .tipo = tipo, .situacao = situacao});
     }
-    QVERIFY(b->abre());
+    QVERIFY(b->open());
     fechaTudo({mensagens::comErros});
     QCOMPARE(consulta(u"SELECT nrpedido, situacaoorc, databaixa FROM orcamento WHERE TipoOperacao = 'D' "
                       "ORDER BY nrpedido"_s),
@@ -610,10 +610,10 @@ void TstFechamento::davOfTheSameNumberIsLeftAlone() {
 }
 
 void TstFechamento::lastClosedNumberFollowsTheGridsOrder() {
-    b->cenario().basico();
-    b->cenario().documento({.pedido = 900, .nomeVendedor = u"A"_s});
-    b->cenario().documento({.pedido = 200, .nomeVendedor = u"B"_s});
-    QVERIFY(b->abre());
+    b->shop().basico();
+    b->shop().documento({.pedido = 900, .nomeVendedor = u"A"_s});
+    b->shop().documento({.pedido = 200, .nomeVendedor = u"B"_s});
+    QVERIFY(b->open());
     fechaTudo();
     QCOMPARE(consulta(u"SELECT Nr_Pedido FROM areceber ORDER BY id"_s),
              (QList<QStringList>{{u"900"_s}, {u"200"_s}}));

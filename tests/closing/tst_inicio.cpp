@@ -1,6 +1,6 @@
-#include "closing/Bancada.h"
 #include "closing/Colunas.h"
 #include "closing/PainelFechamento.h"
+#include "closing/PanelBench.h"
 #include "support/ModalHelper.h"
 #include "support/StatementLog.h"
 #include "ui/Twips.h"
@@ -13,7 +13,7 @@
 
 using namespace Qt::StringLiterals;
 using namespace tarvessa;
-using namespace tarvessa::teste;
+using namespace tarvessa::test;
 
 namespace {
 
@@ -39,9 +39,9 @@ class TstInicio : public QObject {
     Q_OBJECT
 
   private Q_SLOTS:
-    void initTestCase() { b = std::make_unique<Bancada>(); }
+    void initTestCase() { b = std::make_unique<PanelBench>(); }
     void cleanupTestCase() { b.reset(); }
-    void init() { b->arruma(); }
+    void init() { b->reset(); }
 
     void statementsWithDavs();
     void statementsWithoutDavs();
@@ -84,35 +84,35 @@ class TstInicio : public QObject {
   private:
     void documentos(const QString& tipo, int quantos);
 
-    std::unique_ptr<Bancada> b;
+    std::unique_ptr<PanelBench> b;
 };
 
 void TstInicio::documentos(const QString& tipo, int quantos) {
     for (int i = 0; i < quantos; ++i)
-        b->cenario().documento({.pedido = primeiroPedido + i, .tipo = tipo});
+        b->shop().documento({.pedido = primeiroPedido + i, .tipo = tipo});
 }
 
 void TstInicio::statementsWithDavs() {
-    b->cenario().basico();
+    b->shop().basico();
     documentos(u"D"_s, 1);
     documentos(u"P"_s, 1);
-    StatementLog registro(b->servidor());
-    QVERIFY(b->abre());
-    QCOMPARE(registro.textos(), StatementLog::esperado({sqlDavs, sqlFormas, sqlEmpresa}));
+    StatementLog registro(b->server());
+    QVERIFY(b->open());
+    QCOMPARE(registro.texts(), StatementLog::expected({sqlDavs, sqlFormas, sqlEmpresa}));
 }
 
 void TstInicio::statementsWithoutDavs() {
-    b->cenario().basico();
+    b->shop().basico();
     documentos(u"P"_s, 1);
-    StatementLog registro(b->servidor());
-    QVERIFY(b->abre());
-    QCOMPARE(registro.textos(), StatementLog::esperado({sqlDavs, sqlFormas, sqlPvs, sqlEmpresa}));
+    StatementLog registro(b->server());
+    QVERIFY(b->open());
+    QCOMPARE(registro.texts(), StatementLog::expected({sqlDavs, sqlFormas, sqlPvs, sqlEmpresa}));
 }
 
 namespace {
 
-void confereLayout(const Bancada& b, const QList<int>& larguras, int alturaMinima) {
-    const Grid* grade = b.grade();
+void confereLayout(const PanelBench& b, const QList<int>& larguras, int alturaMinima) {
+    const Grid* grade = b.grid();
     const QStringList titulos{u"PEDIDO"_s, u"TIPO"_s,     u"CLIENTE"_s,   u"VENDEDOR"_s,
                               u"CIDADE"_s, u"R$ TOTAL"_s, u"DIAS VENC"_s, u"FORMA PAGTO"_s,
                               u"TABELA"_s, u"SELEÇÃO"_s,  u"CODIGOCLI"_s};
@@ -139,52 +139,52 @@ void confereLayout(const Bancada& b, const QList<int>& larguras, int alturaMinim
 } // namespace
 
 void TstInicio::davLayout() {
-    b->cenario().basico();
-    b->cenario().documento({.pedido = 4801, .tipo = u"D"_s, .linhas = {{.total = u"1234.50"_s}}});
+    b->shop().basico();
+    b->shop().documento({.pedido = 4801, .tipo = u"D"_s, .linhas = {{.total = u"1234.50"_s}}});
     documentos(u"P"_s, 3);
-    QVERIFY(b->abre());
-    QCOMPARE(b->painel()->windowTitle(), u"Ormelind DAV/PV/NFE - Versão 1.5c  -  [17/01/23]"_s);
+    QVERIFY(b->open());
+    QCOMPARE(b->panel()->windowTitle(), u"Ormelind DAV/PV/NFE - Versão 1.5c  -  [17/01/23]"_s);
     confereLayout(*b, {1100, 500, 5200, 1700, 2400, 1200, 0, 0, 800, 900, 0}, 360);
     if (QTest::currentTestFailed())
         return;
-    QCOMPARE(b->grade()->rows(), 2);
-    QCOMPARE(b->linha(1), (QStringList{u"4801"_s,
-                                       u"D"_s,
-                                       u"PADARIA MODELO"_s,
-                                       u"ANA"_s,
-                                       u"CAMPINAS"_s,
-                                       u"1.234,50"_s,
-                                       {},
-                                       {},
-                                       u"1"_s,
-                                       u" "_s,
-                                       u"C1"_s}));
-    QVERIFY(b->grade()->hasPicture(1, colunas::Selecao));
+    QCOMPARE(b->grid()->rows(), 2);
+    QCOMPARE(b->row(1), (QStringList{u"4801"_s,
+                                     u"D"_s,
+                                     u"PADARIA MODELO"_s,
+                                     u"ANA"_s,
+                                     u"CAMPINAS"_s,
+                                     u"1.234,50"_s,
+                                     {},
+                                     {},
+                                     u"1"_s,
+                                     u" "_s,
+                                     u"C1"_s}));
+    QVERIFY(b->grid()->hasPicture(1, colunas::Selecao));
     QCOMPARE(b->total(), u"1.234,50"_s);
-    QVERIFY(b->botao(u"Command1"_s)->isEnabled());
-    QCOMPARE(b->botao(u"Command1"_s)->text(), u"Desmarcar todos os Registros"_s);
-    QVERIFY(b->botao(u"Command2"_s)->isEnabled());
+    QVERIFY(b->button(u"Command1"_s)->isEnabled());
+    QCOMPARE(b->button(u"Command1"_s)->text(), u"Desmarcar todos os Registros"_s);
+    QVERIFY(b->button(u"Command2"_s)->isEnabled());
     for (const QString& botao : {u"Command3"_s, u"Command4"_s, u"Command5"_s, u"Command6"_s})
-        QVERIFY2(!b->botao(botao)->isEnabled(), qPrintable(botao));
+        QVERIFY2(!b->button(botao)->isEnabled(), qPrintable(botao));
 }
 
 void TstInicio::pvLayout() {
-    b->cenario().basico();
-    b->cenario().documento({.pedido = 10301, .linhas = {{.total = u"1234.50"_s}}});
-    QVERIFY(b->abre());
+    b->shop().basico();
+    b->shop().documento({.pedido = 10301, .linhas = {{.total = u"1234.50"_s}}});
+    QVERIFY(b->open());
     confereLayout(*b, {1100, 500, 3630, 1200, 2000, 1200, 1000, 1500, 800, 900, 0}, 420);
     if (QTest::currentTestFailed())
         return;
-    QCOMPARE(b->grade()->rows(), 2);
-    QCOMPARE(b->linha(1), (QStringList{u"10301"_s, u"P"_s, u"PADARIA MODELO"_s, u"ANA"_s, u"CAMPINAS"_s,
-                                       u"1.234,50"_s, u"30"_s, u"BOLETO"_s, u"1"_s, u" "_s, u"C1"_s}));
-    QVERIFY(b->grade()->hasPicture(1, colunas::Selecao));
+    QCOMPARE(b->grid()->rows(), 2);
+    QCOMPARE(b->row(1), (QStringList{u"10301"_s, u"P"_s, u"PADARIA MODELO"_s, u"ANA"_s, u"CAMPINAS"_s,
+                                     u"1.234,50"_s, u"30"_s, u"BOLETO"_s, u"1"_s, u" "_s, u"C1"_s}));
+    QVERIFY(b->grid()->hasPicture(1, colunas::Selecao));
     QCOMPARE(b->total(), u"1.234,50"_s);
-    QVERIFY(b->botao(u"Command1"_s)->isEnabled());
-    QVERIFY(!b->botao(u"Command2"_s)->isEnabled());
-    QVERIFY(!b->botao(u"Command3"_s)->isEnabled());
+    QVERIFY(b->button(u"Command1"_s)->isEnabled());
+    QVERIFY(!b->button(u"Command2"_s)->isEnabled());
+    QVERIFY(!b->button(u"Command3"_s)->isEnabled());
     for (const QString& botao : {u"Command4"_s, u"Command5"_s, u"Command6"_s})
-        QVERIFY2(b->botao(botao)->isEnabled(), qPrintable(botao));
+        QVERIFY2(b->button(botao)->isEnabled(), qPrintable(botao));
 }
 
 void TstInicio::clientColumnLeavesRoomForTheScrollBar_data() {
@@ -201,27 +201,27 @@ void TstInicio::clientColumnLeavesRoomForTheScrollBar() {
     QFETCH(QString, tipo);
     QFETCH(int, documentosListados);
     QFETCH(int, largura);
-    b->cenario().basico();
+    b->shop().basico();
     documentos(tipo, documentosListados);
-    QVERIFY(b->abre());
-    QCOMPARE(b->grade()->rows(), documentosListados + 1);
-    QCOMPARE(b->grade()->columnTwips(colunas::Cliente), largura);
-    QCOMPARE(b->grade()->columnWidth(colunas::Cliente), twipsToPixels(b->grade(), largura));
+    QVERIFY(b->open());
+    QCOMPARE(b->grid()->rows(), documentosListados + 1);
+    QCOMPARE(b->grid()->columnTwips(colunas::Cliente), largura);
+    QCOMPARE(b->grid()->columnWidth(colunas::Cliente), twipsToPixels(b->grid(), largura));
 }
 
 void TstInicio::layoutStaysPvOnceLoaded() {
-    b->cenario().basico();
-    QVERIFY(b->abre());
+    b->shop().basico();
+    QVERIFY(b->open());
     documentos(u"D"_s, 2);
-    b->cenario().documento({.pedido = 900});
-    StatementLog registro(b->servidor());
-    b->aperta(u"Command3"_s);
-    QCOMPARE(registro.textos(), QStringList{sqlPvs});
-    QCOMPARE(b->coluna(colunas::Pedido), QStringList{u"900"_s});
-    QCOMPARE(b->grade()->columnTwips(colunas::Cliente), 3630);
-    b->painel()->DefineGrid();
-    QCOMPARE(b->grade()->rows(), 1);
-    QCOMPARE(b->grade()->columnTwips(colunas::FormaPagto), 1500);
+    b->shop().documento({.pedido = 900});
+    StatementLog registro(b->server());
+    b->press(u"Command3"_s);
+    QCOMPARE(registro.texts(), QStringList{sqlPvs});
+    QCOMPARE(b->column(colunas::Pedido), QStringList{u"900"_s});
+    QCOMPARE(b->grid()->columnTwips(colunas::Cliente), 3630);
+    b->panel()->DefineGrid();
+    QCOMPARE(b->grid()->rows(), 1);
+    QCOMPARE(b->grid()->columnTwips(colunas::FormaPagto), 1500);
 }
 
 void TstInicio::sevenDaysAgoIsListedEightIsNot_data() {
@@ -232,12 +232,12 @@ void TstInicio::sevenDaysAgoIsListedEightIsNot_data() {
 
 void TstInicio::sevenDaysAgoIsListedEightIsNot() {
     QFETCH(QString, tipo);
-    b->cenario().basico();
-    b->cenario().documento({.pedido = 7, .tipo = tipo, .nomeVendedor = u"A"_s, .diasAtras = 7});
-    b->cenario().documento({.pedido = 8, .tipo = tipo, .diasAtras = 8});
-    b->cenario().documento({.pedido = 1, .tipo = tipo, .nomeVendedor = u"B"_s, .diasAtras = 0});
-    QVERIFY(b->abre());
-    QCOMPARE(b->coluna(colunas::Pedido), (QStringList{u"7"_s, u"1"_s}));
+    b->shop().basico();
+    b->shop().documento({.pedido = 7, .tipo = tipo, .nomeVendedor = u"A"_s, .diasAtras = 7});
+    b->shop().documento({.pedido = 8, .tipo = tipo, .diasAtras = 8});
+    b->shop().documento({.pedido = 1, .tipo = tipo, .nomeVendedor = u"B"_s, .diasAtras = 0});
+    QVERIFY(b->open());
+    QCOMPARE(b->column(colunas::Pedido), (QStringList{u"7"_s, u"1"_s}));
 }
 
 void TstInicio::onlyOpenDocumentsAreListed_data() {
@@ -246,55 +246,54 @@ void TstInicio::onlyOpenDocumentsAreListed_data() {
 
 void TstInicio::onlyOpenDocumentsAreListed() {
     QFETCH(QString, tipo);
-    b->cenario().basico();
+    b->shop().basico();
     int pedido = 1;
     for (const QString& situacao : {u"A"_s, u"B"_s, u"C"_s, u"X"_s, QString()})
-        b->cenario().documento(
+        b->shop().documento(
             {.pedido = pedido++, .tipo = tipo, .situacao = situacao, .nomeVendedor = u"V"_s + situacao});
-    QVERIFY(b->abre());
-    QCOMPARE(b->coluna(colunas::Pedido), (QStringList{u"1"_s, u"3"_s}));
+    QVERIFY(b->open());
+    QCOMPARE(b->column(colunas::Pedido), (QStringList{u"1"_s, u"3"_s}));
 }
 
 void TstInicio::oneRowPerDocumentWithItsSum() {
-    b->cenario().basico();
-    b->cenario().documento({.pedido = 1,
-                            .nomeVendedor = u"A"_s,
-                            .linhas = {{.total = u"10.10"_s}, {.total = u"0.05"_s}, {.total = u"-1.15"_s}}});
-    b->cenario().documento(
+    b->shop().basico();
+    b->shop().documento({.pedido = 1,
+                         .nomeVendedor = u"A"_s,
+                         .linhas = {{.total = u"10.10"_s}, {.total = u"0.05"_s}, {.total = u"-1.15"_s}}});
+    b->shop().documento(
         {.pedido = 2, .nomeVendedor = u"B"_s, .linhas = {{.total = u"999.99"_s}, {.total = u"0.01"_s}}});
-    QVERIFY(b->abre());
-    QCOMPARE(b->coluna(colunas::Pedido), (QStringList{u"1"_s, u"2"_s}));
-    QCOMPARE(b->coluna(colunas::Total), (QStringList{u"9,00"_s, u"1.000,00"_s}));
+    QVERIFY(b->open());
+    QCOMPARE(b->column(colunas::Pedido), (QStringList{u"1"_s, u"2"_s}));
+    QCOMPARE(b->column(colunas::Total), (QStringList{u"9,00"_s, u"1.000,00"_s}));
     QCOMPARE(b->total(), u"1.009,00"_s);
 }
 
 void TstInicio::davAndPvOfOneNumberStayApart() {
-    b->cenario().basico();
-    b->cenario().documento(
-        {.pedido = 5, .tipo = u"D"_s, .situacao = u"B"_s, .linhas = {{.total = u"70.00"_s}}});
-    b->cenario().documento({.pedido = 5, .linhas = {{.total = u"3.00"_s}}});
-    QVERIFY(b->abre());
-    QCOMPARE(b->coluna(colunas::Tipo), QStringList{u"P"_s});
-    QCOMPARE(b->coluna(colunas::Total), QStringList{u"3,00"_s});
+    b->shop().basico();
+    b->shop().documento({.pedido = 5, .tipo = u"D"_s, .situacao = u"B"_s, .linhas = {{.total = u"70.00"_s}}});
+    b->shop().documento({.pedido = 5, .linhas = {{.total = u"3.00"_s}}});
+    QVERIFY(b->open());
+    QCOMPARE(b->column(colunas::Tipo), QStringList{u"P"_s});
+    QCOMPARE(b->column(colunas::Total), QStringList{u"3,00"_s});
 }
 
 void TstInicio::sortedBySellerThenCustomer() {
-    b->cenario().basico();
-    b->cenario().cliente({.codigo = u"C2"_s, .nome = u"ARMAZÉM"_s});
-    b->cenario().documento({.pedido = 1, .nomeVendedor = u"ZECA"_s});
-    b->cenario().documento({.pedido = 2, .nomeVendedor = u"BIA"_s});
-    b->cenario().documento({.pedido = 3, .cliente = u"C2"_s, .nomeVendedor = u"BIA"_s});
-    b->cenario().documento({.pedido = 4, .nomeVendedor = std::nullopt});
-    QVERIFY(b->abre());
-    QCOMPARE(b->coluna(colunas::Pedido), (QStringList{u"4"_s, u"3"_s, u"2"_s, u"1"_s}));
+    b->shop().basico();
+    b->shop().cliente({.codigo = u"C2"_s, .nome = u"ARMAZÉM"_s});
+    b->shop().documento({.pedido = 1, .nomeVendedor = u"ZECA"_s});
+    b->shop().documento({.pedido = 2, .nomeVendedor = u"BIA"_s});
+    b->shop().documento({.pedido = 3, .cliente = u"C2"_s, .nomeVendedor = u"BIA"_s});
+    b->shop().documento({.pedido = 4, .nomeVendedor = std::nullopt});
+    QVERIFY(b->open());
+    QCOMPARE(b->column(colunas::Pedido), (QStringList{u"4"_s, u"3"_s, u"2"_s, u"1"_s}));
 }
 
 void TstInicio::methodNenhumaShowsAsDinheiro() {
-    b->cenario().basico();
-    b->cenario().cliente({.codigo = u"C2"_s, .formaPg = u"(Nenhuma)"_s});
-    b->cenario().documento({.pedido = 1, .cliente = u"C2"_s});
-    QVERIFY(b->abre());
-    QCOMPARE(b->coluna(colunas::FormaPagto), QStringList{u"DINHEIRO"_s});
+    b->shop().basico();
+    b->shop().cliente({.codigo = u"C2"_s, .formaPg = u"(Nenhuma)"_s});
+    b->shop().documento({.pedido = 1, .cliente = u"C2"_s});
+    QVERIFY(b->open());
+    QCOMPARE(b->column(colunas::FormaPagto), QStringList{u"DINHEIRO"_s});
 }
 
 void TstInicio::emptyTermShowsAsZero_data() {
@@ -309,19 +308,19 @@ void TstInicio::emptyTermShowsAsZero_data() {
 void TstInicio::emptyTermShowsAsZero() {
     QFETCH(Valor, prazo);
     QFETCH(QString, celula);
-    b->cenario().basico();
-    b->cenario().cliente({.codigo = u"C2"_s, .prazo = prazo});
-    b->cenario().documento({.pedido = 1, .cliente = u"C2"_s});
-    QVERIFY(b->abre());
-    QCOMPARE(b->coluna(colunas::DiasVenc), QStringList{celula});
+    b->shop().basico();
+    b->shop().cliente({.codigo = u"C2"_s, .prazo = prazo});
+    b->shop().documento({.pedido = 1, .cliente = u"C2"_s});
+    QVERIFY(b->open());
+    QCOMPARE(b->column(colunas::DiasVenc), QStringList{celula});
 }
 
 void TstInicio::paymentMethodsInOrderOfId() {
-    b->cenario().empresa();
-    b->servidor().executa(u"INSERT INTO Finalizadoras (ID, Descricao, avista) VALUES (30, 'BOLETO', 'N'), "
-                          "(10, 'PIX', 'S'), (20, 'CARTÃO', NULL), (40, 'VALE', 's')"_s);
-    QVERIFY(b->abre());
-    const QComboBox* formas = b->formas();
+    b->shop().empresa();
+    b->server().execute(u"INSERT INTO Finalizadoras (ID, Descricao, avista) VALUES (30, 'BOLETO', 'N'), "
+                        "(10, 'PIX', 'S'), (20, 'CARTÃO', NULL), (40, 'VALE', 's')"_s);
+    QVERIFY(b->open());
+    const QComboBox* formas = b->methods();
     QStringList itens;
     for (int i = 0; i < formas->count(); ++i)
         itens.append(formas->itemText(i) + u'=' + formas->itemData(i).toString());
@@ -330,20 +329,20 @@ void TstInicio::paymentMethodsInOrderOfId() {
 }
 
 void TstInicio::noPaymentMethods() {
-    b->cenario().empresa();
-    b->cenario().cliente({.codigo = u"C1"_s});
-    b->cenario().produto({.codigo = u"P1"_s});
-    b->cenario().documento({.pedido = 77});
-    QVERIFY(b->abre());
-    QCOMPARE(b->formas()->count(), 0);
-    QCOMPARE(b->grade()->rows(), 2);
+    b->shop().empresa();
+    b->shop().cliente({.codigo = u"C1"_s});
+    b->shop().produto({.codigo = u"P1"_s});
+    b->shop().documento({.pedido = 77});
+    QVERIFY(b->open());
+    QCOMPARE(b->methods()->count(), 0);
+    QCOMPARE(b->grid()->rows(), 2);
 
     ModalHelper modal;
-    modal.espera(mensagens::lembrete, QMessageBox::Ok);
-    modal.espera(mensagens::comErros, QMessageBox::Ok);
-    b->aperta(u"Command4"_s);
-    QCOMPARE(modal.confere(), QString());
-    QCOMPARE(b->log(), Bancada::logCom({u"PRÉ-VENDA: 0000077 - FORMA DE PAGAMENTO INVÁLIDA."_s}));
+    modal.expect(mensagens::lembrete, QMessageBox::Ok);
+    modal.expect(mensagens::comErros, QMessageBox::Ok);
+    b->press(u"Command4"_s);
+    QCOMPARE(modal.problem(), QString());
+    QCOMPARE(b->log(), PanelBench::logWith({u"PRÉ-VENDA: 0000077 - FORMA DE PAGAMENTO INVÁLIDA."_s}));
 }
 
 void TstInicio::accounts_data() {
@@ -363,20 +362,20 @@ void TstInicio::accounts() {
     QFETCH(Valor, contaCtb1);
     QFETCH(QString, entrada0);
     QFETCH(QString, entrada4);
-    b->cenario().empresa(contaCtb1);
-    b->cenario().formas();
-    b->cenario().cliente({.codigo = u"C1"_s});
-    b->cenario().produto({.codigo = u"P1"_s});
-    b->cenario().documento({.pedido = 1});
-    QVERIFY(b->abre());
+    b->shop().empresa(contaCtb1);
+    b->shop().formas();
+    b->shop().cliente({.codigo = u"C1"_s});
+    b->shop().produto({.codigo = u"P1"_s});
+    b->shop().documento({.pedido = 1});
+    QVERIFY(b->open());
 
     ModalHelper modal;
-    modal.espera(mensagens::lembrete, QMessageBox::Ok);
-    modal.espera(mensagens::sucesso, QMessageBox::Ok);
-    b->aperta(u"Command4"_s);
-    QCOMPARE(modal.confere(), QString());
-    QCOMPARE(b->servidor().consulta(u"SELECT cd_cta FROM caixa"_s), QList<QStringList>{{entrada0}});
-    QCOMPARE(b->servidor().consulta(u"SELECT ContaCTB FROM areceber"_s), QList<QStringList>{{entrada4}});
+    modal.expect(mensagens::lembrete, QMessageBox::Ok);
+    modal.expect(mensagens::sucesso, QMessageBox::Ok);
+    b->press(u"Command4"_s);
+    QCOMPARE(modal.problem(), QString());
+    QCOMPARE(b->server().query(u"SELECT cd_cta FROM caixa"_s), QList<QStringList>{{entrada0}});
+    QCOMPARE(b->server().query(u"SELECT ContaCTB FROM areceber"_s), QList<QStringList>{{entrada4}});
 }
 
 void TstInicio::stockMovesUnlessPafEcfIsSim_data() {
@@ -393,63 +392,63 @@ void TstInicio::stockMovesUnlessPafEcfIsSim_data() {
 void TstInicio::stockMovesUnlessPafEcfIsSim() {
     QFETCH(Valor, pafEcf);
     QFETCH(int, movimentos);
-    b->cenario().empresa(u"1"_s, pafEcf);
-    b->cenario().formas();
-    b->cenario().cliente({.codigo = u"C1"_s});
-    b->cenario().produto({.codigo = u"P1"_s});
-    b->cenario().documento({.pedido = 1});
-    QVERIFY(b->abre());
+    b->shop().empresa(u"1"_s, pafEcf);
+    b->shop().formas();
+    b->shop().cliente({.codigo = u"C1"_s});
+    b->shop().produto({.codigo = u"P1"_s});
+    b->shop().documento({.pedido = 1});
+    QVERIFY(b->open());
 
     ModalHelper modal;
-    modal.espera(mensagens::lembrete, QMessageBox::Ok);
-    modal.espera(mensagens::sucesso, QMessageBox::Ok);
-    b->aperta(u"Command4"_s);
-    QCOMPARE(modal.confere(), QString());
-    QCOMPARE(b->servidor().consulta(u"SELECT * FROM logestoque"_s).size(), movimentos);
+    modal.expect(mensagens::lembrete, QMessageBox::Ok);
+    modal.expect(mensagens::sucesso, QMessageBox::Ok);
+    b->press(u"Command4"_s);
+    QCOMPARE(modal.problem(), QString());
+    QCOMPARE(b->server().query(u"SELECT * FROM logestoque"_s).size(), movimentos);
 }
 
 void TstInicio::companyWithoutRow() {
-    b->cenario().formas();
-    b->cenario().cliente({.codigo = u"C1"_s});
+    b->shop().formas();
+    b->shop().cliente({.codigo = u"C1"_s});
     documentos(u"P"_s, 2);
     ModalHelper modal;
-    modal.esperaContendo(u"a consulta não trouxe dados"_s, QMessageBox::Ok);
-    QVERIFY(b->abre());
-    QCOMPARE(modal.confere(), QString());
-    QCOMPARE(modal.caixas()[0].titulo, u"Erro de execução"_s);
-    QCOMPARE(modal.caixas()[0].icone, QMessageBox::Critical);
-    QVERIFY(modal.caixas()[0].texto.startsWith(mensagens::erroDeExecucao));
-    QVERIFY(modal.caixas()[0].detalhes.contains(sqlEmpresa));
+    modal.expectContaining(u"a consulta não trouxe dados"_s, QMessageBox::Ok);
+    QVERIFY(b->open());
+    QCOMPARE(modal.problem(), QString());
+    QCOMPARE(modal.boxes()[0].title, u"Erro de execução"_s);
+    QCOMPARE(modal.boxes()[0].icon, QMessageBox::Critical);
+    QVERIFY(modal.boxes()[0].text.startsWith(mensagens::erroDeExecucao));
+    QVERIFY(modal.boxes()[0].details.contains(sqlEmpresa));
 
-    QVERIFY(b->painel()->isVisible());
-    QCOMPARE(b->grade()->rows(), 3);
+    QVERIFY(b->panel()->isVisible());
+    QCOMPARE(b->grid()->rows(), 3);
 
     // Accounts and stock handling are unknown: nothing may be closed with them.
-    StatementLog registro(b->servidor());
-    modal.esperaContendo(u"As configurações da empresa não foram lidas ao abrir"_s, QMessageBox::Ok);
-    b->aperta(u"Command4"_s);
-    QCOMPARE(modal.confere(), QString());
-    QCOMPARE(registro.textos(), QStringList());
-    b->aperta(u"Command1"_s);
+    StatementLog registro(b->server());
+    modal.expectContaining(u"As configurações da empresa não foram lidas ao abrir"_s, QMessageBox::Ok);
+    b->press(u"Command4"_s);
+    QCOMPARE(modal.problem(), QString());
+    QCOMPARE(registro.texts(), QStringList());
+    b->press(u"Command1"_s);
     QCOMPARE(b->total(), u"0,00"_s);
 }
 
 void TstInicio::databaseUnreachable() {
-    b->cenario().basico();
+    b->shop().basico();
     documentos(u"P"_s, 1);
-    StatementLog registro(b->servidor());
-    b->servidor().usaSocket(u"/tmp/tarvessa-nobody-listens-here"_s);
+    StatementLog registro(b->server());
+    b->server().useSocket(u"/tmp/tarvessa-nobody-listens-here"_s);
     ModalHelper modal;
-    modal.espera(mensagens::semConexao, QMessageBox::Ok);
-    QVERIFY(!b->abre());
-    QCOMPARE(modal.confere(), QString());
-    QCOMPARE(modal.caixas().size(), 1);
-    QCOMPARE(modal.caixas()[0].titulo, u"Atenção!!!"_s);
-    QCOMPARE(modal.caixas()[0].icone, QMessageBox::Information);
-    QCOMPARE(modal.caixas()[0].botoes, QMessageBox::StandardButtons(QMessageBox::Ok));
-    QVERIFY(!b->painel()->isVisible());
-    QCOMPARE(b->grade()->rows(), 1);
-    QCOMPARE(registro.textos(), QStringList());
+    modal.expect(mensagens::semConexao, QMessageBox::Ok);
+    QVERIFY(!b->open());
+    QCOMPARE(modal.problem(), QString());
+    QCOMPARE(modal.boxes().size(), 1);
+    QCOMPARE(modal.boxes()[0].title, u"Atenção!!!"_s);
+    QCOMPARE(modal.boxes()[0].icon, QMessageBox::Information);
+    QCOMPARE(modal.boxes()[0].buttons, QMessageBox::StandardButtons(QMessageBox::Ok));
+    QVERIFY(!b->panel()->isVisible());
+    QCOMPARE(b->grid()->rows(), 1);
+    QCOMPARE(registro.texts(), QStringList());
 }
 
 void TstInicio::nullInEveryNullableColumn_data() {
@@ -458,21 +457,21 @@ void TstInicio::nullInEveryNullableColumn_data() {
 
 void TstInicio::nullInEveryNullableColumn() {
     QFETCH(QString, tipo);
-    b->servidor().executa(u"INSERT INTO empresa (id) VALUES (1); INSERT INTO Finalizadoras (ID) VALUES (1); "
-                          "INSERT INTO clientes (codigo) VALUES ('C1')"_s);
+    b->server().execute(u"INSERT INTO empresa (id) VALUES (1); INSERT INTO Finalizadoras (ID) VALUES (1); "
+                        "INSERT INTO clientes (codigo) VALUES ('C1')"_s);
     const Linha vazia{.codigo = QString(), .quantidade = std::nullopt, .total = std::nullopt};
-    b->cenario().documento({.pedido = 1,
-                            .tipo = tipo,
-                            .nomeVendedor = std::nullopt,
-                            .vendedor = std::nullopt,
-                            .linhas = {vazia}});
-    b->cenario().documento({.pedido = 2, .cliente = std::nullopt, .tipo = tipo, .linhas = {vazia, vazia}});
+    b->shop().documento({.pedido = 1,
+                         .tipo = tipo,
+                         .nomeVendedor = std::nullopt,
+                         .vendedor = std::nullopt,
+                         .linhas = {vazia}});
+    b->shop().documento({.pedido = 2, .cliente = std::nullopt, .tipo = tipo, .linhas = {vazia, vazia}});
     ModalHelper modal;
-    QVERIFY(b->abre());
-    QCOMPARE(modal.confere(), QString());
+    QVERIFY(b->open());
+    QCOMPARE(modal.problem(), QString());
     const QString dias = tipo == u"P" ? u"0"_s : QString();
-    QCOMPARE(b->linha(1), (QStringList{u"1"_s, tipo, {}, {}, {}, u"0,00"_s, dias, {}, {}, u" "_s, u"C1"_s}));
-    QCOMPARE(b->linha(2), (QStringList{u"2"_s, tipo, {}, u"ANA"_s, {}, u"0,00"_s, dias, {}, {}, u" "_s, {}}));
+    QCOMPARE(b->row(1), (QStringList{u"1"_s, tipo, {}, {}, {}, u"0,00"_s, dias, {}, {}, u" "_s, u"C1"_s}));
+    QCOMPARE(b->row(2), (QStringList{u"2"_s, tipo, {}, u"ANA"_s, {}, u"0,00"_s, dias, {}, {}, u" "_s, {}}));
     QCOMPARE(b->total(), u"0,00"_s);
 }
 
@@ -482,22 +481,22 @@ void TstInicio::vanishedCustomer_data() {
 
 void TstInicio::vanishedCustomer() {
     QFETCH(QString, tipo);
-    b->cenario().basico();
-    b->cenario().documento({.pedido = 1, .cliente = u"C9"_s, .tipo = tipo});
-    QVERIFY(b->abre());
+    b->shop().basico();
+    b->shop().documento({.pedido = 1, .cliente = u"C9"_s, .tipo = tipo});
+    QVERIFY(b->open());
     const QString dias = tipo == u"P" ? u"0"_s : QString();
-    QCOMPARE(b->linha(1),
+    QCOMPARE(b->row(1),
              (QStringList{u"1"_s, tipo, {}, u"ANA"_s, {}, u"10,00"_s, dias, {}, {}, u" "_s, u"C9"_s}));
 }
 
 void TstInicio::totalsOverTenMillion() {
-    b->cenario().basico();
-    b->cenario().documento({.pedido = 1, .nomeVendedor = u"A"_s, .linhas = {{.total = u"12345678.90"_s}}});
-    b->cenario().documento({.pedido = 2,
-                            .nomeVendedor = u"B"_s,
-                            .linhas = {{.total = u"999999999999.99"_s}, {.total = u"0.01"_s}}});
-    QVERIFY(b->abre());
-    QCOMPARE(b->coluna(colunas::Total), (QStringList{u"12.345.678,90"_s, u"1.000.000.000.000,00"_s}));
+    b->shop().basico();
+    b->shop().documento({.pedido = 1, .nomeVendedor = u"A"_s, .linhas = {{.total = u"12345678.90"_s}}});
+    b->shop().documento({.pedido = 2,
+                         .nomeVendedor = u"B"_s,
+                         .linhas = {{.total = u"999999999999.99"_s}, {.total = u"0.01"_s}}});
+    QVERIFY(b->open());
+    QCOMPARE(b->column(colunas::Total), (QStringList{u"12.345.678,90"_s, u"1.000.000.000.000,00"_s}));
     QCOMPARE(b->total(), u"1.000.012.345.678,90"_s);
 }
 
@@ -514,49 +513,49 @@ void TstInicio::oddNames_data() {
 
 void TstInicio::oddNames() {
     QFETCH(QString, nome);
-    b->cenario().basico();
-    b->cenario().cliente({.codigo = u"C2"_s, .nome = nome, .cidade = nome.left(40)});
-    b->cenario().documento({.pedido = 1, .cliente = u"C2"_s, .nomeVendedor = nome.left(40)});
-    QVERIFY(b->abre());
-    QCOMPARE(b->linha(1), (QStringList{u"1"_s, u"P"_s, nome, nome.left(40), nome.left(40), u"10,00"_s,
-                                       u"30"_s, u"BOLETO"_s, u"1"_s, u" "_s, u"C2"_s}));
+    b->shop().basico();
+    b->shop().cliente({.codigo = u"C2"_s, .nome = nome, .cidade = nome.left(40)});
+    b->shop().documento({.pedido = 1, .cliente = u"C2"_s, .nomeVendedor = nome.left(40)});
+    QVERIFY(b->open());
+    QCOMPARE(b->row(1), (QStringList{u"1"_s, u"P"_s, nome, nome.left(40), nome.left(40), u"10,00"_s, u"30"_s,
+                                     u"BOLETO"_s, u"1"_s, u" "_s, u"C2"_s}));
 }
 
 void TstInicio::nothingToList() {
-    b->cenario().basico();
-    QVERIFY(b->abre());
-    QCOMPARE(b->grade()->rows(), 1);
+    b->shop().basico();
+    QVERIFY(b->open());
+    QCOMPARE(b->grid()->rows(), 1);
     QCOMPARE(b->total(), u"0,00"_s);
-    QVERIFY(b->botao(u"Command3"_s)->isEnabled());
+    QVERIFY(b->button(u"Command3"_s)->isEnabled());
     for (const QString& botao : {u"Command2"_s, u"Command4"_s, u"Command5"_s, u"Command6"_s})
-        QVERIFY2(!b->botao(botao)->isEnabled(), qPrintable(botao));
+        QVERIFY2(!b->button(botao)->isEnabled(), qPrintable(botao));
 
     ModalHelper modal;
-    modal.espera(mensagens::semRegistro, QMessageBox::Ok);
-    b->aperta(u"Command1"_s);
-    QCOMPARE(modal.confere(), QString());
-    QCOMPARE(b->botao(u"Command1"_s)->text(), u"Desmarcar todos os Registros"_s);
+    modal.expect(mensagens::semRegistro, QMessageBox::Ok);
+    b->press(u"Command1"_s);
+    QCOMPARE(modal.problem(), QString());
+    QCOMPARE(b->button(u"Command1"_s)->text(), u"Desmarcar todos os Registros"_s);
 
-    b->aperta(u"Command3"_s);
-    QCOMPARE(b->grade()->rows(), 1);
-    QVERIFY(b->botao(u"Command3"_s)->isEnabled());
-    QVERIFY(!b->botao(u"Command4"_s)->isEnabled());
+    b->press(u"Command3"_s);
+    QCOMPARE(b->grid()->rows(), 1);
+    QVERIFY(b->button(u"Command3"_s)->isEnabled());
+    QVERIFY(!b->button(u"Command4"_s)->isEnabled());
 }
 
 void TstInicio::fiveThousandPreSales() {
-    b->cenario().basico();
-    b->servidor().executa(
+    b->shop().basico();
+    b->server().execute(
         u"INSERT INTO orcamento (nrpedido, TipoOperacao, codigocli, nomevendedor, dataabertura, codigo, "
         u"totalped) "
         "SELECT seq, 'P', 'C1', LPAD(seq, 6, '0'), '2024-03-14', 'P1', 1.01 FROM seq_1_to_5000"_s);
-    QVERIFY(b->abre());
-    QCOMPARE(b->grade()->rows(), 5001);
-    QCOMPARE(b->grade()->text(1, colunas::Pedido), u"1"_s);
-    QCOMPARE(b->grade()->text(5000, colunas::Pedido), u"5000"_s);
+    QVERIFY(b->open());
+    QCOMPARE(b->grid()->rows(), 5001);
+    QCOMPARE(b->grid()->text(1, colunas::Pedido), u"1"_s);
+    QCOMPARE(b->grid()->text(5000, colunas::Pedido), u"5000"_s);
     QCOMPARE(b->total(), u"5.050,00"_s);
-    b->aperta(u"Command1"_s);
+    b->press(u"Command1"_s);
     QCOMPARE(b->total(), u"0,00"_s);
-    QCOMPARE(b->coluna(colunas::Selecao).count(QString()), 5000);
+    QCOMPARE(b->column(colunas::Selecao).count(QString()), 5000);
 }
 
 QTEST_MAIN(TstInicio)

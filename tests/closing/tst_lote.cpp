@@ -1,8 +1,8 @@
 // How a closing goes along: messages, log file, viewer, progress.
 
-#include "closing/Bancada.h"
 #include "closing/Colunas.h"
 #include "closing/PainelFechamento.h"
+#include "closing/PanelBench.h"
 #include "support/ModalHelper.h"
 #include "support/StatementLog.h"
 #include "ui/grid/Grid.h"
@@ -17,7 +17,7 @@
 
 using namespace Qt::StringLiterals;
 using namespace tarvessa;
-using namespace tarvessa::teste;
+using namespace tarvessa::test;
 
 namespace {
 
@@ -76,7 +76,7 @@ class TstLote : public QObject {
     Q_OBJECT
 
   private Q_SLOTS:
-    void initTestCase() { b = std::make_unique<Bancada>(); }
+    void initTestCase() { b = std::make_unique<PanelBench>(); }
     void cleanupTestCase() { b.reset(); }
     void init();
 
@@ -101,91 +101,91 @@ class TstLote : public QObject {
   private:
     void lote(int quantas);
     void fechaTudo(const QString& fim);
-    QProgressBar* progresso() { return b->painel()->findChild<QProgressBar*>(); }
+    QProgressBar* progresso() { return b->panel()->findChild<QProgressBar*>(); }
 
-    std::unique_ptr<Bancada> b;
+    std::unique_ptr<PanelBench> b;
 };
 
 void TstLote::init() {
-    b->arruma();
-    b->cenario().basico();
-    b->cenario().cliente({.codigo = u"RUIM"_s, .formaPg = u"FIADO"_s});
+    b->reset();
+    b->shop().basico();
+    b->shop().cliente({.codigo = u"RUIM"_s, .formaPg = u"FIADO"_s});
 }
 
 void TstLote::lote(int quantas) {
     for (int pedido = 1; pedido <= quantas; ++pedido)
-        b->cenario().documento({.pedido = pedido, .nomeVendedor = u"%1"_s.arg(pedido, 4, 10, QChar(u'0'))});
-    QVERIFY(b->abre());
+        b->shop().documento({.pedido = pedido, .nomeVendedor = u"%1"_s.arg(pedido, 4, 10, QChar(u'0'))});
+    QVERIFY(b->open());
 }
 
 void TstLote::fechaTudo(const QString& fim) {
     ModalHelper modal;
-    modal.espera(mensagens::lembrete, QMessageBox::Ok);
-    modal.espera(fim, QMessageBox::Ok);
-    b->aperta(u"Command4"_s);
-    QCOMPARE(modal.confere(), QString());
-    for (const ModalHelper::Caixa& caixa : modal.caixas()) {
-        QCOMPARE(caixa.titulo, u"Atenção!!!"_s);
-        QCOMPARE(caixa.icone, QMessageBox::Information);
-        QCOMPARE(caixa.botoes, QMessageBox::StandardButtons(QMessageBox::Ok));
+    modal.expect(mensagens::lembrete, QMessageBox::Ok);
+    modal.expect(fim, QMessageBox::Ok);
+    b->press(u"Command4"_s);
+    QCOMPARE(modal.problem(), QString());
+    for (const ModalHelper::Box& caixa : modal.boxes()) {
+        QCOMPARE(caixa.title, u"Atenção!!!"_s);
+        QCOMPARE(caixa.icon, QMessageBox::Information);
+        QCOMPARE(caixa.buttons, QMessageBox::StandardButtons(QMessageBox::Ok));
     }
 }
 
 void TstLote::messagesOfACleanRun() {
     lote(2);
     fechaTudo(mensagens::sucesso);
-    QVERIFY(Bancada::textoDoVisualizador().isNull());
+    QVERIFY(PanelBench::viewerText().isNull());
 }
 
 void TstLote::messagesOfARunWithRefusals() {
-    b->cenario().documento({.pedido = 1, .cliente = u"RUIM"_s});
-    QVERIFY(b->abre());
+    b->shop().documento({.pedido = 1, .cliente = u"RUIM"_s});
+    QVERIFY(b->open());
     fechaTudo(mensagens::comErros);
 }
 
 void TstLote::messageWithNothingSelected() {
     lote(2);
-    b->aperta(u"Command1"_s);
-    const auto antes = b->cenario().retrato();
-    StatementLog registro(b->servidor());
+    b->press(u"Command1"_s);
+    const auto antes = b->shop().retrato();
+    StatementLog registro(b->server());
     ModalHelper modal;
-    modal.espera(mensagens::nadaSelecionado, QMessageBox::Ok);
-    b->aperta(u"Command4"_s);
-    QCOMPARE(modal.confere(), QString());
-    QCOMPARE(modal.caixas()[0].titulo, u"Atenção!!!"_s);
-    QCOMPARE(modal.caixas()[0].icone, QMessageBox::Information);
-    QCOMPARE(modal.caixas()[0].botoes, QMessageBox::StandardButtons(QMessageBox::Ok));
-    QCOMPARE(registro.textos(), QStringList());
-    QCOMPARE(b->log(), Bancada::logCom({}));
-    QCOMPARE(b->cenario().retrato(), antes);
-    QCOMPARE(b->grade()->rows(), 3);
+    modal.expect(mensagens::nadaSelecionado, QMessageBox::Ok);
+    b->press(u"Command4"_s);
+    QCOMPARE(modal.problem(), QString());
+    QCOMPARE(modal.boxes()[0].title, u"Atenção!!!"_s);
+    QCOMPARE(modal.boxes()[0].icon, QMessageBox::Information);
+    QCOMPARE(modal.boxes()[0].buttons, QMessageBox::StandardButtons(QMessageBox::Ok));
+    QCOMPARE(registro.texts(), QStringList());
+    QCOMPARE(b->log(), PanelBench::logWith({}));
+    QCOMPARE(b->shop().retrato(), antes);
+    QCOMPARE(b->grid()->rows(), 3);
 }
 
 // The test is on the total, so rows that cancel each other out count as nothing selected.
 void TstLote::selectedRowsThatAddUpToZero() {
-    b->cenario().documento({.pedido = 1, .linhas = {{.total = u"10.00"_s}}});
-    b->cenario().documento({.pedido = 2, .linhas = {{.total = u"-10.00"_s}}});
-    QVERIFY(b->abre());
+    b->shop().documento({.pedido = 1, .linhas = {{.total = u"10.00"_s}}});
+    b->shop().documento({.pedido = 2, .linhas = {{.total = u"-10.00"_s}}});
+    QVERIFY(b->open());
     ModalHelper modal;
-    modal.espera(mensagens::nadaSelecionado, QMessageBox::Ok);
-    b->aperta(u"Command4"_s);
-    QCOMPARE(modal.confere(), QString());
+    modal.expect(mensagens::nadaSelecionado, QMessageBox::Ok);
+    b->press(u"Command4"_s);
+    QCOMPARE(modal.problem(), QString());
 }
 
 void TstLote::zeroTotalPathLeavesTheLogUsable() {
     lote(1);
-    b->aperta(u"Command1"_s);
+    b->press(u"Command1"_s);
     for (int vez = 0; vez < 2; ++vez) {
         ModalHelper modal;
-        modal.espera(mensagens::nadaSelecionado, QMessageBox::Ok);
-        b->aperta(u"Command4"_s);
-        QCOMPARE(modal.confere(), QString());
-        QCOMPARE(b->log(), Bancada::logCom({}));
+        modal.expect(mensagens::nadaSelecionado, QMessageBox::Ok);
+        b->press(u"Command4"_s);
+        QCOMPARE(modal.problem(), QString());
+        QCOMPARE(b->log(), PanelBench::logWith({}));
     }
-    b->servidor().executa(u"UPDATE clientes SET formapg = 'FIADO'"_s);
-    QVERIFY(b->abre());
+    b->server().execute(u"UPDATE clientes SET formapg = 'FIADO'"_s);
+    QVERIFY(b->open());
     fechaTudo(mensagens::comErros);
-    QCOMPARE(b->log(), Bancada::logCom({u"PRÉ-VENDA: 0000001 - FORMA DE PAGAMENTO INVÁLIDA."_s}));
+    QCOMPARE(b->log(), PanelBench::logWith({u"PRÉ-VENDA: 0000001 - FORMA DE PAGAMENTO INVÁLIDA."_s}));
 }
 
 void TstLote::logThatCannotBeCreated_data() {
@@ -198,50 +198,50 @@ void TstLote::logThatCannotBeCreated() {
     QFETCH(bool, semPasta);
     lote(1);
     if (semPasta)
-        QVERIFY(QDir(b->pastaDoPrograma()).removeRecursively());
+        QVERIFY(QDir(b->programFolder()).removeRecursively());
     else
-        QVERIFY(QDir().mkpath(b->caminhoDoLog()));
-    const auto antes = b->cenario().retrato();
-    StatementLog registro(b->servidor());
+        QVERIFY(QDir().mkpath(b->logPath()));
+    const auto antes = b->shop().retrato();
+    StatementLog registro(b->server());
     {
         ModalHelper modal;
-        modal.esperaContendo(u"Não foi possível gravar o arquivo "_s +
-                                 QDir::toNativeSeparators(b->caminhoDoLog()),
-                             QMessageBox::Ok);
-        b->aperta(u"Command4"_s);
-        QCOMPARE(modal.confere(), QString());
-        QCOMPARE(modal.caixas()[0].icone, QMessageBox::Critical);
-        QVERIFY(modal.caixas()[0].texto.startsWith(mensagens::erroDeExecucao));
+        modal.expectContaining(u"Não foi possível gravar o arquivo "_s +
+                                   QDir::toNativeSeparators(b->logPath()),
+                               QMessageBox::Ok);
+        b->press(u"Command4"_s);
+        QCOMPARE(modal.problem(), QString());
+        QCOMPARE(modal.boxes()[0].icon, QMessageBox::Critical);
+        QVERIFY(modal.boxes()[0].text.startsWith(mensagens::erroDeExecucao));
     }
-    QCOMPARE(registro.textos(), QStringList());
-    QCOMPARE(b->cenario().retrato(), antes);
+    QCOMPARE(registro.texts(), QStringList());
+    QCOMPARE(b->shop().retrato(), antes);
 
-    QDir(b->caminhoDoLog()).removeRecursively();
-    QDir().mkpath(b->pastaDoPrograma());
+    QDir(b->logPath()).removeRecursively();
+    QDir().mkpath(b->programFolder());
     fechaTudo(mensagens::sucesso);
-    QCOMPARE(b->log(), Bancada::logCom({}));
+    QCOMPARE(b->log(), PanelBench::logWith({}));
 }
 
 void TstLote::logOnAFullDisk() {
     if (!QFile::exists(u"/dev/full"_s))
         QSKIP("needs a device that is always full");
     lote(1);
-    QVERIFY(QFile::link(u"/dev/full"_s, b->caminhoDoLog()));
-    StatementLog registro(b->servidor());
+    QVERIFY(QFile::link(u"/dev/full"_s, b->logPath()));
+    StatementLog registro(b->server());
     ModalHelper modal;
-    modal.esperaContendo(u"Não foi possível gravar o arquivo"_s, QMessageBox::Ok);
-    b->aperta(u"Command4"_s);
-    QCOMPARE(modal.confere(), QString());
-    QCOMPARE(registro.textos(), QStringList());
+    modal.expectContaining(u"Não foi possível gravar o arquivo"_s, QMessageBox::Ok);
+    b->press(u"Command4"_s);
+    QCOMPARE(modal.problem(), QString());
+    QCOMPARE(registro.texts(), QStringList());
 }
 
 void TstLote::logIsWholeBeforeTheMessageAtTheEnd() {
-    b->cenario().documento({.pedido = 1, .cliente = u"RUIM"_s});
-    QVERIFY(b->abre());
+    b->shop().documento({.pedido = 1, .cliente = u"RUIM"_s});
+    QVERIFY(b->open());
     QByteArray naMensagem;
     class LeNaMensagem : public QObject {
       public:
-        LeNaMensagem(const Bancada& bancada, QByteArray& lido) : m_bancada(bancada), m_lido(lido) {
+        LeNaMensagem(const PanelBench& bancada, QByteArray& lido) : m_bancada(bancada), m_lido(lido) {
             qApp->installEventFilter(this);
         }
         bool eventFilter(QObject* objeto, QEvent* evento) override {
@@ -251,30 +251,30 @@ void TstLote::logIsWholeBeforeTheMessageAtTheEnd() {
         }
 
       private:
-        const Bancada& m_bancada;
+        const PanelBench& m_bancada;
         QByteArray& m_lido;
     } leitor(*b, naMensagem);
     fechaTudo(mensagens::comErros);
-    QCOMPARE(naMensagem, Bancada::logCom({u"PRÉ-VENDA: 0000001 - FORMA DE PAGAMENTO INVÁLIDA."_s}));
+    QCOMPARE(naMensagem, PanelBench::logWith({u"PRÉ-VENDA: 0000001 - FORMA DE PAGAMENTO INVÁLIDA."_s}));
 }
 
 void TstLote::logOpensInAWindowOfOurOwn() {
-    b->cenario().documento({.pedido = 1, .cliente = u"RUIM"_s});
-    QVERIFY(b->abre());
+    b->shop().documento({.pedido = 1, .cliente = u"RUIM"_s});
+    QVERIFY(b->open());
     fechaTudo(mensagens::comErros);
-    QCOMPARE(Bancada::textoDoVisualizador(), u"LOG DE FECHAMENTO:\n------------------\n\n"
-                                             "PRÉ-VENDA: 0000001 - FORMA DE PAGAMENTO INVÁLIDA.\n"_s);
+    QCOMPARE(PanelBench::viewerText(), u"LOG DE FECHAMENTO:\n------------------\n\n"
+                                       "PRÉ-VENDA: 0000001 - FORMA DE PAGAMENTO INVÁLIDA.\n"_s);
     // The panel goes on while it is open.
-    QCOMPARE(b->coluna(colunas::Pedido), QStringList{u"1"_s});
-    b->aperta(u"Command1"_s);
+    QCOMPARE(b->column(colunas::Pedido), QStringList{u"1"_s});
+    b->press(u"Command1"_s);
     QCOMPARE(b->total(), u"0,00"_s);
 }
 
 namespace {
 
 /// Puts a command where the program looks for it.
-bool escreveComando(const Bancada& b, const QString& nome, const QByteArray& roteiro) {
-    QFile arquivo(b.pastaDeComandos() + u'/' + nome);
+bool escreveComando(const PanelBench& b, const QString& nome, const QByteArray& roteiro) {
+    QFile arquivo(b.commandsFolder() + u'/' + nome);
     return arquivo.open(QIODevice::WriteOnly) && arquivo.write("#!/bin/sh\n" + roteiro) > 0 &&
            arquivo.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
 }
@@ -282,37 +282,37 @@ bool escreveComando(const Bancada& b, const QString& nome, const QByteArray& rot
 } // namespace
 
 void TstLote::logOpensInTheDesktopsViewer() {
-    const QString aberto = b->pastaDeComandos() + u"/aberto"_s;
+    const QString aberto = b->commandsFolder() + u"/aberto"_s;
     QVERIFY(escreveComando(*b, u"xdg-mime"_s, "echo editor.desktop\n"));
     QVERIFY(escreveComando(*b, u"xdg-open"_s, "printf '%s' \"$*\" >'" + QFile::encodeName(aberto) + "'\n"));
-    b->cenario().documento({.pedido = 1, .cliente = u"RUIM"_s});
-    QVERIFY(b->abre());
+    b->shop().documento({.pedido = 1, .cliente = u"RUIM"_s});
+    QVERIFY(b->open());
     fechaTudo(mensagens::comErros);
     const auto argumento = [&aberto] {
         QFile arquivo(aberto);
         return arquivo.open(QIODevice::ReadOnly) ? QFile::decodeName(arquivo.readAll()) : QString();
     };
-    QTRY_COMPARE(argumento(), b->caminhoDoLog());
-    QVERIFY(Bancada::textoDoVisualizador().isNull());
+    QTRY_COMPARE(argumento(), b->logPath());
+    QVERIFY(PanelBench::viewerText().isNull());
 }
 
 void TstLote::viewerWithoutAnApplicationForTexts() {
     QVERIFY(escreveComando(*b, u"xdg-mime"_s, "exit 0\n"));
     QVERIFY(escreveComando(*b, u"xdg-open"_s, "exit 3\n"));
-    b->cenario().documento({.pedido = 1, .cliente = u"RUIM"_s});
-    QVERIFY(b->abre());
+    b->shop().documento({.pedido = 1, .cliente = u"RUIM"_s});
+    QVERIFY(b->open());
     fechaTudo(mensagens::comErros);
-    QVERIFY(Bancada::textoDoVisualizador().startsWith(u"LOG DE FECHAMENTO:"_s));
+    QVERIFY(PanelBench::viewerText().startsWith(u"LOG DE FECHAMENTO:"_s));
 }
 
 void TstLote::reloadAtTheEndShowsWhatIsOpenNow() {
     lote(2);
-    b->cenario().documento({.pedido = 70, .linhas = {{.total = u"5.00"_s}}});
-    QCOMPARE(b->grade()->rows(), 3);
-    b->clica(2, colunas::Selecao);
+    b->shop().documento({.pedido = 70, .linhas = {{.total = u"5.00"_s}}});
+    QCOMPARE(b->grid()->rows(), 3);
+    b->click(2, colunas::Selecao);
     fechaTudo(mensagens::sucesso);
-    QCOMPARE(b->coluna(colunas::Pedido), (QStringList{u"2"_s, u"70"_s}));
-    QCOMPARE(b->coluna(colunas::Selecao), (QStringList{u" "_s, u" "_s}));
+    QCOMPARE(b->column(colunas::Pedido), (QStringList{u"2"_s, u"70"_s}));
+    QCOMPARE(b->column(colunas::Selecao), (QStringList{u" "_s, u" "_s}));
     QCOMPARE(b->total(), u"15,00"_s);
 }
 
@@ -332,7 +332,7 @@ void TstLote::progressOfALargerBatch() {
         QCOMPARE(visto.maximo, quantas);
         QCOMPARE(visto.texto, u"Pré-venda %1 de %2"_s.arg(visto.valor).arg(quantas));
         QVERIFY(visto.dentroDaBarraDeEstado);
-        QVERIFY2(visto.largura > b->painel()->statusBar()->width() / 2,
+        QVERIFY2(visto.largura > b->panel()->statusBar()->width() / 2,
                  qPrintable(QString::number(visto.largura)));
         anterior = visto.valor;
     }
@@ -350,15 +350,15 @@ void TstLote::noProgressForAHandful() {
 }
 
 void TstLote::pointerAndProgressAreGoneAfterAnError() {
-    b->cenario().documento({.pedido = 99, .nomeVendedor = u"9999"_s, .vendedor = u"40000"_s});
+    b->shop().documento({.pedido = 99, .nomeVendedor = u"9999"_s, .vendedor = u"40000"_s});
     lote(8);
     Observador observador(progresso());
     PonteiroNasMensagens ponteiro;
     ModalHelper modal;
-    modal.espera(mensagens::lembrete, QMessageBox::Ok);
-    modal.esperaContendo(u"código de vendedor 40000"_s, QMessageBox::Ok);
-    b->aperta(u"Command4"_s);
-    QCOMPARE(modal.confere(), QString());
+    modal.expect(mensagens::lembrete, QMessageBox::Ok);
+    modal.expectContaining(u"código de vendedor 40000"_s, QMessageBox::Ok);
+    b->press(u"Command4"_s);
+    QCOMPARE(modal.problem(), QString());
     QVERIFY(!observador.vistos.isEmpty());
     QCOMPARE(ponteiro.ocupado, (QList<bool>{false, false}));
     QVERIFY(!progresso()->isVisible());
@@ -386,7 +386,7 @@ void TstLote::otherInputWaitsForTheBatch() {
         if (std::exchange(pedido, true))
             return;
         QMetaObject::invokeMethod(
-            b->painel(),
+            b->panel(),
             [&] {
                 veio = true;
                 veioDurante = progresso()->isVisible();

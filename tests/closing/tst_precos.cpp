@@ -1,7 +1,7 @@
 // Checking the listed pre-sales against the price tables.
 
-#include "closing/Balcao.h"
 #include "closing/Colunas.h"
+#include "closing/PanelBench.h"
 #include "core/Pastas.h"
 #include "support/ModalHelper.h"
 
@@ -11,12 +11,11 @@
 #include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
-#include <QTemporaryDir>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
 using namespace tarvessa;
-using namespace tarvessa::teste;
+using namespace tarvessa::test;
 
 namespace {
 
@@ -49,8 +48,8 @@ class Pintor : public QObject {
         return false;
     }
 
-    QStringList textos() const { return m_textos; }
-    bool cortado() const { return m_cortado; }
+    QStringList texts() const { return m_textos; }
+    bool clipped() const { return m_cortado; }
 
   private:
     QLabel* m_legenda;
@@ -60,14 +59,13 @@ class Pintor : public QObject {
 
 } // namespace
 
-class TestPrecos : public QObject {
+class TstPrecos : public QObject {
     Q_OBJECT
 
   private:
-    Balcao m;
-    std::unique_ptr<QTemporaryDir> m_pasta;
+    PanelBench m;
 
-    QString arquivo() const { return m_pasta->filePath(u"LogTarvessa.log"_s); }
+    QString arquivo() const { return m.programFolder() + u"/LogTarvessa.log"_s; }
 
     QByteArray log() const {
         QFile lido(arquivo());
@@ -79,205 +77,215 @@ class TestPrecos : public QObject {
             u"SELECT id FROM orcamento WHERE nrpedido=%1 AND codigo='%2'"_s.arg(numero).arg(codigo));
     }
 
-    void pv(int numero, const QString& tabela, const QList<Item>& itens) {
+    void pv(int numero, const QString& tabela, const QList<Linha>& itens) {
         const QString codigo = u"C%1"_s.arg(numero);
-        m.cliente(codigo, u"CLIENTE %1"_s.arg(numero, 4, 10, QChar(u'0')), 0, u"PIX"_s, tabela);
-        m.documento(u"P"_s, numero, codigo, u"ANA"_s, itens);
+        m.shop().cliente({.codigo = codigo,
+                          .nome = u"CLIENTE %1"_s.arg(numero, 4, 10, QChar(u'0')),
+                          .prazo = u"0"_s,
+                          .formaPg = u"PIX"_s,
+                          .colunaPreco = tabela,
+                          .cnpjCpf = u"11222333000181"_s,
+                          .fantasia = u"FANTASIA"_s,
+                          .outros = u"tabelas_preco='9999'"_s});
+        m.shop().documento(
+            {.pedido = numero, .cliente = codigo, .diasAtras = 0, .linhas = itens, .controle = false});
     }
 
     /// Unit price and total of each line, then those of its fiscal copy.
     QStringList precos(int numero) {
         QStringList lista;
-        for (const QStringList& linha :
-             m.linhas(u"SELECT unitario, totalped, UnitarioPAF, TotalPaf FROM orcamento WHERE nrpedido=%1 "
-                      "ORDER BY id"_s.arg(numero)))
+        for (const QStringList& linha : m.server().query(
+                 u"SELECT unitario, totalped, UnitarioPAF, TotalPaf FROM orcamento WHERE nrpedido=%1 "
+                 "ORDER BY id"_s.arg(numero)))
             lista += linha.join(u' ');
         return lista;
     }
 
   private Q_SLOTS:
     void init() {
-        m.zera();
-        m_pasta = std::make_unique<QTemporaryDir>();
-        FixaPastaDoPrograma(m_pasta->path());
-        m.produto(u"A"_s, {u"10.00"_s, u"20.50"_s, u"30.25"_s, u"0.07"_s});
-        m.produto(u"B"_s, {u"1.00"_s, u"2.00"_s, u"3.00"_s, u"4.00"_s});
-        m.produto(u"ZERO"_s, {u"0.00"_s, u"0.00"_s, u"0.00"_s, u"0.00"_s});
-        m.produto(u"NULO"_s, {u"NULL"_s, u"NULL"_s, u"NULL"_s, u"NULL"_s});
+        m.reset();
+        m.shop().basicoDosDocumentos();
+        m.shop().produto({.codigo = u"A"_s,
+                          .descricao = u"PRODUTO A"_s,
+                          .precos = {u"10.00"_s, u"20.50"_s, u"30.25"_s, u"0.07"_s}});
+        m.shop().produto({.codigo = u"B"_s,
+                          .descricao = u"PRODUTO B"_s,
+                          .precos = {u"1.00"_s, u"2.00"_s, u"3.00"_s, u"4.00"_s}});
+        m.shop().produto({.codigo = u"ZERO"_s,
+                          .descricao = u"PRODUTO ZERO"_s,
+                          .precos = {u"0.00"_s, u"0.00"_s, u"0.00"_s, u"0.00"_s}});
+        m.shop().produto({.codigo = u"NULO"_s,
+                          .descricao = u"PRODUTO NULO"_s,
+                          .precos = {std::nullopt, std::nullopt, std::nullopt, std::nullopt}});
     }
 
-    void cleanup() {
-        m.fecha();
-        FixaPastaDoPrograma({});
-    }
+    void cleanup() { m.close(); }
 
-    void cadaTabelaTemASuaColuna() {
+    void eachTableHasItsColumn() {
         for (int tabela = 0; tabela <= 4; ++tabela)
-            pv(10 + tabela, QString::number(tabela), {{u"A"_s, u"3"_s, u"99"_s}});
-        m.abre();
+            pv(10 + tabela, QString::number(tabela), {aoPreco(u"A"_s, u"3"_s, u"99"_s)});
+        QVERIFY(m.open(PanelBench::wide));
         ModalHelper caixas;
-        caixas.espera(pergunta, QMessageBox::Yes);
-        caixas.espera(cabeca + u"PV Nº 11 - CLIENTE 0011\nPV Nº 12 - CLIENTE 0012\nPV Nº 13 - CLIENTE "
+        caixas.expect(pergunta, QMessageBox::Yes);
+        caixas.expect(cabeca + u"PV Nº 11 - CLIENTE 0011\nPV Nº 12 - CLIENTE 0012\nPV Nº 13 - CLIENTE "
                                "0013\nPV Nº 14 - CLIENTE 0014\n"_s,
                       QMessageBox::Ok);
-        m.clica("Command5");
-        QCOMPARE(caixas.confere(), QString());
-        QCOMPARE(m.textos().first(8),
+        m.press(u"Command5"_s);
+        QCOMPARE(caixas.problem(), QString());
+        QCOMPARE(m.texts().first(8),
                  QStringList({consulta(11, u"Venda"_s), correcao(u" 10"_s, id(11, u"A"_s)),
                               consulta(12, u"Venda2"_s), correcao(u" 20.5"_s, id(12, u"A"_s)),
                               consulta(13, u"Venda3"_s), correcao(u" 30.25"_s, id(13, u"A"_s)),
                               consulta(14, u"Venda4"_s), correcao(u" 0.07"_s, id(14, u"A"_s))}));
-        QCOMPARE(m.textos().size(), 9); // and the listing again
-        QVERIFY(m.textos()[8].contains(u"TipoOperacao='P'"_s));
+        QCOMPARE(m.texts().size(), 9); // and the listing again
+        QVERIFY(m.texts()[8].contains(u"TipoOperacao='P'"_s));
         QCOMPARE(precos(10), QStringList{u"99.00 297.00 0.00 0.00"_s});
         QCOMPARE(precos(11), QStringList{u"10.00 30.00 10.00 30.00"_s});
         QCOMPARE(precos(12), QStringList{u"20.50 61.50 20.50 61.50"_s});
         QCOMPARE(precos(13), QStringList{u"30.25 90.75 30.25 90.75"_s});
         QCOMPARE(precos(14), QStringList{u"0.07 0.21 0.07 0.21"_s});
-        QCOMPARE(m.celula(m.linhaDe(11), colunas::Total), u"30,00"_s);
+        QCOMPARE(m.cell(m.rowOf(11), colunas::Total), u"30,00"_s);
         QCOMPARE(log(), "PV Nº 11 - CLIENTE 0011\r\nPV Nº 12 - CLIENTE 0012\r\nPV Nº 13 - CLIENTE "
                         "0013\r\nPV Nº 14 - CLIENTE 0014\r\n\r\n"_qba);
-        QCOMPARE(caixas.caixas()[0].titulo, u"Atenção!!!"_s);
-        QCOMPARE(caixas.caixas()[0].icone, QMessageBox::Question);
-        QCOMPARE(caixas.caixas()[0].botoes, QMessageBox::Yes | QMessageBox::No);
-        QCOMPARE(caixas.caixas()[1].titulo, u"Atenção!!!"_s);
-        QCOMPARE(caixas.caixas()[1].icone, QMessageBox::Information);
-        QCOMPARE(caixas.caixas()[1].botoes, QMessageBox::StandardButtons(QMessageBox::Ok));
+        QCOMPARE(caixas.boxes()[0].title, u"Atenção!!!"_s);
+        QCOMPARE(caixas.boxes()[0].icon, QMessageBox::Question);
+        QCOMPARE(caixas.boxes()[0].buttons, QMessageBox::Yes | QMessageBox::No);
+        QCOMPARE(caixas.boxes()[1].title, u"Atenção!!!"_s);
+        QCOMPARE(caixas.boxes()[1].icon, QMessageBox::Information);
+        QCOMPARE(caixas.boxes()[1].buttons, QMessageBox::StandardButtons(QMessageBox::Ok));
     }
 
-    void naoDeixaTudoComoEsta() {
-        pv(1, u"1"_s, {{u"A"_s, u"3"_s, u"99"_s}});
-        m.abre();
+    void noLeavesEverythingAsItIs() {
+        pv(1, u"1"_s, {aoPreco(u"A"_s, u"3"_s, u"99"_s)});
+        QVERIFY(m.open(PanelBench::wide));
         for (const auto resposta : {QMessageBox::No, QMessageBox::NoButton}) {
             ModalHelper caixas;
-            caixas.espera(pergunta, resposta);
-            m.clica("Command5");
-            QCOMPARE(caixas.confere(), QString());
+            caixas.expect(pergunta, resposta);
+            m.press(u"Command5"_s);
+            QCOMPARE(caixas.problem(), QString());
             QCOMPARE(m.total(), u"297,00"_s);
-            QVERIFY(m.grade()->isTicked(1));
-            QCOMPARE(m.painel().findChild<QLabel*>(u"Label1"_s)->text(), u"TOTAL SELEÇÃO R$"_s);
+            QVERIFY(m.grid()->isTicked(1));
+            QCOMPARE(m.panel()->findChild<QLabel*>(u"Label1"_s)->text(), u"TOTAL SELEÇÃO R$"_s);
         }
-        QCOMPARE(m.textos(), QStringList());
+        QCOMPARE(m.texts(), QStringList());
         QCOMPARE(precos(1), QStringList{u"99.00 297.00 0.00 0.00"_s});
         QCOMPARE(log(), QByteArray("no file"));
-        QCOMPARE(m.grade()->rows(), 2);
+        QCOMPARE(m.grid()->rows(), 2);
     }
 
-    void tresLinhasErradasUmTextoSo() {
+    void threeWrongLinesOneText() {
         pv(1, u"2"_s,
-           {{u"A"_s, u"1.5"_s, u"1"_s},
-            {u"B"_s, u"2"_s, u"2"_s},
-            {u"B"_s, u"0.333"_s, u"7"_s},
-            {u"A"_s, u"2"_s, u"20.49"_s}});
-        m.abre();
+           {aoPreco(u"A"_s, u"1.5"_s, u"1"_s), aoPreco(u"B"_s, u"2"_s, u"2"_s),
+            aoPreco(u"B"_s, u"0.333"_s, u"7"_s), aoPreco(u"A"_s, u"2"_s, u"20.49"_s)});
+        QVERIFY(m.open(PanelBench::wide));
         ModalHelper caixas;
-        caixas.espera(pergunta, QMessageBox::Yes);
-        caixas.espera(cabeca + u"PV Nº 1 - CLIENTE 0001\n"_s, QMessageBox::Ok);
-        m.clica("Command5");
-        QCOMPARE(caixas.confere(), QString());
-        QCOMPARE(m.textos().filter(u"Update Orcamento"_s).size(), 3);
-        QCOMPARE(m.painel().focusWidget(), m.botao("Command5"));
+        caixas.expect(pergunta, QMessageBox::Yes);
+        caixas.expect(cabeca + u"PV Nº 1 - CLIENTE 0001\n"_s, QMessageBox::Ok);
+        m.press(u"Command5"_s);
+        QCOMPARE(caixas.problem(), QString());
+        QCOMPARE(m.texts().filter(u"Update Orcamento"_s).size(), 3);
+        QCOMPARE(m.panel()->focusWidget(), m.button(u"Command5"_s));
         QCOMPARE(precos(1), QStringList({u"20.50 30.75 20.50 30.75"_s, u"2.00 4.00 0.00 0.00"_s,
                                          u"2.00 0.67 2.00 0.67"_s, u"20.50 41.00 20.50 41.00"_s}));
         QCOMPARE(log(), "PV Nº 1 - CLIENTE 0001\r\n\r\n"_qba);
     }
 
-    void nadaACorrigirNaoAvisaNemTocaOLog() {
+    void nothingToCorrectNeitherTellsNorTouchesTheLog() {
         pv(1, u"1"_s,
-           {{u"A"_s, u"1"_s, u"10"_s},
-            {u"ZERO"_s, u"1"_s, u"5"_s},
-            {u"NULO"_s, u"1"_s, u"5"_s},
-            {u"SUMIU"_s, u"1"_s, u"5"_s},
+           {aoPreco(u"A"_s, u"1"_s, u"10"_s),
+            aoPreco(u"ZERO"_s, u"1"_s, u"5"_s),
+            aoPreco(u"NULO"_s, u"1"_s, u"5"_s),
+            aoPreco(u"SUMIU"_s, u"1"_s, u"5"_s),
             {u"***NOTA"_s, u"0"_s, u"0"_s}});
-        pv(2, u"0"_s, {{u"A"_s, u"1"_s, u"1"_s}});
+        pv(2, u"0"_s, {aoPreco(u"A"_s, u"1"_s, u"1"_s)});
         QFile antigo(arquivo());
         QVERIFY(antigo.open(QIODevice::WriteOnly));
         antigo.write("before");
         antigo.close();
-        m.abre();
+        QVERIFY(m.open(PanelBench::wide));
         ModalHelper caixas;
-        caixas.espera(pergunta, QMessageBox::Yes);
-        m.clica("Command5");
-        QCOMPARE(caixas.confere(), QString());
+        caixas.expect(pergunta, QMessageBox::Yes);
+        m.press(u"Command5"_s);
+        QCOMPARE(caixas.problem(), QString());
         QCOMPARE(log(), QByteArray("before"));
-        QCOMPARE(m.textos().size(), 2);
-        QCOMPARE(m.textos()[0], consulta(1, u"Venda"_s));
+        QCOMPARE(m.texts().size(), 2);
+        QCOMPARE(m.texts()[0], consulta(1, u"Venda"_s));
         QCOMPARE(precos(2), QStringList{u"1.00 1.00 0.00 0.00"_s});
     }
 
-    void tabelaForaDeZeroAQuatroPulaALinha_data() {
+    void tableOutOfZeroToFourSkipsTheRow_data() {
         QTest::addColumn<QString>("tabela");
         for (const QString& tabela : {u"5"_s, u"9"_s, u"-"_s, u"A"_s, u""_s, u" "_s})
             QTest::addRow("table '%s'", qPrintable(tabela)) << tabela;
         QTest::newRow("table NULL") << QString();
     }
 
-    void tabelaForaDeZeroAQuatroPulaALinha() {
+    void tableOutOfZeroToFourSkipsTheRow() {
         QFETCH(QString, tabela);
-        pv(1, tabela, {{u"A"_s, u"1"_s, u"99"_s}});
+        pv(1, tabela, {aoPreco(u"A"_s, u"1"_s, u"99"_s)});
         if (tabela.isNull())
-            m.servidor.executa(u"UPDATE clientes SET colunapreco = NULL"_s);
-        pv(2, u"1"_s, {{u"A"_s, u"1"_s, u"99"_s}});
-        m.abre();
+            m.server().execute(u"UPDATE clientes SET colunapreco = NULL"_s);
+        pv(2, u"1"_s, {aoPreco(u"A"_s, u"1"_s, u"99"_s)});
+        QVERIFY(m.open(PanelBench::wide));
         ModalHelper caixas;
-        caixas.espera(pergunta, QMessageBox::Yes);
-        caixas.espera(cabeca + u"PV Nº 2 - CLIENTE 0002\n"_s, QMessageBox::Ok);
-        m.clica("Command5");
-        QCOMPARE(caixas.confere(), QString());
+        caixas.expect(pergunta, QMessageBox::Yes);
+        caixas.expect(cabeca + u"PV Nº 2 - CLIENTE 0002\n"_s, QMessageBox::Ok);
+        m.press(u"Command5"_s);
+        QCOMPARE(caixas.problem(), QString());
         QCOMPARE(precos(1), QStringList{u"99.00 99.00 0.00 0.00"_s});
     }
 
-    void aMarcaDeSelecaoNaoConta() {
-        pv(1, u"1"_s, {{u"A"_s, u"1"_s, u"99"_s}});
-        m.abre();
-        m.clica("Command1");
+    void selectionDoesNotMatter() {
+        pv(1, u"1"_s, {aoPreco(u"A"_s, u"1"_s, u"99"_s)});
+        QVERIFY(m.open(PanelBench::wide));
+        m.press(u"Command1"_s);
         ModalHelper caixas;
-        caixas.espera(pergunta, QMessageBox::Yes);
-        caixas.esperaContendo(u"PV Nº 1 - "_s, QMessageBox::Ok);
-        m.clica("Command5");
-        QCOMPARE(caixas.confere(), QString());
+        caixas.expect(pergunta, QMessageBox::Yes);
+        caixas.expectContaining(u"PV Nº 1 - "_s, QMessageBox::Ok);
+        m.press(u"Command5"_s);
+        QCOMPARE(caixas.problem(), QString());
         QCOMPARE(precos(1), QStringList{u"10.00 10.00 10.00 10.00"_s});
     }
 
-    void oLogEhRefeitoENaoEmendado() {
-        pv(1, u"1"_s, {{u"A"_s, u"1"_s, u"99"_s}});
-        m.servidor.executa(u"UPDATE clientes SET nome = 'D''ÁVILA & AÇÚCAR €'"_s);
-        m.abre();
+    void logIsMadeAnewNotAppended() {
+        pv(1, u"1"_s, {aoPreco(u"A"_s, u"1"_s, u"99"_s)});
+        m.server().execute(u"UPDATE clientes SET nome = 'D''ÁVILA & AÇÚCAR €'"_s);
+        QVERIFY(m.open(PanelBench::wide));
         for (int vez = 0; vez < 2; ++vez) {
-            m.servidor.executa(u"UPDATE orcamento SET unitario = 98"_s);
+            m.server().execute(u"UPDATE orcamento SET unitario = 98"_s);
             ModalHelper caixas;
-            caixas.espera(pergunta, QMessageBox::Yes);
-            caixas.espera(cabeca + u"PV Nº 1 - D'ÁVILA & AÇÚCAR €\n"_s, QMessageBox::Ok);
-            m.clica("Command5");
-            QCOMPARE(caixas.confere(), QString());
+            caixas.expect(pergunta, QMessageBox::Yes);
+            caixas.expect(cabeca + u"PV Nº 1 - D'ÁVILA & AÇÚCAR €\n"_s, QMessageBox::Ok);
+            m.press(u"Command5"_s);
+            QCOMPARE(caixas.problem(), QString());
             QCOMPARE(log(), "PV Nº 1 - D'ÁVILA & AÇÚCAR €\r\n\r\n"_qba);
         }
     }
 
-    void aLegendaEspera() {
-        pv(1, u"1"_s, {{u"A"_s, u"1"_s, u"10"_s}});
-        m.abre();
-        auto* legenda = m.painel().findChild<QLabel*>(u"Label1"_s);
+    void captionWaits() {
+        pv(1, u"1"_s, {aoPreco(u"A"_s, u"1"_s, u"10"_s)});
+        QVERIFY(m.open(PanelBench::wide));
+        auto* legenda = m.panel()->findChild<QLabel*>(u"Label1"_s);
         ModalHelper caixas;
-        caixas.espera(pergunta, QMessageBox::Yes);
+        caixas.expect(pergunta, QMessageBox::Yes);
         const Pintor pintor(legenda);
-        m.clica("Command5");
-        QVERIFY(pintor.textos().contains(u"AGUARDE PROCESSO"_s));
-        QVERIFY(!pintor.cortado());
+        m.press(u"Command5"_s);
+        QVERIFY(pintor.texts().contains(u"AGUARDE PROCESSO"_s));
+        QVERIFY(!pintor.clipped());
         QCOMPARE(legenda->text(), u"TOTAL SELEÇÃO R$"_s);
     }
 
-    void certasEErradasJuntas() {
-        pv(1, u"1"_s, {{u"A"_s, u"1"_s, u"10"_s}});
-        pv(2, u"2"_s, {{u"A"_s, u"2"_s, u"99"_s}, {u"B"_s, u"1"_s, u"2"_s}});
-        pv(3, u"3"_s, {{u"A"_s, u"1"_s, u"30.25"_s}});
-        m.abre();
+    void rightAndWrongTogether() {
+        pv(1, u"1"_s, {aoPreco(u"A"_s, u"1"_s, u"10"_s)});
+        pv(2, u"2"_s, {aoPreco(u"A"_s, u"2"_s, u"99"_s), aoPreco(u"B"_s, u"1"_s, u"2"_s)});
+        pv(3, u"3"_s, {aoPreco(u"A"_s, u"1"_s, u"30.25"_s)});
+        QVERIFY(m.open(PanelBench::wide));
         ModalHelper caixas;
-        caixas.espera(pergunta, QMessageBox::Yes);
-        caixas.espera(cabeca + u"PV Nº 2 - CLIENTE 0002\n"_s, QMessageBox::Ok);
-        m.clica("Command5");
-        QCOMPARE(caixas.confere(), QString());
-        QCOMPARE(m.textos().first(4),
+        caixas.expect(pergunta, QMessageBox::Yes);
+        caixas.expect(cabeca + u"PV Nº 2 - CLIENTE 0002\n"_s, QMessageBox::Ok);
+        m.press(u"Command5"_s);
+        QCOMPARE(caixas.problem(), QString());
+        QCOMPARE(m.texts().first(4),
                  QStringList({consulta(1, u"Venda"_s), consulta(2, u"Venda2"_s),
                               correcao(u" 20.5"_s, id(2, u"A"_s)), consulta(3, u"Venda3"_s)}));
         QCOMPARE(precos(1) + precos(3),
@@ -287,96 +295,96 @@ class TestPrecos : public QObject {
     }
 
     // The totals shown are no longer the documents': nothing may be closed with them.
-    void semNovaListaNadaFicaAEncerrar() {
-        pv(1, u"1"_s, {{u"A"_s, u"1"_s, u"99"_s}});
-        m.abre();
+    void withoutANewListingNothingIsLeftToClose() {
+        pv(1, u"1"_s, {aoPreco(u"A"_s, u"1"_s, u"99"_s)});
+        QVERIFY(m.open(PanelBench::wide));
         ModalHelper caixas;
-        caixas.espera(pergunta, QMessageBox::Yes);
+        caixas.expect(pergunta, QMessageBox::Yes);
         QTimer corte;
-        caixas.espera(cabeca + u"PV Nº 1 - CLIENTE 0001\n"_s, QMessageBox::Ok);
-        caixas.esperaContendo(u"c.prazo"_s, QMessageBox::Ok);
+        caixas.expect(cabeca + u"PV Nº 1 - CLIENTE 0001\n"_s, QMessageBox::Ok);
+        caixas.expectContaining(u"c.prazo"_s, QMessageBox::Ok);
         bool renomeada = false;
         connect(&corte, &QTimer::timeout, this, [&] {
             const auto* caixa = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
             if (renomeada || !caixa || !caixa->text().startsWith(cabeca))
                 return;
             renomeada = true;
-            m.servidor.executa(u"RENAME TABLE clientes TO clientes_fora"_s);
+            m.server().execute(u"RENAME TABLE clientes TO clientes_fora"_s);
         });
         corte.start(1);
-        m.clica("Command5");
+        m.press(u"Command5"_s);
         QVERIFY(renomeada);
-        m.servidor.executa(u"RENAME TABLE clientes_fora TO clientes"_s);
-        QCOMPARE(caixas.confere(), QString());
-        QCOMPARE(m.grade()->rows(), 1);
+        m.server().execute(u"RENAME TABLE clientes_fora TO clientes"_s);
+        QCOMPARE(caixas.problem(), QString());
+        QCOMPARE(m.grid()->rows(), 1);
         QCOMPARE(m.total(), u"0,00"_s);
-        QVERIFY(!m.botao("Command4")->isEnabled());
-        m.clica("Command3");
-        QCOMPARE(m.celula(1, colunas::Total), u"10,00"_s);
+        QVERIFY(!m.button(u"Command4"_s)->isEnabled());
+        m.press(u"Command3"_s);
+        QCOMPARE(m.cell(1, colunas::Total), u"10,00"_s);
     }
 
-    void falhaDoBancoDevolveALegenda() {
-        pv(1, u"1"_s, {{u"A"_s, u"1"_s, u"99"_s}});
-        pv(2, u"1"_s, {{u"A"_s, u"1"_s, u"99"_s}});
-        m.abre();
-        m.servidor.executa(
+    void failureOfTheDatabaseBringsTheCaptionBack() {
+        pv(1, u"1"_s, {aoPreco(u"A"_s, u"1"_s, u"99"_s)});
+        pv(2, u"1"_s, {aoPreco(u"A"_s, u"1"_s, u"99"_s)});
+        QVERIFY(m.open(PanelBench::wide));
+        m.server().execute(
             u"CREATE TRIGGER recusa BEFORE UPDATE ON orcamento FOR EACH ROW IF OLD.nrpedido = 2 "
             "THEN SIGNAL SQLSTATE '45000' SET MESSAGE_TEXT = 'recusado'; END IF"_s);
         ModalHelper caixas;
-        caixas.espera(pergunta, QMessageBox::Yes);
-        caixas.esperaContendo(u"recusado"_s, QMessageBox::Ok);
-        m.clica("Command5");
-        m.servidor.executa(u"DROP TRIGGER recusa"_s);
-        QCOMPARE(caixas.confere(), QString());
-        QCOMPARE(m.painel().findChild<QLabel*>(u"Label1"_s)->text(), u"TOTAL SELEÇÃO R$"_s);
+        caixas.expect(pergunta, QMessageBox::Yes);
+        caixas.expectContaining(u"recusado"_s, QMessageBox::Ok);
+        m.press(u"Command5"_s);
+        m.server().execute(u"DROP TRIGGER recusa"_s);
+        QCOMPARE(caixas.problem(), QString());
+        QCOMPARE(m.panel()->findChild<QLabel*>(u"Label1"_s)->text(), u"TOTAL SELEÇÃO R$"_s);
         QVERIFY(!QApplication::overrideCursor());
         QCOMPARE(precos(1), QStringList{u"10.00 10.00 10.00 10.00"_s});
         QCOMPARE(precos(2), QStringList{u"99.00 99.00 0.00 0.00"_s});
         QCOMPARE(log(), QByteArray("no file"));
-        QCOMPARE(m.grade()->rows(), 1);
-        QVERIFY(!m.botao("Command4")->isEnabled());
-        QVERIFY(m.botao("Command3")->isEnabled());
+        QCOMPARE(m.grid()->rows(), 1);
+        QVERIFY(!m.button(u"Command4"_s)->isEnabled());
+        QVERIFY(m.button(u"Command3"_s)->isEnabled());
     }
 
-    void logQueNaoSeGravaMostraALista() {
-        pv(1, u"1"_s, {{u"A"_s, u"1"_s, u"99"_s}});
-        m.abre();
-        FixaPastaDoPrograma(m_pasta->filePath(u"missing"_s));
+    void logThatCannotBeWrittenShowsTheList() {
+        pv(1, u"1"_s, {aoPreco(u"A"_s, u"1"_s, u"99"_s)});
+        QVERIFY(m.open(PanelBench::wide));
+        FixaPastaDoPrograma(m.programFolder() + u"/missing"_s);
         ModalHelper caixas;
-        caixas.espera(pergunta, QMessageBox::Yes);
-        caixas.esperaContendo(QDir::toNativeSeparators(u"missing/LogTarvessa.log"_s), QMessageBox::Ok);
-        caixas.espera(cabeca + u"PV Nº 1 - CLIENTE 0001\n"_s, QMessageBox::Ok);
-        m.clica("Command5");
-        QCOMPARE(caixas.confere(), QString());
-        QVERIFY(caixas.caixas()[1].texto.startsWith(u"Erro em tempo de execução 75:"_s));
+        caixas.expect(pergunta, QMessageBox::Yes);
+        caixas.expectContaining(QDir::toNativeSeparators(u"missing/LogTarvessa.log"_s), QMessageBox::Ok);
+        caixas.expect(cabeca + u"PV Nº 1 - CLIENTE 0001\n"_s, QMessageBox::Ok);
+        m.press(u"Command5"_s);
+        QCOMPARE(caixas.problem(), QString());
+        QVERIFY(caixas.boxes()[1].text.startsWith(u"Erro em tempo de execução 75:"_s));
         QCOMPARE(precos(1), QStringList{u"10.00 10.00 10.00 10.00"_s});
-        QCOMPARE(m.celula(1, colunas::Total), u"10,00"_s);
+        QCOMPARE(m.cell(1, colunas::Total), u"10,00"_s);
     }
 
-    void quinhentasLinhasErradasNumaPv() {
-        QList<Item> itens;
+    void fiveHundredWrongLinesInOnePv() {
+        QList<Linha> itens;
         for (int i = 0; i < 500; ++i)
-            itens += Item{u"B"_s, u"2"_s, u"7"_s};
+            itens += aoPreco(u"B"_s, u"2"_s, u"7"_s);
         pv(1, u"4"_s, itens);
-        m.abre();
+        QVERIFY(m.open(PanelBench::wide));
         ModalHelper caixas;
-        caixas.espera(pergunta, QMessageBox::Yes);
-        caixas.espera(cabeca + u"PV Nº 1 - CLIENTE 0001\n"_s, QMessageBox::Ok);
-        m.clica("Command5");
-        QCOMPARE(caixas.confere(), QString());
+        caixas.expect(pergunta, QMessageBox::Yes);
+        caixas.expect(cabeca + u"PV Nº 1 - CLIENTE 0001\n"_s, QMessageBox::Ok);
+        m.press(u"Command5"_s);
+        QCOMPARE(caixas.problem(), QString());
         QCOMPARE(
             m.valor(u"SELECT COUNT(*) FROM orcamento WHERE unitario=4 AND totalped=8 AND UnitarioPAF=4 AND "
                     "TotalPaf=8"_s),
             u"500"_s);
     }
 
-    void quinhentasPvsCorrigidasCabemNaTela() {
+    void fiveHundredCorrectedPvsFitTheScreen() {
         QString texto = cabeca;
         for (int i = 1; i <= 500; ++i) {
-            pv(i, u"1"_s, {{u"A"_s, u"1"_s, u"99"_s}});
+            pv(i, u"1"_s, {aoPreco(u"A"_s, u"1"_s, u"99"_s)});
             texto += u"PV Nº %1 - CLIENTE %2\n"_s.arg(i).arg(i, 4, 10, QChar(u'0'));
         }
-        m.abre();
+        QVERIFY(m.open(PanelBench::wide));
         bool vista = false;
         QTimer olho;
         connect(&olho, &QTimer::timeout, this, [&] {
@@ -398,29 +406,29 @@ class TestPrecos : public QObject {
         });
         olho.start(1);
         ModalHelper caixas;
-        caixas.espera(pergunta, QMessageBox::Yes);
-        caixas.espera(texto, QMessageBox::Ok);
-        m.clica("Command5");
-        QCOMPARE(caixas.confere(), QString());
+        caixas.expect(pergunta, QMessageBox::Yes);
+        caixas.expect(texto, QMessageBox::Ok);
+        m.press(u"Command5"_s);
+        QCOMPARE(caixas.problem(), QString());
         QVERIFY(vista);
         QCOMPARE(log().count("\r\n"), 501);
     }
 
-    void botaoSegueALista() {
-        m.abre();
-        QVERIFY(!m.botao("Command5")->isEnabled());
-        pv(1, u"1"_s, {{u"A"_s, u"1"_s, u"10"_s}});
-        m.clica("Command3");
-        QVERIFY(m.botao("Command5")->isEnabled());
-        m.servidor.executa(u"UPDATE orcamento SET situacaoorc='B'"_s);
+    void buttonFollowsTheListing() {
+        QVERIFY(m.open(PanelBench::wide));
+        QVERIFY(!m.button(u"Command5"_s)->isEnabled());
+        pv(1, u"1"_s, {aoPreco(u"A"_s, u"1"_s, u"10"_s)});
+        m.press(u"Command3"_s);
+        QVERIFY(m.button(u"Command5"_s)->isEnabled());
+        m.server().execute(u"UPDATE orcamento SET situacaoorc='B'"_s);
         ModalHelper caixas;
-        caixas.espera(pergunta, QMessageBox::Yes);
-        m.clica("Command5");
-        QCOMPARE(m.grade()->rows(), 1);
-        QVERIFY(!m.botao("Command5")->isEnabled());
-        QVERIFY(m.botao("Command3")->isEnabled());
+        caixas.expect(pergunta, QMessageBox::Yes);
+        m.press(u"Command5"_s);
+        QCOMPARE(m.grid()->rows(), 1);
+        QVERIFY(!m.button(u"Command5"_s)->isEnabled());
+        QVERIFY(m.button(u"Command3"_s)->isEnabled());
     }
 };
 
-QTEST_MAIN(TestPrecos)
+QTEST_MAIN(TstPrecos)
 #include "tst_precos.moc"

@@ -1,7 +1,7 @@
 // What a closing refuses or cancels, and what its log says of it.
 
-#include "closing/Bancada.h"
 #include "closing/Colunas.h"
+#include "closing/PanelBench.h"
 #include "support/ModalHelper.h"
 #include "ui/grid/Grid.h"
 
@@ -10,7 +10,7 @@
 
 using namespace Qt::StringLiterals;
 using namespace tarvessa;
-using namespace tarvessa::teste;
+using namespace tarvessa::test;
 
 namespace {
 
@@ -25,9 +25,9 @@ class TstRecusas : public QObject {
     Q_OBJECT
 
   private Q_SLOTS:
-    void initTestCase() { b = std::make_unique<Bancada>(); }
+    void initTestCase() { b = std::make_unique<PanelBench>(); }
     void cleanupTestCase() { b.reset(); }
-    void init() { b->arruma(); }
+    void init() { b->reset(); }
 
     void personByDocument_data();
     void personByDocument();
@@ -53,27 +53,26 @@ class TstRecusas : public QObject {
   private:
     void fechaTudo(const QString& fim);
     QString situacao(int pedido) {
-        return b->servidor().consulta(
+        return b->server().query(
             u"SELECT situacaoorc FROM orcamento WHERE nrpedido = %1"_s.arg(pedido))[0][0];
     }
     QStringList recebidos() {
         QStringList pedidos;
-        for (const QStringList& linha :
-             b->servidor().consulta(u"SELECT Nr_Pedido FROM areceber ORDER BY id"_s))
+        for (const QStringList& linha : b->server().query(u"SELECT Nr_Pedido FROM areceber ORDER BY id"_s))
             pedidos.append(linha[0]);
         return pedidos;
     }
 
-    std::unique_ptr<Bancada> b;
+    std::unique_ptr<PanelBench> b;
 };
 
 /// Presses the closing button; `fim` is the message at the end.
 void TstRecusas::fechaTudo(const QString& fim) {
     ModalHelper modal;
-    modal.espera(mensagens::lembrete, QMessageBox::Ok);
-    modal.espera(fim, QMessageBox::Ok);
-    b->aperta(u"Command4"_s);
-    QCOMPARE(modal.confere(), QString());
+    modal.expect(mensagens::lembrete, QMessageBox::Ok);
+    modal.expect(fim, QMessageBox::Ok);
+    b->press(u"Command4"_s);
+    QCOMPARE(modal.problem(), QString());
 }
 
 void TstRecusas::personByDocument_data() {
@@ -94,46 +93,47 @@ void TstRecusas::personByDocument_data() {
 void TstRecusas::personByDocument() {
     QFETCH(Valor, documento);
     QFETCH(bool, pessoaFisica);
-    b->cenario().basico();
-    b->cenario().cliente({.codigo = u"C2"_s, .cnpjCpf = documento});
-    b->cenario().documento({.pedido = 1, .cliente = u"C2"_s});
-    QVERIFY(b->abre());
+    b->shop().basico();
+    b->shop().cliente({.codigo = u"C2"_s, .cnpjCpf = documento});
+    b->shop().documento({.pedido = 1, .cliente = u"C2"_s});
+    QVERIFY(b->open());
     fechaTudo(pessoaFisica ? mensagens::comErros : mensagens::sucesso);
-    QCOMPARE(b->log(), Bancada::logCom(pessoaFisica ? QStringList{pessoa.arg(u"0000001"_s)} : QStringList()));
-    QCOMPARE(b->servidor().consulta(u"SELECT situacaoorc, databaixa FROM orcamento"_s),
+    QCOMPARE(b->log(),
+             PanelBench::logWith(pessoaFisica ? QStringList{pessoa.arg(u"0000001"_s)} : QStringList()));
+    QCOMPARE(b->server().query(u"SELECT situacaoorc, databaixa FROM orcamento"_s),
              (QList<QStringList>{{pessoaFisica ? u"X"_s : u"B"_s, u"2024-03-15"_s}}));
     QCOMPARE(recebidos(), pessoaFisica ? QStringList() : QStringList{u"1"_s});
-    QCOMPARE(b->grade()->rows(), 1);
+    QCOMPARE(b->grid()->rows(), 1);
 }
 
 void TstRecusas::personIsCancelledEvenUnselected() {
-    b->cenario().basico();
-    b->cenario().cliente({.codigo = u"C2"_s, .cnpjCpf = u"123.456.789-09"_s});
-    b->cenario().cliente({.codigo = u"C3"_s, .cnpjCpf = u""_s});
-    b->cenario().documento({.pedido = 1, .cliente = u"C2"_s, .nomeVendedor = u"A"_s});
-    b->cenario().documento({.pedido = 2, .nomeVendedor = u"B"_s});
-    b->cenario().documento({.pedido = 3, .cliente = u"C3"_s, .nomeVendedor = u"C"_s});
-    b->cenario().documento({.pedido = 4, .nomeVendedor = u"D"_s});
-    QVERIFY(b->abre());
+    b->shop().basico();
+    b->shop().cliente({.codigo = u"C2"_s, .cnpjCpf = u"123.456.789-09"_s});
+    b->shop().cliente({.codigo = u"C3"_s, .cnpjCpf = u""_s});
+    b->shop().documento({.pedido = 1, .cliente = u"C2"_s, .nomeVendedor = u"A"_s});
+    b->shop().documento({.pedido = 2, .nomeVendedor = u"B"_s});
+    b->shop().documento({.pedido = 3, .cliente = u"C3"_s, .nomeVendedor = u"C"_s});
+    b->shop().documento({.pedido = 4, .nomeVendedor = u"D"_s});
+    QVERIFY(b->open());
     for (const int linha : {1, 3, 4})
-        b->clica(linha, colunas::Selecao);
+        b->click(linha, colunas::Selecao);
     fechaTudo(mensagens::comErros);
     QCOMPARE((QStringList{situacao(1), situacao(2), situacao(3), situacao(4)}),
              (QStringList{u"X"_s, u"B"_s, u"X"_s, u"A"_s}));
-    QCOMPARE(b->log(), Bancada::logCom({pessoa.arg(u"0000001"_s), pessoa.arg(u"0000003"_s)}));
-    QCOMPARE(b->coluna(colunas::Pedido), QStringList{u"4"_s});
+    QCOMPARE(b->log(), PanelBench::logWith({pessoa.arg(u"0000001"_s), pessoa.arg(u"0000003"_s)}));
+    QCOMPARE(b->column(colunas::Pedido), QStringList{u"4"_s});
 }
 
 void TstRecusas::personIsNotSweptWhenNothingIsSelected() {
-    b->cenario().basico();
-    b->cenario().cliente({.codigo = u"C2"_s, .cnpjCpf = u"123.456.789-09"_s});
-    b->cenario().documento({.pedido = 1, .cliente = u"C2"_s});
-    QVERIFY(b->abre());
-    b->aperta(u"Command1"_s);
+    b->shop().basico();
+    b->shop().cliente({.codigo = u"C2"_s, .cnpjCpf = u"123.456.789-09"_s});
+    b->shop().documento({.pedido = 1, .cliente = u"C2"_s});
+    QVERIFY(b->open());
+    b->press(u"Command1"_s);
     ModalHelper modal;
-    modal.espera(mensagens::nadaSelecionado, QMessageBox::Ok);
-    b->aperta(u"Command4"_s);
-    QCOMPARE(modal.confere(), QString());
+    modal.expect(mensagens::nadaSelecionado, QMessageBox::Ok);
+    b->press(u"Command4"_s);
+    QCOMPARE(modal.problem(), QString());
     QCOMPARE(situacao(1), u"A"_s);
 }
 
@@ -155,14 +155,14 @@ void TstRecusas::paymentMethodAndTerm() {
     QFETCH(QString, forma);
     QFETCH(QString, prazo);
     QFETCH(bool, valida);
-    b->cenario().basico();
-    b->cenario().cliente({.codigo = u"C2"_s, .prazo = prazo, .formaPg = forma});
-    b->cenario().documento({.pedido = 1, .cliente = u"C2"_s});
-    QVERIFY(b->abre());
+    b->shop().basico();
+    b->shop().cliente({.codigo = u"C2"_s, .prazo = prazo, .formaPg = forma});
+    b->shop().documento({.pedido = 1, .cliente = u"C2"_s});
+    QVERIFY(b->open());
     fechaTudo(valida ? mensagens::sucesso : mensagens::comErros);
     QCOMPARE(situacao(1), valida ? u"B"_s : u"A"_s);
     QCOMPARE(b->log(),
-             Bancada::logCom(valida ? QStringList() : QStringList{formaInvalida.arg(u"0000001"_s)}));
+             PanelBench::logWith(valida ? QStringList() : QStringList{formaInvalida.arg(u"0000001"_s)}));
 }
 
 void TstRecusas::methodNotInTheList_data() {
@@ -179,25 +179,25 @@ void TstRecusas::methodNotInTheList_data() {
 
 void TstRecusas::methodNotInTheList() {
     QFETCH(Valor, forma);
-    b->cenario().basico();
-    b->cenario().cliente({.codigo = u"C2"_s, .formaPg = forma});
-    b->cenario().documento({.pedido = 1, .cliente = u"C2"_s});
-    QVERIFY(b->abre());
+    b->shop().basico();
+    b->shop().cliente({.codigo = u"C2"_s, .formaPg = forma});
+    b->shop().documento({.pedido = 1, .cliente = u"C2"_s});
+    QVERIFY(b->open());
     fechaTudo(mensagens::comErros);
     QCOMPARE(situacao(1), u"A"_s);
-    QCOMPARE(b->log(), Bancada::logCom({formaInvalida.arg(u"0000001"_s)}));
+    QCOMPARE(b->log(), PanelBench::logWith({formaInvalida.arg(u"0000001"_s)}));
 }
 
 void TstRecusas::methodThatWouldBreakTheStatements() {
-    b->cenario().basico();
-    b->cenario().forma(u"GOTA D'ÁGUA"_s, Valor(u"S"_s));
-    b->cenario().cliente({.codigo = u"C2"_s, .formaPg = u"GOTA D'ÁGUA"_s});
-    b->cenario().documento({.pedido = 1, .cliente = u"C2"_s});
-    QVERIFY(b->abre());
+    b->shop().basico();
+    b->shop().forma(u"GOTA D'ÁGUA"_s, Valor(u"S"_s));
+    b->shop().cliente({.codigo = u"C2"_s, .formaPg = u"GOTA D'ÁGUA"_s});
+    b->shop().documento({.pedido = 1, .cliente = u"C2"_s});
+    QVERIFY(b->open());
     fechaTudo(mensagens::comErros);
     QCOMPARE(situacao(1), u"A"_s);
-    QCOMPARE(b->servidor().consulta(u"SELECT COUNT(*) FROM logestoque"_s)[0][0], u"0"_s);
-    QCOMPARE(b->log(), Bancada::logCom({formaInvalida.arg(u"0000001"_s)}));
+    QCOMPARE(b->server().query(u"SELECT COUNT(*) FROM logestoque"_s)[0][0], u"0"_s);
+    QCOMPARE(b->log(), PanelBench::logWith({formaInvalida.arg(u"0000001"_s)}));
 }
 
 void TstRecusas::stock_data() {
@@ -227,92 +227,92 @@ void TstRecusas::stock() {
     QFETCH(Valor, deposito);
     QFETCH(QStringList, quantidades);
     QFETCH(bool, suficiente);
-    b->cenario().basico();
-    b->cenario().produto({.codigo = u"P2"_s, .estoque = loja, .estoque2 = deposito});
+    b->shop().basico();
+    b->shop().produto({.codigo = u"P2"_s, .estoque = loja, .estoque2 = deposito});
     // The product tested is neither the first nor the last of the document.
     QList<Linha> linhas{{.codigo = u"P1"_s}};
     for (const QString& quantidade : quantidades)
         linhas.append({u"P2"_s, quantidade});
-    b->cenario().produto({.codigo = u"P3"_s});
+    b->shop().produto({.codigo = u"P3"_s});
     linhas.append({.codigo = u"P3"_s});
-    b->cenario().documento({.pedido = 1, .linhas = linhas});
-    QVERIFY(b->abre());
+    b->shop().documento({.pedido = 1, .linhas = linhas});
+    QVERIFY(b->open());
     fechaTudo(suficiente ? mensagens::sucesso : mensagens::comErros);
     QCOMPARE(situacao(1), suficiente ? u"B"_s : u"A"_s);
     QCOMPARE(b->log(),
-             Bancada::logCom(suficiente ? QStringList() : QStringList{semEstoque.arg(u"0000001"_s)}));
+             PanelBench::logWith(suficiente ? QStringList() : QStringList{semEstoque.arg(u"0000001"_s)}));
     if (!suficiente)
-        QVERIFY(b->servidor().consulta(u"SELECT * FROM logestoque"_s).isEmpty());
+        QVERIFY(b->server().query(u"SELECT * FROM logestoque"_s).isEmpty());
 }
 
 // An unregistered product counts as none in stock, a note included.
 void TstRecusas::noteLinesWithoutQuantityPassTheStockTest() {
-    b->cenario().basico();
-    b->cenario().documento(
+    b->shop().basico();
+    b->shop().documento(
         {.pedido = 1, .nomeVendedor = u"A"_s, .linhas = {{}, {u"***ENTREGAR CEDO"_s, u"0"_s}}});
-    b->cenario().documento({.pedido = 2, .nomeVendedor = u"B"_s, .linhas = {{}, {u"***FRETE"_s, u"1"_s}}});
-    b->cenario().documento({.pedido = 3, .nomeVendedor = u"C"_s, .linhas = {{u"SUMIU"_s, u"0.001"_s}}});
-    QVERIFY(b->abre());
+    b->shop().documento({.pedido = 2, .nomeVendedor = u"B"_s, .linhas = {{}, {u"***FRETE"_s, u"1"_s}}});
+    b->shop().documento({.pedido = 3, .nomeVendedor = u"C"_s, .linhas = {{u"SUMIU"_s, u"0.001"_s}}});
+    QVERIFY(b->open());
     fechaTudo(mensagens::comErros);
     QCOMPARE(recebidos(), QStringList{u"1"_s});
-    QCOMPARE(b->log(), Bancada::logCom({semEstoque.arg(u"0000002"_s), semEstoque.arg(u"0000003"_s)}));
+    QCOMPARE(b->log(), PanelBench::logWith({semEstoque.arg(u"0000002"_s), semEstoque.arg(u"0000003"_s)}));
 }
 
 void TstRecusas::stockTakenByTheRowBefore() {
-    b->cenario().basico();
-    b->cenario().produto({.codigo = u"P2"_s, .estoque = u"5"_s});
+    b->shop().basico();
+    b->shop().produto({.codigo = u"P2"_s, .estoque = u"5"_s});
     for (const int pedido : {1, 2, 3})
-        b->cenario().documento({.pedido = pedido,
-                                .nomeVendedor = u"V%1"_s.arg(pedido),
-                                .linhas = {{u"P2"_s, pedido == 3 ? u"2"_s : u"3"_s}}});
-    QVERIFY(b->abre());
+        b->shop().documento({.pedido = pedido,
+                             .nomeVendedor = u"V%1"_s.arg(pedido),
+                             .linhas = {{u"P2"_s, pedido == 3 ? u"2"_s : u"3"_s}}});
+    QVERIFY(b->open());
     fechaTudo(mensagens::comErros);
     QCOMPARE(recebidos(), (QStringList{u"1"_s, u"3"_s}));
-    QCOMPARE(b->log(), Bancada::logCom({semEstoque.arg(u"0000002"_s)}));
-    QCOMPARE(b->servidor().consulta(u"SELECT quantidade FROM produtos WHERE codfabr = 'P2'"_s),
+    QCOMPARE(b->log(), PanelBench::logWith({semEstoque.arg(u"0000002"_s)}));
+    QCOMPARE(b->server().query(u"SELECT quantidade FROM produtos WHERE codfabr = 'P2'"_s),
              (QList<QStringList>{{u"0.000"_s}}));
 }
 
 void TstRecusas::badMethodAndMissingStockGiveTwoLines() {
-    b->cenario().basico();
-    b->cenario().cliente({.codigo = u"C2"_s, .prazo = u"0"_s});
-    b->cenario().documento({.pedido = 1234, .cliente = u"C2"_s, .linhas = {{.quantidade = u"101"_s}}});
-    QVERIFY(b->abre());
+    b->shop().basico();
+    b->shop().cliente({.codigo = u"C2"_s, .prazo = u"0"_s});
+    b->shop().documento({.pedido = 1234, .cliente = u"C2"_s, .linhas = {{.quantidade = u"101"_s}}});
+    QVERIFY(b->open());
     fechaTudo(mensagens::comErros);
-    QCOMPARE(b->log(), Bancada::logCom({formaInvalida.arg(u"0001234"_s), semEstoque.arg(u"0001234"_s)}));
+    QCOMPARE(b->log(), PanelBench::logWith({formaInvalida.arg(u"0001234"_s), semEstoque.arg(u"0001234"_s)}));
 }
 
 // Refused when selected, never taken for a person.
 void TstRecusas::customerWithoutRecord() {
-    b->cenario().basico();
-    b->cenario().documento({.pedido = 1, .cliente = u"C9"_s, .nomeVendedor = u"A"_s});
-    b->cenario().documento({.pedido = 2, .cliente = u"C9"_s, .nomeVendedor = u"B"_s});
-    b->cenario().documento({.pedido = 3, .cliente = std::nullopt, .nomeVendedor = u"C"_s});
-    b->cenario().documento({.pedido = 4, .nomeVendedor = u"D"_s});
-    QVERIFY(b->abre());
-    b->clica(1, colunas::Selecao);
+    b->shop().basico();
+    b->shop().documento({.pedido = 1, .cliente = u"C9"_s, .nomeVendedor = u"A"_s});
+    b->shop().documento({.pedido = 2, .cliente = u"C9"_s, .nomeVendedor = u"B"_s});
+    b->shop().documento({.pedido = 3, .cliente = std::nullopt, .nomeVendedor = u"C"_s});
+    b->shop().documento({.pedido = 4, .nomeVendedor = u"D"_s});
+    QVERIFY(b->open());
+    b->click(1, colunas::Selecao);
     fechaTudo(mensagens::comErros);
-    QCOMPARE(b->log(), Bancada::logCom({semCliente.arg(u"0000002"_s), semCliente.arg(u"0000003"_s)}));
+    QCOMPARE(b->log(), PanelBench::logWith({semCliente.arg(u"0000002"_s), semCliente.arg(u"0000003"_s)}));
     QCOMPARE((QStringList{situacao(1), situacao(2), situacao(3), situacao(4)}),
              (QStringList{u"A"_s, u"A"_s, u"A"_s, u"B"_s}));
 }
 
 void TstRecusas::refusedStaysAndClosedLeaves() {
-    b->cenario().basico();
-    b->cenario().cliente({.codigo = u"C2"_s, .prazo = u"0"_s});
-    b->cenario().documento({.pedido = 1, .nomeVendedor = u"A"_s});
-    b->cenario().documento({.pedido = 2, .cliente = u"C2"_s, .nomeVendedor = u"B"_s});
-    QVERIFY(b->abre());
+    b->shop().basico();
+    b->shop().cliente({.codigo = u"C2"_s, .prazo = u"0"_s});
+    b->shop().documento({.pedido = 1, .nomeVendedor = u"A"_s});
+    b->shop().documento({.pedido = 2, .cliente = u"C2"_s, .nomeVendedor = u"B"_s});
+    QVERIFY(b->open());
     fechaTudo(mensagens::comErros);
-    QCOMPARE(b->coluna(colunas::Pedido), QStringList{u"2"_s});
+    QCOMPARE(b->column(colunas::Pedido), QStringList{u"2"_s});
 
-    b->servidor().executa(u"UPDATE clientes SET prazo = 7 WHERE codigo = 'C2'"_s);
-    QVERIFY(b->abre());
+    b->server().execute(u"UPDATE clientes SET prazo = 7 WHERE codigo = 'C2'"_s);
+    QVERIFY(b->open());
     fechaTudo(mensagens::sucesso);
     QCOMPARE(recebidos(), (QStringList{u"1"_s, u"2"_s}));
-    QCOMPARE(b->grade()->rows(), 1);
-    QVERIFY(!b->botao(u"Command4"_s)->isEnabled());
-    QVERIFY(b->botao(u"Command3"_s)->isEnabled());
+    QCOMPARE(b->grid()->rows(), 1);
+    QVERIFY(!b->button(u"Command4"_s)->isEnabled());
+    QVERIFY(b->button(u"Command3"_s)->isEnabled());
 }
 
 void TstRecusas::numberInTheLog_data() {
@@ -327,25 +327,25 @@ void TstRecusas::numberInTheLog_data() {
 void TstRecusas::numberInTheLog() {
     QFETCH(int, pedido);
     QFETCH(QString, formatado);
-    b->cenario().basico();
-    b->cenario().cliente({.codigo = u"C2"_s, .formaPg = u"FIADO"_s});
-    b->cenario().documento({.pedido = pedido, .cliente = u"C2"_s});
-    QVERIFY(b->abre());
+    b->shop().basico();
+    b->shop().cliente({.codigo = u"C2"_s, .formaPg = u"FIADO"_s});
+    b->shop().documento({.pedido = pedido, .cliente = u"C2"_s});
+    QVERIFY(b->open());
     fechaTudo(mensagens::comErros);
-    QCOMPARE(b->log(), Bancada::logCom({formaInvalida.arg(formatado)}));
+    QCOMPARE(b->log(), PanelBench::logWith({formaInvalida.arg(formatado)}));
 }
 
 void TstRecusas::logOfAMixedBatch() {
-    b->cenario().basico();
-    b->cenario().cliente({.codigo = u"CPF"_s, .cnpjCpf = u"12345678909"_s});
-    b->cenario().cliente({.codigo = u"FIADO"_s, .formaPg = u"FIADO"_s});
-    b->cenario().documento({.pedido = 10, .cliente = u"FIADO"_s, .nomeVendedor = u"A"_s});
-    b->cenario().documento({.pedido = 20, .nomeVendedor = u"B"_s});
-    b->cenario().documento({.pedido = 30, .cliente = u"CPF"_s, .nomeVendedor = u"C"_s});
-    b->cenario().documento({.pedido = 40, .nomeVendedor = u"D"_s, .linhas = {{.quantidade = u"999"_s}}});
-    b->cenario().documento(
+    b->shop().basico();
+    b->shop().cliente({.codigo = u"CPF"_s, .cnpjCpf = u"12345678909"_s});
+    b->shop().cliente({.codigo = u"FIADO"_s, .formaPg = u"FIADO"_s});
+    b->shop().documento({.pedido = 10, .cliente = u"FIADO"_s, .nomeVendedor = u"A"_s});
+    b->shop().documento({.pedido = 20, .nomeVendedor = u"B"_s});
+    b->shop().documento({.pedido = 30, .cliente = u"CPF"_s, .nomeVendedor = u"C"_s});
+    b->shop().documento({.pedido = 40, .nomeVendedor = u"D"_s, .linhas = {{.quantidade = u"999"_s}}});
+    b->shop().documento(
         {.pedido = 50, .cliente = u"FIADO"_s, .nomeVendedor = u"E"_s, .linhas = {{.quantidade = u"999"_s}}});
-    QVERIFY(b->abre());
+    QVERIFY(b->open());
     fechaTudo(mensagens::comErros);
     QCOMPARE(
         b->log(),
@@ -361,22 +361,23 @@ void TstRecusas::logOfAMixedBatch() {
 }
 
 void TstRecusas::logIsRewrittenAtEachPress() {
-    b->cenario().basico();
-    b->cenario().cliente({.codigo = u"C2"_s, .formaPg = u"FIADO"_s});
-    b->cenario().documento({.pedido = 1, .cliente = u"C2"_s, .nomeVendedor = u"A"_s});
-    b->cenario().documento({.pedido = 2, .cliente = u"C2"_s, .nomeVendedor = u"B"_s});
-    QVERIFY(b->abre());
+    b->shop().basico();
+    b->shop().cliente({.codigo = u"C2"_s, .formaPg = u"FIADO"_s});
+    b->shop().documento({.pedido = 1, .cliente = u"C2"_s, .nomeVendedor = u"A"_s});
+    b->shop().documento({.pedido = 2, .cliente = u"C2"_s, .nomeVendedor = u"B"_s});
+    QVERIFY(b->open());
     fechaTudo(mensagens::comErros);
-    QCOMPARE(b->log(), Bancada::logCom({formaInvalida.arg(u"0000001"_s), formaInvalida.arg(u"0000002"_s)}));
+    QCOMPARE(b->log(),
+             PanelBench::logWith({formaInvalida.arg(u"0000001"_s), formaInvalida.arg(u"0000002"_s)}));
 
-    b->clica(1, colunas::Selecao);
+    b->click(1, colunas::Selecao);
     fechaTudo(mensagens::comErros);
-    QCOMPARE(b->log(), Bancada::logCom({formaInvalida.arg(u"0000002"_s)}));
+    QCOMPARE(b->log(), PanelBench::logWith({formaInvalida.arg(u"0000002"_s)}));
 
-    b->servidor().executa(u"UPDATE clientes SET formapg = 'BOLETO'"_s);
-    QVERIFY(b->abre());
+    b->server().execute(u"UPDATE clientes SET formapg = 'BOLETO'"_s);
+    QVERIFY(b->open());
     fechaTudo(mensagens::sucesso);
-    QCOMPARE(b->log(), Bancada::logCom({}));
+    QCOMPARE(b->log(), PanelBench::logWith({}));
 }
 
 QTEST_MAIN(TstRecusas)

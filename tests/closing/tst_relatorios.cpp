@@ -1,5 +1,5 @@
-#include "closing/Bancada.h"
 #include "closing/PainelFechamento.h"
+#include "closing/PanelBench.h"
 #include "core/PrintLayout.h"
 #include "support/ModalHelper.h"
 #include "ui/grid/Grid.h"
@@ -11,14 +11,14 @@
 
 using namespace Qt::StringLiterals;
 using namespace tarvessa;
-using namespace tarvessa::teste;
+using namespace tarvessa::test;
 
 /// The report screens as the panel's menu opens them.
 class TstRelatorios : public QObject {
     Q_OBJECT
 
   private Q_SLOTS:
-    void initTestCase() { b = std::make_unique<Bancada>(); }
+    void initTestCase() { b = std::make_unique<PanelBench>(); }
     void cleanupTestCase() { b.reset(); }
     void init();
 
@@ -30,14 +30,14 @@ class TstRelatorios : public QObject {
     void panelOwnsTheReportControl();
 
   private:
-    std::unique_ptr<Bancada> b;
+    std::unique_ptr<PanelBench> b;
 };
 
 void TstRelatorios::init() {
-    b->arruma();
-    b->cenario().empresa();
-    b->cenario().formas();
-    QVERIFY(b->abre());
+    b->reset();
+    b->shop().empresa();
+    b->shop().formas();
+    QVERIFY(b->open());
 }
 
 void TstRelatorios::menuOpensTheScreen_data() {
@@ -51,20 +51,20 @@ void TstRelatorios::menuOpensTheScreen_data() {
 void TstRelatorios::menuOpensTheScreen() {
     QFETCH(QString, item);
     QFETCH(QString, tela);
-    auto* acao = b->painel()->findChild<QAction*>(item);
+    auto* acao = b->panel()->findChild<QAction*>(item);
     QVERIFY(acao && acao->isEnabled());
     ModalHelper modal;
     QString aberta;
-    modal.aoAbrir([&](QWidget* janela) {
+    modal.onOpen([&](QWidget* janela) {
         aberta = janela->objectName();
         QVERIFY(janela->isModal());
-        QCOMPARE(janela->parentWidget(), b->painel());
+        QCOMPARE(janela->parentWidget(), b->panel());
         QTest::keyClick(janela, Qt::Key_Escape);
     });
     acao->trigger();
-    QCOMPARE(modal.confere(), QString());
+    QCOMPARE(modal.problem(), QString());
     QCOMPARE(aberta, tela);
-    QVERIFY(b->painel()->isVisible());
+    QVERIFY(b->panel()->isVisible());
 }
 
 void TstRelatorios::menuByKeyboard_data() {
@@ -77,34 +77,34 @@ void TstRelatorios::menuByKeyboard_data() {
 
 void TstRelatorios::menuByKeyboard() {
     QFETCH(int, descidas);
-    const auto* relatorio = b->painel()->findChild<QMenu*>(u"MnRelatorio"_s);
+    const auto* relatorio = b->panel()->findChild<QMenu*>(u"MnRelatorio"_s);
     ModalHelper modal;
     QString aberta;
-    modal.aoAbrir([&](QWidget* janela) {
+    modal.onOpen([&](QWidget* janela) {
         aberta = janela->objectName();
         QTest::keyClick(janela, Qt::Key_Escape);
     });
-    QTest::keyClick(b->grade(), Qt::Key_R, Qt::AltModifier);
+    QTest::keyClick(b->grid(), Qt::Key_R, Qt::AltModifier);
     QTRY_VERIFY(relatorio->isVisible());
     for (int i = 0; i < descidas; ++i)
         QTest::keyClick(QApplication::activePopupWidget(), Qt::Key_Down);
     QTest::keyClick(QApplication::activePopupWidget(), Qt::Key_Return);
-    QTRY_COMPARE(modal.confere(), QString());
+    QTRY_COMPARE(modal.problem(), QString());
     QTEST(aberta, "tela");
 }
 
 void TstRelatorios::screenThatCannotOpenIsAnErrorReport() {
-    b->servidor().executa(u"DELETE FROM empresa"_s);
+    b->server().execute(u"DELETE FROM empresa"_s);
     ModalHelper modal;
-    modal.esperaContendo(mensagens::erroDeExecucao, QMessageBox::Ok);
-    b->painel()->findChild<QAction*>(u"MnrelAlfaNivel"_s)->trigger();
-    QCOMPARE(modal.confere(), QString());
-    QVERIFY(b->painel()->isVisible());
+    modal.expectContaining(mensagens::erroDeExecucao, QMessageBox::Ok);
+    b->panel()->findChild<QAction*>(u"MnrelAlfaNivel"_s)->trigger();
+    QCOMPARE(modal.problem(), QString());
+    QVERIFY(b->panel()->isVisible());
 }
 
 void TstRelatorios::panelOwnsTheReportControl() {
     QVERIFY(CRW);
-    b->fecha();
+    b->close();
     QVERIFY(!CRW);
 }
 

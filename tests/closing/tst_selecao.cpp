@@ -1,6 +1,6 @@
-#include "closing/Bancada.h"
 #include "closing/Colunas.h"
 #include "closing/PainelFechamento.h"
+#include "closing/PanelBench.h"
 #include "support/ModalHelper.h"
 #include "support/StatementLog.h"
 #include "ui/grid/Grid.h"
@@ -18,7 +18,7 @@
 
 using namespace Qt::StringLiterals;
 using namespace tarvessa;
-using namespace tarvessa::teste;
+using namespace tarvessa::test;
 
 namespace {
 
@@ -51,7 +51,7 @@ class TstSelecao : public QObject {
     Q_OBJECT
 
   private Q_SLOTS:
-    void initTestCase() { b = std::make_unique<Bancada>(); }
+    void initTestCase() { b = std::make_unique<PanelBench>(); }
     void cleanupTestCase() { b.reset(); }
     void init();
 
@@ -85,59 +85,59 @@ class TstSelecao : public QObject {
     void gridGrowsWithTheWindow();
 
   private:
-    std::unique_ptr<Bancada> b;
+    std::unique_ptr<PanelBench> b;
 };
 
 void TstSelecao::init() {
-    b->arruma();
-    b->cenario().basico();
-    b->cenario().documento({.pedido = 1, .nomeVendedor = u"A"_s});
-    b->cenario().documento({.pedido = 2, .nomeVendedor = u"B"_s, .linhas = {{.total = u"20.50"_s}}});
-    b->cenario().documento({.pedido = 3, .nomeVendedor = u"C"_s, .linhas = {{.total = u"1000.00"_s}}});
-    QVERIFY(b->abre());
-    QCOMPARE(b->coluna(colunas::Selecao), (QStringList{u" "_s, u" "_s, u" "_s}));
+    b->reset();
+    b->shop().basico();
+    b->shop().documento({.pedido = 1, .nomeVendedor = u"A"_s});
+    b->shop().documento({.pedido = 2, .nomeVendedor = u"B"_s, .linhas = {{.total = u"20.50"_s}}});
+    b->shop().documento({.pedido = 3, .nomeVendedor = u"C"_s, .linhas = {{.total = u"1000.00"_s}}});
+    QVERIFY(b->open());
+    QCOMPARE(b->column(colunas::Selecao), (QStringList{u" "_s, u" "_s, u" "_s}));
 }
 
 void TstSelecao::clickTogglesTheRow() {
-    b->clica(2, colunas::Selecao);
-    QCOMPARE(b->coluna(colunas::Selecao), (QStringList{u" "_s, {}, u" "_s}));
-    QVERIFY(b->grade()->hasPicture(1, colunas::Selecao));
-    QVERIFY(!b->grade()->hasPicture(2, colunas::Selecao));
+    b->click(2, colunas::Selecao);
+    QCOMPARE(b->column(colunas::Selecao), (QStringList{u" "_s, {}, u" "_s}));
+    QVERIFY(b->grid()->hasPicture(1, colunas::Selecao));
+    QVERIFY(!b->grid()->hasPicture(2, colunas::Selecao));
     QCOMPARE(b->total(), u"1.010,00"_s);
 
-    b->clica(2, colunas::Selecao);
-    QCOMPARE(b->coluna(colunas::Selecao), (QStringList{u" "_s, u" "_s, u" "_s}));
-    QVERIFY(b->grade()->hasPicture(2, colunas::Selecao));
+    b->click(2, colunas::Selecao);
+    QCOMPARE(b->column(colunas::Selecao), (QStringList{u" "_s, u" "_s, u" "_s}));
+    QVERIFY(b->grid()->hasPicture(2, colunas::Selecao));
     QCOMPARE(b->total(), u"1.030,50"_s);
 }
 
 void TstSelecao::spaceTogglesTheRow() {
-    b->grade()->setFocus();
-    b->grade()->setCurrentCell(3, colunas::Selecao);
-    QTest::keyClick(b->grade(), Qt::Key_Space);
-    QCOMPARE(b->coluna(colunas::Selecao), (QStringList{u" "_s, u" "_s, {}}));
+    b->grid()->setFocus();
+    b->grid()->setCurrentCell(3, colunas::Selecao);
+    QTest::keyClick(b->grid(), Qt::Key_Space);
+    QCOMPARE(b->column(colunas::Selecao), (QStringList{u" "_s, u" "_s, {}}));
     QCOMPARE(b->total(), u"30,50"_s);
-    QTest::keyClick(b->grade(), Qt::Key_Up);
-    QTest::keyClick(b->grade(), Qt::Key_Space);
-    QCOMPARE(b->coluna(colunas::Selecao), (QStringList{u" "_s, {}, {}}));
+    QTest::keyClick(b->grid(), Qt::Key_Up);
+    QTest::keyClick(b->grid(), Qt::Key_Space);
+    QCOMPARE(b->column(colunas::Selecao), (QStringList{u" "_s, {}, {}}));
     QCOMPARE(b->total(), u"10,00"_s);
 }
 
 void TstSelecao::tickIsToldToScreenReaders() {
     const auto dito = [this](int linha) {
-        QAccessibleInterface* tabela = QAccessible::queryAccessibleInterface(b->grade());
+        QAccessibleInterface* tabela = QAccessible::queryAccessibleInterface(b->grid());
         return tabela->tableInterface()->cellAt(linha, colunas::Selecao)->text(QAccessible::Name);
     };
     QCOMPARE(dito(1), u"Selecionado"_s);
-    b->clica(2, colunas::Selecao);
+    b->click(2, colunas::Selecao);
     QCOMPARE(dito(1), u"Não selecionado"_s);
 }
 
 void TstSelecao::clickOnTheHeaderDoesNothing() {
     for (const int coluna : {int(colunas::Selecao), int(colunas::FormaPagto), int(colunas::Pedido)})
-        b->clica(0, coluna);
-    QCOMPARE(b->coluna(colunas::Selecao), (QStringList{u" "_s, u" "_s, u" "_s}));
-    QCOMPARE(b->coluna(colunas::Pedido), (QStringList{u"1"_s, u"2"_s, u"3"_s}));
+        b->click(0, coluna);
+    QCOMPARE(b->column(colunas::Selecao), (QStringList{u" "_s, u" "_s, u" "_s}));
+    QCOMPARE(b->column(colunas::Pedido), (QStringList{u"1"_s, u"2"_s, u"3"_s}));
     QCOMPARE(b->total(), u"1.030,50"_s);
 }
 
@@ -149,100 +149,100 @@ void TstSelecao::otherColumnsDoNothing_data() {
 
 void TstSelecao::otherColumnsDoNothing() {
     QFETCH(int, coluna);
-    const QStringList antes = b->linha(2);
-    b->clica(2, coluna);
-    QTest::keyClick(b->grade(), Qt::Key_Space);
-    QCOMPARE(b->linha(2), antes);
-    QCOMPARE(b->coluna(colunas::Selecao), (QStringList{u" "_s, u" "_s, u" "_s}));
+    const QStringList antes = b->row(2);
+    b->click(2, coluna);
+    QTest::keyClick(b->grid(), Qt::Key_Space);
+    QCOMPARE(b->row(2), antes);
+    QCOMPARE(b->column(colunas::Selecao), (QStringList{u" "_s, u" "_s, u" "_s}));
     QCOMPARE(b->total(), u"1.030,50"_s);
     QVERIFY(!QApplication::activeModalWidget());
 }
 
 void TstSelecao::selectionSendsNoStatement() {
-    StatementLog registro(b->servidor());
-    b->clica(1, colunas::Selecao);
-    b->aperta(u"Command1"_s);
-    b->aperta(u"Command1"_s);
-    QCOMPARE(registro.textos(), QStringList());
+    StatementLog registro(b->server());
+    b->click(1, colunas::Selecao);
+    b->press(u"Command1"_s);
+    b->press(u"Command1"_s);
+    QCOMPARE(registro.texts(), QStringList());
 }
 
 void TstSelecao::toggleAll() {
-    QCOMPARE(b->botao(u"Command1"_s)->text(), desmarcarInicial);
-    b->aperta(u"Command1"_s);
-    QCOMPARE(b->coluna(colunas::Selecao), (QStringList{{}, {}, {}}));
+    QCOMPARE(b->button(u"Command1"_s)->text(), desmarcarInicial);
+    b->press(u"Command1"_s);
+    QCOMPARE(b->column(colunas::Selecao), (QStringList{{}, {}, {}}));
     for (int linha = 1; linha <= 3; ++linha)
-        QVERIFY(!b->grade()->hasPicture(linha, colunas::Selecao));
-    QCOMPARE(b->botao(u"Command1"_s)->text(), selecionar);
+        QVERIFY(!b->grid()->hasPicture(linha, colunas::Selecao));
+    QCOMPARE(b->button(u"Command1"_s)->text(), selecionar);
     QCOMPARE(b->total(), u"0,00"_s);
 
-    b->aperta(u"Command1"_s);
-    QCOMPARE(b->coluna(colunas::Selecao), (QStringList{u" "_s, u" "_s, u" "_s}));
+    b->press(u"Command1"_s);
+    QCOMPARE(b->column(colunas::Selecao), (QStringList{u" "_s, u" "_s, u" "_s}));
     for (int linha = 1; linha <= 3; ++linha)
-        QVERIFY(b->grade()->hasPicture(linha, colunas::Selecao));
-    QCOMPARE(b->botao(u"Command1"_s)->text(), desmarcar);
+        QVERIFY(b->grid()->hasPicture(linha, colunas::Selecao));
+    QCOMPARE(b->button(u"Command1"_s)->text(), desmarcar);
     QCOMPARE(b->total(), u"1.030,50"_s);
 
-    b->aperta(u"Command1"_s);
-    QCOMPARE(b->botao(u"Command1"_s)->text(), selecionar);
+    b->press(u"Command1"_s);
+    QCOMPARE(b->button(u"Command1"_s)->text(), selecionar);
     QCOMPARE(b->total(), u"0,00"_s);
 }
 
 void TstSelecao::toggleAllFollowsTheCaptionNotTheRows() {
     for (int linha = 1; linha <= 3; ++linha)
-        b->clica(linha, colunas::Selecao);
-    QCOMPARE(b->botao(u"Command1"_s)->text(), desmarcarInicial);
-    b->aperta(u"Command1"_s);
-    QCOMPARE(b->coluna(colunas::Selecao), (QStringList{{}, {}, {}}));
-    QCOMPARE(b->botao(u"Command1"_s)->text(), selecionar);
-    b->clica(2, colunas::Selecao);
-    b->aperta(u"Command1"_s);
-    QCOMPARE(b->coluna(colunas::Selecao), (QStringList{u" "_s, u" "_s, u" "_s}));
+        b->click(linha, colunas::Selecao);
+    QCOMPARE(b->button(u"Command1"_s)->text(), desmarcarInicial);
+    b->press(u"Command1"_s);
+    QCOMPARE(b->column(colunas::Selecao), (QStringList{{}, {}, {}}));
+    QCOMPARE(b->button(u"Command1"_s)->text(), selecionar);
+    b->click(2, colunas::Selecao);
+    b->press(u"Command1"_s);
+    QCOMPARE(b->column(colunas::Selecao), (QStringList{u" "_s, u" "_s, u" "_s}));
 }
 
 void TstSelecao::toggleAllWithNoRow() {
-    b->servidor().executa(u"TRUNCATE TABLE orcamento"_s);
-    QVERIFY(b->abre());
+    b->server().execute(u"TRUNCATE TABLE orcamento"_s);
+    QVERIFY(b->open());
     ModalHelper modal;
-    modal.espera(mensagens::semRegistro, QMessageBox::Ok);
-    b->aperta(u"Command1"_s);
-    QCOMPARE(modal.confere(), QString());
-    QCOMPARE(modal.caixas()[0].titulo, u"Atenção!!!"_s);
-    QCOMPARE(modal.caixas()[0].icone, QMessageBox::Information);
-    QCOMPARE(modal.caixas()[0].botoes, QMessageBox::StandardButtons(QMessageBox::Ok));
-    QCOMPARE(b->botao(u"Command1"_s)->text(), desmarcarInicial);
+    modal.expect(mensagens::semRegistro, QMessageBox::Ok);
+    b->press(u"Command1"_s);
+    QCOMPARE(modal.problem(), QString());
+    QCOMPARE(modal.boxes()[0].title, u"Atenção!!!"_s);
+    QCOMPARE(modal.boxes()[0].icon, QMessageBox::Information);
+    QCOMPARE(modal.boxes()[0].buttons, QMessageBox::StandardButtons(QMessageBox::Ok));
+    QCOMPARE(b->button(u"Command1"_s)->text(), desmarcarInicial);
 }
 
 void TstSelecao::totalFollowsTheTicks() {
-    b->servidor().executa(u"UPDATE orcamento SET totalped = -5.05 WHERE nrpedido = 1; "
-                          "UPDATE orcamento SET totalped = NULL WHERE nrpedido = 2"_s);
-    QVERIFY(b->abre());
-    QCOMPARE(b->coluna(colunas::Total), (QStringList{u"-5,05"_s, u"0,00"_s, u"1.000,00"_s}));
+    b->server().execute(u"UPDATE orcamento SET totalped = -5.05 WHERE nrpedido = 1; "
+                        "UPDATE orcamento SET totalped = NULL WHERE nrpedido = 2"_s);
+    QVERIFY(b->open());
+    QCOMPARE(b->column(colunas::Total), (QStringList{u"-5,05"_s, u"0,00"_s, u"1.000,00"_s}));
     QCOMPARE(b->total(), u"994,95"_s);
-    b->clica(3, colunas::Selecao);
+    b->click(3, colunas::Selecao);
     QCOMPARE(b->total(), u"-5,05"_s);
-    b->clica(1, colunas::Selecao);
+    b->click(1, colunas::Selecao);
     QCOMPARE(b->total(), u"0,00"_s);
 }
 
 void TstSelecao::nothingSelectedRefusesToClose() {
-    b->aperta(u"Command1"_s);
+    b->press(u"Command1"_s);
     QCOMPARE(b->total(), u"0,00"_s);
     ModalHelper modal;
-    modal.espera(mensagens::nadaSelecionado, QMessageBox::Ok);
-    b->aperta(u"Command4"_s);
-    QCOMPARE(modal.confere(), QString());
+    modal.expect(mensagens::nadaSelecionado, QMessageBox::Ok);
+    b->press(u"Command4"_s);
+    QCOMPARE(modal.problem(), QString());
 }
 
 void TstSelecao::reloadSelectsEverythingAgain() {
-    b->servidor().executa(u"UPDATE produtos SET quantidade = 0"_s);
-    b->clica(1, colunas::Selecao);
-    b->clica(2, colunas::Selecao);
+    b->server().execute(u"UPDATE produtos SET quantidade = 0"_s);
+    b->click(1, colunas::Selecao);
+    b->click(2, colunas::Selecao);
     ModalHelper modal;
-    modal.espera(mensagens::lembrete, QMessageBox::Ok);
-    modal.espera(mensagens::comErros, QMessageBox::Ok);
-    b->aperta(u"Command4"_s);
-    QCOMPARE(modal.confere(), QString());
-    QCOMPARE(b->coluna(colunas::Selecao), (QStringList{u" "_s, u" "_s, u" "_s}));
+    modal.expect(mensagens::lembrete, QMessageBox::Ok);
+    modal.expect(mensagens::comErros, QMessageBox::Ok);
+    b->press(u"Command4"_s);
+    QCOMPARE(modal.problem(), QString());
+    QCOMPARE(b->column(colunas::Selecao), (QStringList{u" "_s, u" "_s, u" "_s}));
     QCOMPARE(b->total(), u"1.030,50"_s);
 }
 
@@ -265,7 +265,7 @@ void TstSelecao::controlsAndTheirNames_data() {
 void TstSelecao::controlsAndTheirNames() {
     QFETCH(QString, controle);
     QFETCH(QString, nome);
-    auto* alvo = b->painel()->findChild<QWidget*>(controle);
+    auto* alvo = b->panel()->findChild<QWidget*>(controle);
     QVERIFY(alvo);
     QCOMPARE(nomeAcessivel(alvo), nome);
     if (const auto* botao = qobject_cast<QPushButton*>(alvo))
@@ -276,14 +276,14 @@ void TstSelecao::controlsAndTheirNames() {
 
 // A screen reader hears a drop-down list's value and looks for its name where the list keeps it.
 void TstSelecao::paymentMethodListIsNamed() {
-    QCOMPARE(b->formas()->accessibleName(), u"FORMA PAGTO"_s);
+    QCOMPARE(b->methods()->accessibleName(), u"FORMA PAGTO"_s);
 }
 
 void TstSelecao::menus() {
-    const auto* barra = b->painel()->findChild<QMenuBar*>();
+    const auto* barra = b->panel()->findChild<QMenuBar*>();
     QVERIFY(barra);
     QCOMPARE(barra->actions().size(), 2);
-    auto* relatorio = b->painel()->findChild<QMenu*>(u"MnRelatorio"_s);
+    auto* relatorio = b->panel()->findChild<QMenu*>(u"MnRelatorio"_s);
     QVERIFY(relatorio);
     QCOMPARE(barra->actions()[0], relatorio->menuAction());
     QCOMPARE(relatorio->title().remove(u'&'), u"Relatório"_s);
@@ -299,7 +299,7 @@ void TstSelecao::menus() {
                                  u"MnComissao=Comissão"_s}));
 
     for (const QString& imagem : {u"picSucesso"_s, u"picErro"_s}) {
-        const auto* rotulo = b->painel()->findChild<QLabel*>(imagem);
+        const auto* rotulo = b->panel()->findChild<QLabel*>(imagem);
         QVERIFY2(rotulo, qPrintable(imagem));
         QVERIFY2(!rotulo->pixmap().isNull(), qPrintable(imagem));
         QVERIFY2(!rotulo->isVisible(), qPrintable(imagem));
@@ -309,29 +309,29 @@ void TstSelecao::menus() {
 // The toggle's caption changes, which takes a shortcut away unless it is set again.
 void TstSelecao::altKeysPressTheButtons() {
     for (const QString& total : {u"0,00"_s, u"1.030,50"_s, u"0,00"_s}) {
-        QTest::keyClick(b->grade(), Qt::Key_S, Qt::AltModifier);
+        QTest::keyClick(b->grid(), Qt::Key_S, Qt::AltModifier);
         QTRY_COMPARE(b->total(), total);
-        QTRY_VERIFY(!b->botao(u"Command1"_s)->isDown());
+        QTRY_VERIFY(!b->button(u"Command1"_s)->isDown());
     }
     ModalHelper modal;
-    modal.espera(mensagens::nadaSelecionado, QMessageBox::Ok);
-    QTest::keyClick(b->grade(), Qt::Key_E, Qt::AltModifier);
-    QTRY_COMPARE(modal.confere(), QString());
+    modal.expect(mensagens::nadaSelecionado, QMessageBox::Ok);
+    QTest::keyClick(b->grid(), Qt::Key_E, Qt::AltModifier);
+    QTRY_COMPARE(modal.problem(), QString());
 }
 
 void TstSelecao::altKeyOpensTheMenu() {
-    const auto* relatorio = b->painel()->findChild<QMenu*>(u"MnRelatorio"_s);
-    QTest::keyClick(b->grade(), Qt::Key_R, Qt::AltModifier);
+    const auto* relatorio = b->panel()->findChild<QMenu*>(u"MnRelatorio"_s);
+    QTest::keyClick(b->grid(), Qt::Key_R, Qt::AltModifier);
     QTRY_VERIFY(relatorio->isVisible());
     QTest::keyClick(QApplication::activePopupWidget(), Qt::Key_Escape);
     QTRY_VERIFY(!relatorio->isVisible());
-    QVERIFY(b->painel()->isVisible());
+    QVERIFY(b->panel()->isVisible());
 }
 
 void TstSelecao::tabOrder() {
     for (const QString& nome : {u"Command2"_s, u"Command3"_s, u"Command5"_s, u"Command6"_s})
-        b->botao(nome)->setEnabled(true);
-    b->grade()->setFocus();
+        b->button(nome)->setEnabled(true);
+    b->grid()->setFocus();
     QStringList visitados;
     for (int i = 0; i < 7; ++i) {
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
@@ -345,43 +345,43 @@ void TstSelecao::tabOrder() {
 }
 
 void TstSelecao::enterMovesToTheNextControl() {
-    b->grade()->setFocus();
+    b->grid()->setFocus();
     for (const Qt::Key tecla : {Qt::Key_Return, Qt::Key_Enter}) {
-        b->grade()->setFocus();
-        QTest::keyClick(b->grade(), tecla);
-        QTRY_COMPARE(QApplication::focusWidget(), b->botao(u"Command1"_s));
+        b->grid()->setFocus();
+        QTest::keyClick(b->grid(), tecla);
+        QTRY_COMPARE(QApplication::focusWidget(), b->button(u"Command1"_s));
     }
-    QCOMPARE(b->coluna(colunas::Selecao), (QStringList{u" "_s, u" "_s, u" "_s}));
+    QCOMPARE(b->column(colunas::Selecao), (QStringList{u" "_s, u" "_s, u" "_s}));
 }
 
 void TstSelecao::enterDoesNotPressAButton() {
-    b->botao(u"Command1"_s)->setFocus();
-    QTest::keyClick(b->botao(u"Command1"_s), Qt::Key_Return);
-    QTRY_VERIFY(QApplication::focusWidget() != b->botao(u"Command1"_s));
+    b->button(u"Command1"_s)->setFocus();
+    QTest::keyClick(b->button(u"Command1"_s), Qt::Key_Return);
+    QTRY_VERIFY(QApplication::focusWidget() != b->button(u"Command1"_s));
     QCOMPARE(b->total(), u"1.030,50"_s);
 }
 
 void TstSelecao::spacePressesAButton() {
-    b->botao(u"Command1"_s)->setFocus();
-    QTest::keyClick(b->botao(u"Command1"_s), Qt::Key_Space);
+    b->button(u"Command1"_s)->setFocus();
+    QTest::keyClick(b->button(u"Command1"_s), Qt::Key_Space);
     QCOMPARE(b->total(), u"0,00"_s);
 }
 
 void TstSelecao::escapeEndsTheProgram() {
-    QVERIFY(terminaCom([this] { QTest::keyClick(b->grade(), Qt::Key_Escape); }));
+    QVERIFY(terminaCom([this] { QTest::keyClick(b->grid(), Qt::Key_Escape); }));
 }
 
 void TstSelecao::escapeInABoxOnlyClosesTheBox() {
     QVERIFY(terminaCom([this] {
         ModalHelper modal;
-        modal.espera(mensagens::lembrete, QMessageBox::NoButton);
-        modal.espera(mensagens::sucesso, QMessageBox::NoButton);
-        b->aperta(u"Command4"_s);
-        QCOMPARE(modal.confere(), QString());
-        QCOMPARE(b->grade()->rows(), 1);
-        QVERIFY(b->painel()->isVisible());
-        QTimer::singleShot(0, b->painel(),
-                           [this] { QTest::keyClick(b->botao(u"Command1"_s), Qt::Key_Escape); });
+        modal.expect(mensagens::lembrete, QMessageBox::NoButton);
+        modal.expect(mensagens::sucesso, QMessageBox::NoButton);
+        b->press(u"Command4"_s);
+        QCOMPARE(modal.problem(), QString());
+        QCOMPARE(b->grid()->rows(), 1);
+        QVERIFY(b->panel()->isVisible());
+        QTimer::singleShot(0, b->panel(),
+                           [this] { QTest::keyClick(b->button(u"Command1"_s), Qt::Key_Escape); });
     }));
 }
 
@@ -389,15 +389,15 @@ void TstSelecao::closingTheWindowEndsTheProgram() {
     // A text viewer left open must not keep the program alive.
     QWidget outra;
     outra.show();
-    QVERIFY(terminaCom([this] { b->painel()->close(); }));
+    QVERIFY(terminaCom([this] { b->panel()->close(); }));
 }
 
 void TstSelecao::gridGrowsWithTheWindow() {
-    const QSize antes = b->grade()->size();
-    const int larguraDaColuna = b->grade()->columnWidth(colunas::Cliente);
-    b->painel()->resize(b->painel()->size() + QSize(200, 150));
-    QTRY_COMPARE(b->grade()->size(), antes + QSize(200, 150));
-    QCOMPARE(b->grade()->columnWidth(colunas::Cliente), larguraDaColuna);
+    const QSize antes = b->grid()->size();
+    const int larguraDaColuna = b->grid()->columnWidth(colunas::Cliente);
+    b->panel()->resize(b->panel()->size() + QSize(200, 150));
+    QTRY_COMPARE(b->grid()->size(), antes + QSize(200, 150));
+    QCOMPARE(b->grid()->columnWidth(colunas::Cliente), larguraDaColuna);
 }
 
 QTEST_MAIN(TstSelecao)

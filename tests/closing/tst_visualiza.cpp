@@ -1,7 +1,7 @@
 // Looking at a document from the panel.
 
-#include "closing/Balcao.h"
 #include "closing/Colunas.h"
+#include "closing/PanelBench.h"
 #include "core/AcessoDados.h"
 #include "support/ModalHelper.h"
 
@@ -11,26 +11,38 @@
 
 using namespace Qt::StringLiterals;
 using namespace tarvessa;
-using namespace tarvessa::teste;
+using namespace tarvessa::test;
 
-class TestVisualiza : public QObject {
+class TstVisualiza : public QObject {
     Q_OBJECT
 
   private:
-    Balcao m;
+    PanelBench m;
 
     void prepara(const QString& tipo = u"P"_s) {
-        m.zera();
-        m.produto(u"A"_s, QStringList(4, u"1"_s));
-        m.produto(u"***ENTREGA"_s, QStringList(4, u"15"_s));
-        m.cliente(u"C1"_s, u"D'ÁVILA E FILHOS"_s, 28, u"BOLETO"_s, u"3"_s);
-        m.documento(tipo, 7, u"C1"_s, u"ANA MARIA"_s,
-                    {{u"A"_s, u"1234.5"_s, u"1.1"_s},
-                     {u"***LIGAR ANTES"_s, u"0"_s, u"0"_s},
-                     {u"***ENTREGA"_s, u"1"_s, u"15"_s},
-                     {u"SUMIU"_s, u"2"_s, u"0.5"_s}});
-        m.servidor.executa(u"UPDATE orcamento SET dataabertura = CURDATE() - INTERVAL 2 DAY"_s);
-        m.abre();
+        m.reset();
+        m.shop().basicoDosDocumentos();
+        m.shop().produto({.codigo = u"A"_s, .descricao = u"PRODUTO A"_s, .precos = QList<Valor>(4, u"1"_s)});
+        m.shop().produto({.codigo = u"***ENTREGA"_s,
+                          .descricao = u"PRODUTO ***ENTREGA"_s,
+                          .precos = QList<Valor>(4, u"15"_s)});
+        m.shop().cliente({.codigo = u"C1"_s,
+                          .nome = u"D'ÁVILA E FILHOS"_s,
+                          .prazo = u"28"_s,
+                          .formaPg = u"BOLETO"_s,
+                          .colunaPreco = u"3"_s,
+                          .cnpjCpf = u"11222333000181"_s,
+                          .fantasia = u"FANTASIA"_s,
+                          .outros = u"tabelas_preco='9999'"_s});
+        m.shop().documento(
+            {.pedido = 7,
+             .tipo = tipo,
+             .nomeVendedor = u"ANA MARIA"_s,
+             .diasAtras = 2,
+             .linhas = {aoPreco(u"A"_s, u"1234.5"_s, u"1.1"_s), aoPreco(u"***LIGAR ANTES"_s, u"0"_s, u"0"_s),
+                        aoPreco(u"***ENTREGA"_s, u"1"_s, u"15"_s), aoPreco(u"SUMIU"_s, u"2"_s, u"0.5"_s)},
+             .controle = false});
+        QVERIFY(m.open(PanelBench::wide));
     }
 
     static QString campo(const QWidget* tela, const char* nome) {
@@ -52,32 +64,32 @@ class TestVisualiza : public QObject {
     }
 
     QStringList tudoDoPainel() const {
-        QStringList textos = {m.grade()->text(0, 0)};
-        for (int linha = 1; linha < m.grade()->rows(); ++linha)
-            for (int coluna = 0; coluna < m.grade()->columns(); ++coluna)
-                textos += m.celula(linha, coluna);
+        QStringList textos = {m.grid()->text(0, 0)};
+        for (int linha = 1; linha < m.grid()->rows(); ++linha)
+            for (int coluna = 0; coluna < m.grid()->columns(); ++coluna)
+                textos += m.cell(linha, coluna);
         return textos;
     }
 
   private Q_SLOTS:
-    void cleanup() { m.fecha(); }
+    void cleanup() { m.close(); }
 
-    void mostraODocumento_data() {
+    void showsTheDocument_data() {
         QTest::addColumn<QString>("tipo");
         QTest::addColumn<QString>("nome");
         QTest::newRow("pre-sale") << u"P"_s << u"Pré-venda"_s;
         QTest::newRow("DAV") << u"D"_s << u"DAV"_s;
     }
 
-    void mostraODocumento() {
+    void showsTheDocument() {
         QFETCH(QString, tipo);
         QFETCH(QString, nome);
         prepara(tipo);
         const QStringList antes = tudoDoPainel();
-        const QString data = m.valor(u"SELECT DATE_FORMAT(CURDATE() - INTERVAL 2 DAY, '%d/%m/%Y')"_s);
+        const QString data = u"13/03/2024"_s;
         ModalHelper janelas;
         bool vista = false;
-        janelas.aoAbrir([&](QWidget* tela) {
+        janelas.onOpen([&](QWidget* tela) {
             vista = true;
             QCOMPARE(tela->objectName(), u"VisualizaPedido"_s);
             QVERIFY(tela->isModal());
@@ -109,149 +121,157 @@ class TestVisualiza : public QObject {
             QVERIFY(grade->hasFocus());
             QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
         });
-        m.duploClique(1, colunas::Cliente);
+        m.doubleClick(1, colunas::Cliente);
         QVERIFY(vista);
-        QCOMPARE(janelas.confere(), QString());
-        QVERIFY(m.painel().isVisible());
+        QCOMPARE(janelas.problem(), QString());
+        QVERIFY(m.panel()->isVisible());
         QCOMPARE(tudoDoPainel(), antes);
-        QCOMPARE(m.textos().size(), 1);
-        QVERIFY(m.textos()[0].startsWith(u"SELECT o.nrpedido, "_s));
+        QCOMPARE(m.texts().size(), 1);
+        QVERIFY(m.texts()[0].startsWith(u"SELECT o.nrpedido, "_s));
     }
 
-    void abreDeTodaColunaAteOTotal_data() {
+    void opensFromEveryColumnUpToTheTotal_data() {
         QTest::addColumn<int>("coluna");
         for (int coluna = colunas::Pedido; coluna <= colunas::Total; ++coluna)
             QTest::addRow("column %d", coluna) << coluna;
     }
 
-    void abreDeTodaColunaAteOTotal() {
+    void opensFromEveryColumnUpToTheTotal() {
         QFETCH(int, coluna);
         prepara();
         ModalHelper janelas;
-        janelas.aoAbrir([](QWidget* tela) { QTest::keyClick(tela, Qt::Key_Escape); });
-        m.duploClique(1, coluna);
-        QCOMPARE(janelas.confere(), QString());
-        QVERIFY(m.grade()->isTicked(1));
+        janelas.onOpen([](QWidget* tela) { QTest::keyClick(tela, Qt::Key_Escape); });
+        m.doubleClick(1, coluna);
+        QCOMPARE(janelas.problem(), QString());
+        QVERIFY(m.grid()->isTicked(1));
         QVERIFY(!m.editor()->isVisible());
     }
 
     void f3NaLinhaAbre() {
         prepara();
-        m.grade()->setFocus();
-        m.grade()->setCurrentCell(1, colunas::Tabela);
+        m.grid()->setFocus();
+        m.grid()->setCurrentCell(1, colunas::Tabela);
         ModalHelper janelas;
-        janelas.aoAbrir([](QWidget* tela) {
+        janelas.onOpen([](QWidget* tela) {
             QTest::mouseClick(tela->findChild<QPushButton*>(u"Fechar"_s), Qt::LeftButton);
         });
-        QTest::keyClick(m.painel().windowHandle(), Qt::Key_F3);
-        QCOMPARE(janelas.confere(), QString());
-        QVERIFY(m.focoNaGrade());
+        QTest::keyClick(m.panel()->windowHandle(), Qt::Key_F3);
+        QCOMPARE(janelas.problem(), QString());
+        QVERIFY(m.gridHasFocus());
     }
 
     void f3GravaOQueSeEdita() {
         prepara();
-        m.clica(1, colunas::DiasVenc);
-        Balcao::digita(u"35"_s);
+        m.click(1, colunas::DiasVenc);
+        m.type(u"35"_s);
         ModalHelper janelas;
-        janelas.aoAbrir([](QWidget* tela) {
+        janelas.onOpen([](QWidget* tela) {
             QCOMPARE(campo(tela, "DiasVenc"), u"35"_s);
             QTest::keyClick(tela, Qt::Key_Escape);
         });
-        QTest::keyClick(m.painel().windowHandle(), Qt::Key_F3);
-        QCOMPARE(janelas.confere(), QString());
+        QTest::keyClick(m.panel()->windowHandle(), Qt::Key_F3);
+        QCOMPARE(janelas.problem(), QString());
     }
 
     void f3SemLinhaNaoFazNada() {
         prepara();
-        m.servidor.executa(u"DELETE FROM orcamento"_s);
-        m.botao("Command3")->setEnabled(true);
-        m.clica("Command3");
-        m.marca();
+        m.server().execute(u"DELETE FROM orcamento"_s);
+        m.button(u"Command3"_s)->setEnabled(true);
+        m.press(u"Command3"_s);
+        m.mark();
         ModalHelper janelas;
-        QTest::keyClick(m.painel().windowHandle(), Qt::Key_F3);
-        QCOMPARE(janelas.confere(), QString());
-        QCOMPARE(m.textos(), QStringList());
+        QTest::keyClick(m.panel()->windowHandle(), Qt::Key_F3);
+        QCOMPARE(janelas.problem(), QString());
+        QCOMPARE(m.texts(), QStringList());
     }
 
-    void nasColunasDeEdicaoSaoDoisCliques() {
+    void editedColumnsTakeTwoClicks() {
         prepara();
         ModalHelper janelas; // nothing is announced, so nothing may open
-        m.duploClique(1, colunas::Selecao);
-        QVERIFY(m.grade()->isTicked(1));
-        m.clica(1, colunas::Selecao);
-        QVERIFY(!m.grade()->isTicked(1));
-        m.duploClique(1, colunas::Selecao);
-        QVERIFY(!m.grade()->isTicked(1));
-        QCOMPARE(m.textos(), QStringList());
+        m.doubleClick(1, colunas::Selecao);
+        QVERIFY(m.grid()->isTicked(1));
+        m.click(1, colunas::Selecao);
+        QVERIFY(!m.grid()->isTicked(1));
+        m.doubleClick(1, colunas::Selecao);
+        QVERIFY(!m.grid()->isTicked(1));
+        QCOMPARE(m.texts(), QStringList());
 
-        m.duploClique(1, colunas::DiasVenc);
+        m.doubleClick(1, colunas::DiasVenc);
         QVERIFY(m.editor()->hasFocus());
         QCOMPARE(m.editor()->text(), u"28"_s);
-        QCOMPARE(m.textos(), QStringList());
-        Balcao::tecla(Qt::Key_Return);
+        QCOMPARE(m.texts(), QStringList());
+        m.key(Qt::Key_Return);
 
-        m.duploClique(1, colunas::FormaPagto);
-        QVERIFY(m.combo()->isVisible());
-        m.combo()->hidePopup();
-        QCOMPARE(janelas.confere(), QString());
+        m.doubleClick(1, colunas::FormaPagto);
+        QVERIFY(m.methods()->isVisible());
+        m.methods()->hidePopup();
+        QCOMPARE(janelas.problem(), QString());
     }
 
-    void documentoQueSumiuAvisa() {
+    void missingDocumentIsTold() {
         prepara();
-        m.servidor.executa(u"UPDATE orcamento SET nrpedido = 8"_s);
+        m.server().execute(u"UPDATE orcamento SET nrpedido = 8"_s);
         ModalHelper caixas;
-        caixas.espera(u"O pedido não foi encontrado no banco de dados. Verifique!!!"_s, QMessageBox::Ok);
-        m.duploClique(1, colunas::Pedido);
-        QCOMPARE(caixas.confere(), QString());
+        caixas.expect(u"O pedido não foi encontrado no banco de dados. Verifique!!!"_s, QMessageBox::Ok);
+        m.doubleClick(1, colunas::Pedido);
+        QCOMPARE(caixas.problem(), QString());
     }
 
-    void camposVaziosNaoQuebram() {
+    void emptyFieldsDoNoHarm() {
         prepara();
-        m.servidor.executa(
+        m.server().execute(
             u"DELETE FROM clientes; UPDATE orcamento SET codigocli = NULL, nomevendedor = NULL, "
             "quantidade = NULL, unitario = NULL, totalped = NULL, situacaoorc = 'X'"_s);
         ModalHelper janelas;
-        janelas.aoAbrir([](QWidget* tela) {
+        janelas.onOpen([](QWidget* tela) {
             QCOMPARE(campo(tela, "Situacao"), u"Cancelado"_s);
             QCOMPARE(campo(tela, "Cliente"), QString());
             QCOMPARE(campo(tela, "Total"), u"0,00"_s);
             QTest::keyClick(tela, Qt::Key_Escape);
         });
-        m.duploClique(1, colunas::Pedido);
-        QCOMPARE(janelas.confere(), QString());
+        m.doubleClick(1, colunas::Pedido);
+        QCOMPARE(janelas.problem(), QString());
     }
 
-    void naoPerturbaORecordsetAberto() {
+    void leavesTheOpenResultAlone() {
         prepara();
         QVERIFY(AbreRS(u"SELECT 1 AS um UNION SELECT 2"_s));
         ModalHelper janelas;
-        janelas.aoAbrir([](QWidget* tela) { QTest::keyClick(tela, Qt::Key_Escape); });
-        m.duploClique(1, colunas::Pedido);
+        janelas.onOpen([](QWidget* tela) { QTest::keyClick(tela, Qt::Key_Escape); });
+        m.doubleClick(1, colunas::Pedido);
         QCOMPARE(rs.field(u"um").text(), u"1"_s);
         rs.moveNext();
         QCOMPARE(rs.field(u"um").text(), u"2"_s);
         rs.close();
     }
 
-    void milItens() {
-        m.zera();
-        m.cliente(u"C1"_s, u"UM"_s, 28, u"BOLETO"_s, u"3"_s);
-        QList<Item> itens;
+    void thousandItems() {
+        m.reset();
+        m.shop().basicoDosDocumentos();
+        m.shop().cliente({.codigo = u"C1"_s,
+                          .nome = u"UM"_s,
+                          .prazo = u"28"_s,
+                          .formaPg = u"BOLETO"_s,
+                          .colunaPreco = u"3"_s,
+                          .cnpjCpf = u"11222333000181"_s,
+                          .fantasia = u"FANTASIA"_s,
+                          .outros = u"tabelas_preco='9999'"_s});
+        QList<Linha> itens;
         for (int i = 0; i < 1000; ++i)
-            itens += Item{i % 10 == 0 ? u"***N"_s : u"A"_s, u"1"_s, u"2"_s};
-        m.documento(u"P"_s, 7, u"C1"_s, u"ANA"_s, itens);
-        m.abre();
+            itens += aoPreco(i % 10 == 0 ? u"***N"_s : u"A"_s, u"1"_s, u"2"_s);
+        m.shop().documento({.pedido = 7, .diasAtras = 0, .linhas = itens, .controle = false});
+        QVERIFY(m.open(PanelBench::wide));
         ModalHelper janelas;
-        janelas.aoAbrir([](QWidget* tela) {
+        janelas.onOpen([](QWidget* tela) {
             QCOMPARE(tela->findChild<Grid*>(u"GridItens"_s)->rows(), 1001);
             QCOMPARE(campo(tela, "Total"), u"2.000,00"_s);
             QVERIFY(tela->height() <= tela->screen()->availableSize().height());
             QTest::keyClick(tela, Qt::Key_Escape);
         });
-        m.duploClique(1, colunas::Pedido);
-        QCOMPARE(janelas.confere(), QString());
+        m.doubleClick(1, colunas::Pedido);
+        QCOMPARE(janelas.problem(), QString());
     }
 };
 
-QTEST_MAIN(TestVisualiza)
+QTEST_MAIN(TstVisualiza)
 #include "tst_visualiza.moc"

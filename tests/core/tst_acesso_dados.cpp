@@ -1,5 +1,5 @@
 #include "core/AcessoDados.h"
-#include "support/ErroDe.h"
+#include "support/ErrorOf.h"
 #include "support/ModalHelper.h"
 #include "support/PrivateServer.h"
 #include "support/StatementLog.h"
@@ -10,7 +10,7 @@
 
 using namespace Qt::StringLiterals;
 using namespace tarvessa;
-using namespace tarvessa::teste;
+using namespace tarvessa::test;
 
 /// The process-wide connection and its two results.
 class TstAcessoDados : public QObject {
@@ -44,7 +44,7 @@ class TstAcessoDados : public QObject {
 
 void TstAcessoDados::initTestCase() {
     m_servidor = std::make_unique<PrivateServer>();
-    m_servidor->executa(u"INSERT INTO vendedores (codigovend, vendedor) VALUES (1, 'ANA'), (2, 'BETO'), "
+    m_servidor->execute(u"INSERT INTO vendedores (codigovend, vendedor) VALUES (1, 'ANA'), (2, 'BETO'), "
                         "(3, 'CIDA')"_s);
 }
 
@@ -54,7 +54,7 @@ void TstAcessoDados::init() {
 
 void TstAcessoDados::cleanup() {
     EncerraBanco();
-    m_servidor->usaSocket(m_servidor->socket());
+    m_servidor->useSocket(m_servidor->socket());
 }
 
 void TstAcessoDados::cleanupTestCase() {
@@ -70,35 +70,35 @@ void TstAcessoDados::startMakesShellAndConnectionAndSendsNothing() {
     QVERIFY(Connection.isOpen());
     QVERIFY(!rs.isOpen());
     QVERIFY(!rs2.isOpen());
-    QCOMPARE(registro.textos(), QStringList());
-    QCOMPARE(caixas.confere(), QString());
+    QCOMPARE(registro.texts(), QStringList());
+    QCOMPARE(caixas.problem(), QString());
 }
 
 void TstAcessoDados::failedConnectionShowsOneMessageAndRunsNothing() {
     EncerraBanco();
     StatementLog registro(*m_servidor);
-    m_servidor->usaSocket(m_servidor->socket() + u".nada"_s);
+    m_servidor->useSocket(m_servidor->socket() + u".nada"_s);
     ModalHelper caixas;
-    caixas.espera(u"Não foi possível conectar ao banco de dados. Verifique!!!"_s, QMessageBox::Ok);
+    caixas.expect(u"Não foi possível conectar ao banco de dados. Verifique!!!"_s, QMessageBox::Ok);
     QVERIFY(!IniciaBanco());
-    QCOMPARE(caixas.confere(), QString());
-    QCOMPARE(caixas.caixas().size(), 1);
-    QCOMPARE(caixas.caixas()[0].titulo, u"Atenção!!!"_s);
-    QCOMPARE(caixas.caixas()[0].icone, QMessageBox::Information);
-    QCOMPARE(caixas.caixas()[0].botoes, QMessageBox::StandardButtons(QMessageBox::Ok));
+    QCOMPARE(caixas.problem(), QString());
+    QCOMPARE(caixas.boxes().size(), 1);
+    QCOMPARE(caixas.boxes()[0].title, u"Atenção!!!"_s);
+    QCOMPARE(caixas.boxes()[0].icon, QMessageBox::Information);
+    QCOMPARE(caixas.boxes()[0].buttons, QMessageBox::StandardButtons(QMessageBox::Ok));
     QVERIFY(!Connection.isOpen());
-    QCOMPARE(registro.textos(), QStringList());
+    QCOMPARE(registro.texts(), QStringList());
 }
 
 void TstAcessoDados::failedConnectionThenAnotherStart() {
-    m_servidor->usaSocket(m_servidor->socket() + u".nada"_s);
+    m_servidor->useSocket(m_servidor->socket() + u".nada"_s);
     ModalHelper caixas;
-    caixas.espera(u"Não foi possível conectar ao banco de dados. Verifique!!!"_s, QMessageBox::Ok);
+    caixas.expect(u"Não foi possível conectar ao banco de dados. Verifique!!!"_s, QMessageBox::Ok);
     QVERIFY(!IniciaBanco());
-    m_servidor->usaSocket(m_servidor->socket());
+    m_servidor->useSocket(m_servidor->socket());
     QVERIFY(IniciaBanco());
     QVERIFY(AbreRS(u"SELECT 1 AS um"_s));
-    QCOMPARE(caixas.confere(), QString());
+    QCOMPARE(caixas.problem(), QString());
 }
 
 void TstAcessoDados::queryWithRowsAnswersTrueAndStandsOnTheFirst() {
@@ -157,8 +157,8 @@ void TstAcessoDados::executeRunsOneStatementAndReadsNothingBack() {
     StatementLog registro(*m_servidor);
     const QString sql = u"Update Vendedores Set ComissEsp1= 2.5,ComissEsp2=-1 Where CodigoVend=2"_s;
     Executa(sql);
-    QCOMPARE(registro.textos(), QStringList{sql});
-    QCOMPARE(m_servidor->consulta(u"SELECT ComissEsp1, ComissEsp2 FROM vendedores WHERE codigovend = 2"_s)[0],
+    QCOMPARE(registro.texts(), QStringList{sql});
+    QCOMPARE(m_servidor->query(u"SELECT ComissEsp1, ComissEsp2 FROM vendedores WHERE codigovend = 2"_s)[0],
              (QStringList{u"2.50"_s, u"-1.00"_s}));
 }
 
@@ -168,19 +168,19 @@ void TstAcessoDados::errorsSurfaceToTheCaller() {
                              std::function<void()>([] { AbreRS2(u"SELECT x FROM nenhuma"_s); }),
                              std::function<void()>([] { NovoRS(u"SELECT x FROM nenhuma"_s); }),
                              std::function<void()>([] { Executa(u"UPDATE nenhuma SET x = 1"_s); })}) {
-        const auto erro = erroDe(acao);
+        const auto erro = errorOf(acao);
         QVERIFY(erro);
         QCOMPARE(erro->number(), 1146);
         QVERIFY(erro->statement().contains(u"nenhuma"_s));
     }
-    QCOMPARE(caixas.confere(), QString());
+    QCOMPARE(caixas.problem(), QString());
     QVERIFY(AbreRS(u"SELECT 1 AS um"_s));
 }
 
 void TstAcessoDados::queryAfterALostConnectionFails() {
-    m_servidor->mataConexoesDoPrograma();
+    m_servidor->killProgramConnections();
     for (int vez = 0; vez < 2; ++vez) {
-        const auto erro = erroDe([] { AbreRS(u"SELECT 1 AS um"_s); });
+        const auto erro = errorOf([] { AbreRS(u"SELECT 1 AS um"_s); });
         QVERIFY(erro);
         QVERIFY2(erro->isConnectionLost(),
                  qPrintable(u"%1 %2 %3"_s.arg(erro->number()).arg(erro->sqlState(), erro->text())));
@@ -223,8 +223,8 @@ void TstAcessoDados::endReleasesEverything() {
     QVERIFY(!Connection.isOpen());
     QVERIFY(!Shell);
     const auto conexoes = [this] {
-        return m_servidor->consulta(
-            u"SELECT id FROM information_schema.processlist WHERE user = '%1'"_s.arg(m_servidor->usuario()));
+        return m_servidor->query(
+            u"SELECT id FROM information_schema.processlist WHERE user = '%1'"_s.arg(m_servidor->user()));
     };
     QTRY_COMPARE(conexoes().size(), 0);
 }

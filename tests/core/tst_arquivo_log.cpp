@@ -1,6 +1,6 @@
 #include "core/ArquivoLog.h"
 #include "core/Pastas.h"
-#include "support/ErroDe.h"
+#include "support/ErrorOf.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -11,7 +11,7 @@
 
 using namespace Qt::StringLiterals;
 using namespace tarvessa;
-using namespace tarvessa::teste;
+using namespace tarvessa::test;
 
 /// The logs in the program's folder, byte for byte.
 class TstArquivoLog : public QObject {
@@ -105,9 +105,9 @@ void TstArquivoLog::fileThatCannotBeCreatedIsAnError() {
     QVERIFY(QDir(m_pasta->path()).mkdir(u"ocupado"_s));
     FixaPastaDoPrograma(m_pasta->path() + pasta);
     ArquivoLog log;
-    const auto erro = erroDe([&] { log.cria(nome); });
+    const auto erro = errorOf([&] { log.cria(nome); });
     QVERIFY(erro);
-    QCOMPARE(erro->number(), numero(ErrorNumber::FileNotWritable));
+    QCOMPARE(erro->number(), number(ErrorNumber::FileNotWritable));
     QVERIFY2(erro->text().contains(QDir::toNativeSeparators(m_pasta->path() + pasta + u'/' + nome)),
              qPrintable(erro->text()));
 }
@@ -117,7 +117,7 @@ void TstArquivoLog::lineThatCannotBeWrittenIsAnError() {
     FixaPastaDoPrograma(u"/dev"_s);
     ArquivoLog log;
     log.cria(u"full"_s);
-    QCOMPARE(numeroDoErroDe([&] { log.linha(u"perdida"_s); }), numero(ErrorNumber::FileNotWritable));
+    QCOMPARE(errorNumberOf([&] { log.linha(u"perdida"_s); }), number(ErrorNumber::FileNotWritable));
 }
 
 void TstArquivoLog::folderIsTheExecutablesUnlessFixed() {

@@ -1,5 +1,5 @@
 #include "core/AcessoDados.h"
-#include "support/ErroDe.h"
+#include "support/ErrorOf.h"
 #include "support/PrivateServer.h"
 
 #include <QTest>
@@ -9,7 +9,7 @@
 
 using namespace Qt::StringLiterals;
 using namespace tarvessa;
-using namespace tarvessa::teste;
+using namespace tarvessa::test;
 
 /// What the program needs of a shop's database: tables, columns with fitting types, and the SQL dialect. The
 /// sample schema stands for the shop's.
@@ -30,26 +30,15 @@ class TstEsquema : public QObject {
     void lookUpsHaveAnIndex();
 
     void backquotedNames();
-    void ifNullRoundAndLeft();
-    void betweenIncludesBothBounds();
-    void unionAllKeepsEqualRows();
-    void truncateEmptiesAStagingTable();
-    void insertSet();
-    void insertSelect();
-    void updateOfTwoTables();
     void groupingByFewerColumnsThanSelected();
     void tableNamesInAnyLetterCase_data();
     void tableNamesInAnyLetterCase();
-    void columnNamesInAnyLetterCase();
-    void quotedDigitsAgainstIntegers();
-    void timeFromHoursAndMinutes();
     void closingMomentAsText();
     void screenDateInTheStagingTable();
-    void counterIsAdvancedAndReadBack();
 
   private:
     QString valor(const QString& sql) {
-        const auto linhas = m_servidor->consulta(sql);
+        const auto linhas = m_servidor->query(sql);
         return linhas.isEmpty() ? u"(no row)"_s : linhas[0][0];
     }
 
@@ -109,7 +98,7 @@ void TstEsquema::initTestCase() {
 void TstEsquema::init() {
     for (const char* tabela : {"orcamento", "orcamento_controle", "produtos", "clientes", "vendedores",
                                "empresa", "relat", "relat2", "areceber", "movsaient", "logestoque"})
-        m_servidor->executa(u"DELETE FROM %1"_s.arg(QLatin1StringView(tabela)));
+        m_servidor->execute(u"DELETE FROM %1"_s.arg(QLatin1StringView(tabela)));
 }
 
 void TstEsquema::cleanupTestCase() {
@@ -254,7 +243,7 @@ void TstEsquema::tableHasItsColumns_data() {
 
 void TstEsquema::tableHasItsColumns() {
     QFETCH(Colunas, colunas);
-    const auto linhas = m_servidor->consulta(
+    const auto linhas = m_servidor->query(
         u"SELECT column_name, data_type, IFNULL(numeric_scale, '') FROM information_schema.columns "
         "WHERE table_schema = DATABASE() AND LOWER(table_name) = LOWER('%1')"_s.arg(
             QString::fromLatin1(QTest::currentDataTag())));
@@ -271,7 +260,7 @@ void TstEsquema::tableHasItsColumns() {
 // What one report leaves in a table another reads, and both tables take the same statements.
 void TstEsquema::stagingTablesHaveOneColumnSet() {
     const auto colunasDe = [this](const QString& tabela) {
-        return m_servidor->consulta(
+        return m_servidor->query(
             u"SELECT column_name, column_type FROM information_schema.columns WHERE "
             "table_schema = DATABASE() AND table_name = '%1' ORDER BY column_name"_s.arg(tabela));
     };
@@ -314,11 +303,11 @@ void TstEsquema::lookUpsHaveAnIndex_data() {
 void TstEsquema::lookUpsHaveAnIndex() {
     QFETCH(QString, sql);
     // A plan on an empty table tells nothing, hence the keys the server finds possible.
-    m_servidor->executa(
+    m_servidor->execute(
         u"INSERT INTO produtos (codfabr) VALUES ('1'), ('2'); "
         "INSERT INTO clientes (codigo, CNPJ_CPF) VALUES ('1', '1'), ('2', '2'); "
         "INSERT INTO orcamento_controle (NrPedido, tipoOperacao) VALUES (1, 'P'), (2, 'P')"_s);
-    const auto plano = m_servidor->consulta(u"EXPLAIN "_s + sql);
+    const auto plano = m_servidor->query(u"EXPLAIN "_s + sql);
     QCOMPARE(plano.size(), 1);
     constexpr int chavesPossiveis = 4;
     QVERIFY2(!plano[0][chavesPossiveis].isEmpty(), qPrintable(plano[0].join(u'|')));
@@ -327,76 +316,13 @@ void TstEsquema::lookUpsHaveAnIndex() {
 void TstEsquema::backquotedNames() {
     Executa(u"INSERT INTO `areceber` (`CodigoCli`, `NomeCli`, `Valor`, `Nr_Pedido`) "
             "VALUES ('7', 'JOÃO', 12.50, 99)"_s);
-    QCOMPARE(m_servidor->consulta(
+    QCOMPARE(m_servidor->query(
                  u"SELECT CodigoCli, NomeCli, Valor, Nr_Pedido, DataBaixa, SitBaixa FROM areceber"_s),
              (QList<QStringList>{{u"7"_s, u"JOÃO"_s, u"12.50"_s, u"99"_s, u"1901-01-01"_s, u"A"_s}}));
 }
 
-void TstEsquema::ifNullRoundAndLeft() {
-    m_servidor->executa(
-        u"INSERT INTO produtos (codfabr, quantidade, quantidade2) VALUES ('1', 1.500, NULL)"_s);
-    m_servidor->executa(u"INSERT INTO movsaient (cfop, quantunit, totalvenda) VALUES ('5102', 1, 1.00)"_s);
-    QVERIFY(
-        AbreRS(u"SELECT IFNULL(quantidade,0)+IFNULL(quantidade2,0) AS total, ROUND(quantidade*0.335,2) AS r "
-               "FROM produtos"_s));
-    QCOMPARE(rs.field(u"total").text(), u"1.500"_s);
-    QCOMPARE(rs.field(u"r").text(), u"0.50"_s);
-    QVERIFY(AbreRS(u"SELECT cfop FROM movsaient WHERE LEFT(cfop,3) IN ('510','511')"_s));
-    QVERIFY(!AbreRS(u"SELECT cfop FROM movsaient WHERE LEFT(cfop,3) IN ('610')"_s));
-}
-
-void TstEsquema::betweenIncludesBothBounds() {
-    m_servidor->executa(
-        u"INSERT INTO movsaient (dataemissao, nr_nf) VALUES ('2024-01-31', 1), ('2024-02-01', 2), "
-        "('2024-02-29', 3), ('2024-03-01', 4), (NULL, 5)"_s);
-    QVERIFY(AbreRS(u"SELECT nr_nf FROM movsaient WHERE dataemissao BETWEEN '2024-02-01' AND '2024-02-29' "
-                   "ORDER BY nr_nf"_s));
-    QStringList notas;
-    for (; !rs.atEnd(); rs.moveNext())
-        notas += rs.field(u"nr_nf").text();
-    QCOMPARE(notas, (QStringList{u"2"_s, u"3"_s}));
-}
-
-void TstEsquema::unionAllKeepsEqualRows() {
-    QVERIFY(AbreRS(
-        u"SELECT SUM(v) AS total FROM (SELECT 1.50 AS v UNION ALL SELECT 1.50 UNION ALL SELECT -1.00) t"_s));
-    QCOMPARE(rs.field(u"total").text(), u"2.00"_s);
-}
-
-void TstEsquema::truncateEmptiesAStagingTable() {
-    Executa(u"INSERT INTO relat2 SET Texto1='a'"_s);
-    Executa(u"truncate Relat2"_s);
-    QCOMPARE(valor(u"SELECT COUNT(*) FROM relat2"_s), u"0"_s);
-    Executa(u"INSERT INTO relat SET Texto1='a'"_s);
-    Executa(u"TRUNCATE TABLE relat"_s);
-    QCOMPARE(valor(u"SELECT COUNT(*) FROM relat"_s), u"0"_s);
-}
-
-void TstEsquema::insertSet() {
-    Executa(u"INSERT INTO logestoque SET data = '2024-02-29', hora = '12:34:56', usuario = '', tela = 'x', "
-            "codproduto = '1', qtdLoja = -1.5"_s);
-    QCOMPARE(m_servidor->consulta(u"SELECT data, hora, usuario, tela, codproduto, qtdLoja FROM logestoque"_s),
-             (QList<QStringList>{{u"2024-02-29"_s, u"12:34:56"_s, u""_s, u"x"_s, u"1"_s, u"-1.500"_s}}));
-}
-
-void TstEsquema::insertSelect() {
-    m_servidor->executa(u"INSERT INTO clientes (codigo, nome) VALUES ('1', 'ANA'), ('2', 'BETO')"_s);
-    Executa(u"INSERT INTO relat (codigo1, TEXTO1, valor1) SELECT codigo, nome, 2.5 "
-            "FROM Clientes ORDER BY codigo"_s);
-    QCOMPARE(m_servidor->consulta(u"SELECT Codigo1, Texto1, Valor1 FROM relat ORDER BY id"_s),
-             (QList<QStringList>{{u"1"_s, u"ANA"_s, u"2.50"_s}, {u"2"_s, u"BETO"_s, u"2.50"_s}}));
-}
-
-void TstEsquema::updateOfTwoTables() {
-    m_servidor->executa(u"INSERT INTO relat (Codigo1, Valor1) VALUES ('1', 0), ('2', 0); "
-                        "INSERT INTO relat2 (Codigo1, Valor1) VALUES ('2', 7.25)"_s);
-    Executa(u"Update relat as a, relat2 as b Set a.Valor1=b.Valor1 Where a.Codigo1=b.Codigo1"_s);
-    QCOMPARE(m_servidor->consulta(u"SELECT Codigo1, Valor1 FROM relat ORDER BY Codigo1"_s),
-             (QList<QStringList>{{u"1"_s, u"0.00"_s}, {u"2"_s, u"7.25"_s}}));
-}
-
 void TstEsquema::groupingByFewerColumnsThanSelected() {
-    m_servidor->executa(
+    m_servidor->execute(
         u"INSERT INTO orcamento (nrpedido, placa, codigocli, totalped) VALUES (1, 'AAA', '7', 1.50), "
         "(1, 'AAA', '7', 2.00), (2, 'BBB', '8', 3.00)"_s);
     QVERIFY(AbreRS(
@@ -422,31 +348,8 @@ void TstEsquema::tableNamesInAnyLetterCase() {
     QVERIFY(!rs.field(u"n").isNull());
 }
 
-void TstEsquema::columnNamesInAnyLetterCase() {
-    m_servidor->executa(u"INSERT INTO produtos (codfabr, Nitem) VALUES ('1', 5)"_s);
-    Executa(u"UPDATE Produtos SET NITEM=nItem+1 WHERE CODFABR='1'"_s);
-    QVERIFY(AbreRS(u"Select CodFabr, NITEM From PRODUTOS Where codFABR='1'"_s));
-    QCOMPARE(rs.field(u"codfabr").text(), u"1"_s);
-    QCOMPARE(rs.field(u"Nitem").text(), u"6"_s);
-}
-
-void TstEsquema::quotedDigitsAgainstIntegers() {
-    m_servidor->executa(u"INSERT INTO orcamento (nrpedido, TipoOperacao) VALUES (5, 'D')"_s);
-    Executa(u"Update orcamento Set nrPedido='123' Where nrpedido='5'"_s);
-    QVERIFY(AbreRS(u"SELECT nrpedido FROM orcamento WHERE nrpedido=123"_s));
-    QCOMPARE(rs.field(u"nrpedido").integer(), 123);
-    m_servidor->executa(u"INSERT INTO clientes (codigo) VALUES ('0042')"_s);
-    QVERIFY(!AbreRS(u"SELECT codigo FROM clientes WHERE codigo='42'"_s));
-}
-
-void TstEsquema::timeFromHoursAndMinutes() {
-    m_servidor->executa(u"INSERT INTO orcamento (nrpedido) VALUES (1)"_s);
-    Executa(u"UPDATE orcamento SET Horario='07:05' WHERE nrpedido=1"_s);
-    QCOMPARE(valor(u"SELECT Horario FROM orcamento"_s), u"07:05:00"_s);
-}
-
 void TstEsquema::closingMomentAsText() {
-    m_servidor->executa(u"INSERT INTO orcamento_controle (NrPedido, tipoOperacao) VALUES (1, 'P')"_s);
+    m_servidor->execute(u"INSERT INTO orcamento_controle (NrPedido, tipoOperacao) VALUES (1, 'P')"_s);
     Executa(u"UPDATE orcamento_controle SET NrCaixa=0,Status='B',Fechamento='2024-02-29 07:05:00' WHERE "
             u"NrPedido=1 "
             "AND tipoOperacao='P'"_s);
@@ -458,15 +361,8 @@ void TstEsquema::closingMomentAsText() {
 void TstEsquema::screenDateInTheStagingTable() {
     Executa(u"INSERT INTO relat2 SET Data1='29/02/2024'"_s);
     Executa(u"INSERT INTO relat2 SET Data1='2024-02-29'"_s);
-    QCOMPARE(m_servidor->consulta(u"SELECT Data1 FROM relat2 ORDER BY id"_s),
+    QCOMPARE(m_servidor->query(u"SELECT Data1 FROM relat2 ORDER BY id"_s),
              (QList<QStringList>{{u"29/02/2024"_s}, {u"2024-02-29"_s}}));
-}
-
-void TstEsquema::counterIsAdvancedAndReadBack() {
-    m_servidor->executa(u"INSERT INTO empresa (contadorPV, ultpedido) VALUES (41, 0)"_s);
-    Executa(u"Update EMPRESA Set contadorPV = contadorPV+1"_s);
-    QVERIFY(AbreRS(u"Select contadorPV From Empresa"_s));
-    QCOMPARE(rs.field(u"contadorpv").integer(), 42);
 }
 
 QTEST_MAIN(TstEsquema)

@@ -8,7 +8,7 @@
 
 using namespace Qt::StringLiterals;
 using namespace tarvessa;
-using tarvessa::teste::ModalHelper;
+using tarvessa::test::ModalHelper;
 
 /// Defaults and checks of a report's period.
 class TstPeriodo : public QObject {
@@ -109,7 +109,7 @@ void TstPeriodo::acceptedPeriods() {
     m_dataFin->setText(end);
     ModalHelper modal;
     QVERIFY(m_periodo->confere());
-    QCOMPARE(modal.confere(), QString());
+    QCOMPARE(modal.problem(), QString());
     QTEST(m_periodo->inicioSQL(), "startSql");
     QTEST(m_periodo->fimSQL(), "endSql");
     QCOMPARE(m_periodo->inicioTela(), start);
@@ -145,12 +145,12 @@ void TstPeriodo::refusedPeriods() {
     m_dataFin->setText(end);
     (focusAtStart ? m_dataFin : m_dataIni)->setFocus();
     ModalHelper modal;
-    modal.espera(message, QMessageBox::Ok);
+    modal.expect(message, QMessageBox::Ok);
     QVERIFY(!m_periodo->confere());
-    QCOMPARE(modal.confere(), QString());
-    QCOMPARE(modal.caixas()[0].titulo, u"Atenção!!!"_s);
-    QCOMPARE(modal.caixas()[0].icone, QMessageBox::Information);
-    QCOMPARE(modal.caixas()[0].botoes, QMessageBox::StandardButtons(QMessageBox::Ok));
+    QCOMPARE(modal.problem(), QString());
+    QCOMPARE(modal.boxes()[0].title, u"Atenção!!!"_s);
+    QCOMPARE(modal.boxes()[0].icon, QMessageBox::Information);
+    QCOMPARE(modal.boxes()[0].buttons, QMessageBox::StandardButtons(QMessageBox::Ok));
     QCOMPARE(m_form->focusWidget(), focusAtStart ? m_dataIni : m_dataFin);
 }
 
@@ -171,7 +171,7 @@ void TstPeriodo::datesInEitherOrder() {
     m_dataFin->setFocus();
     ModalHelper modal;
     QVERIFY(m_periodo->confereDatas());
-    QCOMPARE(modal.confere(), QString());
+    QCOMPARE(modal.problem(), QString());
     QCOMPARE(m_form->focusWidget(), m_dataFin);
 }
 
@@ -199,9 +199,9 @@ void TstPeriodo::datesThatAreNone() {
     m_dataFin->setText(end);
     (focusAtStart ? m_dataFin : m_dataIni)->setFocus();
     ModalHelper modal;
-    modal.espera(message, QMessageBox::Ok);
+    modal.expect(message, QMessageBox::Ok);
     QVERIFY(!m_periodo->confereDatas());
-    QCOMPARE(modal.confere(), QString());
+    QCOMPARE(modal.problem(), QString());
     QCOMPARE(m_form->focusWidget(), focusAtStart ? m_dataIni : m_dataFin);
 }
 

@@ -1,10 +1,10 @@
 #include "base/Datas.h"
 #include "core/AcessoDados.h"
 #include "core/Rotinas.h"
-#include "support/ErroDe.h"
+#include "support/ErrorOf.h"
 #include "support/FaultProxy.h"
 #include "support/PrivateServer.h"
-#include "support/Programa.h"
+#include "support/Program.h"
 #include "support/StatementLog.h"
 
 #include <QLineEdit>
@@ -14,7 +14,7 @@
 
 using namespace Qt::StringLiterals;
 using namespace tarvessa;
-using namespace tarvessa::teste;
+using namespace tarvessa::test;
 
 /// The shared routines; those that write are checked by the statements the server received.
 class TstRotinas : public QObject {
@@ -58,7 +58,7 @@ class TstRotinas : public QObject {
                u"'"_s;
     }
     QString estoque(const QString& codigo) {
-        return m_servidor->consulta(
+        return m_servidor->query(
             u"SELECT CONCAT_WS('|', quantidade, Nitem, Ultima_Saida) FROM produtos WHERE codfabr = '%1'"_s
                 .arg(codigo))[0][0];
     }
@@ -69,12 +69,12 @@ class TstRotinas : public QObject {
 
 void TstRotinas::initTestCase() {
     m_servidor = std::make_unique<PrivateServer>();
-    m_usuario = QString::fromLocal8Bit(executaPrograma(u"id"_s, {u"-un"_s}).saida).trimmed();
+    m_usuario = QString::fromLocal8Bit(runProgram(u"id"_s, {u"-un"_s}).output).trimmed();
     QVERIFY(!m_usuario.isEmpty());
 }
 
 void TstRotinas::init() {
-    m_servidor->executa(
+    m_servidor->execute(
         u"TRUNCATE produtos; TRUNCATE FichaTecnica; TRUNCATE logestoque; "
         "INSERT INTO produtos (codfabr, quantidade, Nitem) VALUES ('X', 10, 5), ('KIT', 10, 5), "
         "('A', 100, 1), ('B', 100, 2), ('C', 100, 3); "
@@ -86,7 +86,7 @@ void TstRotinas::init() {
 
 void TstRotinas::cleanup() {
     EncerraBanco();
-    m_servidor->usaSocket(m_servidor->socket());
+    m_servidor->useSocket(m_servidor->socket());
     FixaRelogio({});
 }
 
@@ -97,20 +97,20 @@ void TstRotinas::cleanupTestCase() {
 void TstRotinas::productWithoutSheetLeavesTheStockItself() {
     StatementLog registro(*m_servidor);
     BaixaEstoque(u"X"_s, Dinheiro::dePonto(u"1.5"), u"TELA"_s);
-    QCOMPARE(registro.textos(),
+    QCOMPARE(registro.texts(),
              (QStringList{fichaDe(u"X"_s), registroDe(u"X"_s, u"-1.5"_s),
                           u"update Produtos Set Ultima_Saida='2024-03-01',Quantidade=Quantidade -  1.5, "
                           "Nitem=Nitem+1 Where CodFabr='X'"_s}));
     QCOMPARE(estoque(u"X"_s), u"8.500|6|2024-03-01"_s);
     QCOMPARE(
-        m_servidor->consulta(u"SELECT data, hora, usuario, tela, codproduto, qtdLoja FROM logestoque"_s),
+        m_servidor->query(u"SELECT data, hora, usuario, tela, codproduto, qtdLoja FROM logestoque"_s),
         (QList<QStringList>{{u"2024-03-01"_s, u"09:08:07"_s, m_usuario, u"TELA"_s, u"X"_s, u"-1.500"_s}}));
 }
 
 void TstRotinas::quantityZeroCountsAsAnExit() {
     StatementLog registro(*m_servidor);
     BaixaEstoque(u"X"_s, Dinheiro(), u"TELA"_s);
-    QCOMPARE(registro.textos(),
+    QCOMPARE(registro.texts(),
              (QStringList{fichaDe(u"X"_s), registroDe(u"X"_s, u" 0"_s),
                           u"update Produtos Set Ultima_Saida='2024-03-01',Quantidade=Quantidade -  0, "
                           "Nitem=Nitem+1 Where CodFabr='X'"_s}));
@@ -120,7 +120,7 @@ void TstRotinas::quantityZeroCountsAsAnExit() {
 void TstRotinas::returnAddsToTheStock() {
     StatementLog registro(*m_servidor);
     BaixaEstoque(u"X"_s, Dinheiro(-3), u"TELA"_s);
-    QCOMPARE(registro.textos(),
+    QCOMPARE(registro.texts(),
              (QStringList{fichaDe(u"X"_s), registroDe(u"X"_s, u" 3"_s),
                           u"update Produtos Set Ultima_Saida='2024-03-01',Quantidade=Quantidade - -3, "
                           "Nitem=Nitem-1 Where CodFabr='X'"_s}));
@@ -130,7 +130,7 @@ void TstRotinas::returnAddsToTheStock() {
 void TstRotinas::productCodeIsTrimmedOnlyInTheUpdate() {
     StatementLog registro(*m_servidor);
     BaixaEstoque(u" X "_s, Dinheiro(1), u"TELA"_s);
-    QCOMPARE(registro.textos(),
+    QCOMPARE(registro.texts(),
              (QStringList{fichaDe(u" X "_s), registroDe(u" X "_s, u"-1"_s),
                           u"update Produtos Set Ultima_Saida='2024-03-01',Quantidade=Quantidade -  1, "
                           "Nitem=Nitem+1 Where CodFabr='X'"_s}));
@@ -141,7 +141,7 @@ void TstRotinas::sheetOfThreeComponentsMovesEachComponent() {
     StatementLog registro(*m_servidor);
     BaixaEstoque(u"KIT"_s, Dinheiro(2), u"TELA"_s);
     QCOMPARE(
-        registro.textos(),
+        registro.texts(),
         (QStringList{fichaDe(u"KIT"_s), registroDe(u"A"_s, u"-3"_s),
                      u"Update Produtos Set Ultima_Saida='2024-03-01', Quantidade = Quantidade -  3 where "
                      "Codfabr = 'A'"_s,
@@ -162,16 +162,16 @@ void TstRotinas::returnOfAComposedProductAddsItsComponents() {
     QCOMPARE(estoque(u"KIT"_s), u"10.000|5|1901-01-01"_s);
     QCOMPARE(estoque(u"A"_s), u"103.000|1|2024-03-01"_s);
     QCOMPARE(estoque(u"C"_s), u"100.500|3|2024-03-01"_s);
-    QCOMPARE(m_servidor->consulta(u"SELECT codproduto, qtdLoja FROM logestoque ORDER BY id"_s),
+    QCOMPARE(m_servidor->query(u"SELECT codproduto, qtdLoja FROM logestoque ORDER BY id"_s),
              (QList<QStringList>{{u"A"_s, u"3.000"_s}, {u"B"_s, u"4.000"_s}, {u"C"_s, u"0.500"_s}}));
 }
 
 void TstRotinas::componentQuantityIsRoundedToFourPlaces() {
-    m_servidor->executa(u"UPDATE FichaTecnica SET quantidade = 0.333 WHERE codigo = 'A'; "
+    m_servidor->execute(u"UPDATE FichaTecnica SET quantidade = 0.333 WHERE codigo = 'A'; "
                         "DELETE FROM FichaTecnica WHERE codigo <> 'A'"_s);
     StatementLog registro(*m_servidor);
     BaixaEstoque(u"KIT"_s, Dinheiro::dePonto(u"1.25"), u"TELA"_s);
-    QCOMPARE(registro.textos()[1], registroDe(u"A"_s, u"-0.4162"_s));
+    QCOMPARE(registro.texts()[1], registroDe(u"A"_s, u"-0.4162"_s));
 }
 
 void TstRotinas::callersWalkIsNotDisturbed() {
@@ -202,27 +202,26 @@ void TstRotinas::lostConnectionSurfacesAndStops() {
     QFETCH(QString, estoqueDeA);
     FaultProxy proxy(m_servidor->socket());
     EncerraBanco();
-    m_servidor->usaSocket(proxy.socket());
+    m_servidor->useSocket(proxy.socket());
     QVERIFY(IniciaBanco());
-    proxy.cortaAntesDe(k);
-    const auto erro = erroDe([] { BaixaEstoque(u"KIT"_s, Dinheiro(2), u"TELA"_s); });
+    proxy.cutBefore(k);
+    const auto erro = errorOf([] { BaixaEstoque(u"KIT"_s, Dinheiro(2), u"TELA"_s); });
     QVERIFY(erro);
     QVERIFY(erro->isConnectionLost());
-    QCOMPARE(proxy.textos().size(), k - 1);
-    QCOMPARE(erro->statement().toUtf8(), proxy.cortado());
-    QCOMPARE(m_servidor->consulta(u"SELECT COUNT(*) FROM logestoque"_s)[0][0], QString::number(registros));
-    QCOMPARE(m_servidor->consulta(u"SELECT quantidade FROM produtos WHERE codfabr = 'A'"_s)[0][0],
-             estoqueDeA);
+    QCOMPARE(proxy.texts().size(), k - 1);
+    QCOMPARE(erro->statement().toUtf8(), proxy.cutAt());
+    QCOMPARE(m_servidor->query(u"SELECT COUNT(*) FROM logestoque"_s)[0][0], QString::number(registros));
+    QCOMPARE(m_servidor->query(u"SELECT quantidade FROM produtos WHERE codfabr = 'A'"_s)[0][0], estoqueDeA);
 }
 
 void TstRotinas::stockLogRowLetterByLetter() {
     StatementLog registro(*m_servidor);
     GravaLogEstoque(u"TELA D'ÁGUA \\ 1\r\n2"_s, u"0789"_s, Dinheiro::dePonto(u"-1.25"), Connection);
-    QCOMPARE(registro.textos(),
+    QCOMPARE(registro.texts(),
              QStringList{u"INSERT INTO logestoque SET data = '2024-03-01', hora = '09:08:07', usuario = '"_s +
                          m_usuario +
                          u"', tela = 'TELA D´ÁGUA / 12', codproduto = '0789', qtdLoja = -1.25"_s});
-    QCOMPARE(m_servidor->consulta(u"SELECT tela, qtdLoja FROM logestoque"_s),
+    QCOMPARE(m_servidor->query(u"SELECT tela, qtdLoja FROM logestoque"_s),
              (QList<QStringList>{{u"TELA D´ÁGUA / 12"_s, u"-1.250"_s}}));
 }
 
@@ -231,7 +230,7 @@ void TstRotinas::stockLogNamesTheUserOfTheSystem() {
     for (const char* variavel : {"USERNAME", "USER", "LOGNAME"})
         qputenv(variavel, "OUTRO");
     GravaLogEstoque(u"TELA"_s, u"X"_s, Dinheiro(1), Connection);
-    QCOMPARE(m_servidor->consulta(u"SELECT usuario FROM logestoque"_s)[0][0], m_usuario);
+    QCOMPARE(m_servidor->query(u"SELECT usuario FROM logestoque"_s)[0][0], m_usuario);
 }
 
 void TstRotinas::textIsCleaned_data() {
@@ -311,7 +310,7 @@ void TstRotinas::codeOfAListText() {
 }
 
 void TstRotinas::codeTooLargeIsAnError() {
-    QCOMPARE(numeroDoErroDe([] { CodigoDaLista(u"ANA <<2147483648>>"_s); }), numero(ErrorNumber::Overflow));
+    QCOMPARE(errorNumberOf([] { CodigoDaLista(u"ANA <<2147483648>>"_s); }), number(ErrorNumber::Overflow));
 }
 
 void TstRotinas::wholeTextIsSelected() {

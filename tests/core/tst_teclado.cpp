@@ -20,7 +20,7 @@
 
 using namespace Qt::StringLiterals;
 using namespace tarvessa;
-using namespace tarvessa::teste;
+using namespace tarvessa::test;
 
 namespace {
 
@@ -270,16 +270,16 @@ void TstTeclado::errorInTheHookEndsTheKeyThere() {
         throw RuntimeError(ErrorNumber::DivisionByZero, u"Divisão por zero."_s);
     });
     ModalHelper caixas;
-    caixas.esperaContendo(u"Divisão por zero."_s, QMessageBox::Ok);
+    caixas.expectContaining(u"Divisão por zero."_s, QMessageBox::Ok);
     tecla(m_form.get(), Qt::Key_Return);
     QCoreApplication::processEvents();
-    QCOMPARE(caixas.confere(), QString());
+    QCOMPARE(caixas.problem(), QString());
     QCOMPARE(chamadas, 1);
     QCOMPARE(m_form->focado(), m_form->texto);
 
-    caixas.esperaContendo(u"Divisão por zero."_s, QMessageBox::Ok);
+    caixas.expectContaining(u"Divisão por zero."_s, QMessageBox::Ok);
     tecla(m_form.get(), Qt::Key_Escape);
-    QCOMPARE(caixas.confere(), QString());
+    QCOMPARE(caixas.problem(), QString());
     QCOMPARE(m_form->escapes, 0);
 }
 
@@ -289,16 +289,16 @@ void TstTeclado::errorInTheEscapeActionIsReported() {
     dialogo.show();
     QVERIFY(QTest::qWaitForWindowActive(&dialogo));
     ModalHelper caixas;
-    caixas.esperaContendo(u"Estouro."_s, QMessageBox::Ok);
+    caixas.expectContaining(u"Estouro."_s, QMessageBox::Ok);
     tecla(&dialogo, Qt::Key_Escape);
-    QCOMPARE(caixas.confere(), QString());
+    QCOMPARE(caixas.problem(), QString());
     QVERIFY(dialogo.isVisible());
 }
 
 void TstTeclado::messageBoxKeepsItsKeys() {
     ModalHelper caixas;
     // Answered by the keys themselves, first Escape, then Enter on the button that has the focus.
-    caixas.espera(u"Confirma?"_s, QMessageBox::NoButton);
+    caixas.expect(u"Confirma?"_s, QMessageBox::NoButton);
     QVERIFY(!boxes::ask(m_form.get(), u"Confirma?"_s, QMessageBox::Question));
     QCOMPARE(m_form->escapes, 0);
 

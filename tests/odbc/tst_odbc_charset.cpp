@@ -1,5 +1,5 @@
 #include "odbc/ResultSet.h"
-#include "support/ErroDe.h"
+#include "support/ErrorOf.h"
 #include "support/PrivateServer.h"
 
 #include <QProcess>
@@ -11,7 +11,7 @@
 
 using namespace Qt::StringLiterals;
 using namespace tarvessa;
-using namespace tarvessa::teste;
+using namespace tarvessa::test;
 
 /// Texts through every character set of the data source, under every locale of the machine.
 class TstOdbcCharset : public QObject {
@@ -64,7 +64,7 @@ void TstOdbcCharset::ways() {
 void TstOdbcCharset::open() {
     QFETCH(QString, charset);
     QFETCH(bool, preferWide);
-    m_servidor->usaCharset(charset);
+    m_servidor->useCharset(charset);
     m_conexao.open(u"dsn=QDX"_s, preferWide);
 }
 
@@ -73,14 +73,14 @@ void TstOdbcCharset::initTestCase() {
 }
 
 void TstOdbcCharset::init() {
-    m_servidor->executa(u"DROP TABLE IF EXISTS prova; "
+    m_servidor->execute(u"DROP TABLE IF EXISTS prova; "
                         "CREATE TABLE prova (id INT PRIMARY KEY, v VARCHAR(200), `Descrição` TEXT); "
                         "INSERT INTO prova VALUES (1, '%1', '%1')"_s.arg(todosOsAcentos()));
 }
 
 void TstOdbcCharset::cleanup() {
     m_conexao.close();
-    m_servidor->usaCharset(QString());
+    m_servidor->useCharset(QString());
 }
 
 void TstOdbcCharset::cleanupTestCase() {
@@ -126,7 +126,7 @@ void TstOdbcCharset::accentsSurviveBothWays() {
     QCOMPARE(rs.field(u"v").text(), todosOsAcentos());
     QCOMPARE(rs.field(u"descrição").text(), todosOsAcentos());
     m_conexao.execute(u"INSERT INTO prova VALUES (2, '"_s + todosOsAcentos() + u"', 'PÃO')"_s);
-    QCOMPARE(m_servidor->consulta(u"SELECT v, `Descrição` FROM prova WHERE id = 2"_s)[0],
+    QCOMPARE(m_servidor->query(u"SELECT v, `Descrição` FROM prova WHERE id = 2"_s)[0],
              (QStringList{todosOsAcentos(), u"PÃO"_s}));
 }
 
@@ -139,7 +139,7 @@ void TstOdbcCharset::everyCharacterSurvivesBothWays() {
     open();
     const QString texto = u"“€” Łódź Ω 東京 \U0001F950"_s;
     m_conexao.execute(u"UPDATE prova SET v = '"_s + texto + u"'"_s);
-    QCOMPARE(m_servidor->consulta(u"SELECT v FROM prova"_s)[0][0], texto);
+    QCOMPARE(m_servidor->query(u"SELECT v FROM prova"_s)[0][0], texto);
     odbc::ResultSet rs;
     rs.open(m_conexao, u"SELECT v FROM prova WHERE v = '"_s + texto + u"'"_s);
     QVERIFY(!rs.atEnd());
@@ -155,7 +155,7 @@ void TstOdbcCharset::accentsInNamesAndErrors() {
     odbc::ResultSet rs;
     rs.open(m_conexao, u"SELECT * FROM prova"_s);
     QCOMPARE(rs.columnNames(), (QStringList{u"id"_s, u"v"_s, u"Descrição"_s}));
-    const auto erro = erroDe([&] { m_conexao.execute(u"UPDATE prova SET `aplicação` = 1"_s); });
+    const auto erro = errorOf([&] { m_conexao.execute(u"UPDATE prova SET `aplicação` = 1"_s); });
     QVERIFY(erro);
     QVERIFY2(erro->text().contains(u"'aplicação'"_s), qPrintable(erro->text()));
 }
@@ -165,13 +165,13 @@ void TstOdbcCharset::accentsSurviveUnderTheBareCLocale() {
     const QByteArray anterior = setlocale(LC_ALL, nullptr);
     setlocale(LC_ALL, "C");
     for (const QString& charset : {QString(), u"utf8mb4"_s, u"latin1"_s, u"cp850"_s}) {
-        m_servidor->usaCharset(charset);
+        m_servidor->useCharset(charset);
         m_conexao.open(u"dsn=QDX"_s);
         odbc::ResultSet rs;
         rs.open(m_conexao, u"SELECT v FROM prova WHERE v LIKE '%Çç ÉÊ%'"_s);
         QVERIFY(!rs.atEnd());
         QCOMPARE(rs.field(u"v").text(), todosOsAcentos());
-        const auto erro = erroDe([&] { m_conexao.execute(u"UPDATE prova SET `aplicação` = 1"_s); });
+        const auto erro = errorOf([&] { m_conexao.execute(u"UPDATE prova SET `aplicação` = 1"_s); });
         QVERIFY(erro);
         QVERIFY2(erro->text().contains(u"'aplicação'"_s), qPrintable(charset + u": "_s + erro->text()));
     }

@@ -8,7 +8,7 @@
 
 using namespace Qt::StringLiterals;
 using namespace tarvessa;
-using namespace tarvessa::teste;
+using namespace tarvessa::test;
 
 namespace {
 
@@ -43,10 +43,10 @@ QString segundo(int linha) {
 }
 
 void preenche(PrivateServer& servidor) {
-    servidor.executa(
+    servidor.execute(
         u"CREATE TABLE longos (id INT PRIMARY KEY, a MEDIUMTEXT, n VARCHAR(20), b MEDIUMTEXT)"_s);
     for (int linha = 0; linha < linhas; ++linha)
-        servidor.executa(u"INSERT INTO longos VALUES (%1, '%2', 'n%1', '%3')"_s.arg(
+        servidor.execute(u"INSERT INTO longos VALUES (%1, '%2', 'n%1', '%3')"_s.arg(
             QString::number(linha), primeiro(linha), segundo(linha)));
 }
 
@@ -104,8 +104,8 @@ void TstOdbcFields::init() {
     QFETCH_GLOBAL(QString, charset);
     QFETCH_GLOBAL(bool, preferWide);
     QFETCH_GLOBAL(int, encoding);
-    m_servidor->executa(u"DROP TABLE IF EXISTS prova"_s);
-    m_servidor->usaCharset(charset);
+    m_servidor->execute(u"DROP TABLE IF EXISTS prova"_s);
+    m_servidor->useCharset(charset);
     m_conexao.open(u"dsn=QDX"_s, preferWide);
     QCOMPARE(static_cast<int>(m_conexao.encoding()), encoding);
 }
@@ -168,7 +168,7 @@ void TstOdbcFields::valueArrives() {
     QFETCH(QString, tipo);
     QFETCH(QString, gravado);
     QFETCH(QString, lido);
-    m_servidor->executa(u"CREATE TABLE prova (v %1); INSERT INTO prova SET v = '%2'"_s.arg(tipo, gravado));
+    m_servidor->execute(u"CREATE TABLE prova (v %1); INSERT INTO prova SET v = '%2'"_s.arg(tipo, gravado));
     odbc::ResultSet rs;
     rs.open(m_conexao, u"SELECT v FROM prova"_s);
     QVERIFY(!rs.atEnd());
@@ -187,7 +187,7 @@ void TstOdbcFields::nullArrivesAsNull_data() {
 
 void TstOdbcFields::nullArrivesAsNull() {
     QFETCH(QString, tipo);
-    m_servidor->executa(u"CREATE TABLE prova (v %1 NULL); INSERT INTO prova SET v = NULL"_s.arg(tipo));
+    m_servidor->execute(u"CREATE TABLE prova (v %1 NULL); INSERT INTO prova SET v = NULL"_s.arg(tipo));
     odbc::ResultSet rs;
     rs.open(m_conexao, u"SELECT v FROM prova"_s);
     QVERIFY(rs.field(u"v").isNull());
@@ -196,7 +196,7 @@ void TstOdbcFields::nullArrivesAsNull() {
 }
 
 void TstOdbcFields::emptyTextIsNotNull() {
-    m_servidor->executa(u"CREATE TABLE prova (a VARCHAR(10), b TEXT, c VARCHAR(10)); "
+    m_servidor->execute(u"CREATE TABLE prova (a VARCHAR(10), b TEXT, c VARCHAR(10)); "
                         "INSERT INTO prova VALUES ('', '', NULL)"_s);
     odbc::ResultSet rs;
     rs.open(m_conexao, u"SELECT a, b, c FROM prova"_s);
@@ -208,7 +208,7 @@ void TstOdbcFields::emptyTextIsNotNull() {
 }
 
 void TstOdbcFields::computedColumnsArrive() {
-    m_servidor->executa(u"CREATE TABLE prova (q DECIMAL(12,3), p DECIMAL(12,2), d DATE); "
+    m_servidor->execute(u"CREATE TABLE prova (q DECIMAL(12,3), p DECIMAL(12,2), d DATE); "
                         "INSERT INTO prova VALUES (1.500, 10.05, '2024-02-29'), (2.000, 0.99, NULL)"_s);
     odbc::ResultSet rs;
     rs.open(m_conexao, u"SELECT SUM(q*p) AS total, COUNT(*) AS quantos, IFNULL(SUM(NULL),0) AS nada, "
@@ -235,7 +235,7 @@ void TstOdbcFields::textFillsItsColumn() {
     QFETCH(int, largura);
     QFETCH(QString, letra);
     const QString cheio = letra.repeated(largura);
-    m_servidor->executa(u"CREATE TABLE prova (id INT, v VARCHAR(%1)); "
+    m_servidor->execute(u"CREATE TABLE prova (id INT, v VARCHAR(%1)); "
                         "INSERT INTO prova VALUES (1, '%2'), (2, ''), (3, NULL), (4, '%2')"_s.arg(
                             QString::number(largura), cheio));
     odbc::ResultSet rs;
@@ -258,9 +258,9 @@ void TstOdbcFields::lengthsAroundTheBoundBuffer() {
         textos += QString(tamanho, u'ã');
     for (int tamanho = 250; tamanho <= 262; ++tamanho)
         textos += u"\U0001F950"_s.repeated(tamanho);
-    m_servidor->executa(u"CREATE TABLE prova (id INT PRIMARY KEY, a TEXT, b VARCHAR(1100))"_s);
+    m_servidor->execute(u"CREATE TABLE prova (id INT PRIMARY KEY, a TEXT, b VARCHAR(1100))"_s);
     for (int id = 0; id < textos.size(); ++id)
-        m_servidor->executa(u"INSERT INTO prova VALUES (%1, '%2', '%2')"_s.arg(id).arg(textos[id]));
+        m_servidor->execute(u"INSERT INTO prova VALUES (%1, '%2', '%2')"_s.arg(id).arg(textos[id]));
     odbc::ResultSet rs;
     rs.open(m_conexao, u"SELECT a, b FROM prova ORDER BY id"_s);
     for (const QString& texto : textos) {

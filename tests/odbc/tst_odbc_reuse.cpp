@@ -1,16 +1,14 @@
 #include "odbc/ResultSet.h"
-#include "support/ErroDe.h"
+#include "support/ErrorOf.h"
 #include "support/PrivateServer.h"
 
 #include <QTest>
 
-#include <algorithm>
 #include <memory>
-#include <vector>
 
 using namespace Qt::StringLiterals;
 using namespace tarvessa;
-using namespace tarvessa::teste;
+using namespace tarvessa::test;
 
 /// A connection uses its statements again: nothing of one query is ever seen in another.
 class TstOdbcReuse : public QObject {
@@ -23,8 +21,6 @@ class TstOdbcReuse : public QObject {
     void cleanup();
     void cleanupTestCase();
 
-    void statementIsUsedAgain();
-    void fourStatementsAreKept();
     void queriesOfEveryShapeFollowOneAnother();
     void manyResultsAreOpenAndCloseInAnyOrder();
     void rowsAfterAChangeOfData();
@@ -57,11 +53,11 @@ void TstOdbcReuse::initTestCase_data() {
 
 void TstOdbcReuse::initTestCase() {
     m_servidor = std::make_unique<PrivateServer>();
-    m_servidor->executa(u"CREATE TABLE sequencia (seq INT PRIMARY KEY); "
+    m_servidor->execute(u"CREATE TABLE sequencia (seq INT PRIMARY KEY); "
                         "INSERT INTO sequencia SELECT seq FROM seq_1_to_1000"_s);
-    m_servidor->executa(u"CREATE TABLE notas (id INT PRIMARY KEY, curta VARCHAR(5), longa LONGTEXT)"_s);
+    m_servidor->execute(u"CREATE TABLE notas (id INT PRIMARY KEY, curta VARCHAR(5), longa LONGTEXT)"_s);
     for (int n = 1; n <= 300; ++n)
-        m_servidor->executa(u"INSERT INTO notas VALUES (%1, IF(%1 % 7 = 0, NULL, 'é%1'), "
+        m_servidor->execute(u"INSERT INTO notas VALUES (%1, IF(%1 % 7 = 0, NULL, 'é%1'), "
                             "IF(%1 % 5 = 0, NULL, REPEAT('çã', 400 * (%1 % 4))))"_s.arg(n));
 }
 
@@ -76,42 +72,6 @@ void TstOdbcReuse::cleanup() {
 
 void TstOdbcReuse::cleanupTestCase() {
     m_servidor.reset();
-}
-
-void TstOdbcReuse::statementIsUsedAgain() {
-    const QString sql = u"SELECT 1"_s;
-    SQLHANDLE usado = nullptr;
-    {
-        const odbc::Statement comando = m_conexao.takeStatement(sql);
-        usado = comando.get();
-        const odbc::Statement outro = m_conexao.takeStatement(sql);
-        QVERIFY(outro.get() != usado);
-    }
-    m_conexao.execute(u"SET @a = 1"_s);
-    {
-        odbc::ResultSet rs;
-        rs.open(m_conexao, sequencia(1, 600));
-        percorre(rs, 1, 600);
-    }
-    const odbc::Statement deNovo = m_conexao.takeStatement(sql);
-    QCOMPARE(deNovo.get(), usado);
-}
-
-void TstOdbcReuse::fourStatementsAreKept() {
-    const QString sql = u"SELECT 1"_s;
-    std::vector<SQLHANDLE> usados;
-    {
-        std::vector<odbc::Statement> comandos;
-        for (int i = 0; i < 6; ++i) {
-            comandos.push_back(m_conexao.takeStatement(sql));
-            usados.push_back(comandos.back().get());
-        }
-    }
-    std::vector<odbc::Statement> comandos;
-    for (int i = 0; i < 4; ++i) {
-        comandos.push_back(m_conexao.takeStatement(sql));
-        QVERIFY(std::find(usados.begin(), usados.end(), comandos.back().get()) != usados.end());
-    }
 }
 
 void TstOdbcReuse::queriesOfEveryShapeFollowOneAnother() {
@@ -183,7 +143,7 @@ void TstOdbcReuse::manyResultsAreOpenAndCloseInAnyOrder() {
 }
 
 void TstOdbcReuse::rowsAfterAChangeOfData() {
-    m_servidor->executa(u"CREATE OR REPLACE TABLE prova (id INT PRIMARY KEY, v VARCHAR(20))"_s);
+    m_servidor->execute(u"CREATE OR REPLACE TABLE prova (id INT PRIMARY KEY, v VARCHAR(20))"_s);
     for (int n = 1; n <= 50; ++n) {
         m_conexao.execute(u"INSERT INTO prova VALUES (%1, 'novo')"_s.arg(n));
         odbc::ResultSet rs;
@@ -193,16 +153,16 @@ void TstOdbcReuse::rowsAfterAChangeOfData() {
         // 'novo' sorts before 'v1', 'v2' and so on.
         QCOMPARE(rs.field(u"v").text(), n == 1 ? u"novo"_s : u"v%1"_s.arg(n - 1));
     }
-    m_servidor->executa(u"DROP TABLE prova"_s);
+    m_servidor->execute(u"DROP TABLE prova"_s);
 }
 
 void TstOdbcReuse::queryAfterAnErrorInTheMiddle() {
     for (int vez = 0; vez < 10; ++vez) {
         odbc::ResultSet rs;
         rs.open(m_conexao, sequencia(1, 3));
-        QVERIFY(erroDe([&] { m_conexao.execute(u"UPDATE nenhuma SET a = 1"_s); }));
+        QVERIFY(errorOf([&] { m_conexao.execute(u"UPDATE nenhuma SET a = 1"_s); }));
         odbc::ResultSet errado;
-        const auto erro = erroDe([&] { errado.open(m_conexao, u"SELECT nada FROM sequencia"_s); });
+        const auto erro = errorOf([&] { errado.open(m_conexao, u"SELECT nada FROM sequencia"_s); });
         QVERIFY(erro);
         QCOMPARE(erro->sqlState(), u"42S22"_s);
         percorre(rs, 1, 3);
@@ -251,11 +211,11 @@ void TstOdbcReuse::resultIsNotReadAfterItsConnection() {
     odbc::ResultSet novo;
     novo.open(m_conexao, sequencia(1, 600));
     QVERIFY(!resto.isOpen());
-    const int fechado = numero(ErrorNumber::ConnectionClosed);
-    QCOMPARE(numeroDoErroDe([&] { resto.atEnd(); }), fechado);
-    QCOMPARE(numeroDoErroDe([&] { resto.moveNext(); }), fechado);
-    QCOMPARE(numeroDoErroDe([&] { resto.moveFirst(); }), fechado);
-    QCOMPARE(numeroDoErroDe([&] { resto.field(0); }), fechado);
+    const int fechado = number(ErrorNumber::ConnectionClosed);
+    QCOMPARE(errorNumberOf([&] { resto.atEnd(); }), fechado);
+    QCOMPARE(errorNumberOf([&] { resto.moveNext(); }), fechado);
+    QCOMPARE(errorNumberOf([&] { resto.moveFirst(); }), fechado);
+    QCOMPARE(errorNumberOf([&] { resto.field(0); }), fechado);
     percorre(novo, 1, 600);
 }
 
@@ -265,14 +225,14 @@ void TstOdbcReuse::lossIsMetByEveryIdleStatement() {
         for (odbc::ResultSet& aberto : abertos)
             aberto.open(m_conexao, sequencia(1, 3));
     }
-    m_servidor->mataConexoesDoPrograma();
+    m_servidor->killProgramConnections();
     for (int vez = 0; vez < 6; ++vez) {
         odbc::ResultSet rs;
-        const auto consulta = erroDe([&] { rs.open(m_conexao, sequencia(1, 3)); });
+        const auto consulta = errorOf([&] { rs.open(m_conexao, sequencia(1, 3)); });
         QVERIFY(consulta);
         QVERIFY(consulta->isConnectionLost());
         QCOMPARE(consulta->statement(), sequencia(1, 3));
-        const auto comando = erroDe([&] { m_conexao.execute(u"SET @a = 1"_s); });
+        const auto comando = errorOf([&] { m_conexao.execute(u"SET @a = 1"_s); });
         QVERIFY(comando);
         QVERIFY(comando->isConnectionLost());
     }

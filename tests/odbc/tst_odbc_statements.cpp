@@ -1,5 +1,5 @@
 #include "odbc/ResultSet.h"
-#include "support/ErroDe.h"
+#include "support/ErrorOf.h"
 #include "support/FaultProxy.h"
 #include "support/PrivateServer.h"
 #include "support/StatementLog.h"
@@ -10,7 +10,7 @@
 
 using namespace Qt::StringLiterals;
 using namespace tarvessa;
-using namespace tarvessa::teste;
+using namespace tarvessa::test;
 
 /// Statements on their way to the server, and what comes back when they fail.
 class TstOdbcStatements : public QObject {
@@ -51,7 +51,7 @@ void TstOdbcStatements::initTestCase() {
 }
 
 void TstOdbcStatements::init() {
-    m_servidor->executa(
+    m_servidor->execute(
         u"DROP TABLE IF EXISTS prova; CREATE TABLE prova (id INT PRIMARY KEY, v VARCHAR(100)); "
         "INSERT INTO prova VALUES (1, 'um')"_s);
     m_conexao.open(u"dsn=QDX"_s);
@@ -59,7 +59,7 @@ void TstOdbcStatements::init() {
 
 void TstOdbcStatements::cleanup() {
     m_conexao.close();
-    m_servidor->usaSocket(m_servidor->socket());
+    m_servidor->useSocket(m_servidor->socket());
 }
 
 void TstOdbcStatements::cleanupTestCase() {
@@ -93,17 +93,17 @@ void TstOdbcStatements::statementArrivesLetterByLetter() {
     QFETCH(QString, valor);
     QFETCH(QString, gravado);
     FaultProxy proxy(m_servidor->socket());
-    m_servidor->usaSocket(proxy.socket());
+    m_servidor->useSocket(proxy.socket());
     const QString sql = u"UPDATE  prova Set v='"_s + valor + u"' , id = 1 Where  ID=1"_s;
     for (const bool preferWide : {false, true}) {
         m_conexao.open(u"dsn=QDX"_s, preferWide);
         StatementLog registro(*m_servidor);
-        proxy.marca();
+        proxy.mark();
         m_conexao.execute(sql);
-        QCOMPARE(registro.textos(), QStringList{sql});
-        QCOMPARE(proxy.textos(), QList<QByteArray>{sql.toUtf8()});
-        QCOMPARE(m_servidor->consulta(u"SELECT v FROM prova"_s)[0][0], gravado);
-        m_servidor->executa(u"UPDATE prova SET v = 'outro'"_s);
+        QCOMPARE(registro.texts(), QStringList{sql});
+        QCOMPARE(proxy.texts(), QList<QByteArray>{sql.toUtf8()});
+        QCOMPARE(m_servidor->query(u"SELECT v FROM prova"_s)[0][0], gravado);
+        m_servidor->execute(u"UPDATE prova SET v = 'outro'"_s);
     }
 }
 
@@ -116,26 +116,26 @@ void TstOdbcStatements::queryArrivesLetterByLetter() {
         rs.open(m_conexao, sql);
         QCOMPARE(rs.field(u"y").text(), u"{fn x} 100% ? \U0001F950 Nº"_s);
         rs.close();
-        QCOMPARE(registro.textos(), QStringList{sql});
+        QCOMPARE(registro.texts(), QStringList{sql});
     }
 }
 
 void TstOdbcStatements::connectingSendsNoStatementOfItsOwn() {
     for (const QString& charset : {QString(), u"utf8mb4"_s, u"latin1"_s, u"cp850"_s}) {
-        m_servidor->usaCharset(charset);
+        m_servidor->useCharset(charset);
         StatementLog registro(*m_servidor);
         m_conexao.open(u"dsn=QDX"_s);
         m_conexao.close();
-        QCOMPARE(registro.textos(), QStringList());
+        QCOMPARE(registro.texts(), QStringList());
     }
-    m_servidor->usaCharset(QString());
+    m_servidor->useCharset(QString());
 }
 
 void TstOdbcStatements::statementsAreCommittedAsTheyRun() {
     m_conexao.execute(u"INSERT INTO prova VALUES (2, 'dois')"_s);
-    QCOMPARE(m_servidor->consulta(u"SELECT v FROM prova WHERE id = 2"_s)[0][0], u"dois"_s);
+    QCOMPARE(m_servidor->query(u"SELECT v FROM prova WHERE id = 2"_s)[0][0], u"dois"_s);
     m_conexao.close();
-    QCOMPARE(m_servidor->consulta(u"SELECT COUNT(*) FROM prova"_s)[0][0], u"2"_s);
+    QCOMPARE(m_servidor->query(u"SELECT COUNT(*) FROM prova"_s)[0][0], u"2"_s);
 }
 
 void TstOdbcStatements::failedStatementTellsWhatAndWhy_data() {
@@ -159,9 +159,9 @@ void TstOdbcStatements::failedStatementTellsWhatAndWhy() {
     QFETCH(QString, estado);
     QFETCH(QString, trecho);
     for (const QString& charset : {QString(), u"latin1"_s, u"cp850"_s}) {
-        m_servidor->usaCharset(charset);
+        m_servidor->useCharset(charset);
         m_conexao.open(u"dsn=QDX"_s);
-        const auto erro = erroDe([&] { m_conexao.execute(sql); });
+        const auto erro = errorOf([&] { m_conexao.execute(sql); });
         QVERIFY(erro);
         QCOMPARE(erro->number(), numeroEsperado);
         QCOMPARE(erro->sqlState(), estado);
@@ -170,20 +170,20 @@ void TstOdbcStatements::failedStatementTellsWhatAndWhy() {
         QCOMPARE(QString::fromUtf8(erro->what()), erro->text());
         QVERIFY(!erro->isConnectionLost());
     }
-    m_servidor->usaCharset(QString());
+    m_servidor->useCharset(QString());
 }
 
 void TstOdbcStatements::failedStatementLeavesTheConnectionUsable() {
-    QVERIFY(erroDe([&] { m_conexao.execute(u"UPDATE nenhuma SET a = 1"_s); }));
+    QVERIFY(errorOf([&] { m_conexao.execute(u"UPDATE nenhuma SET a = 1"_s); }));
     QVERIFY(m_conexao.isOpen());
     m_conexao.execute(u"UPDATE prova SET v = 'ainda'"_s);
-    QCOMPARE(m_servidor->consulta(u"SELECT v FROM prova"_s)[0][0], u"ainda"_s);
+    QCOMPARE(m_servidor->query(u"SELECT v FROM prova"_s)[0][0], u"ainda"_s);
 }
 
 void TstOdbcStatements::serverThatIsDownCannotBeOpened() {
-    m_servidor->usaSocket(m_servidor->socket() + u".nada"_s);
+    m_servidor->useSocket(m_servidor->socket() + u".nada"_s);
     for (const bool preferWide : {false, true}) {
-        const auto erro = erroDe([&] { m_conexao.open(u"dsn=QDX"_s, preferWide); });
+        const auto erro = errorOf([&] { m_conexao.open(u"dsn=QDX"_s, preferWide); });
         QVERIFY(erro);
         QCOMPARE(erro->number(), 2002);
         QVERIFY(erro->text().contains(m_servidor->socket() + u".nada"_s));
@@ -192,7 +192,7 @@ void TstOdbcStatements::serverThatIsDownCannotBeOpened() {
 }
 
 void TstOdbcStatements::unknownDataSourceCannotBeOpened() {
-    const auto erro = erroDe([&] { m_conexao.open(u"dsn=NENHUMA"_s); });
+    const auto erro = errorOf([&] { m_conexao.open(u"dsn=NENHUMA"_s); });
     QVERIFY(erro);
     QCOMPARE(erro->sqlState(), u"IM002"_s);
     QVERIFY(!m_conexao.isOpen());
@@ -207,10 +207,10 @@ void TstOdbcStatements::killedConnectionIsLost_data() {
 void TstOdbcStatements::queryOnAKilledConnectionIsLost() {
     for (const bool preferWide : {false, true}) {
         m_conexao.open(u"dsn=QDX"_s, preferWide);
-        m_servidor->mataConexoesDoPrograma();
+        m_servidor->killProgramConnections();
         for (int vez = 0; vez < 3; ++vez) {
             odbc::ResultSet rs;
-            const auto erro = erroDe([&] { rs.open(m_conexao, u"SELECT v FROM prova"_s); });
+            const auto erro = errorOf([&] { rs.open(m_conexao, u"SELECT v FROM prova"_s); });
             QVERIFY(erro);
             QVERIFY2(erro->isConnectionLost(),
                      qPrintable(u"%1 %2 %3"_s.arg(erro->number()).arg(erro->sqlState(), erro->text())));
@@ -223,11 +223,11 @@ void TstOdbcStatements::killedConnectionIsLost() {
     QFETCH(bool, preferWide);
     m_conexao.open(u"dsn=QDX"_s, preferWide);
     m_conexao.execute(u"SET @a = 1"_s);
-    m_servidor->mataConexoesDoPrograma();
+    m_servidor->killProgramConnections();
     const QString sql = u"UPDATE prova SET v = 'depois'"_s;
     // The first statement finds the loss, the later ones know of it.
     for (int vez = 0; vez < 3; ++vez) {
-        const auto erro = erroDe([&] { m_conexao.execute(sql); });
+        const auto erro = errorOf([&] { m_conexao.execute(sql); });
         QVERIFY(erro);
         QVERIFY2(erro->isConnectionLost(),
                  qPrintable(u"%1 %2 %3"_s.arg(erro->number()).arg(erro->sqlState(), erro->text())));
@@ -236,51 +236,51 @@ void TstOdbcStatements::killedConnectionIsLost() {
         QCOMPARE(erro->statement(), sql);
     }
     odbc::ResultSet rs;
-    const auto erro = erroDe([&] { rs.open(m_conexao, u"SELECT 1"_s); });
+    const auto erro = errorOf([&] { rs.open(m_conexao, u"SELECT 1"_s); });
     QVERIFY(erro);
     QVERIFY(erro->isConnectionLost());
-    QCOMPARE(m_servidor->consulta(u"SELECT v FROM prova"_s)[0][0], u"um"_s);
+    QCOMPARE(m_servidor->query(u"SELECT v FROM prova"_s)[0][0], u"um"_s);
 }
 
 void TstOdbcStatements::cutConnectionIsLostAndTheStatementNotSent() {
     FaultProxy proxy(m_servidor->socket());
-    m_servidor->usaSocket(proxy.socket());
+    m_servidor->useSocket(proxy.socket());
     m_conexao.open(u"dsn=QDX"_s);
-    proxy.cortaAntesDe(2);
+    proxy.cutBefore(2);
     m_conexao.execute(u"UPDATE prova SET v = 'primeiro'"_s);
-    const auto erro = erroDe([&] { m_conexao.execute(u"UPDATE prova SET v = 'segundo'"_s); });
+    const auto erro = errorOf([&] { m_conexao.execute(u"UPDATE prova SET v = 'segundo'"_s); });
     QVERIFY(erro);
     QVERIFY(erro->isConnectionLost());
-    QVERIFY(erroDe([&] { m_conexao.execute(u"UPDATE prova SET v = 'terceiro'"_s); }));
-    QCOMPARE(proxy.textos(), QList<QByteArray>{"UPDATE prova SET v = 'primeiro'"});
-    QCOMPARE(m_servidor->consulta(u"SELECT v FROM prova"_s)[0][0], u"primeiro"_s);
+    QVERIFY(errorOf([&] { m_conexao.execute(u"UPDATE prova SET v = 'terceiro'"_s); }));
+    QCOMPARE(proxy.texts(), QList<QByteArray>{"UPDATE prova SET v = 'primeiro'"});
+    QCOMPARE(m_servidor->query(u"SELECT v FROM prova"_s)[0][0], u"primeiro"_s);
 }
 
 void TstOdbcStatements::closedConnectionIsAnError() {
     m_conexao.close();
     m_conexao.close();
     QVERIFY(!m_conexao.isOpen());
-    const auto erro = erroDe([&] { m_conexao.execute(u"SET @a = 1"_s); });
+    const auto erro = errorOf([&] { m_conexao.execute(u"SET @a = 1"_s); });
     QVERIFY(erro);
-    QCOMPARE(erro->number(), numero(ErrorNumber::ConnectionClosed));
+    QCOMPARE(erro->number(), number(ErrorNumber::ConnectionClosed));
     QVERIFY(erro->isConnectionLost());
     QCOMPARE(erro->statement(), u"SET @a = 1"_s);
     odbc::ResultSet rs;
-    QCOMPARE(numeroDoErroDe([&] { rs.open(m_conexao, u"SELECT 1"_s); }),
-             numero(ErrorNumber::ConnectionClosed));
+    QCOMPARE(errorNumberOf([&] { rs.open(m_conexao, u"SELECT 1"_s); }),
+             number(ErrorNumber::ConnectionClosed));
 }
 
 void TstOdbcStatements::connectionOpensAgainAfterALoss() {
-    m_servidor->mataConexoesDoPrograma();
-    QVERIFY(erroDe([&] { m_conexao.execute(u"SET @a = 1"_s); }));
+    m_servidor->killProgramConnections();
+    QVERIFY(errorOf([&] { m_conexao.execute(u"SET @a = 1"_s); }));
     m_conexao.open(u"dsn=QDX"_s);
     m_conexao.execute(u"UPDATE prova SET v = 'de novo'"_s);
-    QCOMPARE(m_servidor->consulta(u"SELECT v FROM prova"_s)[0][0], u"de novo"_s);
+    QCOMPARE(m_servidor->query(u"SELECT v FROM prova"_s)[0][0], u"de novo"_s);
     odbc::Connection outra = std::move(m_conexao);
     QVERIFY(outra.isOpen());
     QVERIFY(!m_conexao.isOpen());
     outra.execute(u"UPDATE prova SET v = 'outra'"_s);
-    QCOMPARE(m_servidor->consulta(u"SELECT v FROM prova"_s)[0][0], u"outra"_s);
+    QCOMPARE(m_servidor->query(u"SELECT v FROM prova"_s)[0][0], u"outra"_s);
 }
 
 void TstOdbcStatements::onlyAConnectionErrorMeansConnectionLost_data() {

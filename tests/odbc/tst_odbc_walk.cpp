@@ -1,5 +1,5 @@
 #include "odbc/ResultSet.h"
-#include "support/ErroDe.h"
+#include "support/ErrorOf.h"
 #include "support/PrivateServer.h"
 
 #include <QTest>
@@ -8,7 +8,7 @@
 
 using namespace Qt::StringLiterals;
 using namespace tarvessa;
-using namespace tarvessa::teste;
+using namespace tarvessa::test;
 
 /// Walking a result: columns by name, blocks of rows, both ends, closed results.
 class TstOdbcWalk : public QObject {
@@ -59,9 +59,9 @@ void TstOdbcWalk::initTestCase_data() {
 
 void TstOdbcWalk::initTestCase() {
     m_servidor = std::make_unique<PrivateServer>();
-    m_servidor->executa(u"CREATE TABLE sequencia (seq INT PRIMARY KEY)"_s);
+    m_servidor->execute(u"CREATE TABLE sequencia (seq INT PRIMARY KEY)"_s);
     for (int n = 1; n <= 1000; ++n)
-        m_servidor->executa(u"INSERT INTO sequencia VALUES (%1)"_s.arg(n));
+        m_servidor->execute(u"INSERT INTO sequencia VALUES (%1)"_s.arg(n));
 }
 
 void TstOdbcWalk::init() {
@@ -101,9 +101,9 @@ void TstOdbcWalk::unknownColumnIsAnError() {
     const QString sql = u"SELECT 1 AS um"_s;
     odbc::ResultSet rs;
     rs.open(m_conexao, sql);
-    const auto erro = erroDe([&] { rs.field(u"dois"); });
+    const auto erro = errorOf([&] { rs.field(u"dois"); });
     QVERIFY(erro);
-    QCOMPARE(erro->number(), numero(ErrorNumber::NoSuchColumn));
+    QCOMPARE(erro->number(), number(ErrorNumber::NoSuchColumn));
     QVERIFY(erro->text().contains(u"\"dois\""_s));
     QCOMPARE(erro->statement(), sql);
     QCOMPARE(rs.field(u"um").text(), u"1"_s);
@@ -146,17 +146,17 @@ void TstOdbcWalk::readingPastTheEndIsAnError() {
     rs.moveNext();
     rs.moveNext();
     QVERIFY(rs.atEnd());
-    const int semRegistro = numero(ErrorNumber::NoCurrentRecord);
-    QCOMPARE(numeroDoErroDe([&] { rs.field(u"n"); }), semRegistro);
-    QCOMPARE(numeroDoErroDe([&] { rs.field(0); }), semRegistro);
-    const auto erro = erroDe([&] { rs.moveNext(); });
+    const int semRegistro = number(ErrorNumber::NoCurrentRecord);
+    QCOMPARE(errorNumberOf([&] { rs.field(u"n"); }), semRegistro);
+    QCOMPARE(errorNumberOf([&] { rs.field(0); }), semRegistro);
+    const auto erro = errorOf([&] { rs.moveNext(); });
     QVERIFY(erro);
     QCOMPARE(erro->number(), semRegistro);
     QCOMPARE(erro->statement(), sequencia(2));
 
     rs.open(m_conexao, sequencia(0));
-    QCOMPARE(numeroDoErroDe([&] { rs.field(u"n"); }), semRegistro);
-    QCOMPARE(numeroDoErroDe([&] { rs.moveNext(); }), semRegistro);
+    QCOMPARE(errorNumberOf([&] { rs.field(u"n"); }), semRegistro);
+    QCOMPARE(errorNumberOf([&] { rs.moveNext(); }), semRegistro);
 }
 
 void TstOdbcWalk::goingBackToTheFirstRow_data() {
@@ -188,19 +188,19 @@ void TstOdbcWalk::goingBackToTheFirstRow() {
 void TstOdbcWalk::closedResultIsAnError() {
     odbc::ResultSet nunca;
     QVERIFY(!nunca.isOpen());
-    const int fechado = numero(ErrorNumber::ConnectionClosed);
-    QCOMPARE(numeroDoErroDe([&] { nunca.atEnd(); }), fechado);
+    const int fechado = number(ErrorNumber::ConnectionClosed);
+    QCOMPARE(errorNumberOf([&] { nunca.atEnd(); }), fechado);
 
     odbc::ResultSet rs;
     rs.open(m_conexao, sequencia(2));
     rs.close();
     rs.close();
     QVERIFY(!rs.isOpen());
-    QCOMPARE(numeroDoErroDe([&] { rs.atEnd(); }), fechado);
-    QCOMPARE(numeroDoErroDe([&] { rs.moveNext(); }), fechado);
-    QCOMPARE(numeroDoErroDe([&] { rs.moveFirst(); }), fechado);
-    QCOMPARE(numeroDoErroDe([&] { rs.field(0); }), fechado);
-    QCOMPARE(numeroDoErroDe([&] { rs.field(u"n"); }), numero(ErrorNumber::NoSuchColumn));
+    QCOMPARE(errorNumberOf([&] { rs.atEnd(); }), fechado);
+    QCOMPARE(errorNumberOf([&] { rs.moveNext(); }), fechado);
+    QCOMPARE(errorNumberOf([&] { rs.moveFirst(); }), fechado);
+    QCOMPARE(errorNumberOf([&] { rs.field(0); }), fechado);
+    QCOMPARE(errorNumberOf([&] { rs.field(u"n"); }), number(ErrorNumber::NoSuchColumn));
 }
 
 void TstOdbcWalk::newQueryReplacesTheOldOne() {
@@ -218,7 +218,7 @@ void TstOdbcWalk::newQueryReplacesTheOldOne() {
 void TstOdbcWalk::failedQueryLeavesTheResultClosed() {
     odbc::ResultSet rs;
     rs.open(m_conexao, sequencia(3));
-    QVERIFY(erroDe([&] { rs.open(m_conexao, u"SELECT * FROM nenhuma"_s); }));
+    QVERIFY(errorOf([&] { rs.open(m_conexao, u"SELECT * FROM nenhuma"_s); }));
     QVERIFY(!rs.isOpen());
     rs.open(m_conexao, sequencia(1));
     QCOMPARE(rs.field(u"n").integer(), 1);
@@ -240,7 +240,7 @@ void TstOdbcWalk::twoResultsAreWalkedAtOnce() {
 }
 
 void TstOdbcWalk::rowsStayAsTheyWereWhenOpened() {
-    m_servidor->executa(u"CREATE TABLE prova (id INT PRIMARY KEY, v VARCHAR(10)); "
+    m_servidor->execute(u"CREATE TABLE prova (id INT PRIMARY KEY, v VARCHAR(10)); "
                         "INSERT INTO prova SELECT seq, 'antes' FROM sequencia"_s);
     odbc::ResultSet rs;
     rs.open(m_conexao, u"SELECT id, v FROM prova ORDER BY id"_s);
@@ -250,7 +250,7 @@ void TstOdbcWalk::rowsStayAsTheyWereWhenOpened() {
     for (; !rs.atEnd(); rs.moveNext(), ++linhas)
         QCOMPARE(rs.field(u"v").text(), u"antes"_s);
     QCOMPARE(linhas, 1000);
-    m_servidor->executa(u"DROP TABLE prova"_s);
+    m_servidor->execute(u"DROP TABLE prova"_s);
 }
 
 void TstOdbcWalk::resultMovesToAnotherOwner() {
@@ -271,7 +271,7 @@ void TstOdbcWalk::resultMovesToAnotherOwner() {
 
 void TstOdbcWalk::statementWithoutRowsGivesNoResult() {
     odbc::ResultSet rs;
-    QVERIFY(erroDe([&] { rs.open(m_conexao, u"SET @a = 1"_s); }));
+    QVERIFY(errorOf([&] { rs.open(m_conexao, u"SET @a = 1"_s); }));
     QVERIFY(!rs.isOpen());
 }
 
@@ -300,9 +300,9 @@ void TstOdbcWalk::wholeNumberOfACell() {
 }
 
 void TstOdbcWalk::wholeNumberTooLargeIsAnError() {
-    const int estouro = numero(ErrorNumber::Overflow);
-    QCOMPARE(numeroDoErroDe([] { odbc::Field(u"9223372036854775808"_s).integer(); }), estouro);
-    QCOMPARE(numeroDoErroDe([] { odbc::Field(u"-9223372036854775809"_s).integer(); }), estouro);
+    const int estouro = number(ErrorNumber::Overflow);
+    QCOMPARE(errorNumberOf([] { odbc::Field(u"9223372036854775808"_s).integer(); }), estouro);
+    QCOMPARE(errorNumberOf([] { odbc::Field(u"-9223372036854775809"_s).integer(); }), estouro);
 }
 
 QTEST_GUILESS_MAIN(TstOdbcWalk)

@@ -3,7 +3,7 @@
 #include "printing/layout/LayoutReader.h"
 #include "printing/pages/Report.h"
 #include "support/PrivateServer.h"
-#include "support/Programa.h"
+#include "support/Program.h"
 #include "support/TestError.h"
 
 #include <QFile>
@@ -12,7 +12,7 @@
 
 #include <memory>
 
-namespace tarvessa::teste {
+namespace tarvessa::test {
 
 /// Layout files of a test's own and the reports run from them.
 class ReportBench {
@@ -56,7 +56,7 @@ class ReportBench {
 
     /// The text of a PDF file, blanks between words run together, a form feed after each page.
     static QString pdfText(const QString& path) {
-        QString text = textoDoPdf(path);
+        QString text = test::pdfText(path);
         static const QRegularExpression blanks(QStringLiteral(" +"));
         return text.replace(blanks, QStringLiteral(" "));
     }
@@ -65,4 +65,4 @@ class ReportBench {
     QTemporaryDir m_folder;
 };
 
-} // namespace tarvessa::teste
+} // namespace tarvessa::test

@@ -1,7 +1,7 @@
 #include "printing/ReportBench.h"
 #include "printing/ReportControl.h"
 #include "printing/preview/PreviewWindow.h"
-#include "support/ErroDe.h"
+#include "support/ErrorOf.h"
 
 #include <QApplication>
 #include <QDialog>
@@ -10,7 +10,7 @@
 
 using namespace Qt::StringLiterals;
 using namespace tarvessa;
-using namespace tarvessa::teste;
+using namespace tarvessa::test;
 
 /// The report control as the screens drive it, and the four printed reports over staged rows.
 class TstReportControl : public QObject {
@@ -89,7 +89,7 @@ void TstReportControl::init() {
     m_control = std::make_unique<ReportControl>(m_owner.get());
     m_control->setClock([] { return QDateTime(QDate(2024, 3, 5), QTime(14, 30)); });
     m_control->setWindowState(2);
-    m_server->executa(u"TRUNCATE relat2"_s);
+    m_server->execute(u"TRUNCATE relat2"_s);
 }
 
 void TstReportControl::cleanup() {
@@ -166,7 +166,7 @@ void TstReportControl::missingLayoutIsAnErrorAndLeavesTheLastReport() {
     printed(supplied(u"COMISSAO.RPT"_s));
     const auto before = m_control->lastReport();
     m_control->setReportFileName(m_bench.path(u"nada.RPT"_s));
-    QCOMPARE(numeroDoErroDe([&] { m_control->setAction(1); }), numero(ErrorNumber::FileNotFound));
+    QCOMPARE(errorNumberOf([&] { m_control->setAction(1); }), number(ErrorNumber::FileNotFound));
     QVERIFY(!preview());
     QCOMPARE(m_control->lastReport(), before);
     QVERIFY(!QApplication::overrideCursor());
@@ -180,7 +180,7 @@ void TstReportControl::previewThatFailsLeavesTheLastReport() {
                       ReportBench::layout(
                           "<calculation name=\"Q\" value=\"900000000000 * 900000000000\"/>",
                           "<detail height=\"5\"><field x=\"0\" y=\"0\" width=\"9\" value=\"Q\"/></detail>")));
-    QCOMPARE(numeroDoErroDe([&] { m_control->setAction(1); }), numero(ErrorNumber::Overflow));
+    QCOMPARE(errorNumberOf([&] { m_control->setAction(1); }), number(ErrorNumber::Overflow));
     QVERIFY(!preview());
     QCOMPARE(m_control->lastReport(), before);
     QVERIFY(!QApplication::overrideCursor());
@@ -222,12 +222,12 @@ void TstReportControl::wrongFormulaIsAnError() {
     QFETCH(const QString, text);
     m_control->setFormula(0, text);
     m_control->setReportFileName(supplied(u"COMISSAO.RPT"_s));
-    QCOMPARE(numeroDoErroDe([&] { m_control->setAction(1); }), numero(ErrorNumber::TypeMismatch));
+    QCOMPARE(errorNumberOf([&] { m_control->setAction(1); }), number(ErrorNumber::TypeMismatch));
     QVERIFY(!preview());
 }
 
 void TstReportControl::replacementQueryBelongsToItsLayout() {
-    m_server->executa(u"INSERT INTO relat2 SET Codigo1='1', Texto1='MARIA'"_s);
+    m_server->execute(u"INSERT INTO relat2 SET Codigo1='1', Texto1='MARIA'"_s);
     const QString query = u"SELECT '7' AS codigo, 'ANA' AS nome, '' AS fantasia, '4' AS colunapreco"_s;
     m_control->setSQLQuery(query);
     QVERIFY(printed(supplied(u"RelatNivelPreco.RPT"_s)).contains(u"7 ANA"_s));
@@ -251,11 +251,11 @@ void TstReportControl::replacementQueryStaysWithAReportThatFailed_data() {
 void TstReportControl::replacementQueryStaysWithAReportThatFailed() {
     QFETCH(const QString, layout);
     QFETCH(const QString, formula);
-    m_server->executa(u"INSERT INTO relat2 SET Codigo1='1', Texto1='MARIA'"_s);
+    m_server->execute(u"INSERT INTO relat2 SET Codigo1='1', Texto1='MARIA'"_s);
     m_control->setSQLQuery(u"SELECT '7' AS codigo, 'ANA' AS nome, '' AS fantasia, '4' AS colunapreco"_s);
     m_control->setFormula(0, formula);
     m_control->setReportFileName(layout);
-    QVERIFY(erroDe([&] { m_control->setAction(1); }));
+    QVERIFY(errorOf([&] { m_control->setAction(1); }));
     m_control->setFormula(0, QString());
     QVERIFY(printed(supplied(u"COMISSAO.RPT"_s)).contains(u"1 MARIA"_s));
 }
@@ -263,23 +263,22 @@ void TstReportControl::replacementQueryStaysWithAReportThatFailed() {
 void TstReportControl::reportReadsOnAConnectionOfItsOwn() {
     // No other connection of the program's user is open, so the report made its own, and closed it again.
     printed(supplied(u"COMISSAO.RPT"_s));
-    QTRY_COMPARE(
-        m_server->consulta(u"SELECT COUNT(*) FROM information_schema.processlist WHERE user='%1'"_s.arg(
-            m_server->usuario())),
-        QList<QStringList>{{u"0"_s}});
+    QTRY_COMPARE(m_server->query(u"SELECT COUNT(*) FROM information_schema.processlist WHERE user='%1'"_s.arg(
+                     m_server->user())),
+                 QList<QStringList>{{u"0"_s}});
 }
 
 void TstReportControl::unreachableDatabaseIsAnError() {
-    m_server->usaSocket(m_bench.path(u"nada.sock"_s));
+    m_server->useSocket(m_bench.path(u"nada.sock"_s));
     m_control->setReportFileName(supplied(u"COMISSAO.RPT"_s));
-    const auto error = erroDe([&] { m_control->setAction(1); });
-    m_server->usaSocket(m_server->socket());
+    const auto error = errorOf([&] { m_control->setAction(1); });
+    m_server->useSocket(m_server->socket());
     QVERIFY(error);
     QVERIFY(!preview());
 }
 
 void TstReportControl::commissionIsPrinted() {
-    m_server->executa(
+    m_server->execute(
         u"INSERT INTO relat2 SET Codigo1='3', Texto1='JOÃO', Valor1=1000.10, Valor2=3.5, Valor3=35.00, "
         "Valor4=2000.20, Valor5=1.2, Valor6=24.00, Valor7=3000.30, Valor8=59.00, Valor9=150.02, "
         "Texto2='5,00';"
@@ -325,7 +324,7 @@ void TstReportControl::commissionOfManySellersIsPrinted_data() {
 void TstReportControl::commissionOfManySellersIsPrinted() {
     QFETCH(const int, count);
     QFETCH(const int, pages);
-    m_server->executa(
+    m_server->execute(
         u"INSERT INTO relat2 (Codigo1, Texto1, Valor1, Valor2, Valor3, Valor4, Valor5, Valor6, "
         "Valor7, Valor8, Valor9, Texto2) SELECT seq, CONCAT('V', seq), seq * 1.25, 10, 1, 2, 5, "
         "0.1, 3, 1.1, 0.3, '10,00' FROM seq_1_to_%1"_s.arg(count));
@@ -354,7 +353,7 @@ void TstReportControl::commissionOfManySellersIsPrinted() {
 }
 
 void TstReportControl::commissionDataAreSavedAsPrinted() {
-    m_server->executa(
+    m_server->execute(
         u"INSERT INTO relat2 SET Codigo1='3', Texto1='JOÃO', Valor1=1000.10, Valor2=3.5, Valor3=35.00, "
         "Valor4=2000.20, Valor5=12, Valor6=240.02, Valor7=3000.30, Valor8=275.02, Valor9=150.02, "
         "Texto2='5,00'"_s);
@@ -379,7 +378,7 @@ void TstReportControl::commissionReturnsAreRoundedOnce() {
                 .arg(qAbs(cents) / 100)
                 .arg(qAbs(cents) % 100, 2, 10, QLatin1Char('0'));
         };
-        m_server->executa(u"TRUNCATE relat2; INSERT INTO relat2 SET Codigo1='1', Valor7=%1, Valor9=%2"_s.arg(
+        m_server->execute(u"TRUNCATE relat2; INSERT INTO relat2 SET Codigo1='1', Valor7=%1, Valor9=%2"_s.arg(
             point(sales), point(returns)));
         const qint64 share = (2 * qAbs(returns) * 10000 + sales) / (2 * sales) * (returns < 0 ? -1 : 1);
         m_control->setReportFileName(supplied(u"COMISSAO.RPT"_s));
@@ -399,7 +398,7 @@ void TstReportControl::commissionOfNobodyIsPrinted() {
 }
 
 void TstReportControl::statementIsPrinted() {
-    m_server->executa(u"INSERT INTO relat2 (Data1,Valor1,Texto1,Valor2,valor3,valor4) values "
+    m_server->execute(u"INSERT INTO relat2 (Data1,Valor1,Texto1,Valor2,valor3,valor4) values "
                       "('29/02/2024', 1234 , 'PADARIA D´OURO', 100.50 , 200 , 300.5),"
                       "('01/03/2024', 1235 , 'MERCADO', -20.5 , 0 , -20.5)"_s);
     m_control->setFormula(0, u"Titulo='3 - JOÃO    -   PERÍODO DE 01/02/2024 A 01/03/2024'"_s);
@@ -436,7 +435,7 @@ void TstReportControl::statementCommissionsAddUp_data() {
 void TstReportControl::statementCommissionsAddUp() {
     QFETCH(const QString, bread);
     QFETCH(const QString, others);
-    m_server->executa(u"INSERT INTO relat2 (Data1,Valor1,Texto1,Valor2,valor3,valor4) values "
+    m_server->execute(u"INSERT INTO relat2 (Data1,Valor1,Texto1,Valor2,valor3,valor4) values "
                       "('29/02/2024', 1, 'PADARIA', %1, %2, %1+%2)"_s.arg(bread, others));
     m_control->setFormula(1, u"PorcComissaoPao= 1.5"_s);
     m_control->setFormula(2, u"PorcComissaoOutros= 1.5"_s);
@@ -456,7 +455,7 @@ void TstReportControl::statementOfManyInvoicesIsPrinted_data() {
 void TstReportControl::statementOfManyInvoicesIsPrinted() {
     QFETCH(const int, count);
     if (count > 0)
-        m_server->executa(u"INSERT INTO relat2 (Data1,Valor1,Texto1,Valor2,Valor3,Valor4) "
+        m_server->execute(u"INSERT INTO relat2 (Data1,Valor1,Texto1,Valor2,Valor3,Valor4) "
                           "SELECT '29/02/2024', seq, 'CLIENTE', 1.25, 2, 3.25 FROM seq_1_to_%1"_s.arg(count));
     const QString text = printed(supplied(u"ExtratoVendedorDistribuidora.RPT"_s));
     QCOMPARE(text.count(u"CLIENTE 1,25 2,00 3,25"_s), count);
@@ -472,14 +471,14 @@ void TstReportControl::statementOfManyInvoicesIsPrinted() {
 }
 
 void TstReportControl::statementWithoutPercentagesIsPrinted() {
-    m_server->executa(u"INSERT INTO relat2 (Data1,Valor1,Texto1,Valor2,valor3,valor4) values "
+    m_server->execute(u"INSERT INTO relat2 (Data1,Valor1,Texto1,Valor2,valor3,valor4) values "
                       "('29/02/2024', 1234 , 'PADARIA', 1 , 2 , 3)"_s);
     const QString text = printed(supplied(u"ExtratoVendedorDistribuidora.RPT"_s));
     QVERIFY2(text.contains(u"Pão 1,00\n"_s), qPrintable(text));
 }
 
 void TstReportControl::customersByLevelArePrinted() {
-    m_server->executa(
+    m_server->execute(
         u"DELETE FROM clientes; INSERT INTO clientes (codigo, nome, fantasia, colunapreco, ativocad) VALUES "
         "('000001','ALVES LTDA','ALVES','2','S'),('000002','ÁGUIA LTDA',NULL,'2','S'),"
         "('000003','BAR DO ZÉ','ZÉ','2','S'),('000004','CAFÉ','CAFÉ','1','S'),"
@@ -510,7 +509,7 @@ void TstReportControl::customersOfAnEmptyLevelArePrinted() {
 }
 
 void TstReportControl::targetsArePrinted() {
-    m_server->executa(
+    m_server->execute(
         u"insert into relat2 (codigo1,codigo2,texto1,texto2,texto3,texto4,texto5,texto6,texto7) Values "
         "('1 - ANA', '0001', 'PÃO FRANCÊS', '100', '150', '150,0%', '1.234,50', '0', '0,0%'),"
         "('1 - ANA', '', '', '', '', '', '', '', ''),"
@@ -550,7 +549,7 @@ void TstReportControl::targetsOfManyProductsArePrinted_data() {
 void TstReportControl::targetsOfManyProductsArePrinted() {
     QFETCH(const int, staged);
     QFETCH(const int, pages);
-    m_server->executa(
+    m_server->execute(
         u"INSERT INTO relat2 (codigo1,codigo2,texto1,texto2,texto3,texto4,texto5,texto6,texto7) SELECT "
         "'1 - ANA', CONCAT('P', seq), 'BOLO', '10', '5', '50,0%', '1,00', '0', '0,0%' FROM seq_1_to_%1; "
         "INSERT INTO relat2 (codigo1,codigo2,texto1,texto2,texto3,texto4,texto5,texto6,texto7) VALUES "
@@ -575,7 +574,7 @@ void TstReportControl::targetsOfManyProductsArePrinted() {
 
 // 1,000 staged rows of fifty sellers, of whom no two fit on one page.
 void TstReportControl::targetsOfManySellersArePrinted() {
-    m_server->executa(
+    m_server->execute(
         u"INSERT INTO relat2 (codigo1,codigo2,texto1,texto2,texto3,texto4,texto5,texto6,texto7) SELECT "
         "CONCAT(v.seq, ' - V', v.seq), IF(p.seq <= 18, CONCAT('P', p.seq), ''), CASE WHEN p.seq <= 18 THEN "
         "'BOLO' "
@@ -595,7 +594,7 @@ void TstReportControl::targetsOfManySellersArePrinted() {
 
 void TstReportControl::longSellerIsRepeatedWhole() {
     const QString seller = u"99999 - "_s + QString(92, u'W');
-    m_server->executa(
+    m_server->execute(
         u"INSERT INTO relat2 (codigo1,codigo2,texto1,texto2,texto3,texto4,texto5,texto6,texto7) SELECT "
         "'%1', CONCAT('P', seq), 'BOLO', '10', '5', '50,0%', '1,00', '0', '0,0%' FROM seq_1_to_60"_s.arg(
             seller));
@@ -657,7 +656,7 @@ void TstReportControl::nothingIsLostAtExtremeValues_data() {
 void TstReportControl::nothingIsLostAtExtremeValues() {
     QFETCH(const QString, layout);
     QFETCH(const QString, rows);
-    m_server->executa(rows);
+    m_server->execute(rows);
     m_control->setFormula(
         0, u"Titulo='2147483647 - %1    -   PERÍODO DE 01/02/2024 A 29/02/2024'"_s.arg(QString(40, u'W')));
     m_control->setFormula(1, u"PorcComissaoPao=-999.999"_s);

@@ -1,13 +1,13 @@
 #include "printing/ReportBench.h"
 #include "printing/layout/RoundedRatio.h"
-#include "support/ErroDe.h"
+#include "support/ErrorOf.h"
 
 #include <QDir>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
 using namespace tarvessa;
-using namespace tarvessa::teste;
+using namespace tarvessa::test;
 
 /// Reading layout files: what they may say, and what is told about those that say something else.
 class TstReportLayout : public QObject {
@@ -53,7 +53,7 @@ void TstReportLayout::suppliedLayoutsAreValid_data() {
 void TstReportLayout::suppliedLayoutsAreValid() {
     QFETCH(const QString, name);
     const QString folder = QStringLiteral(TARVESSA_SOURCE_DIR "/rpt/");
-    saidaDe(u"xmllint"_s, {u"--noout"_s, u"--schema"_s, folder + u"layout.xsd"_s, folder + name});
+    outputOf(u"xmllint"_s, {u"--noout"_s, u"--schema"_s, folder + u"layout.xsd"_s, folder + name});
     const report::Layout layout = report::readLayout(folder + name);
     QVERIFY(!layout.title.isEmpty());
     QVERIFY(!layout.details.empty());
@@ -68,8 +68,8 @@ void TstReportLayout::documentedExampleIsValid() {
     const QRegularExpressionMatch example = whole.match(text);
     QVERIFY(example.hasMatch());
     const QString path = m_bench.write(u"exemplo.RPT"_s, example.captured().trimmed().toUtf8());
-    saidaDe(u"xmllint"_s,
-            {u"--noout"_s, u"--schema"_s, QStringLiteral(TARVESSA_SOURCE_DIR "/rpt/layout.xsd"), path});
+    outputOf(u"xmllint"_s,
+             {u"--noout"_s, u"--schema"_s, QStringLiteral(TARVESSA_SOURCE_DIR "/rpt/layout.xsd"), path});
     QCOMPARE(report::readLayout(path).totals.size(), size_t(1));
 }
 
@@ -111,9 +111,9 @@ void TstReportLayout::documentedElementsAreValid() {
                 layout += u"<query>SELECT 1</query>\n"_s;
         }
         const QString path = m_bench.write(u"trecho.RPT"_s, (layout + u"</report>\n"_s).toUtf8());
-        saidaDe(u"xmllint"_s,
-                {u"--noout"_s, u"--schema"_s, QStringLiteral(TARVESSA_SOURCE_DIR "/rpt/layout.xsd"), path});
-        const auto error = erroDe([&] { report::readLayout(path); });
+        outputOf(u"xmllint"_s,
+                 {u"--noout"_s, u"--schema"_s, QStringLiteral(TARVESSA_SOURCE_DIR "/rpt/layout.xsd"), path});
+        const auto error = errorOf([&] { report::readLayout(path); });
         QVERIFY2(!error, error ? qPrintable(error->text() + layout) : "");
     }
     for (const QString& element : order + onBands + QStringList{u"report"_s})
@@ -129,10 +129,10 @@ void TstReportLayout::schemaMayBeNamedInTheFile() {
                                                           attribute + "=\"layout.xsd\" "));
     };
     const QString path = named("noNamespaceSchemaLocation");
-    saidaDe(u"xmllint"_s,
-            {u"--noout"_s, u"--schema"_s, QStringLiteral(TARVESSA_SOURCE_DIR "/rpt/layout.xsd"), path});
+    outputOf(u"xmllint"_s,
+             {u"--noout"_s, u"--schema"_s, QStringLiteral(TARVESSA_SOURCE_DIR "/rpt/layout.xsd"), path});
     QCOMPARE(report::readLayout(path).details.size(), size_t(1));
-    QCOMPARE(numeroDoErroDe([&] { report::readLayout(named("type")); }), numero(ErrorNumber::InvalidLayout));
+    QCOMPARE(errorNumberOf([&] { report::readLayout(named("type")); }), number(ErrorNumber::InvalidLayout));
 }
 
 void TstReportLayout::schemaRefusesWhatTheReaderRefuses() {
@@ -140,9 +140,9 @@ void TstReportLayout::schemaRefusesWhatTheReaderRefuses() {
     const QString bad =
         m_bench.write(u"bad.RPT"_s, ReportBench::layout({}, "<detail height=\"5\" heigth=\"5\"/>"));
     const auto check = [](const QString& file) {
-        return executaPrograma(u"xmllint"_s, {u"--noout"_s, u"--schema"_s,
-                                              QStringLiteral(TARVESSA_SOURCE_DIR "/rpt/layout.xsd"), file})
-            .codigo;
+        return runProgram(u"xmllint"_s, {u"--noout"_s, u"--schema"_s,
+                                         QStringLiteral(TARVESSA_SOURCE_DIR "/rpt/layout.xsd"), file})
+            .exitCode;
     };
     QCOMPARE(check(good), 0);
     QVERIFY(check(bad) != 0);
@@ -150,7 +150,7 @@ void TstReportLayout::schemaRefusesWhatTheReaderRefuses() {
         const QString path = m_bench.write(
             u"text.RPT"_s, ReportBench::layout({}, "<detail height=\"5\"><text x=\"0\" y=\"0\" width=\"9\" " +
                                                        text + ">{n}</text></detail>"));
-        const bool isRead = !erroDe([&] { report::readLayout(path); });
+        const bool isRead = !errorOf([&] { report::readLayout(path); });
         QCOMPARE(check(path) == 0, isRead);
         QCOMPARE(isRead, text.startsWith("fit=\"shrink"));
     }
@@ -159,7 +159,7 @@ void TstReportLayout::schemaRefusesWhatTheReaderRefuses() {
             u"calculation.RPT"_s,
             ReportBench::layout("<calculation name=\"c\" value=\"1\" decimals=\"" + decimals + "\"/>",
                                 "<detail height=\"5\"/>"));
-        const bool isRead = !erroDe([&] { report::readLayout(path); });
+        const bool isRead = !errorOf([&] { report::readLayout(path); });
         QCOMPARE(check(path) == 0, isRead);
         QCOMPARE(isRead, decimals == "0" || decimals == "4");
     }
@@ -167,9 +167,9 @@ void TstReportLayout::schemaRefusesWhatTheReaderRefuses() {
 
 void TstReportLayout::missingFileIsNamed() {
     const QString path = m_bench.path(u"nada.RPT"_s);
-    const auto error = erroDe([&] { report::readLayout(path); });
+    const auto error = errorOf([&] { report::readLayout(path); });
     QVERIFY(error);
-    QCOMPARE(error->number(), numero(ErrorNumber::FileNotFound));
+    QCOMPARE(error->number(), number(ErrorNumber::FileNotFound));
     QVERIFY2(error->text().contains(QDir::toNativeSeparators(path)), error->what());
 }
 
@@ -184,9 +184,9 @@ void TstReportLayout::fileOfAnotherKindIsRefused_data() {
 void TstReportLayout::fileOfAnotherKindIsRefused() {
     QFETCH(const QByteArray, contents);
     const QString path = m_bench.write(u"outro.RPT"_s, contents);
-    const auto error = erroDe([&] { report::readLayout(path); });
+    const auto error = errorOf([&] { report::readLayout(path); });
     QVERIFY(error);
-    QCOMPARE(error->number(), numero(ErrorNumber::InvalidLayout));
+    QCOMPARE(error->number(), number(ErrorNumber::InvalidLayout));
     QVERIFY2(error->text().contains(QDir::toNativeSeparators(path) +
                                     u", linha 1: o arquivo não é um layout em XML"_s),
              error->what());
@@ -285,9 +285,9 @@ void TstReportLayout::mistakeIsToldWithFileAndLine() {
     QFETCH(const int, line);
     QFETCH(const QString, problem);
     const QString path = m_bench.write(u"erro.RPT"_s, contents);
-    const auto error = erroDe([&] { report::readLayout(path); });
+    const auto error = errorOf([&] { report::readLayout(path); });
     QVERIFY(error);
-    QCOMPARE(error->number(), numero(ErrorNumber::InvalidLayout));
+    QCOMPARE(error->number(), number(ErrorNumber::InvalidLayout));
     const QString expected = u"%1, linha %2: %3"_s.arg(QDir::toNativeSeparators(path)).arg(line).arg(problem);
     QVERIFY2(error->text().contains(expected), qPrintable(error->text() + u" <> "_s + expected));
 }
@@ -430,7 +430,7 @@ void TstReportLayout::expressionTooLargeIsAnError() {
             expression.evaluate([](report::ValueRef) { return Dinheiro::dePonto(u"900000000000001.1111"); },
                                 2);
         };
-        QCOMPARE(numeroDoErroDe(evaluate), numero(ErrorNumber::Overflow));
+        QCOMPARE(errorNumberOf(evaluate), number(ErrorNumber::Overflow));
     }
 }
 
@@ -443,7 +443,7 @@ void TstReportLayout::leastNumberIsAnErrorToo() {
     const auto least = [](report::ValueRef) {
         return Dinheiro::deDecimosMilesimos(std::numeric_limits<qint64>::min());
     };
-    QCOMPARE(numeroDoErroDe([&] { expression.evaluate(least, 4); }), numero(ErrorNumber::Overflow));
+    QCOMPARE(errorNumberOf([&] { expression.evaluate(least, 4); }), number(ErrorNumber::Overflow));
 }
 
 void TstReportLayout::largeRatiosAreRoundedOnce() {

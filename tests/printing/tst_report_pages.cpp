@@ -1,6 +1,6 @@
 #include "printing/ReportBench.h"
 #include "printing/preview/TextSearch.h"
-#include "support/ErroDe.h"
+#include "support/ErrorOf.h"
 
 #include <QDir>
 #include <QPrinter>
@@ -8,7 +8,7 @@
 
 using namespace Qt::StringLiterals;
 using namespace tarvessa;
-using namespace tarvessa::teste;
+using namespace tarvessa::test;
 
 namespace {
 
@@ -302,22 +302,22 @@ void TstReportPages::nullsCountButAddNothing() {
 }
 
 void TstReportPages::sumOverATextIsAnError() {
-    const auto error = erroDe([&] {
+    const auto error = errorOf([&] {
         m_bench.run(u"SELECT 'doze' AS n"_s, "\n<total name=\"T\" of=\"n\" over=\"report\"/>",
                     "<detail height=\"5\"/>");
     });
     QVERIFY(error);
-    QCOMPARE(error->number(), numero(ErrorNumber::InvalidLayout));
+    QCOMPARE(error->number(), number(ErrorNumber::InvalidLayout));
     QVERIFY2(error->text().contains(u"test.RPT, linha 6: \"n\""_s) && error->text().contains(u"\"doze\""_s),
              error->what());
 }
 
 void TstReportPages::sumTooLargeIsAnError() {
-    QCOMPARE(numeroDoErroDe([&] {
+    QCOMPARE(errorNumberOf([&] {
                  m_bench.run(u"SELECT 900000000000000 AS n UNION ALL SELECT 900000000000000"_s,
                              "<total name=\"T\" of=\"n\" over=\"report\"/>", "<detail height=\"5\"/>");
              }),
-             numero(ErrorNumber::Overflow));
+             number(ErrorNumber::Overflow));
 }
 
 void TstReportPages::overflowIsToldWithFileLineAndName_data() {
@@ -337,7 +337,7 @@ void TstReportPages::overflowIsToldWithFileLineAndName_data() {
 void TstReportPages::overflowIsToldWithFileLineAndName() {
     QFETCH(const QByteArray, declarations);
     QFETCH(const QString, place);
-    const auto error = erroDe([&] {
+    const auto error = errorOf([&] {
         const auto report = m_bench.run(
             u"SELECT 900000000000000 AS n UNION ALL SELECT 900000000000000"_s, declarations,
             "<detail height=\"5\"/>"
@@ -345,7 +345,7 @@ void TstReportPages::overflowIsToldWithFileLineAndName() {
         report->texts(0);
     });
     QVERIFY(error);
-    QCOMPARE(error->number(), numero(ErrorNumber::Overflow));
+    QCOMPARE(error->number(), number(ErrorNumber::Overflow));
     QVERIFY2(
         error->text().startsWith(QDir::toNativeSeparators(m_bench.path(u"test.RPT"_s)) + u", "_s + place),
         error->what());
@@ -367,9 +367,9 @@ void TstReportPages::errorPastTheFirstPageIsRepeated() {
         [&] { report.readAll(); }, [&] { report.savePdf(pdf); },   [&] { report.saveCsv(csv); },
         [&] { report.readAll(); }, [&] { report.readFor(10000); }, [&] { report.readPage(); }};
     for (const auto& attempt : attempts) {
-        const auto error = erroDe(attempt);
+        const auto error = errorOf(attempt);
         QVERIFY(error);
-        QCOMPARE(error->number(), numero(ErrorNumber::InvalidLayout));
+        QCOMPARE(error->number(), number(ErrorNumber::InvalidLayout));
         QVERIFY2(error->text().contains(u"\"1.234,50\""_s), error->what());
         QVERIFY(!report.complete());
     }
@@ -570,12 +570,12 @@ void TstReportPages::numbersAreAlignedAtTheRight() {
 }
 
 void TstReportPages::columnThatTheQueryLacksIsAnError() {
-    const auto error = erroDe([&] {
+    const auto error = errorOf([&] {
         m_bench.run(u"SELECT 1 AS n"_s, {},
                     "<detail height=\"5\">\n<field x=\"0\" y=\"0\" width=\"9\" value=\"Valor7\"/></detail>");
     });
     QVERIFY(error);
-    QCOMPARE(error->number(), numero(ErrorNumber::InvalidLayout));
+    QCOMPARE(error->number(), number(ErrorNumber::InvalidLayout));
     QVERIFY2(error->text().contains(QDir::toNativeSeparators(m_bench.path(u"test.RPT"_s)) +
                                     u", linha 6: a consulta não tem a coluna \"Valor7\"."_s),
              error->what());
@@ -589,7 +589,7 @@ void TstReportPages::describedColumnMayBeMissing() {
 }
 
 void TstReportPages::wrongQueryIsTheDatabasesError() {
-    const auto error = erroDe([&] { m_bench.run(u"SELECT nada FROM tabela"_s, {}, tenToAPage); });
+    const auto error = errorOf([&] { m_bench.run(u"SELECT nada FROM tabela"_s, {}, tenToAPage); });
     QVERIFY(error);
     QCOMPARE(error->sqlState(), u"42S02"_s);
     QCOMPARE(error->statement(), u"SELECT nada FROM tabela"_s);
@@ -600,11 +600,11 @@ void TstReportPages::pdfHasTextFontsAndTitle() {
     const QString path = m_bench.path(u"um.pdf"_s);
     report->savePdf(path);
     QCOMPARE(ReportBench::pdfText(path).simplified(), u"Teste 1/1 PÃO & AÇÚCAR pé 1"_s);
-    const QString info = QString::fromUtf8(saidaDe(u"pdfinfo"_s, {path}));
+    const QString info = QString::fromUtf8(outputOf(u"pdfinfo"_s, {path}));
     QVERIFY2(info.contains(QRegularExpression(u"Title: +Teste\n"_s)), qPrintable(info));
     QVERIFY2(info.contains(QRegularExpression(u"Page size: +595\\S* x 84[12]\\S* pts \\(A4\\)"_s)),
              qPrintable(info));
-    const QStringList fonts = QString::fromUtf8(saidaDe(u"pdffonts"_s, {path})).trimmed().split(u'\n');
+    const QStringList fonts = QString::fromUtf8(outputOf(u"pdffonts"_s, {path})).trimmed().split(u'\n');
     QVERIFY(fonts.size() > 2);
     for (const QString& font : fonts.sliced(2))
         QVERIFY2(font.contains(QRegularExpression(u" yes +(yes|no) +yes "_s)),
@@ -614,8 +614,8 @@ void TstReportPages::pdfHasTextFontsAndTitle() {
 void TstReportPages::pdfThatCannotBeWrittenIsAnError() {
     const auto report = m_bench.run(rows(1), {}, tenToAPage);
     const QString path = m_bench.path(u"nao/existe.pdf"_s);
-    QCOMPARE(numeroDoErroDe([&] { report->savePdf(path); }), numero(ErrorNumber::FileNotWritable));
-    QCOMPARE(numeroDoErroDe([&] { report->saveCsv(path); }), numero(ErrorNumber::FileNotWritable));
+    QCOMPARE(errorNumberOf([&] { report->savePdf(path); }), number(ErrorNumber::FileNotWritable));
+    QCOMPARE(errorNumberOf([&] { report->saveCsv(path); }), number(ErrorNumber::FileNotWritable));
 }
 
 void TstReportPages::printingFollowsTheChosenPages() {
@@ -645,10 +645,10 @@ void TstReportPages::pageThatFailsLeavesNothingOnThePrinter() {
     QPrinter printer(QPrinter::HighResolution);
     printer.setOutputFormat(QPrinter::PdfFormat);
     printer.setOutputFileName(path);
-    QCOMPARE(numeroDoErroDe([&] { report->print(printer, 0, 3); }), numero(ErrorNumber::Overflow));
+    QCOMPARE(errorNumberOf([&] { report->print(printer, 0, 3); }), number(ErrorNumber::Overflow));
     QVERIFY(!QFile::exists(path));
     const QString saved = m_bench.path(u"salvo.pdf"_s);
-    QCOMPARE(numeroDoErroDe([&] { report->savePdf(saved); }), numero(ErrorNumber::Overflow));
+    QCOMPARE(errorNumberOf([&] { report->savePdf(saved); }), number(ErrorNumber::Overflow));
     QVERIFY(!QFile::exists(saved));
     report->print(printer, 0, 1); // the pages asked for are whole
     QVERIFY(QFile::exists(path));

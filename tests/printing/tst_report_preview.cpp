@@ -17,7 +17,7 @@
 
 using namespace Qt::StringLiterals;
 using namespace tarvessa;
-using namespace tarvessa::teste;
+using namespace tarvessa::test;
 using report::PageView;
 using report::PreviewWindow;
 
@@ -305,7 +305,7 @@ void TstReportPreview::pdfIsSavedUnderTheNameGiven() {
     show(35);
     ModalHelper modal;
     const QString path = m_bench.path(u"saida"_s);
-    modal.aoAbrir([&](QWidget* window) {
+    modal.onOpen([&](QWidget* window) {
         auto* dialog = qobject_cast<QFileDialog*>(window);
         QVERIFY(dialog);
         QCOMPARE(dialog->selectedFiles().constFirst().section(u'/', -1), u"Teste.pdf"_s);
@@ -313,7 +313,7 @@ void TstReportPreview::pdfIsSavedUnderTheNameGiven() {
         QTest::keyClick(dialog->findChild<QLineEdit*>(u"fileNameEdit"_s), Qt::Key_Return);
     });
     press(Qt::Key_S, Qt::ControlModifier);
-    QCOMPARE(modal.confere(), QString());
+    QCOMPARE(modal.problem(), QString());
     QVERIFY(ReportBench::pdfText(path + u".pdf"_s).contains(u"Linha nº 35"_s));
     QCOMPARE(m_window->statusBar()->currentMessage(), u"Gravado: "_s + path + u".pdf"_s);
 }
@@ -322,12 +322,12 @@ void TstReportPreview::dataAreSavedUnderTheNameGiven() {
     show(2);
     ModalHelper modal;
     const QString path = m_bench.path(u"saida.csv"_s);
-    modal.aoAbrir([&](QWidget* window) {
+    modal.onOpen([&](QWidget* window) {
         window->findChild<QLineEdit*>(u"fileNameEdit"_s)->setText(path);
         QTest::keyClick(window->findChild<QLineEdit*>(u"fileNameEdit"_s), Qt::Key_Return);
     });
     press(Qt::Key_E, Qt::ControlModifier);
-    QCOMPARE(modal.confere(), QString());
+    QCOMPARE(modal.problem(), QString());
     QFile file(path);
     QVERIFY(file.open(QIODevice::ReadOnly));
     QCOMPARE(file.readAll(), QByteArray("\xEF\xBB\xBFNome\r\nLinha nº 1\r\nLinha nº 2\r\n"));
@@ -336,14 +336,14 @@ void TstReportPreview::dataAreSavedUnderTheNameGiven() {
 void TstReportPreview::fileThatCannotBeWrittenIsReported() {
     show(2);
     ModalHelper modal;
-    modal.aoAbrir([&](QWidget* window) {
+    modal.onOpen([&](QWidget* window) {
         auto* dialog = qobject_cast<QFileDialog*>(window);
         dialog->findChild<QLineEdit*>(u"fileNameEdit"_s)->setText(u"/proc/nada.csv"_s);
         dialog->QDialog::done(QDialog::Accepted);
     });
-    modal.esperaContendo(u"Não foi possível gravar"_s, QMessageBox::Ok);
+    modal.expectContaining(u"Não foi possível gravar"_s, QMessageBox::Ok);
     press(Qt::Key_E, Qt::ControlModifier);
-    QCOMPARE(modal.confere(), QString());
+    QCOMPARE(modal.problem(), QString());
     QVERIFY(m_window->isVisible());
 }
 
@@ -351,12 +351,12 @@ void TstReportPreview::givingUpSavingWritesNothing() {
     show(2);
     ModalHelper modal;
     const QString path = m_bench.path(u"nunca.pdf"_s);
-    modal.aoAbrir([&](QWidget* window) {
+    modal.onOpen([&](QWidget* window) {
         window->findChild<QLineEdit*>(u"fileNameEdit"_s)->setText(path);
         QTest::keyClick(window, Qt::Key_Escape);
     });
     press(Qt::Key_S, Qt::ControlModifier);
-    QCOMPARE(modal.confere(), QString());
+    QCOMPARE(modal.problem(), QString());
     QVERIFY(!QFile::exists(path));
     QVERIFY(m_window->isVisible());
 }
@@ -364,10 +364,10 @@ void TstReportPreview::givingUpSavingWritesNothing() {
 // A report that lacks rows is never taken for a whole one.
 void TstReportPreview::errorOfALaterRowIsReportedEachTime() {
     ModalHelper modal;
-    const auto announce = [&modal] { modal.esperaContendo(u"\"1.234,50\""_s, QMessageBox::Ok); };
+    const auto announce = [&modal] { modal.expectContaining(u"\"1.234,50\""_s, QMessageBox::Ok); };
     announce(); // reading goes on by itself behind the first page
     show(2000, "<total name=\"T\" of=\"nome\" over=\"report\"/>", u"IF(seq=400, '1.234,50', seq)"_s);
-    QTRY_COMPARE(modal.caixas().size(), 1);
+    QTRY_COMPARE(modal.boxes().size(), 1);
     // The box has taken the window's activity away, and nobody gives it back here.
     const auto backToThePage = [this] {
         m_window->activateWindow();
@@ -378,19 +378,19 @@ void TstReportPreview::errorOfALaterRowIsReportedEachTime() {
     QCOMPARE(page(), 1);
     announce();
     press(Qt::Key_End, Qt::ControlModifier);
-    QCOMPARE(modal.caixas().size(), 2);
+    QCOMPARE(modal.boxes().size(), 2);
     backToThePage();
     press(Qt::Key_PageDown, Qt::ControlModifier); // a page that was read before
     QCOMPARE(page(), 2);
     const QString path = m_bench.path(u"incompleto.csv"_s);
-    modal.aoAbrir([&](QWidget* window) {
+    modal.onOpen([&](QWidget* window) {
         window->findChild<QLineEdit*>(u"fileNameEdit"_s)->setText(path);
         QTest::keyClick(window->findChild<QLineEdit*>(u"fileNameEdit"_s), Qt::Key_Return);
     });
     announce();
     press(Qt::Key_E, Qt::ControlModifier);
-    QCOMPARE(modal.confere(), QString());
-    QCOMPARE(modal.caixas().size(), 3);
+    QCOMPARE(modal.problem(), QString());
+    QCOMPARE(modal.boxes().size(), 3);
     QVERIFY(!QFile::exists(path));
     QVERIFY(control<QLabel>("PageCount")->text().contains(u'…'));
 }
@@ -415,26 +415,26 @@ void TstReportPreview::errorIsReportedOnceWhileRowsAreRead() {
     // So far behind that the reading by itself does not come there in the meantime.
     show(200000, "<total name=\"T\" of=\"nome\" over=\"report\"/>", u"IF(seq=199000, '1.234,50', seq)"_s);
     QTRY_VERIFY(control<QLabel>("PageCount")->text().trimmed() != u"de 25…"); // it has begun
-    QCOMPARE(modal.caixas().size(), 0);
+    QCOMPARE(modal.boxes().size(), 0);
     control<QLineEdit>("Sought")->setText(u"nada"_s);
     if (asksForAFile)
-        modal.aoAbrir([&](QWidget* window) {
+        modal.onOpen([&](QWidget* window) {
             window->findChild<QLineEdit*>(u"fileNameEdit"_s)->setText(path);
             QTest::keyClick(window->findChild<QLineEdit*>(u"fileNameEdit"_s), Qt::Key_Return);
         });
-    modal.esperaContendo(u"\"1.234,50\""_s, QMessageBox::Ok);
+    modal.expectContaining(u"\"1.234,50\""_s, QMessageBox::Ok);
     press(key, modifiers);
     QTest::qWait(100);
-    QCOMPARE(modal.confere(), QString());
-    QCOMPARE(modal.caixas().size(), 1);
+    QCOMPARE(modal.problem(), QString());
+    QCOMPARE(modal.boxes().size(), 1);
 }
 
 void TstReportPreview::pageThatCannotBeHadLeavesTheNumber() {
     ModalHelper modal;
-    modal.esperaContendo(u"\"1.234,50\""_s, QMessageBox::Ok);
-    modal.esperaContendo(u"\"1.234,50\""_s, QMessageBox::Ok);
+    modal.expectContaining(u"\"1.234,50\""_s, QMessageBox::Ok);
+    modal.expectContaining(u"\"1.234,50\""_s, QMessageBox::Ok);
     show(2000, "<total name=\"T\" of=\"nome\" over=\"report\"/>", u"IF(seq=400, '1.234,50', seq)"_s);
-    QTRY_COMPARE(modal.caixas().size(), 1);
+    QTRY_COMPARE(modal.boxes().size(), 1);
     m_window->activateWindow();
     QVERIFY(QTest::qWaitForWindowActive(m_window));
     auto* number = control<QLineEdit>("PageNumber");
@@ -443,8 +443,8 @@ void TstReportPreview::pageThatCannotBeHadLeavesTheNumber() {
     QTest::keyClicks(number, u"99"_s);
     QCOMPARE(number->text(), u"99"_s);
     QTest::keyClick(number, Qt::Key_Return);
-    QCOMPARE(modal.confere(), QString());
-    QCOMPARE(modal.caixas().size(), 2);
+    QCOMPARE(modal.problem(), QString());
+    QCOMPARE(modal.boxes().size(), 2);
     QCOMPARE(page(), 1);
     QCOMPARE(number->text(), u"1"_s);
 }
@@ -453,13 +453,13 @@ void TstReportPreview::printDialogCanBeLeft() {
     show(35);
     ModalHelper modal;
     bool seen = false;
-    modal.aoAbrir([&](QWidget* window) {
+    modal.onOpen([&](QWidget* window) {
         auto* dialog = qobject_cast<QPrintDialog*>(window);
         seen = dialog && dialog->minPage() == 1 && dialog->maxPage() == 4;
         QTest::keyClick(window, Qt::Key_Escape);
     });
     press(Qt::Key_P, Qt::ControlModifier);
-    QCOMPARE(modal.confere(), QString());
+    QCOMPARE(modal.problem(), QString());
     QVERIFY(seen);
     QVERIFY(m_window->isVisible());
 }

@@ -1,8 +1,8 @@
 #include "base/RuntimeError.h"
 #include "core/AcessoDados.h"
-#include "products/Balcao.h"
 #include "products/PesquisaProduto.h"
 #include "products/SelecionaProd.h"
+#include "support/Bench.h"
 #include "support/ModalHelper.h"
 #include "ui/Guard.h"
 #include "ui/Twips.h"
@@ -21,7 +21,7 @@
 
 using namespace Qt::StringLiterals;
 using namespace tarvessa;
-using namespace tarvessa::teste;
+using namespace tarvessa::test;
 
 namespace {
 
@@ -78,9 +78,9 @@ class TstPesquisaProduto : public QObject {
     Q_OBJECT
 
   private Q_SLOTS:
-    void initTestCase() { b = std::make_unique<Balcao>(); }
+    void initTestCase() { b = std::make_unique<Bench>(); }
     void cleanupTestCase() { b.reset(); }
-    void init() { b->arruma(); }
+    void init() { b->resetConnected(); }
 
     void nothingFound();
     void singleMatchIsTakenWithoutAScreen();
@@ -127,55 +127,55 @@ class TstPesquisaProduto : public QObject {
     QString pesquisa(const QString& texto, const std::function<void(QWidget*)>& acao,
                      QWidget* form = nullptr);
 
-    std::unique_ptr<Balcao> b;
+    std::unique_ptr<Bench> b;
 };
 
 QString TstPesquisaProduto::pesquisa(const QString& texto, const std::function<void(QWidget*)>& acao,
                                      QWidget* form) {
     ModalHelper modais;
-    modais.aoAbrir([&acao](QWidget* tela) {
+    modais.onOpen([&acao](QWidget* tela) {
         if (!QTest::qWaitForWindowActive(tela))
             QTest::qFail("the selection screen did not become active", __FILE__, __LINE__);
         acao(tela);
     });
     QString variavel = texto;
     const QString codigo = PesquisaProduto(variavel, form);
-    if (!modais.confere().isEmpty())
-        QTest::qFail(qPrintable(modais.confere()), __FILE__, __LINE__);
+    if (!modais.problem().isEmpty())
+        QTest::qFail(qPrintable(modais.problem()), __FILE__, __LINE__);
     return codigo;
 }
 
 void TstPesquisaProduto::nothingFound() {
     CodigoSelecionado = u"LEFT OVER"_s;
     ModalHelper modais;
-    modais.espera(u"Descrição não cadastrada. Verifique!!!"_s, QMessageBox::Ok);
+    modais.expect(u"Descrição não cadastrada. Verifique!!!"_s, QMessageBox::Ok);
     QString texto = u"ROSCA"_s;
     QCOMPARE(PesquisaProduto(texto, nullptr), QString());
-    QCOMPARE(modais.confere(), QString());
-    QCOMPARE(modais.caixas()[0].titulo, u"Atenção!!!"_s);
-    QCOMPARE(modais.caixas()[0].icone, QMessageBox::Warning);
+    QCOMPARE(modais.problem(), QString());
+    QCOMPARE(modais.boxes()[0].title, u"Atenção!!!"_s);
+    QCOMPARE(modais.boxes()[0].icon, QMessageBox::Warning);
     QVERIFY(!TemRegistro);
     QVERIFY(!rs.isOpen());
     QCOMPARE(CodigoSelecionado, QString());
 }
 
 void TstPesquisaProduto::singleMatchIsTakenWithoutAScreen() {
-    b->produto(u"0000000000007"_s, u"PÃO FRANCÊS"_s);
-    b->produto(u"0000000000008"_s, u"ROSCA"_s);
+    b->shop().produto(u"0000000000007"_s, u"PÃO FRANCÊS"_s);
+    b->shop().produto(u"0000000000008"_s, u"ROSCA"_s);
     QString texto = u"7"_s;
     QCOMPARE(PesquisaProduto(texto, nullptr), u"0000000000007"_s);
     QCOMPARE(CodigoSelecionado, u"0000000000007"_s);
     QVERIFY(TemRegistro);
     QVERIFY(!rs.isOpen());
-    QCOMPARE(b->comandos(),
+    QCOMPARE(b->statements(),
              QStringList(
                  u"Select * from Produtos where CodFabr='0000000000007' and ativo='S' order by descricao"_s));
 }
 
 void TstPesquisaProduto::inactiveProductsAreNeverFound() {
-    b->produto(u"1"_s, u"ROSCA DOCE"_s, u"ativo='N', aplicacao='ROSCA', observacao='ROSCA'"_s);
-    b->produto(u"2"_s, u"ROSCA SALGADA"_s, u"ativo=NULL"_s);
-    b->produto(u"3"_s, u"ROSCA SIMPLES"_s, u"aplicacao='ROSCA', observacao='ROSCA'"_s);
+    b->shop().produto(u"1"_s, u"ROSCA DOCE"_s, u"ativo='N', aplicacao='ROSCA', observacao='ROSCA'"_s);
+    b->shop().produto(u"2"_s, u"ROSCA SALGADA"_s, u"ativo=NULL"_s);
+    b->shop().produto(u"3"_s, u"ROSCA SIMPLES"_s, u"aplicacao='ROSCA', observacao='ROSCA'"_s);
     for (const QString& digitado : {u"ROSCA"_s, u"ROSCA S"_s, u"=ROSCA"_s, u"*ROSCA"_s}) {
         QString texto = digitado;
         QCOMPARE(PesquisaProduto(texto, nullptr), u"3"_s);
@@ -183,7 +183,7 @@ void TstPesquisaProduto::inactiveProductsAreNeverFound() {
 }
 
 void TstPesquisaProduto::severalMatchesOpenTheScreen() {
-    b->produtos(3);
+    b->shop().produtos(3);
     const QString codigo = pesquisa(u"PRODUTO"_s, [](QWidget* tela) {
         QCOMPARE(gradeDe(tela)->rows(), 4);
         QCOMPARE(CodigoSelecionado, QString());
@@ -196,14 +196,14 @@ void TstPesquisaProduto::severalMatchesOpenTheScreen() {
     QVERIFY(!rs.isOpen());
     QVERIFY(!rs2.isOpen());
     QCOMPARE(
-        b->comandos(),
+        b->statements(),
         QStringList({u"Select * from Produtos where (Descricao like '%PRODUTO%' or CodFabr like '%PRODUTO%') "
                      "and ativo='S' order by Descricao"_s,
                      consultaDaConfiguracao}));
 }
 
 void TstPesquisaProduto::captionsAndNames() {
-    b->produtos(2);
+    b->shop().produtos(2);
     pesquisa(u"PRODUTO"_s, [](QWidget* tela) {
         QCOMPARE(tela->objectName(), u"SelecionaProd"_s);
         QCOMPARE(tela->windowTitle(), u" Seleciona Produtos"_s);
@@ -229,7 +229,7 @@ void TstPesquisaProduto::captionsAndNames() {
 }
 
 void TstPesquisaProduto::detailsInLettersOfOneWidth() {
-    b->produtos(2);
+    b->shop().produtos(2);
     pesquisa(u"PRODUTO"_s, [](QWidget* tela) {
         for (const QString& nome : rotulosDeDetalhe)
             QVERIFY2(QFontInfo(tela->findChild<QLabel*>(nome)->font()).fixedPitch(), qPrintable(nome));
@@ -240,7 +240,7 @@ void TstPesquisaProduto::detailsInLettersOfOneWidth() {
 void TstPesquisaProduto::gridFormat() {
     for (const QString& nome : NomeTabelaPreco)
         QCOMPARE(nome, QString());
-    b->produtos(2);
+    b->shop().produtos(2);
     pesquisa(u"PRODUTO"_s, [](QWidget* tela) {
         const Grid* grade = gradeDe(tela);
         QCOMPARE(grade->columns(), 12);
@@ -264,13 +264,13 @@ void TstPesquisaProduto::gridFormat() {
 }
 
 void TstPesquisaProduto::rowOfTheGrid() {
-    b->produto(
+    b->shop().produto(
         u"0000000000007"_s, u"A PÃO D´ÁGUA"_s,
         u"quantidade=1234.5, quantidade2=12, Venda=1234.50, Venda2=0.49, Venda3=-2.5, Venda4=1234567.89, "
         "Ultima_Alteracao='2024-02-29', aplicacao=' MARCA ', observacao='LINHA 1\\nLINHA\\t2', Unidade='UN'"_s);
-    b->produto(u"2"_s, u"B PÃO"_s);
+    b->shop().produto(u"2"_s, u"B PÃO"_s);
     pesquisa(u"PÃO"_s, [](QWidget* tela) {
-        QCOMPARE(celulas(gradeDe(tela), 1),
+        QCOMPARE(cells(gradeDe(tela), 1),
                  QStringList({u"0000000000007"_s, u"A PÃO D´ÁGUA"_s, u"1.234,500"_s, u"1.235"_s, u"0"_s,
                               u"-3"_s, u"1.234.568"_s, u"29/02/24"_s, u" MARCA "_s, u"12,000"_s,
                               u"LINHA 1\nLINHA\t2"_s, u"UN"_s}));
@@ -279,7 +279,7 @@ void TstPesquisaProduto::rowOfTheGrid() {
 }
 
 void TstPesquisaProduto::nullsShowNothing() {
-    b->servidor().executa(
+    b->server().execute(
         u"INSERT INTO produtos (codfabr, descricao, aplicacao, observacao, Venda, Venda2, Venda3, Venda4, "
         "ValidadePromo, ValidadePromo2, quantidade, quantidade2, Ultima_Saida, Ultima_Alteracao, "
         "Localizacao, "
@@ -291,7 +291,7 @@ void TstPesquisaProduto::nullsShowNothing() {
     const QString codigo = pesquisa(u"99_"_s, [](QWidget* tela) {
         QStringList vazias(12);
         vazias[0] = u"99A"_s;
-        QCOMPARE(celulas(gradeDe(tela), 1), vazias);
+        QCOMPARE(cells(gradeDe(tela), 1), vazias);
         QCOMPARE(rotulo(tela, u"Label1"_s), u"MARCA/REFERÊNCIA: "_s);
         QCOMPARE(rotulo(tela, u"Label2"_s), u"ATUALIZAÇÃO     : "_s);
         QCOMPARE(rotulo(tela, u"Label3"_s), u"DEPÓSITO    : "_s);
@@ -318,9 +318,9 @@ void TstPesquisaProduto::updateDate_data() {
 void TstPesquisaProduto::updateDate() {
     QFETCH(QString, valor);
     QFETCH(QString, mostrado);
-    b->servidor().executa(u"SET sql_mode=''"_s);
-    b->produto(u"1"_s, u"PÃO A"_s, u"Ultima_Alteracao="_s + valor);
-    b->produto(u"2"_s, u"PÃO B"_s);
+    b->server().execute(u"SET sql_mode=''"_s);
+    b->shop().produto(u"1"_s, u"PÃO A"_s, u"Ultima_Alteracao="_s + valor);
+    b->shop().produto(u"2"_s, u"PÃO B"_s);
     pesquisa(u"PÃO"_s, [&mostrado](QWidget* tela) {
         QCOMPARE(rotulo(tela, u"Label2"_s), u"ATUALIZAÇÃO     : "_s + mostrado);
         QTest::keyClick(tela, Qt::Key_Escape);
@@ -328,10 +328,10 @@ void TstPesquisaProduto::updateDate() {
 }
 
 void TstPesquisaProduto::details() {
-    b->produto(u"1"_s, u"PÃO A"_s,
-               u"aplicacao='MARCA X', Ultima_Alteracao='2023-01-17', quantidade2=1.5, Unidade='KG', "
-               "observacao='NÃO CONGELAR'"_s);
-    b->produto(u"2"_s, u"PÃO B"_s);
+    b->shop().produto(u"1"_s, u"PÃO A"_s,
+                      u"aplicacao='MARCA X', Ultima_Alteracao='2023-01-17', quantidade2=1.5, Unidade='KG', "
+                      "observacao='NÃO CONGELAR'"_s);
+    b->shop().produto(u"2"_s, u"PÃO B"_s);
     pesquisa(u"PÃO"_s, [](QWidget* tela) {
         QCOMPARE(rotulo(tela, u"Label1"_s), u"MARCA/REFERÊNCIA: MARCA X"_s);
         QCOMPARE(rotulo(tela, u"Label2"_s), u"ATUALIZAÇÃO     : 17/01/23"_s);
@@ -343,8 +343,8 @@ void TstPesquisaProduto::details() {
 }
 
 void TstPesquisaProduto::detailsFollowTheCurrentRow() {
-    b->produto(u"1"_s, u"PÃO A"_s, u"aplicacao='UM', observacao='PRIMEIRO'"_s);
-    b->produto(u"2"_s, u"PÃO B"_s, u"aplicacao='DOIS', observacao='SEGUNDO'"_s);
+    b->shop().produto(u"1"_s, u"PÃO A"_s, u"aplicacao='UM', observacao='PRIMEIRO'"_s);
+    b->shop().produto(u"2"_s, u"PÃO B"_s, u"aplicacao='DOIS', observacao='SEGUNDO'"_s);
     pesquisa(u"PÃO"_s, [](QWidget* tela) {
         tela->findChild<QLabel*>(u"Label6"_s)->show();
         QTest::keyClick(gradeDe(tela), Qt::Key_Down);
@@ -358,8 +358,8 @@ void TstPesquisaProduto::detailsFollowTheCurrentRow() {
 }
 
 void TstPesquisaProduto::detailsShowMarkupAsText() {
-    b->produto(u"1"_s, u"PÃO A"_s, u"aplicacao='<b>X</b>', observacao='<i>Y</i> & Z'"_s);
-    b->produto(u"2"_s, u"PÃO B"_s);
+    b->shop().produto(u"1"_s, u"PÃO A"_s, u"aplicacao='<b>X</b>', observacao='<i>Y</i> & Z'"_s);
+    b->shop().produto(u"2"_s, u"PÃO B"_s);
     pesquisa(u"PÃO"_s, [](QWidget* tela) {
         for (const QString& nome : {u"Label1"_s, u"Label2"_s, u"Label3"_s, u"Label4"_s, u"Label5"_s})
             QCOMPARE(tela->findChild<QLabel*>(nome)->textFormat(), Qt::PlainText);
@@ -381,8 +381,8 @@ void TstPesquisaProduto::warehouseStock_data() {
 void TstPesquisaProduto::warehouseStock() {
     QFETCH(QString, valor);
     QFETCH(QString, mostrado);
-    b->produto(u"1"_s, u"PÃO A"_s, u"quantidade2="_s + valor);
-    b->produto(u"2"_s, u"PÃO B"_s);
+    b->shop().produto(u"1"_s, u"PÃO A"_s, u"quantidade2="_s + valor);
+    b->shop().produto(u"2"_s, u"PÃO B"_s);
     pesquisa(u"PÃO"_s, [&mostrado](QWidget* tela) {
         QCOMPARE(rotulo(tela, u"Label3"_s), u"DEPÓSITO    : "_s + mostrado);
         QTest::keyClick(tela, Qt::Key_Escape);
@@ -400,7 +400,7 @@ void TstPesquisaProduto::descriptionWidthByNumberOfProducts_data() {
 void TstPesquisaProduto::descriptionWidthByNumberOfProducts() {
     QFETCH(int, quantidade);
     QFETCH(int, largura);
-    b->produtos(quantidade);
+    b->shop().produtos(quantidade);
     pesquisa(u"PRODUTO"_s, [quantidade, largura](QWidget* tela) {
         const Grid* grade = gradeDe(tela);
         QCOMPARE(grade->rows(), quantidade + 1);
@@ -423,9 +423,9 @@ void TstPesquisaProduto::preselectedRow_data() {
 void TstPesquisaProduto::preselectedRow() {
     QFETCH(QString, digitado);
     QFETCH(int, atual);
-    b->produto(u"1"_s, u"MASSA DE ROSCA DOCE"_s, u"aplicacao='FAB'"_s);
-    b->produto(u"2"_s, u"ROSCA DOCE"_s, u"aplicacao='FAB'"_s);
-    b->produto(u"3"_s, u"ROSCA DOCE FINA"_s, u"aplicacao='FAB'"_s);
+    b->shop().produto(u"1"_s, u"MASSA DE ROSCA DOCE"_s, u"aplicacao='FAB'"_s);
+    b->shop().produto(u"2"_s, u"ROSCA DOCE"_s, u"aplicacao='FAB'"_s);
+    b->shop().produto(u"3"_s, u"ROSCA DOCE FINA"_s, u"aplicacao='FAB'"_s);
     const QString codigo = pesquisa(digitado, [atual](QWidget* tela) {
         QCOMPARE(gradeDe(tela)->currentRow(), atual);
         QCOMPARE(gradeDe(tela)->currentColumn(), 0);
@@ -435,10 +435,10 @@ void TstPesquisaProduto::preselectedRow() {
 }
 
 void TstPesquisaProduto::preselectedRowComesToTheTop() {
-    b->servidor().executa(u"INSERT INTO produtos (codfabr, descricao) SELECT seq, CONCAT('A ROSCA ', "
-                          "LPAD(seq, 3, '0')) FROM seq_1_to_60"_s);
-    b->servidor().executa(u"INSERT INTO produtos (codfabr, descricao) SELECT 100 + seq, CONCAT('ROSCA ', "
-                          "LPAD(seq, 3, '0')) FROM seq_1_to_60"_s);
+    b->server().execute(u"INSERT INTO produtos (codfabr, descricao) SELECT seq, CONCAT('A ROSCA ', "
+                        "LPAD(seq, 3, '0')) FROM seq_1_to_60"_s);
+    b->server().execute(u"INSERT INTO produtos (codfabr, descricao) SELECT 100 + seq, CONCAT('ROSCA ', "
+                        "LPAD(seq, 3, '0')) FROM seq_1_to_60"_s);
     pesquisa(u"ROSCA"_s, [](QWidget* tela) {
         QCOMPARE(gradeDe(tela)->currentRow(), 61);
         QCOMPARE(gradeDe(tela)->topRow(), 61);
@@ -449,7 +449,8 @@ void TstPesquisaProduto::preselectedRowComesToTheTop() {
 void TstPesquisaProduto::longDescriptionsGetHigherRows() {
     const QList<qsizetype> tamanhos = {10, 60, 110};
     for (qsizetype i = 0; i < tamanhos.size(); ++i)
-        b->produto(QString::number(i), QString::number(i) + u" PALAVRA"_s.repeated(20).first(tamanhos[i]));
+        b->shop().produto(QString::number(i),
+                          QString::number(i) + u" PALAVRA"_s.repeated(20).first(tamanhos[i]));
     pesquisa(u"PALAVRA"_s, [](QWidget* tela) {
         Grid* grade = gradeDe(tela);
         for (int linha = 1; linha <= 3; ++linha)
@@ -474,8 +475,8 @@ void TstPesquisaProduto::heightsFollowTheMainWindowsFont() {
     enorme.setPointSize(40);
     principal.setFont(enorme);
     QDialog form(&principal);
-    b->produto(u"1"_s, u"PÃO DE FORMA A"_s);
-    b->produto(u"2"_s, u"PÃO DE FORMA B"_s);
+    b->shop().produto(u"1"_s, u"PÃO DE FORMA A"_s);
+    b->shop().produto(u"2"_s, u"PÃO DE FORMA B"_s);
     const auto confere = [&enorme](QWidget* tela) {
         const double larga = largura(enorme, u"PÃO DE FORMA A"_s);
         QVERIFY(larga > 3700);
@@ -488,10 +489,10 @@ void TstPesquisaProduto::heightsFollowTheMainWindowsFont() {
 }
 
 void TstPesquisaProduto::productLineIsPurple() {
-    b->produto(u"1"_s, u"PÃO A"_s, u"LinhaProd=0"_s);
-    b->produto(u"2"_s, u"PÃO B"_s, u"LinhaProd=1"_s);
-    b->produto(u"3"_s, u"PÃO C"_s, u"LinhaProd=-1"_s);
-    b->produto(u"4"_s, u"PÃO D"_s, u"LinhaProd=37"_s);
+    b->shop().produto(u"1"_s, u"PÃO A"_s, u"LinhaProd=0"_s);
+    b->shop().produto(u"2"_s, u"PÃO B"_s, u"LinhaProd=1"_s);
+    b->shop().produto(u"3"_s, u"PÃO C"_s, u"LinhaProd=-1"_s);
+    b->shop().produto(u"4"_s, u"PÃO D"_s, u"LinhaProd=37"_s);
     pesquisa(u"PÃO"_s, [](QWidget* tela) {
         const Grid* grade = gradeDe(tela);
         const QColor roxo(128, 0, 128);
@@ -520,7 +521,7 @@ void TstPesquisaProduto::keysChoose_data() {
 void TstPesquisaProduto::keysChoose() {
     QFETCH(QList<Qt::Key>, teclas);
     QFETCH(QString, codigo);
-    b->produtos(40);
+    b->shop().produtos(40);
     QCOMPARE(pesquisa(u"PRODUTO"_s,
                       [&teclas](QWidget* tela) {
                           for (const Qt::Key tecla : teclas)
@@ -530,7 +531,7 @@ void TstPesquisaProduto::keysChoose() {
 }
 
 void TstPesquisaProduto::enterOnTheButtonChooses() {
-    b->produtos(3);
+    b->shop().produtos(3);
     QCOMPARE(pesquisa(u"PRODUTO"_s,
                       [](QWidget* tela) {
                           auto* botao = tela->findChild<QPushButton*>(u"cmbVisualizarImagem"_s);
@@ -541,16 +542,18 @@ void TstPesquisaProduto::enterOnTheButtonChooses() {
 }
 
 void TstPesquisaProduto::clickChoosesTheRow() {
-    b->produtos(40);
-    QCOMPARE(pesquisa(u"PRODUTO"_s, [](QWidget* tela) { clica(gradeDe(tela), 3, 1); }), u"0000000000003"_s);
-    QCOMPARE(pesquisa(u"PRODUTO"_s, [](QWidget* tela) { clica(gradeDe(tela), 40, 0); }), u"0000000000040"_s);
+    b->shop().produtos(40);
+    QCOMPARE(pesquisa(u"PRODUTO"_s, [](QWidget* tela) { Hands(tela).click(gradeDe(tela), 3, 1); }),
+             u"0000000000003"_s);
+    QCOMPARE(pesquisa(u"PRODUTO"_s, [](QWidget* tela) { Hands(tela).click(gradeDe(tela), 40, 0); }),
+             u"0000000000040"_s);
 }
 
 void TstPesquisaProduto::headerClickDoesNothing() {
-    b->produtos(3);
+    b->shop().produtos(3);
     QCOMPARE(pesquisa(u"PRODUTO"_s,
                       [](QWidget* tela) {
-                          clica(gradeDe(tela), 0, 1);
+                          Hands(tela).click(gradeDe(tela), 0, 1);
                           QVERIFY(tela->isVisible());
                           QTest::keyClick(tela, Qt::Key_Escape);
                       }),
@@ -558,7 +561,7 @@ void TstPesquisaProduto::headerClickDoesNothing() {
 }
 
 void TstPesquisaProduto::escapeGivesUp() {
-    b->produtos(3);
+    b->shop().produtos(3);
     for (const QString& onde : {u"Grid"_s, u"cmbVisualizarImagem"_s}) {
         QCOMPARE(pesquisa(u"PRODUTO"_s,
                           [&onde](QWidget* tela) {
@@ -572,14 +575,14 @@ void TstPesquisaProduto::escapeGivesUp() {
 }
 
 void TstPesquisaProduto::closingTheWindowGivesUp() {
-    b->produtos(3);
+    b->shop().produtos(3);
     QCOMPARE(pesquisa(u"PRODUTO"_s, [](QWidget* tela) { tela->close(); }), QString());
     QCOMPARE(CodigoSelecionado, QString());
 }
 
 // The operator still holds the Enter that began the search.
 void TstPesquisaProduto::heldDownEnterChoosesNothing() {
-    b->produtos(3);
+    b->shop().produtos(3);
     QCOMPARE(pesquisa(u"PRODUTO"_s,
                       [](QWidget* tela) {
                           for (int i = 0; i < 3; ++i)
@@ -592,7 +595,7 @@ void TstPesquisaProduto::heldDownEnterChoosesNothing() {
 }
 
 void TstPesquisaProduto::nextSearchStartsFresh() {
-    b->produtos(30);
+    b->shop().produtos(30);
     pesquisa(u"PRODUTO"_s, [](QWidget* tela) {
         QTest::keyClick(gradeDe(tela), Qt::Key_Down);
         QTest::keyClick(gradeDe(tela), Qt::Key_Return);
@@ -606,7 +609,7 @@ void TstPesquisaProduto::nextSearchStartsFresh() {
 }
 
 void TstPesquisaProduto::thousandsOfMatches() {
-    b->produtos(5000);
+    b->shop().produtos(5000);
     const QString codigo = pesquisa(u"PRODUTO"_s, [](QWidget* tela) {
         Grid* grade = gradeDe(tela);
         QCOMPARE(grade->rows(), 5001);
@@ -620,17 +623,17 @@ void TstPesquisaProduto::thousandsOfMatches() {
 
 void TstPesquisaProduto::settingIsReadAtOpening() {
     QVERIFY(!SelecionaProd(nullptr).property("ReservaAtualizaGridEstoque").toBool());
-    b->servidor().executa(u"UPDATE empresa SET ReservaAtualizaGridEstoque='SIM'"_s);
-    b->comandos();
+    b->server().execute(u"UPDATE empresa SET ReservaAtualizaGridEstoque='SIM'"_s);
+    b->statements();
     QVERIFY(SelecionaProd(nullptr).property("ReservaAtualizaGridEstoque").toBool());
-    QCOMPARE(b->comandos(), QStringList(consultaDaConfiguracao));
-    b->servidor().executa(u"UPDATE empresa SET ReservaAtualizaGridEstoque='sim'"_s);
+    QCOMPARE(b->statements(), QStringList(consultaDaConfiguracao));
+    b->server().execute(u"UPDATE empresa SET ReservaAtualizaGridEstoque='sim'"_s);
     QVERIFY(!SelecionaProd(nullptr).property("ReservaAtualizaGridEstoque").toBool());
 }
 
 void TstPesquisaProduto::missingSettingRowIsAnError() {
-    b->produtos(2);
-    b->servidor().executa(u"DELETE FROM empresa"_s);
+    b->shop().produtos(2);
+    b->server().execute(u"DELETE FROM empresa"_s);
     QString texto = u"PRODUTO"_s;
     try {
         PesquisaProduto(texto, nullptr);
@@ -639,14 +642,14 @@ void TstPesquisaProduto::missingSettingRowIsAnError() {
         QCOMPARE(erro.number(), static_cast<int>(ErrorNumber::NoCurrentRecord));
     }
     // The next search is not disturbed.
-    b->servidor().executa(u"INSERT INTO empresa SET id=1"_s);
+    b->server().execute(u"INSERT INTO empresa SET id=1"_s);
     QCOMPARE(pesquisa(u"PRODUTO"_s, [](QWidget* tela) { QTest::keyClick(tela, Qt::Key_Return); }),
              u"0000000000001"_s);
 }
 
 void TstPesquisaProduto::imageIsShown() {
     ViewerSpy visualizador(true);
-    b->produtos(3);
+    b->shop().produtos(3);
     const QString codigo = pesquisa(u"PRODUTO"_s, [](QWidget* tela) {
         QTest::keyClick(gradeDe(tela), Qt::Key_F2);
         QTest::keyClick(gradeDe(tela), Qt::Key_Down);
@@ -660,28 +663,28 @@ void TstPesquisaProduto::imageIsShown() {
 
 void TstPesquisaProduto::missingImageIsToldAndTheGridGetsTheFocus() {
     ViewerSpy visualizador(false);
-    b->produtos(3);
+    b->shop().produtos(3);
     ModalHelper modais;
-    modais.aoAbrir([&modais](QWidget* tela) {
-        modais.espera(u"O produto selecionado, não possuí imagem"_s, QMessageBox::Ok);
+    modais.onOpen([&modais](QWidget* tela) {
+        modais.expect(u"O produto selecionado, não possuí imagem"_s, QMessageBox::Ok);
         QTest::mouseClick(tela->findChild<QPushButton*>(u"cmbVisualizarImagem"_s), Qt::LeftButton);
         QCOMPARE(tela->focusWidget(), gradeDe(tela));
         QTest::keyClick(tela, Qt::Key_Escape);
     });
     QString texto = u"PRODUTO"_s;
     QCOMPARE(PesquisaProduto(texto, nullptr), QString());
-    QCOMPARE(modais.confere(), QString());
-    QCOMPARE(modais.caixas()[0].titulo, u"Atenção!"_s);
-    QCOMPARE(modais.caixas()[0].icone, QMessageBox::Warning);
+    QCOMPARE(modais.problem(), QString());
+    QCOMPARE(modais.boxes()[0].title, u"Atenção!"_s);
+    QCOMPARE(modais.boxes()[0].icon, QMessageBox::Warning);
     QCOMPARE(visualizador.pedidos.size(), 1);
 }
 
 void TstPesquisaProduto::missingViewerEndsTheProgram() {
     constexpr int desistiu = 99;
-    b->produtos(3);
+    b->shop().produtos(3);
     ModalHelper modais;
-    modais.aoAbrir([](QWidget* tela) { QTest::keyClick(gradeDe(tela), Qt::Key_F2); });
-    modais.esperaContendo(u"Erro em tempo de execução 424"_s, QMessageBox::Ok);
+    modais.onOpen([](QWidget* tela) { QTest::keyClick(gradeDe(tela), Qt::Key_F2); });
+    modais.expectContaining(u"Erro em tempo de execução 424"_s, QMessageBox::Ok);
     QWidget form;
     bool continuou = false;
     QTimer::singleShot(0, &form, [&] {
@@ -694,9 +697,9 @@ void TstPesquisaProduto::missingViewerEndsTheProgram() {
     QTimer::singleShot(10000, &form, [] { QApplication::exit(desistiu); });
     QCOMPARE(QApplication::exec(), EXIT_FAILURE);
     QVERIFY(!continuou);
-    QCOMPARE(modais.confere(), QString());
-    QCOMPARE(modais.caixas()[0].icone, QMessageBox::Critical);
-    QVERIFY(modais.caixas()[0].informativo.contains(u"O programa será encerrado."_s));
+    QCOMPARE(modais.problem(), QString());
+    QCOMPARE(modais.boxes()[0].icon, QMessageBox::Critical);
+    QVERIFY(modais.boxes()[0].informative.contains(u"O programa será encerrado."_s));
 }
 
 QTEST_MAIN(TstPesquisaProduto)

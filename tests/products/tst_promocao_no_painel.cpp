@@ -1,6 +1,6 @@
 #include "base/Datas.h"
 #include "closing/PainelFechamento.h"
-#include "products/Balcao.h"
+#include "support/Bench.h"
 #include "support/ModalHelper.h"
 #include "ui/TextBox.h"
 #include "ui/grid/Grid.h"
@@ -13,14 +13,14 @@
 
 using namespace Qt::StringLiterals;
 using namespace tarvessa;
-using namespace tarvessa::teste;
+using namespace tarvessa::test;
 
 /// How the panel opens the promotional prices.
 class TstPromocaoNoPainel : public QObject {
     Q_OBJECT
 
   private Q_SLOTS:
-    void initTestCase() { b = std::make_unique<Balcao>(); }
+    void initTestCase() { b = std::make_unique<Bench>(); }
     void cleanupTestCase() { b.reset(); }
     void init();
     void cleanup() { m_painel.reset(); }
@@ -35,29 +35,30 @@ class TstPromocaoNoPainel : public QObject {
     bool abre();
     QPushButton* command6() const { return m_painel->findChild<QPushButton*>(u"Command6"_s); }
 
-    std::unique_ptr<Balcao> b;
+    std::unique_ptr<Bench> b;
     std::unique_ptr<PainelFechamento> m_painel;
     QString m_id;
 };
 
 void TstPromocaoNoPainel::init() {
-    b->arruma();
-    b->produto(u"0000000000007"_s, u"PÃO FRANCÊS"_s);
-    b->produto(u"0000000000008"_s, u"PÃO DOCE"_s);
-    b->cliente(u"1"_s, u"ALFA"_s);
-    m_id = b->linha(u"0000000000007"_s, u"1"_s, u"dataabertura='"_s + TextoSQL(Hoje()) + u"', totalped=1"_s);
+    b->resetConnected();
+    b->shop().produto(u"0000000000007"_s, u"PÃO FRANCÊS"_s);
+    b->shop().produto(u"0000000000008"_s, u"PÃO DOCE"_s);
+    b->shop().cliente({.codigo = u"1"_s, .nome = u"ALFA"_s});
+    m_id = b->shop().linhaAberta(u"0000000000007"_s, u"1"_s,
+                                 u"dataabertura='"_s + TextoSQL(Hoje()) + u"', totalped=1"_s);
 }
 
 bool TstPromocaoNoPainel::abre() {
     m_painel = std::make_unique<PainelFechamento>();
-    return m_painel->Form_Load() && mostra(m_painel.get());
+    return m_painel->Form_Load() && showActive(m_painel.get());
 }
 
 void TstPromocaoNoPainel::buttonNeedsPresales() {
     QVERIFY(abre());
     QVERIFY(command6()->isEnabled());
     QCOMPARE(command6()->text(), u"Define os preços promocionais para os clientes"_s);
-    b->servidor().executa(u"DELETE FROM orcamento"_s);
+    b->server().execute(u"DELETE FROM orcamento"_s);
     QVERIFY(abre());
     QVERIFY(!command6()->isEnabled());
 }
@@ -65,35 +66,35 @@ void TstPromocaoNoPainel::buttonNeedsPresales() {
 void TstPromocaoNoPainel::buttonOpensTheScreen() {
     QVERIFY(abre());
     ModalHelper modais;
-    modais.aoAbrir([this](QWidget* tela) {
+    modais.onOpen([this](QWidget* tela) {
         QCOMPARE(tela->objectName(), u"PromocaoPedidos"_s);
         QVERIFY(tela->isModal());
         QCOMPARE(tela->parentWidget(), m_painel.get());
         QTest::keyClick(tela, Qt::Key_Escape);
     });
     QTest::mouseClick(command6(), Qt::LeftButton);
-    QCOMPARE(modais.confere(), QString());
+    QCOMPARE(modais.problem(), QString());
     QVERIFY(m_painel->isVisible());
 }
 
 void TstPromocaoNoPainel::pricesAreAppliedFromThePanel() {
     QVERIFY(abre());
     ModalHelper modais;
-    modais.aoAbrir([&modais](QWidget* tela) {
+    modais.onOpen([&modais](QWidget* tela) {
         QVERIFY(QTest::qWaitForWindowActive(tela));
         auto* descricao = tela->findChild<TextBox*>(u"Descricao"_s);
         auto* venda = tela->findChild<TextBox*>(u"Venda"_s);
-        cola(descricao, u"7"_s);
+        pasteInto(descricao, u"7"_s);
         QTest::keyClick(descricao, Qt::Key_Tab);
         QCoreApplication::processEvents();
         QTest::keyClicks(venda, u"0.7"_s);
         QTest::mouseClick(tela->findChild<QPushButton*>(u"Command2"_s), Qt::LeftButton);
-        modais.espera(u"Deseja realmente realizar esse processo?"_s, QMessageBox::Yes);
+        modais.expect(u"Deseja realmente realizar esse processo?"_s, QMessageBox::Yes);
         QTest::mouseClick(tela->findChild<QPushButton*>(u"Command1"_s), Qt::LeftButton);
     });
     QTest::mouseClick(command6(), Qt::LeftButton);
-    QCOMPARE(modais.confere(), QString());
-    QCOMPARE(b->servidor().consulta(u"SELECT unitario, totalped FROM orcamento WHERE id="_s + m_id),
+    QCOMPARE(modais.problem(), QString());
+    QCOMPARE(b->server().query(u"SELECT unitario, totalped FROM orcamento WHERE id="_s + m_id),
              QList<QStringList>({{u"0.70"_s, u"0.70"_s}}));
 }
 
@@ -102,12 +103,14 @@ void TstPromocaoNoPainel::panelHandsOverItsPicture() {
     const QPixmap imagem = m_painel->findChild<QLabel*>(u"picSucesso"_s)->pixmap(Qt::ReturnByValue);
     QVERIFY(!imagem.isNull());
     ModalHelper modais;
-    modais.aoAbrir([&imagem](QWidget* tela) {
+    modais.onOpen([&imagem](QWidget* tela) {
         QVERIFY(QTest::qWaitForWindowActive(tela));
         auto* descricao = tela->findChild<TextBox*>(u"Descricao"_s);
-        cola(descricao, u"7"_s);
+        pasteInto(descricao, u"7"_s);
         QTest::keyClick(descricao, Qt::Key_Tab);
-        QTest::mouseClick(tela->findChild<QPushButton*>(u"Command2"_s), Qt::LeftButton);
+        auto* todos = tela->findChild<QPushButton*>(u"Command2"_s);
+        QTRY_VERIFY(todos->isEnabled()); // the search begins once the focus has moved
+        QTest::mouseClick(todos, Qt::LeftButton);
         const auto* grade = tela->findChild<Grid*>(u"Grid1"_s);
         QCOMPARE(grade->text(1, 6), u" "_s);
         const auto marca = grade->model()->index(0, 6).data(Qt::DecorationRole).value<QIcon>();
@@ -115,7 +118,7 @@ void TstPromocaoNoPainel::panelHandsOverItsPicture() {
         QTest::keyClick(tela, Qt::Key_Escape);
     });
     QTest::mouseClick(command6(), Qt::LeftButton);
-    QCOMPARE(modais.confere(), QString());
+    QCOMPARE(modais.problem(), QString());
 }
 
 // Nothing here waits for a window to go: the windows go when the event loops have ended.
@@ -123,7 +126,7 @@ void TstPromocaoNoPainel::missingViewerEndsTheProgramFromItsDepths() {
     constexpr int desistiu = 99;
     constexpr int intervaloMs = 20;
     QVERIFY(abre());
-    b->marca();
+    b->mark();
     QStringList vistas;
     std::function<void()> opera = [&] {
         QTimer::singleShot(intervaloMs, m_painel.get(), opera); // also inside the loops that open below
@@ -136,7 +139,7 @@ void TstPromocaoNoPainel::missingViewerEndsTheProgramFromItsDepths() {
             vistas.append(caixa->text());
             QTest::mouseClick(caixa->button(QMessageBox::Ok), Qt::LeftButton);
         } else if (auto* descricao = janela->findChild<TextBox*>(u"Descricao"_s)) {
-            cola(descricao, u"pão"_s);
+            pasteInto(descricao, u"pão"_s);
             QTest::keyClick(descricao, Qt::Key_Tab);
         } else {
             QTest::keyClick(janela, Qt::Key_F2);
@@ -152,7 +155,7 @@ void TstPromocaoNoPainel::missingViewerEndsTheProgramFromItsDepths() {
                           "de imagem."_s}));
     QCOMPARE(resultado, EXIT_FAILURE);
     // The search and the selection screen's setting; nothing after the error.
-    QCOMPARE(b->comandos().size(), 2);
+    QCOMPARE(b->statements().size(), 2);
 }
 
 QTEST_MAIN(TstPromocaoNoPainel)

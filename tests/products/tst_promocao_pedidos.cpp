@@ -1,6 +1,6 @@
 #include "core/AcessoDados.h"
-#include "products/Balcao.h"
 #include "products/PromocaoPedidos.h"
+#include "support/Bench.h"
 #include "support/FaultProxy.h"
 #include "support/ModalHelper.h"
 #include "ui/FieldLeave.h"
@@ -15,7 +15,7 @@
 
 using namespace Qt::StringLiterals;
 using namespace tarvessa;
-using namespace tarvessa::teste;
+using namespace tarvessa::test;
 
 namespace {
 
@@ -48,7 +48,7 @@ class TstPromocaoPedidos : public QObject {
     Q_OBJECT
 
   private Q_SLOTS:
-    void initTestCase() { b = std::make_unique<Balcao>(); }
+    void initTestCase() { b = std::make_unique<Bench>(); }
     void cleanupTestCase() { b.reset(); }
     void init();
     void cleanup() { m_tela.reset(); }
@@ -133,34 +133,40 @@ class TstPromocaoPedidos : public QObject {
     QStringList coluna(int coluna) const;
     QStringList marcadas() const;
 
-    std::unique_ptr<Balcao> b;
+    std::unique_ptr<Bench> b;
     std::unique_ptr<PromocaoPedidos> m_tela;
     QStringList m_ids; // in the order of the customers' names
 };
 
 void TstPromocaoPedidos::init() {
-    b->arruma();
-    b->produto(codigo, u"PÃO FRANCÊS"_s);
-    b->cliente(u"1"_s, u"ALFA"_s, u"fantasia='BAR ALFA', cidade='CAMPINAS'"_s);
-    b->cliente(u"2"_s, u"BETA"_s, u"fantasia='BAR BETA', cidade='JUNDIAÍ'"_s);
-    b->cliente(u"3"_s, u"GAMA"_s, u"fantasia='BAR GAMA', cidade='VALINHOS'"_s);
-    const QString gama = b->linha(codigo, u"3"_s, u"quantidade=0.333, unitario=1.50, totalped=0.50"_s);
-    const QString alfa = b->linha(codigo, u"1"_s, u"quantidade=1500, unitario=0.65, totalped=975"_s);
-    const QString beta = b->linha(codigo, u"2"_s, u"quantidade=2, unitario=1234.5, totalped=2469"_s);
+    b->resetConnected();
+    b->shop().produto(codigo, u"PÃO FRANCÊS"_s);
+    b->shop().cliente(
+        {.codigo = u"1"_s, .nome = u"ALFA"_s, .outros = u"fantasia='BAR ALFA', cidade='CAMPINAS'"_s});
+    b->shop().cliente(
+        {.codigo = u"2"_s, .nome = u"BETA"_s, .outros = u"fantasia='BAR BETA', cidade='JUNDIAÍ'"_s});
+    b->shop().cliente(
+        {.codigo = u"3"_s, .nome = u"GAMA"_s, .outros = u"fantasia='BAR GAMA', cidade='VALINHOS'"_s});
+    const QString gama =
+        b->shop().linhaAberta(codigo, u"3"_s, u"quantidade=0.333, unitario=1.50, totalped=0.50"_s);
+    const QString alfa =
+        b->shop().linhaAberta(codigo, u"1"_s, u"quantidade=1500, unitario=0.65, totalped=975"_s);
+    const QString beta =
+        b->shop().linhaAberta(codigo, u"2"_s, u"quantidade=2, unitario=1234.5, totalped=2469"_s);
     m_ids = {alfa, beta, gama};
     QVERIFY(abre());
-    b->marca();
+    b->mark();
 }
 
 bool TstPromocaoPedidos::abre() {
     m_tela = std::make_unique<PromocaoPedidos>(nullptr);
-    return mostra(m_tela.get());
+    return showActive(m_tela.get());
 }
 
 void TstPromocaoPedidos::digita(const QString& texto) {
     descricao()->setFocus();
     descricao()->selectAll();
-    cola(descricao(), texto);
+    pasteInto(descricao(), texto);
     leaveProduct();
 }
 
@@ -172,13 +178,13 @@ void TstPromocaoPedidos::leaveProduct() {
 void TstPromocaoPedidos::lista() {
     digita(u"7"_s);
     QCOMPARE(grade()->rows(), 4);
-    b->marca();
+    b->mark();
 }
 
 void TstPromocaoPedidos::poeValor(const QString& texto) {
     venda()->setFocus();
     venda()->selectAll();
-    cola(venda(), texto);
+    pasteInto(venda(), texto);
     QTest::keyClick(venda(), Qt::Key_Tab);
 }
 
@@ -202,7 +208,7 @@ void TstPromocaoPedidos::opensEmpty() {
     QVERIFY(!botao(u"Command2"_s)->isEnabled());
     QVERIFY(botao(u"Command1"_s)->isEnabled());
     QVERIFY(descricao()->hasFocus());
-    QCOMPARE(b->comandos(), QStringList());
+    QCOMPARE(b->statements(), QStringList());
 }
 
 void TstPromocaoPedidos::controlsAndTheirNames() {
@@ -240,18 +246,18 @@ void TstPromocaoPedidos::gridFormat() {
 
 void TstPromocaoPedidos::productByCodeListsItsLines() {
     digita(u"7"_s);
-    QCOMPARE(b->comandos(),
+    QCOMPARE(b->statements(),
              QStringList(
                  {u"Select * from Produtos where CodFabr='0000000000007' and ativo='S' order by descricao"_s,
                   u"Select Descricao from produtos where CodFabr='0000000000007'"_s, listagem}));
     QCOMPARE(descricao()->text(), u"PÃO FRANCÊS"_s);
     QCOMPARE(grade()->rows(), 4);
-    QCOMPARE(celulas(grade(), 1), QStringList({m_ids[0], u"ALFA"_s, u"BAR ALFA"_s, u"CAMPINAS"_s,
-                                               u"1.500,000"_s, u"0,65"_s, QString()}));
-    QCOMPARE(celulas(grade(), 2), QStringList({m_ids[1], u"BETA"_s, u"BAR BETA"_s, u"JUNDIAÍ"_s, u"2,000"_s,
-                                               u"1.234,50"_s, QString()}));
-    QCOMPARE(celulas(grade(), 3), QStringList({m_ids[2], u"GAMA"_s, u"BAR GAMA"_s, u"VALINHOS"_s, u"0,333"_s,
-                                               u"1,50"_s, QString()}));
+    QCOMPARE(cells(grade(), 1), QStringList({m_ids[0], u"ALFA"_s, u"BAR ALFA"_s, u"CAMPINAS"_s,
+                                             u"1.500,000"_s, u"0,65"_s, QString()}));
+    QCOMPARE(cells(grade(), 2), QStringList({m_ids[1], u"BETA"_s, u"BAR BETA"_s, u"JUNDIAÍ"_s, u"2,000"_s,
+                                             u"1.234,50"_s, QString()}));
+    QCOMPARE(cells(grade(), 3), QStringList({m_ids[2], u"GAMA"_s, u"BAR GAMA"_s, u"VALINHOS"_s, u"0,333"_s,
+                                             u"1,50"_s, QString()}));
     QVERIFY(botao(u"Command2"_s)->isEnabled());
     QCOMPARE(botao(u"Command2"_s)->text(), u"SELECIONAR TODOS"_s);
     QVERIFY(!rs.isOpen());
@@ -265,36 +271,36 @@ void TstPromocaoPedidos::productByDescriptionListsItsLines() {
 }
 
 void TstPromocaoPedidos::productPickedFromSeveral() {
-    b->produto(u"8"_s, u"PÃO DOCE"_s);
-    const QString doce = b->linha(u"8"_s, u"2"_s);
+    b->shop().produto(u"8"_s, u"PÃO DOCE"_s);
+    const QString doce = b->shop().linhaAberta(u"8"_s, u"2"_s);
     ModalHelper modais;
-    modais.aoAbrir([](QWidget* tela) { QTest::keyClick(tela->findChild<Grid*>(u"Grid"_s), Qt::Key_Return); });
+    modais.onOpen([](QWidget* tela) { QTest::keyClick(tela->findChild<Grid*>(u"Grid"_s), Qt::Key_Return); });
     digita(u"pão"_s);
-    QCOMPARE(modais.confere(), QString());
+    QCOMPARE(modais.problem(), QString());
     QCOMPARE(descricao()->text(), u"PÃO DOCE"_s);
     QCOMPARE(coluna(0), QStringList(doce));
 }
 
 void TstPromocaoPedidos::emptyTextDoesNothing() {
     leaveProduct();
-    QCOMPARE(b->comandos(), QStringList());
+    QCOMPARE(b->statements(), QStringList());
     QVERIFY(venda()->hasFocus());
 }
 
 void TstPromocaoPedidos::blanksAreRefused() {
     ModalHelper modais;
-    modais.espera(u"Impossível pesquisar sem uma descrição definida. Verifique!!!"_s, QMessageBox::Ok);
-    modais.espera(inexistente, QMessageBox::Ok);
+    modais.expect(u"Impossível pesquisar sem uma descrição definida. Verifique!!!"_s, QMessageBox::Ok);
+    modais.expect(inexistente, QMessageBox::Ok);
     digita(u"   "_s);
-    QCOMPARE(modais.confere(), QString());
+    QCOMPARE(modais.problem(), QString());
 }
 
 void TstPromocaoPedidos::onlyOpenPresalesOfTheProduct() {
-    const QString situacaoC = b->linha(codigo, u"2"_s, u"situacaoorc='C'"_s);
-    b->linha(codigo, u"1"_s, u"situacaoorc='B'"_s);
-    b->linha(codigo, u"1"_s, u"situacaoorc='X'"_s);
-    b->linha(codigo, u"1"_s, u"TipoOperacao='D'"_s);
-    b->linha(u"0000000000008"_s, u"1"_s);
+    const QString situacaoC = b->shop().linhaAberta(codigo, u"2"_s, u"situacaoorc='C'"_s);
+    b->shop().linhaAberta(codigo, u"1"_s, u"situacaoorc='B'"_s);
+    b->shop().linhaAberta(codigo, u"1"_s, u"situacaoorc='X'"_s);
+    b->shop().linhaAberta(codigo, u"1"_s, u"TipoOperacao='D'"_s);
+    b->shop().linhaAberta(u"0000000000008"_s, u"1"_s);
     digita(u"7"_s);
     QStringList esperadas = m_ids + QStringList(situacaoC);
     QStringList listadas = coluna(0);
@@ -305,19 +311,19 @@ void TstPromocaoPedidos::onlyOpenPresalesOfTheProduct() {
 }
 
 void TstPromocaoPedidos::linesWithoutCustomerStillShow() {
-    const QString sem = b->linha(codigo, u"99"_s, u"quantidade=3, unitario=2"_s);
+    const QString sem = b->shop().linhaAberta(codigo, u"99"_s, u"quantidade=3, unitario=2"_s);
     digita(u"7"_s);
-    QCOMPARE(celulas(grade(), 1),
+    QCOMPARE(cells(grade(), 1),
              QStringList({sem, QString(), QString(), QString(), u"3,000"_s, u"2,00"_s, QString()}));
     QCOMPARE(grade()->rows(), 5);
 }
 
 void TstPromocaoPedidos::nullsShowNothing() {
-    b->servidor().executa(u"UPDATE clientes SET nome=NULL, fantasia=NULL, cidade=NULL WHERE codigo='1'; "
-                          "UPDATE orcamento SET quantidade=NULL, unitario=NULL, totalped=NULL WHERE id="_s +
-                          m_ids[0]);
+    b->server().execute(u"UPDATE clientes SET nome=NULL, fantasia=NULL, cidade=NULL WHERE codigo='1'; "
+                        "UPDATE orcamento SET quantidade=NULL, unitario=NULL, totalped=NULL WHERE id="_s +
+                        m_ids[0]);
     digita(u"7"_s);
-    QCOMPARE(celulas(grade(), 1),
+    QCOMPARE(cells(grade(), 1),
              QStringList({m_ids[0], QString(), QString(), QString(), QString(), QString(), QString()}));
 }
 
@@ -333,19 +339,19 @@ void TstPromocaoPedidos::fantasyWidthByNumberOfLines() {
     QFETCH(int, linhas);
     QFETCH(int, largura);
     for (int i = 3; i < linhas; ++i)
-        b->linha(codigo, u"1"_s);
+        b->shop().linhaAberta(codigo, u"1"_s);
     digita(u"7"_s);
     QCOMPARE(grade()->rows(), linhas + 1);
     QCOMPARE(grade()->columnTwips(2), largura);
     // A short list afterwards has the wide column again.
-    b->produto(u"8"_s, u"ROSCA"_s);
+    b->shop().produto(u"8"_s, u"ROSCA"_s);
     digita(u"rosca"_s);
     QCOMPARE(grade()->rows(), 1);
     QCOMPARE(grade()->columnTwips(2), 3000);
 }
 
 void TstPromocaoPedidos::productWithoutLines() {
-    b->produto(u"8"_s, u"ROSCA"_s);
+    b->shop().produto(u"8"_s, u"ROSCA"_s);
     lista();
     digita(u"rosca"_s);
     QCOMPARE(descricao()->text(), u"ROSCA"_s);
@@ -355,29 +361,29 @@ void TstPromocaoPedidos::productWithoutLines() {
 
 void TstPromocaoPedidos::unknownProductIsTold() {
     ModalHelper modais;
-    modais.espera(naoCadastrada, QMessageBox::Ok);
-    modais.espera(inexistente, QMessageBox::Ok);
+    modais.expect(naoCadastrada, QMessageBox::Ok);
+    modais.expect(inexistente, QMessageBox::Ok);
     digita(u"zz"_s);
-    QCOMPARE(modais.confere(), QString());
-    QCOMPARE(modais.caixas()[1].titulo, u"Atenção!!!"_s);
-    QCOMPARE(modais.caixas()[1].icone, QMessageBox::Information);
-    QCOMPARE(modais.caixas()[1].botoes, QMessageBox::Ok);
+    QCOMPARE(modais.problem(), QString());
+    QCOMPARE(modais.boxes()[1].title, u"Atenção!!!"_s);
+    QCOMPARE(modais.boxes()[1].icon, QMessageBox::Information);
+    QCOMPARE(modais.boxes()[1].buttons, QMessageBox::Ok);
     QCOMPARE(descricao()->text(), u"ZZ"_s);
     QVERIFY(!rs.isOpen());
-    QCOMPARE(b->comandos().last(), u"Select Descricao from produtos where CodFabr=''"_s);
+    QCOMPARE(b->statements().last(), u"Select Descricao from produtos where CodFabr=''"_s);
     QCOMPARE(m_tela->focusWidget(), venda());
 }
 
 void TstPromocaoPedidos::escapedSearchLeavesTheListInPlace() {
-    b->produto(u"8"_s, u"MASSA DE PÃO FRANCÊS"_s);
+    b->shop().produto(u"8"_s, u"MASSA DE PÃO FRANCÊS"_s);
     lista();
-    clica(grade(), 2, 6);
+    b->click(grade(), 2, 6);
     ModalHelper modais;
-    modais.aoAbrir([](QWidget* tela) { QTest::keyClick(tela, Qt::Key_Escape); });
-    modais.espera(inexistente, QMessageBox::Ok);
+    modais.onOpen([](QWidget* tela) { QTest::keyClick(tela, Qt::Key_Escape); });
+    modais.expect(inexistente, QMessageBox::Ok);
     descricao()->setFocus();
     leaveProduct(); // "PÃO FRANCÊS" now stands in two descriptions
-    QCOMPARE(modais.confere(), QString());
+    QCOMPARE(modais.problem(), QString());
     QCOMPARE(descricao()->text(), u"PÃO FRANCÊS"_s);
     QCOMPARE(coluna(0), m_ids);
     QCOMPARE(marcadas(), QStringList({QString(), u" "_s, QString()}));
@@ -385,36 +391,36 @@ void TstPromocaoPedidos::escapedSearchLeavesTheListInPlace() {
 }
 
 void TstPromocaoPedidos::productDeletedBetweenSearchAndDescription() {
-    b->produto(u"8"_s, u"PÃO DOCE"_s);
+    b->shop().produto(u"8"_s, u"PÃO DOCE"_s);
     ModalHelper modais;
-    modais.aoAbrir([this](QWidget* tela) {
-        b->servidor().executa(u"DELETE FROM produtos"_s);
+    modais.onOpen([this](QWidget* tela) {
+        b->server().execute(u"DELETE FROM produtos"_s);
         QTest::keyClick(tela->findChild<Grid*>(u"Grid"_s), Qt::Key_Return);
     });
-    modais.espera(inexistente, QMessageBox::Ok);
+    modais.expect(inexistente, QMessageBox::Ok);
     digita(u"pão"_s);
-    QCOMPARE(modais.confere(), QString());
+    QCOMPARE(modais.problem(), QString());
     QCOMPARE(descricao()->text(), u"PÃO"_s);
     QCOMPARE(grade()->rows(), 1);
 }
 
 void TstPromocaoPedidos::storedDescriptionIsShownLetterByLetter() {
-    b->produto(u"8"_s, u"Rosca d''Água"_s);
+    b->shop().produto(u"8"_s, u"Rosca d'Água"_s);
     digita(u"rosca"_s);
     QCOMPARE(descricao()->text(), u"Rosca d'Água"_s);
 }
 
 void TstPromocaoPedidos::shownApostropheNeverReachesTheSearch() {
-    b->produto(u"8"_s, u"Rosca d''Água"_s);
+    b->shop().produto(u"8"_s, u"Rosca d'Água"_s);
     digita(u"rosca"_s);
-    b->marca();
+    b->mark();
     ModalHelper modal;
-    modal.espera(u"Descrição não cadastrada. Verifique!!!"_s, QMessageBox::Ok);
-    modal.espera(u"Descricao inexistente. Verifique!!!"_s, QMessageBox::Ok);
+    modal.expect(u"Descrição não cadastrada. Verifique!!!"_s, QMessageBox::Ok);
+    modal.expect(u"Descricao inexistente. Verifique!!!"_s, QMessageBox::Ok);
     descricao()->setFocus();
     leaveProduct();
-    QTRY_COMPARE(modal.confere(), QString());
-    QVERIFY(b->comandos()[0].contains(u"Descricao like '%d´Água%'"_s));
+    QTRY_COMPARE(modal.problem(), QString());
+    QVERIFY(b->statements()[0].contains(u"Descricao like '%d´Água%'"_s));
 }
 
 void TstPromocaoPedidos::changedTextEmptiesTheList() {
@@ -424,13 +430,13 @@ void TstPromocaoPedidos::changedTextEmptiesTheList() {
     QTest::keyClick(descricao(), Qt::Key_Backspace);
     QCOMPARE(grade()->rows(), 1);
     QVERIFY(!botao(u"Command2"_s)->isEnabled());
-    QCOMPARE(b->comandos(), QStringList());
+    QCOMPARE(b->statements(), QStringList());
 }
 
 void TstPromocaoPedidos::leavingAgainSearchesAgain() {
     lista();
-    clica(grade(), 1, 6);
-    b->linha(codigo, u"1"_s);
+    b->click(grade(), 1, 6);
+    b->shop().linhaAberta(codigo, u"1"_s);
     descricao()->setFocus();
     leaveProduct();
     QCOMPARE(grade()->rows(), 5);
@@ -439,84 +445,84 @@ void TstPromocaoPedidos::leavingAgainSearchesAgain() {
 }
 
 void TstPromocaoPedidos::messageBoxIsNoLeaving() {
-    cola(descricao(), u"zz"_s);
+    pasteInto(descricao(), u"zz"_s);
     ModalHelper modais;
-    modais.espera(u"aviso"_s, QMessageBox::Ok);
+    modais.expect(u"aviso"_s, QMessageBox::Ok);
     QMessageBox::information(m_tela.get(), u"x"_s, u"aviso"_s);
-    QVERIFY(mostra(m_tela.get())); // as a window manager does when the box is gone
+    QVERIFY(showActive(m_tela.get())); // as a window manager does when the box is gone
     QVERIFY(descricao()->hasFocus());
-    QCOMPARE(modais.confere(), QString());
-    QCOMPARE(b->comandos(), QStringList());
+    QCOMPARE(modais.problem(), QString());
+    QCOMPARE(b->statements(), QStringList());
 }
 
 void TstPromocaoPedidos::anotherWindowIsNoLeaving() {
-    cola(descricao(), u"zz"_s);
+    pasteInto(descricao(), u"zz"_s);
     ModalHelper modais;
     QWidget outra;
-    QVERIFY(mostra(&outra));
+    QVERIFY(showActive(&outra));
     m_tela->activateWindow();
     QVERIFY(QTest::qWaitForWindowActive(m_tela.get()));
     QVERIFY(descricao()->hasFocus());
-    QCOMPARE(modais.confere(), QString());
-    QCOMPARE(b->comandos(), QStringList());
+    QCOMPARE(modais.problem(), QString());
+    QCOMPARE(b->statements(), QStringList());
 }
 
 void TstPromocaoPedidos::escapeIsNoLeaving() {
-    cola(descricao(), u"zz"_s);
+    pasteInto(descricao(), u"zz"_s);
     ModalHelper modais;
     QTest::keyClick(descricao(), Qt::Key_Escape);
     QVERIFY(!m_tela->isVisible());
     QTest::qWait(20);
-    QCOMPARE(modais.confere(), QString());
-    QCOMPARE(b->comandos(), QStringList());
+    QCOMPARE(modais.problem(), QString());
+    QCOMPARE(b->statements(), QStringList());
 }
 
 void TstPromocaoPedidos::closingIsNoLeaving() {
-    cola(descricao(), u"zz"_s);
+    pasteInto(descricao(), u"zz"_s);
     ModalHelper modais;
     m_tela->close();
     m_tela.reset();
     QTest::qWait(20);
-    QCOMPARE(modais.confere(), QString());
-    QCOMPARE(b->comandos(), QStringList());
+    QCOMPARE(modais.problem(), QString());
+    QCOMPARE(b->statements(), QStringList());
 }
 
 // However it comes about that the box is told to be left while the search's own screen is open.
 void TstPromocaoPedidos::boxOfTheSearchStartsNoSecondOne() {
     ModalHelper modais;
-    modais.aoAbrir([this](QWidget* tela) {
+    modais.onOpen([this](QWidget* tela) {
         Q_EMIT descricao()->findChild<FieldLeave*>()->left();
         QTest::keyClick(tela, Qt::Key_Escape);
     });
-    modais.espera(inexistente, QMessageBox::Ok);
-    b->produto(u"8"_s, u"PÃO DOCE"_s);
+    modais.expect(inexistente, QMessageBox::Ok);
+    b->shop().produto(u"8"_s, u"PÃO DOCE"_s);
     digita(u"pão"_s);
-    QCOMPARE(modais.confere(), QString());
-    QCOMPARE(b->comandos().size(), 3); // the search, the selection screen's setting, the description
+    QCOMPARE(modais.problem(), QString());
+    QCOMPARE(b->statements().size(), 3); // the search, the selection screen's setting, the description
 }
 
 void TstPromocaoPedidos::pressThatLeavesTheBoxForAMessageOperatesNothing() {
-    cola(descricao(), u"zz"_s);
+    pasteInto(descricao(), u"zz"_s);
     ModalHelper modais;
-    modais.espera(naoCadastrada, QMessageBox::Ok);
-    modais.espera(inexistente, QMessageBox::Ok);
+    modais.expect(naoCadastrada, QMessageBox::Ok);
+    modais.expect(inexistente, QMessageBox::Ok);
     QTest::mousePress(botao(u"Command1"_s), Qt::LeftButton);
     QTRY_VERIFY(!botao(u"Command1"_s)->isDown());
-    QCOMPARE(modais.confere(), QString()); // not "Valor inválido"
+    QCOMPARE(modais.problem(), QString()); // not "Valor inválido"
 }
 
 void TstPromocaoPedidos::clickTicksAndUnticks() {
     lista();
-    clica(grade(), 2, 6);
+    b->click(grade(), 2, 6);
     QCOMPARE(marcadas(), QStringList({QString(), u" "_s, QString()}));
     QVERIFY(grade()->hasPicture(2, 6));
     QVERIFY(!grade()->hasPicture(1, 6));
-    clica(grade(), 3, 6);
+    b->click(grade(), 3, 6);
     QCOMPARE(marcadas(), QStringList({QString(), u" "_s, u" "_s}));
-    clica(grade(), 2, 6);
+    b->click(grade(), 2, 6);
     QCOMPARE(marcadas(), QStringList({QString(), QString(), u" "_s}));
     QVERIFY(!grade()->hasPicture(2, 6));
-    QCOMPARE(b->comandos(), QStringList());
+    QCOMPARE(b->statements(), QStringList());
 }
 
 void TstPromocaoPedidos::spaceTicks() {
@@ -533,8 +539,8 @@ void TstPromocaoPedidos::spaceTicks() {
 void TstPromocaoPedidos::clickElsewhereChangesNothing() {
     lista();
     for (int coluna = 0; coluna < 6; ++coluna)
-        clica(grade(), 2, coluna);
-    clica(grade(), 0, 6);
+        b->click(grade(), 2, coluna);
+    b->click(grade(), 0, 6);
     QCOMPARE(marcadas(), QStringList(3));
 }
 
@@ -549,7 +555,7 @@ void TstPromocaoPedidos::doubleClickIsTwoClicks() {
 
 void TstPromocaoPedidos::clickOnAnEmptyListChangesNothing() {
     QTest::mouseClick(grade()->viewport(), Qt::LeftButton, {}, QPoint(20, 20));
-    clica(grade(), 0, 6);
+    b->click(grade(), 0, 6);
     QCOMPARE(grade()->rows(), 1);
     QCOMPARE(grade()->text(0, 6), u"SELEÇÃO"_s);
 }
@@ -558,9 +564,9 @@ void TstPromocaoPedidos::tickPictureIsTheMainWindows() {
     QPixmap azul(16, 16);
     azul.fill(Qt::blue);
     m_tela = std::make_unique<PromocaoPedidos>(nullptr, QIcon(azul));
-    QVERIFY(mostra(m_tela.get()));
+    QVERIFY(showActive(m_tela.get()));
     lista();
-    clica(grade(), 1, 6);
+    b->click(grade(), 1, 6);
     const auto imagem = grade()->model()->index(0, 6).data(Qt::DecorationRole).value<QIcon>();
     QCOMPARE(imagem.pixmap(16).toImage().pixelColor(8, 8), QColor(Qt::blue));
     // Drawn in the middle of its cell.
@@ -571,7 +577,7 @@ void TstPromocaoPedidos::tickPictureIsTheMainWindows() {
 
 void TstPromocaoPedidos::tickAllAndUntickAll() {
     lista();
-    clica(grade(), 2, 6);
+    b->click(grade(), 2, 6);
     aperta(u"Command2"_s);
     QCOMPARE(marcadas(), QStringList({u" "_s, u" "_s, u" "_s}));
     QCOMPARE(botao(u"Command2"_s)->text(), u"DESMARCAR TODOS"_s);
@@ -583,7 +589,7 @@ void TstPromocaoPedidos::tickAllAndUntickAll() {
     // The caption decides, not the rows.
     aperta(u"Command2"_s);
     for (int linha = 1; linha <= 3; ++linha)
-        clica(grade(), linha, 6);
+        b->click(grade(), linha, 6);
     aperta(u"Command2"_s);
     QCOMPARE(marcadas(), QStringList(3));
     QCOMPARE(botao(u"Command2"_s)->text(), u"SELECIONAR TODOS"_s);
@@ -628,11 +634,11 @@ void TstPromocaoPedidos::priceAfterLeaving() {
 
 void TstPromocaoPedidos::priceBeyondAllMoneyIsAnError() {
     ModalHelper modais;
-    modais.esperaContendo(u"Erro em tempo de execução 6:"_s, QMessageBox::Ok);
+    modais.expectContaining(u"Erro em tempo de execução 6:"_s, QMessageBox::Ok);
     poeValor(u"9"_s.repeated(20));
-    QCOMPARE(modais.confere(), QString());
+    QCOMPARE(modais.problem(), QString());
     QVERIFY(m_tela->isVisible());
-    QCOMPARE(b->comandos(), QStringList());
+    QCOMPARE(b->statements(), QStringList());
 }
 
 void TstPromocaoPedidos::priceRefused_data() {
@@ -649,33 +655,33 @@ void TstPromocaoPedidos::priceRefused() {
     aperta(u"Command2"_s);
     poeValor(colado);
     ModalHelper modais;
-    modais.espera(valorInvalido, QMessageBox::Ok);
+    modais.expect(valorInvalido, QMessageBox::Ok);
     aperta(u"Command1"_s);
-    QCOMPARE(modais.confere(), QString());
-    QCOMPARE(modais.caixas()[0].titulo, u"Atenção!!!"_s);
-    QCOMPARE(modais.caixas()[0].icone, QMessageBox::Information);
+    QCOMPARE(modais.problem(), QString());
+    QCOMPARE(modais.boxes()[0].title, u"Atenção!!!"_s);
+    QCOMPARE(modais.boxes()[0].icon, QMessageBox::Information);
     QCOMPARE(m_tela->focusWidget(), venda());
     QVERIFY(m_tela->isVisible());
-    QCOMPARE(b->comandos(), QStringList());
+    QCOMPARE(b->statements(), QStringList());
 }
 
 void TstPromocaoPedidos::nothingTickedIsRefused() {
     lista();
     poeValor(u"1"_s);
     ModalHelper modais;
-    modais.espera(semPedido, QMessageBox::Ok);
+    modais.expect(semPedido, QMessageBox::Ok);
     aperta(u"Command1"_s);
-    QCOMPARE(modais.confere(), QString());
-    QCOMPARE(modais.caixas()[0].icone, QMessageBox::Information);
+    QCOMPARE(modais.problem(), QString());
+    QCOMPARE(modais.boxes()[0].icon, QMessageBox::Information);
     QCOMPARE(m_tela->focusWidget(), venda());
-    QCOMPARE(b->comandos(), QStringList());
+    QCOMPARE(b->statements(), QStringList());
 }
 
 void TstPromocaoPedidos::refusedPriceComesFirst() {
     ModalHelper modais;
-    modais.espera(valorInvalido, QMessageBox::Ok);
+    modais.expect(valorInvalido, QMessageBox::Ok);
     aperta(u"Command1"_s);
-    QCOMPARE(modais.confere(), QString());
+    QCOMPARE(modais.problem(), QString());
 }
 
 void TstPromocaoPedidos::answerNoChangesNothing() {
@@ -684,35 +690,35 @@ void TstPromocaoPedidos::answerNoChangesNothing() {
     poeValor(u"1"_s);
     for (const QMessageBox::StandardButton resposta : {QMessageBox::No, QMessageBox::NoButton}) {
         ModalHelper modais;
-        modais.espera(pergunta, resposta);
+        modais.expect(pergunta, resposta);
         aperta(u"Command1"_s);
-        QCOMPARE(modais.confere(), QString());
-        QCOMPARE(modais.caixas()[0].titulo, u"Atenção!!!"_s);
-        QCOMPARE(modais.caixas()[0].icone, QMessageBox::Information);
-        QCOMPARE(modais.caixas()[0].botoes, QMessageBox::Yes | QMessageBox::No);
+        QCOMPARE(modais.problem(), QString());
+        QCOMPARE(modais.boxes()[0].title, u"Atenção!!!"_s);
+        QCOMPARE(modais.boxes()[0].icon, QMessageBox::Information);
+        QCOMPARE(modais.boxes()[0].buttons, QMessageBox::Yes | QMessageBox::No);
         QVERIFY(m_tela->isVisible());
         QCOMPARE(marcadas(), QStringList({u" "_s, u" "_s, u" "_s}));
     }
-    QCOMPARE(b->comandos(), QStringList());
+    QCOMPARE(b->statements(), QStringList());
 }
 
 void TstPromocaoPedidos::appliesToTickedLinesInGridOrder() {
     lista();
-    clica(grade(), 3, 6);
-    clica(grade(), 1, 6);
+    b->click(grade(), 3, 6);
+    b->click(grade(), 1, 6);
     venda()->setFocus();
     QTest::keyClicks(venda(), u"12.5"_s);
     QTest::keyClick(venda(), Qt::Key_Tab);
     QCOMPARE(venda()->text(), u"12,50"_s);
     ModalHelper modais;
-    modais.espera(pergunta, QMessageBox::Yes);
+    modais.expect(pergunta, QMessageBox::Yes);
     aperta(u"Command1"_s);
-    QCOMPARE(modais.confere(), QString());
-    QCOMPARE(b->comandos(),
+    QCOMPARE(modais.problem(), QString());
+    QCOMPARE(b->statements(),
              QStringList({atualizacao(u" 12.5"_s, m_ids[0]), atualizacao(u" 12.5"_s, m_ids[2])}));
     QVERIFY(!m_tela->isVisible());
-    QCOMPARE(b->servidor().consulta(u"SELECT unitario, totalped FROM orcamento ORDER BY FIELD(id, "_s +
-                                    m_ids.join(u", "_s) + u")"_s),
+    QCOMPARE(b->server().query(u"SELECT unitario, totalped FROM orcamento ORDER BY FIELD(id, "_s +
+                               m_ids.join(u", "_s) + u")"_s),
              QList<QStringList>(
                  {{u"12.50"_s, u"18750.00"_s}, {u"1234.50"_s, u"2469.00"_s}, {u"12.50"_s, u"4.16"_s}}));
 }
@@ -733,60 +739,60 @@ void TstPromocaoPedidos::statementOfEachPrice() {
     QFETCH(QString, colado);
     QFETCH(QString, valor);
     lista();
-    clica(grade(), 2, 6);
+    b->click(grade(), 2, 6);
     poeValor(colado);
     ModalHelper modais;
-    modais.espera(pergunta, QMessageBox::Yes);
+    modais.expect(pergunta, QMessageBox::Yes);
     aperta(u"Command1"_s);
-    QCOMPARE(modais.confere(), QString());
-    QCOMPARE(b->comandos(), QStringList(atualizacao(valor, m_ids[1])));
+    QCOMPARE(modais.problem(), QString());
+    QCOMPARE(b->statements(), QStringList(atualizacao(valor, m_ids[1])));
 }
 
 void TstPromocaoPedidos::pressedWithoutLeavingThePriceAppliesWhatIsShown() {
     lista();
-    clica(grade(), 2, 6);
+    b->click(grade(), 2, 6);
     venda()->setFocus();
-    cola(venda(), u"12abc"_s);
+    pasteInto(venda(), u"12abc"_s);
     ModalHelper modais;
-    modais.espera(valorInvalido, QMessageBox::Ok);
+    modais.expect(valorInvalido, QMessageBox::Ok);
     botao(u"Command1"_s)->click(); // as an assistive tool does
-    QCOMPARE(modais.confere(), QString());
+    QCOMPARE(modais.problem(), QString());
     QCOMPARE(venda()->text(), u"0,00"_s);
-    QCOMPARE(b->comandos(), QStringList());
+    QCOMPARE(b->statements(), QStringList());
 }
 
 void TstPromocaoPedidos::deletedProductIsNoObstacle() {
     lista();
-    clica(grade(), 2, 6);
-    b->servidor().executa(u"DELETE FROM produtos; DELETE FROM orcamento WHERE id="_s + m_ids[1]);
+    b->click(grade(), 2, 6);
+    b->server().execute(u"DELETE FROM produtos; DELETE FROM orcamento WHERE id="_s + m_ids[1]);
     poeValor(u"1"_s);
     ModalHelper modais;
-    modais.espera(pergunta, QMessageBox::Yes);
+    modais.expect(pergunta, QMessageBox::Yes);
     aperta(u"Command1"_s);
-    QCOMPARE(modais.confere(), QString());
+    QCOMPARE(modais.problem(), QString());
     QVERIFY(!m_tela->isVisible());
-    QCOMPARE(b->comandos(), QStringList(atualizacao(u" 1"_s, m_ids[1])));
+    QCOMPARE(b->statements(), QStringList(atualizacao(u" 1"_s, m_ids[1])));
 }
 
 void TstPromocaoPedidos::failedUpdateLeavesTheEarlierOnes() {
-    FaultProxy proxy(b->servidor().socket());
-    b->servidor().usaSocket(proxy.socket());
-    b->reconecta();
+    FaultProxy proxy(b->server().socket());
+    b->server().useSocket(proxy.socket());
+    b->connect();
     lista();
     aperta(u"Command2"_s);
     poeValor(u"3"_s);
-    proxy.cortaAntesDe(2);
+    proxy.cutBefore(2);
     ModalHelper modais;
-    modais.espera(pergunta, QMessageBox::Yes);
-    modais.esperaContendo(u"Erro em tempo de execução"_s, QMessageBox::Ok);
+    modais.expect(pergunta, QMessageBox::Yes);
+    modais.expectContaining(u"Erro em tempo de execução"_s, QMessageBox::Ok);
     aperta(u"Command1"_s);
-    QCOMPARE(modais.confere(), QString());
+    QCOMPARE(modais.problem(), QString());
     QVERIFY(m_tela->isVisible());
-    QVERIFY(modais.caixas()[1].detalhes.contains(atualizacao(u" 3"_s, m_ids[1])));
-    QCOMPARE(b->servidor().consulta(u"SELECT id FROM orcamento WHERE unitario=3"_s),
+    QVERIFY(modais.boxes()[1].details.contains(atualizacao(u" 3"_s, m_ids[1])));
+    QCOMPARE(b->server().query(u"SELECT id FROM orcamento WHERE unitario=3"_s),
              QList<QStringList>({{m_ids[0]}}));
-    b->servidor().usaSocket(b->servidor().socket());
-    b->reconecta();
+    b->server().useSocket(b->server().socket());
+    b->connect();
 }
 
 void TstPromocaoPedidos::enterMovesOn() {
@@ -816,17 +822,17 @@ void TstPromocaoPedidos::keysFollowTheConvention() {
 }
 
 void TstPromocaoPedidos::worksByKeyboardAlone() {
-    b->produto(u"8"_s, u"PÃO DOCE"_s);
+    b->shop().produto(u"8"_s, u"PÃO DOCE"_s);
     ModalHelper modais;
-    modais.aoAbrir([](QWidget* tela) {
+    modais.onOpen([](QWidget* tela) {
         QTest::keyClick(tela->findChild<Grid*>(u"Grid"_s), Qt::Key_Down);
         QTest::keyClick(tela->findChild<Grid*>(u"Grid"_s), Qt::Key_Return);
     });
     const auto tecla = [](Qt::Key qual) { QTest::keyClick(QApplication::focusWidget(), qual); };
-    cola(descricao(), u"pão"_s);
+    pasteInto(descricao(), u"pão"_s);
     tecla(Qt::Key_Return);
     QTRY_COMPARE(descricao()->text(), u"PÃO FRANCÊS"_s);
-    QVERIFY(mostra(m_tela.get()));
+    QVERIFY(showActive(m_tela.get()));
     QVERIFY(venda()->hasFocus());
     QTest::keyClicks(venda(), u"0.7"_s);
     tecla(Qt::Key_Return);
@@ -839,11 +845,11 @@ void TstPromocaoPedidos::worksByKeyboardAlone() {
     QTRY_VERIFY(botao(u"Command2"_s)->hasFocus());
     tecla(Qt::Key_Return);
     QTRY_VERIFY(botao(u"Command1"_s)->hasFocus());
-    b->marca();
-    modais.espera(pergunta, QMessageBox::Yes);
+    b->mark();
+    modais.expect(pergunta, QMessageBox::Yes);
     tecla(Qt::Key_Space);
-    QCOMPARE(modais.confere(), QString());
-    QCOMPARE(b->comandos().size(), 1);
+    QCOMPARE(modais.problem(), QString());
+    QCOMPARE(b->statements().size(), 1);
     QVERIFY(!m_tela->isVisible());
 }
 

@@ -1,9 +1,9 @@
 #include "base/RuntimeError.h"
 #include "core/AcessoDados.h"
-#include "products/Balcao.h"
 #include "products/PesquisaProduto.h"
 #include "products/ProductQuery.h"
 #include "products/PromocaoPedidos.h"
+#include "support/Bench.h"
 #include "support/ModalHelper.h"
 #include "ui/TextBox.h"
 
@@ -11,7 +11,7 @@
 
 using namespace Qt::StringLiterals;
 using namespace tarvessa;
-using namespace tarvessa::teste;
+using namespace tarvessa::test;
 
 namespace {
 
@@ -51,9 +51,9 @@ class TstTextoPesquisa : public QObject {
     Q_OBJECT
 
   private Q_SLOTS:
-    void initTestCase() { b = std::make_unique<Balcao>(); }
+    void initTestCase() { b = std::make_unique<Bench>(); }
     void cleanupTestCase() { b.reset(); }
-    void init() { b->arruma(); }
+    void init() { b->resetConnected(); }
 
     void statementOfEachTypedText_data();
     void statementOfEachTypedText();
@@ -71,7 +71,7 @@ class TstTextoPesquisa : public QObject {
     void numericCodeKindFallsBackToTheDescription();
 
   private:
-    std::unique_ptr<Balcao> b;
+    std::unique_ptr<Bench> b;
 };
 
 void TstTextoPesquisa::statementOfEachTypedText_data() {
@@ -181,26 +181,26 @@ void TstTextoPesquisa::statementOfEachTypedText() {
     QFETCH(QString, comando);
     QFETCH(QString, recusa);
     PromocaoPedidos tela(nullptr);
-    QVERIFY(mostra(&tela));
+    QVERIFY(showActive(&tela));
     auto* caixa = tela.findChild<TextBox*>(u"Descricao"_s);
-    cola(caixa, digitado);
+    pasteInto(caixa, digitado);
     const QString mostrado = caixa->text();
     ModalHelper modais;
-    modais.espera(comando.isEmpty() ? recusa : naoCadastrada, QMessageBox::Ok);
-    modais.espera(inexistente, QMessageBox::Ok);
+    modais.expect(comando.isEmpty() ? recusa : naoCadastrada, QMessageBox::Ok);
+    modais.expect(inexistente, QMessageBox::Ok);
     QTest::keyClick(caixa, Qt::Key_Tab);
     QCoreApplication::processEvents();
-    QCOMPARE(modais.confere(), QString());
-    QCOMPARE(b->comandos(), comando.isEmpty() ? QStringList(semCodigo) : QStringList({comando, semCodigo}));
+    QCOMPARE(modais.problem(), QString());
+    QCOMPARE(b->statements(), comando.isEmpty() ? QStringList(semCodigo) : QStringList({comando, semCodigo}));
     QCOMPARE(caixa->text(), mostrado);
 }
 
 void TstTextoPesquisa::blanksAreCutFromTheCallersVariable() {
-    b->produto(u"1"_s, u"XABCX"_s);
+    b->shop().produto(u"1"_s, u"XABCX"_s);
     QString texto = u"  abc  "_s;
     QCOMPARE(PesquisaProduto(texto, nullptr), u"1"_s);
     QCOMPARE(texto, u"abc"_s);
-    QCOMPARE(b->comandos(), QStringList(descricaoOuCodigo(u"abc"_s)));
+    QCOMPARE(b->statements(), QStringList(descricaoOuCodigo(u"abc"_s)));
 }
 
 void TstTextoPesquisa::barCodeIsNormalisedInTheCallersVariable_data() {
@@ -215,7 +215,7 @@ void TstTextoPesquisa::barCodeIsNormalisedInTheCallersVariable_data() {
 void TstTextoPesquisa::barCodeIsNormalisedInTheCallersVariable() {
     QFETCH(QString, digitado);
     QFETCH(QString, codigo);
-    b->produto(codigo, u"PÃO"_s);
+    b->shop().produto(codigo, u"PÃO"_s);
     QString texto = digitado;
     QCOMPARE(PesquisaProduto(texto, nullptr), codigo);
     QCOMPARE(texto, codigo);
@@ -234,22 +234,22 @@ void TstTextoPesquisa::refusalsQueryNothing() {
     QFETCH(QString, mensagem);
     CodigoSelecionado = u"LEFT OVER"_s;
     ModalHelper modais;
-    modais.espera(mensagem, QMessageBox::Ok);
+    modais.expect(mensagem, QMessageBox::Ok);
     QString texto = digitado;
     QCOMPARE(PesquisaProduto(texto, nullptr), QString());
-    QCOMPARE(modais.confere(), QString());
-    QCOMPARE(modais.caixas()[0].titulo, u"Atenção!!!"_s);
-    QCOMPARE(modais.caixas()[0].icone, QMessageBox::Warning);
-    QCOMPARE(modais.caixas()[0].botoes, QMessageBox::Ok);
+    QCOMPARE(modais.problem(), QString());
+    QCOMPARE(modais.boxes()[0].title, u"Atenção!!!"_s);
+    QCOMPARE(modais.boxes()[0].icon, QMessageBox::Warning);
+    QCOMPARE(modais.boxes()[0].buttons, QMessageBox::Ok);
     QCOMPARE(CodigoSelecionado, QString());
-    QCOMPARE(b->comandos(), QStringList());
+    QCOMPARE(b->statements(), QStringList());
 }
 
 void TstTextoPesquisa::letterCaseGoesAsTyped() {
-    b->produto(u"1"_s, u"PÃO"_s);
+    b->shop().produto(u"1"_s, u"PÃO"_s);
     QString texto = u"pÃo"_s;
     QCOMPARE(PesquisaProduto(texto, nullptr), u"1"_s);
-    QCOMPARE(b->comandos(), QStringList(descricaoOuCodigo(u"pÃo"_s)));
+    QCOMPARE(b->statements(), QStringList(descricaoOuCodigo(u"pÃo"_s)));
 }
 
 void TstTextoPesquisa::apostropheInTheRoutineReachesTheServer() {
@@ -264,19 +264,19 @@ void TstTextoPesquisa::apostropheInTheRoutineReachesTheServer() {
 }
 
 void TstTextoPesquisa::backslashDoesNotEndTheLiteral() {
-    b->produto(u"1"_s, u"CAIXA A% B"_s);
-    b->produto(u"2"_s, u"CAIXA A B"_s);
+    b->shop().produto(u"1"_s, u"CAIXA A% B"_s);
+    b->shop().produto(u"2"_s, u"CAIXA A B"_s);
     QString texto = u"A\\"_s; // makes the percent sign behind it one of the text, at its end
     ModalHelper modais;
-    modais.espera(naoCadastrada, QMessageBox::Ok);
+    modais.expect(naoCadastrada, QMessageBox::Ok);
     QCOMPARE(PesquisaProduto(texto, nullptr), QString());
-    QCOMPARE(modais.confere(), QString());
-    b->produto(u"3"_s, u"CAIXA A%"_s);
+    QCOMPARE(modais.problem(), QString());
+    b->shop().produto(u"3"_s, u"CAIXA A%"_s);
     QCOMPARE(PesquisaProduto(texto, nullptr), u"3"_s);
 }
 
 void TstTextoPesquisa::percentAndUnderscoreMatchAnything() {
-    b->produto(u"1"_s, u"PÃO DE SAL"_s);
+    b->shop().produto(u"1"_s, u"PÃO DE SAL"_s);
     for (const QString& digitado : {u"P%SAL"_s, u"P_O"_s, u"%%"_s, u"__"_s}) {
         QString texto = digitado;
         QCOMPARE(PesquisaProduto(texto, nullptr), u"1"_s);
@@ -306,7 +306,7 @@ void TstTextoPesquisa::otherKindsSearchNumbersAsText() {
 
 // The alternative statement is valid on the server and finds what the first one does not.
 void TstTextoPesquisa::numericCodeKindFallsBackToTheDescription() {
-    b->produto(u"A1"_s, u"ROSCA 12 UN"_s);
+    b->shop().produto(u"A1"_s, u"ROSCA 12 UN"_s);
     QString texto = u"12"_s;
     const ProductQuery consulta = productQuery(texto, u"NUMÉRICO");
     QVERIFY(!AbreRS(consulta.sql));

@@ -1,6 +1,8 @@
 #include "base/Datas.h"
 #include "reports/Comissao.h"
-#include "reports/Movimento.h"
+#include "support/Amounts.h"
+#include "support/Bench.h"
+#include "support/EventWatcher.h"
 #include "support/ModalHelper.h"
 #include "ui/DateBox.h"
 #include "ui/grid/Grid.h"
@@ -13,7 +15,7 @@
 
 using namespace Qt::StringLiterals;
 using namespace tarvessa;
-using namespace tarvessa::teste;
+using namespace tarvessa::test;
 
 namespace {
 
@@ -27,7 +29,7 @@ bool ehPao(const QString& descricao) {
 
 /// "1,5" of hundredths, one decimal: the percentages' display.
 QString porcentagem(const QString& ponto) {
-    return ponto.isEmpty() ? QString() : comoTela(proporcao(centavos(ponto), 1, 10), 1);
+    return ponto.isEmpty() ? QString() : onScreen(proportion(cents(ponto), 1, 10), 1);
 }
 
 /// Tenths of a displayed percentage.
@@ -42,7 +44,7 @@ class TstComissao : public QObject {
     Q_OBJECT
 
   private Q_SLOTS:
-    void initTestCase() { m = std::make_unique<Movimento>(); }
+    void initTestCase() { m = std::make_unique<Bench>(); }
     void cleanupTestCase() { m.reset(); }
     void init();
     void cleanup() { tela.reset(); }
@@ -80,35 +82,35 @@ class TstComissao : public QObject {
     void byKeyboardAlone();
 
   private:
-    Grid* grade() const { return controle<Grid>(tela.get(), "Grid1"); }
+    Grid* grade() const { return control<Grid>(tela.get(), "Grid1"); }
     void periodo(const QString& inicio, const QString& fim);
-    void gera() { QTest::mouseClick(controle<QPushButton>(tela.get(), "Command4"), Qt::LeftButton); }
-    QPushButton* imprime() const { return controle<QPushButton>(tela.get(), "Command1"); }
+    void gera() { QTest::mouseClick(control<QPushButton>(tela.get(), "Command4"), Qt::LeftButton); }
+    QPushButton* imprime() const { return control<QPushButton>(tela.get(), "Command1"); }
     void venda(int vendedor, const QString& valor, const QString& descricao, const QString& cfop = u"5102"_s);
     QList<QStringList> esperadas(const QString& inicio, const QString& fim);
 
-    std::unique_ptr<Movimento> m;
+    std::unique_ptr<Bench> m;
     std::unique_ptr<Comissao> tela;
     int m_nota = 0;
 };
 
 void TstComissao::init() {
-    m->arruma();
+    m->resetConnected();
     m_nota = 0;
     tela = std::make_unique<Comissao>();
-    QVERIFY(mostra(tela.get()));
-    m->marca();
+    QVERIFY(showActive(tela.get()));
+    m->mark();
 }
 
 void TstComissao::periodo(const QString& inicio, const QString& fim) {
-    controle<DateBox>(tela.get(), "DataIni")->setText(inicio);
-    controle<DateBox>(tela.get(), "DataFin")->setText(fim);
+    control<DateBox>(tela.get(), "DataIni")->setText(inicio);
+    control<DateBox>(tela.get(), "DataFin")->setText(fim);
 }
 
 // A returned invoice when the code is one of a return.
 void TstComissao::venda(int vendedor, const QString& valor, const QString& descricao, const QString& cfop) {
     ++m_nota;
-    m->nota(m_nota, vendedor, u"CLIENTE"_s);
+    m->shop().nota(m_nota, vendedor, u"CLIENTE"_s);
     LinhaFiscal l;
     l.nota = m_nota;
     l.entrsai = cfop.startsWith(u'1') ? u"E"_s : u"S"_s;
@@ -116,7 +118,7 @@ void TstComissao::venda(int vendedor, const QString& valor, const QString& descr
     l.codigo = u"SEM CADASTRO"_s;
     l.descricao = descricao;
     l.totalVenda = valor;
-    m->linha(l);
+    m->shop().linhaFiscal(l);
 }
 
 // All rows of the grid from the raw rows, with the test's own arithmetic, by seller name.
@@ -125,10 +127,10 @@ QList<QStringList> TstComissao::esperadas(const QString& inicio, const QString& 
                                 u"6101"_s, u"6102"_s, u"6104"_s, u"6401"_s, u"6403"_s, u"6404"_s};
     const QStringList devolucoes = {u"1202"_s, u"1411"_s, u"2202"_s, u"2411"_s};
     QMap<QString, QString> descricaoDe;
-    for (const QStringList& p : m->servidor().consulta(u"SELECT codfabr, descricao FROM produtos"_s))
+    for (const QStringList& p : m->server().query(u"SELECT codfabr, descricao FROM produtos"_s))
         descricaoDe[p[0]] = p[1];
     QMap<QString, QString> vendedorDaNota;
-    for (const QStringList& n : m->servidor().consulta(u"SELECT nrnf, SerieNF, CodVendedor FROM nfsaida"_s))
+    for (const QStringList& n : m->server().query(u"SELECT nrnf, SerieNF, CodVendedor FROM nfsaida"_s))
         vendedorDaNota[n[0] + u'/' + n[1]] = n[2];
     struct Somas {
         qint64 pao = 0;
@@ -136,13 +138,13 @@ QList<QStringList> TstComissao::esperadas(const QString& inicio, const QString& 
         qint64 trocas = 0;
     };
     QMap<QString, Somas> porVendedor;
-    for (const QStringList& l : m->servidor().consulta(u"SELECT nr_nf, serienf, dataemissao, entrsai, "
-                                                       u"cancelado, cfop, codigo, descricao, totalvenda FROM "
-                                                       "movsaient"_s)) {
+    for (const QStringList& l : m->server().query(u"SELECT nr_nf, serienf, dataemissao, entrsai, "
+                                                  u"cancelado, cfop, codigo, descricao, totalvenda FROM "
+                                                  "movsaient"_s)) {
         const QString vendedor = vendedorDaNota.value(l[0] + u'/' + l[1]);
         if (l[2] < inicio || l[2] > fim || l[4] != u"N" || vendedor.toInt() <= 0)
             continue;
-        qint64 valor = centavos(l[8]);
+        qint64 valor = cents(l[8]);
         if (l[3] == u"E" && devolucoes.contains(l[5]))
             valor = -valor;
         else if (l[3] != u"S" || !vendas.contains(l[5]))
@@ -151,16 +153,16 @@ QList<QStringList> TstComissao::esperadas(const QString& inicio, const QString& 
         (ehPao(descricaoDe.value(l[6], l[7])) ? somas.pao : somas.outros) += valor;
     }
     QMap<QString, qint64> trocas;
-    for (const QStringList& t : m->servidor().consulta(
+    for (const QStringList& t : m->server().query(
              u"SELECT Vendedor, quantidade, pcfabrica, situacaoorc, databaixa FROM Orcamento_Troca"_s))
         if (t[3] == u"B" && t[4] >= inicio && t[4] <= fim)
-            trocas[t[0]] += QString(t[1]).remove(u'.').toLongLong() * centavos(t[2]);
+            trocas[t[0]] += QString(t[1]).remove(u'.').toLongLong() * cents(t[2]);
     for (auto t = trocas.cbegin(); t != trocas.cend(); ++t)
-        porVendedor[t.key()].trocas = centavosDeCentesimosMilesimos(t.value());
+        porVendedor[t.key()].trocas = centsOfHundredThousandths(t.value());
 
     QMap<QString, QStringList> cadastro;
     for (const QStringList& v :
-         m->servidor().consulta(u"SELECT codigovend, vendedor, ComissEsp1, ComissEsp2 FROM vendedores"_s))
+         m->server().query(u"SELECT codigovend, vendedor, ComissEsp1, ComissEsp2 FROM vendedores"_s))
         cadastro[v[0]] = v;
     QMap<QString, QStringList> porNome;
     std::array<qint64, 13> soma = {};
@@ -168,14 +170,14 @@ QList<QStringList> TstComissao::esperadas(const QString& inicio, const QString& 
         const QStringList dados = cadastro.value(v.key(), {v.key(), QString(), QString(), QString()});
         const QString porcPao = porcentagem(dados[2]);
         const QString porcOutros = porcentagem(dados[3]);
-        const qint64 comissaoPao = proporcao(v->pao, decimos(porcPao), 1000);
-        const qint64 comissaoOutros = proporcao(v->outros, decimos(porcOutros), 1000);
+        const qint64 comissaoPao = proportion(v->pao, decimos(porcPao), 1000);
+        const qint64 comissaoOutros = proportion(v->outros, decimos(porcOutros), 1000);
         const qint64 vendido = v->pao + v->outros;
         porNome.insert(dados[1] + u'/' + v.key(),
-                       {v.key(), dados[1], comoTela(v->pao), porcPao, comoTela(comissaoPao),
-                        comoTela(v->outros), porcOutros, comoTela(comissaoOutros), comoTela(vendido),
-                        comoTela(comissaoPao + comissaoOutros), comoTela(v->trocas),
-                        comoTela(proporcao(v->trocas, 10000, vendido)), QString()});
+                       {v.key(), dados[1], onScreen(v->pao), porcPao, onScreen(comissaoPao),
+                        onScreen(v->outros), porcOutros, onScreen(comissaoOutros), onScreen(vendido),
+                        onScreen(comissaoPao + comissaoOutros), onScreen(v->trocas),
+                        onScreen(proportion(v->trocas, 10000, vendido)), QString()});
         soma[2] += v->pao;
         soma[4] += comissaoPao;
         soma[5] += v->outros;
@@ -191,8 +193,8 @@ QList<QStringList> TstComissao::esperadas(const QString& inicio, const QString& 
     QStringList totais(13, QString());
     totais[1] = u"***TOTAL-***"_s;
     for (const int coluna : {2, 4, 5, 7, 8, 9, 10})
-        totais[coluna] = comoTela(soma[static_cast<size_t>(coluna)]);
-    totais[11] = comoTela(proporcao(soma[10], 10000, soma[8]));
+        totais[coluna] = onScreen(soma[static_cast<size_t>(coluna)]);
+    totais[11] = onScreen(proportion(soma[10], 10000, soma[8]));
     todas.append(totais);
     return todas;
 }
@@ -212,31 +214,31 @@ void TstComissao::opensWithThePreviousMonth() {
     FixaRelogio(QDateTime(hoje, QTime(8, 0)));
     tela = std::make_unique<Comissao>();
     FixaRelogio(antes);
-    QTEST(controle<DateBox>(tela.get(), "DataIni")->text(), "inicio");
-    QTEST(controle<DateBox>(tela.get(), "DataFin")->text(), "fim");
+    QTEST(control<DateBox>(tela.get(), "DataIni")->text(), "inicio");
+    QTEST(control<DateBox>(tela.get(), "DataFin")->text(), "fim");
 }
 
 void TstComissao::captionsWidthsAndNames() {
     QCOMPARE(tela->windowTitle(), u" Comissão dos Vendedores"_s);
-    QCOMPARE(controle<QPushButton>(tela.get(), "Command4")->text(), u"&Gerar Relatório"_s);
+    QCOMPARE(control<QPushButton>(tela.get(), "Command4")->text(), u"&Gerar Relatório"_s);
     QCOMPARE(imprime()->text(), u"&Imprime"_s);
     QVERIFY(!imprime()->isEnabled());
-    QCOMPARE(controle<QLabel>(tela.get(), "Label3")->text(), u"AGUARDE...."_s);
-    QVERIFY(controle<QLabel>(tela.get(), "Label3")->isHidden());
-    QCOMPARE(controle<QLabel>(tela.get(), "Label2")->text(), u"PERÍODO"_s);
-    QVERIFY(controle<QLineEdit>(tela.get(), "TextGrid")->isHidden());
-    QVERIFY(!controle<QLabel>(tela.get(), "Image1")->pixmap().isNull());
-    QCOMPARE(celulas(grade(), 0),
+    QCOMPARE(control<QLabel>(tela.get(), "Label3")->text(), u"AGUARDE...."_s);
+    QVERIFY(control<QLabel>(tela.get(), "Label3")->isHidden());
+    QCOMPARE(control<QLabel>(tela.get(), "Label2")->text(), u"PERÍODO"_s);
+    QVERIFY(control<QLineEdit>(tela.get(), "TextGrid")->isHidden());
+    QVERIFY(!control<QLabel>(tela.get(), "Image1")->pixmap().isNull());
+    QCOMPARE(cells(grade(), 0),
              QStringList({u"CÓDIGO"_s, u"VENDEDOR"_s, u"R$ TOTAL PÃO"_s, u"% COMISÃO"_s, u"R$ COMISSÃO"_s,
                           u"R$ TOTAL OUTROS"_s, u"% COMISSÃO"_s, u"R$ COMISSÃO"_s, u"R$ TOTAL VENDAS"_s,
                           u"R$ TOTAL COMISSÃO"_s, u"R$ DEVOLUÇÕES"_s, u"% DEVOLUÇÕES"_s, u"IMPRIME"_s}));
-    QCOMPARE(larguras(grade()),
+    QCOMPARE(columnWidths(grade()),
              QList<int>({800, 1300, 1400, 1400, 1400, 1600, 1400, 1400, 1600, 1600, 1400, 1400, 920}));
-    QCOMPARE(alinhamentos(grade()), u"><>>>>>>>>>>^"_s);
+    QCOMPARE(alignments(grade()), u"><>>>>>>>>>>^"_s);
     for (int coluna = 0; coluna < grade()->columns(); ++coluna)
         QVERIFY(grade()->isBold(0, coluna));
     QCOMPARE(grade()->rows(), 1);
-    QCOMPARE(m->comandos(), QStringList());
+    QCOMPARE(m->statements(), QStringList());
 }
 
 void TstComissao::refusesBadPeriods_data() {
@@ -266,37 +268,37 @@ void TstComissao::refusesBadPeriods() {
     QFETCH(QString, foco);
     periodo(inicio, fim);
     ModalHelper modal;
-    modal.espera(mensagem, QMessageBox::Ok);
+    modal.expect(mensagem, QMessageBox::Ok);
     gera();
-    QCOMPARE(modal.confere(), QString());
-    QCOMPARE(modal.caixas()[0].titulo, u"Atenção!!!"_s);
+    QCOMPARE(modal.problem(), QString());
+    QCOMPARE(modal.boxes()[0].title, u"Atenção!!!"_s);
     QCOMPARE(tela->focusWidget()->objectName(), foco);
-    QCOMPARE(m->comandos(), QStringList());
+    QCOMPARE(m->statements(), QStringList());
 }
 
 void TstComissao::refusedPeriodLeavesTheGrid() {
     venda(1, u"10.00"_s, u"BOLO"_s);
     gera();
-    const QList<QStringList> antes = linhas(grade());
+    const QList<QStringList> antes = allCells(grade());
     QCOMPARE(antes.size(), 3);
     for (const auto& [inicio, fim] :
          {std::pair(u"31/02/2024"_s, u"29/02/2024"_s), std::pair(u"01/02/2024"_s, u"30/02/2024"_s),
           std::pair(u"02/02/2024"_s, u"01/02/2024"_s)}) {
         periodo(inicio, fim);
-        m->marca();
+        m->mark();
         ModalHelper modal;
-        modal.esperaContendo(u"Verifique!!!"_s, QMessageBox::Ok);
+        modal.expectContaining(u"Verifique!!!"_s, QMessageBox::Ok);
         gera();
-        QCOMPARE(modal.confere(), QString());
-        QCOMPARE(linhas(grade()), antes);
+        QCOMPARE(modal.problem(), QString());
+        QCOMPARE(allCells(grade()), antes);
         QVERIFY(imprime()->isEnabled());
-        QCOMPARE(m->comandos(), QStringList());
+        QCOMPARE(m->statements(), QStringList());
     }
 }
 
 void TstComissao::sendsTheStatementsInTheirOrder() {
     venda(1, u"10.00"_s, u"BOLO"_s);
-    m->marca();
+    m->mark();
     gera();
     const QString inicio =
         u"INSERT INTO relat2 (CODIGO1, TEXTO1, CODIGO2, valor1, DATA1, TEXTO3) SELECT m.codigo, m.descricao, "
@@ -322,7 +324,7 @@ void TstComissao::sendsTheStatementsInTheirOrder() {
         "relat2 as r left join vendedores as v on r.codigo2=v.codigovend GROUP BY r.codigo2,r.texto3 ORDER "
         "BY "
         "r.TEXTO2, r.texto2"_s};
-    QCOMPARE(m->comandos(), StatementLog::esperado(esperado));
+    QCOMPARE(m->statements(), StatementLog::expected(esperado));
 }
 
 void TstComissao::figuresOfARandomMonth_data() {
@@ -338,19 +340,19 @@ void TstComissao::figuresOfARandomMonth() {
     QFETCH(quint32, semente);
     QFETCH(QString, inicio);
     QFETCH(QString, fim);
-    m->semeia(semente);
+    m->shop().movimento(semente);
     periodo(TextoTela(QDate::fromString(inicio, Qt::ISODate)),
             TextoTela(QDate::fromString(fim, Qt::ISODate)));
     gera();
     const QList<QStringList> todas = esperadas(inicio, fim);
     QVERIFY(todas.size() > 8);
-    QCOMPARE(linhas(grade()), todas);
+    QCOMPARE(allCells(grade()), todas);
     QVERIFY(imprime()->isEnabled());
 }
 
 void TstComissao::coloursBoldAndPictures() {
-    m->vendedor(1, u"ANA"_s, u"3"_s, u"1.5"_s);
-    m->vendedor(2, u"BETO"_s, u"3"_s, u"1.5"_s);
+    m->shop().vendedor(1, u"ANA"_s, u"3"_s, u"1.5"_s);
+    m->shop().vendedor(2, u"BETO"_s, u"3"_s, u"1.5"_s);
     venda(1, u"10.00"_s, u"BOLO"_s);
     venda(2, u"10.00"_s, u"PAO"_s);
     gera();
@@ -384,32 +386,43 @@ void TstComissao::breadByTheWordInTheDescription() {
     gera();
     QCOMPARE(grade()->text(1, 2), pao ? u"10,00"_s : u"0,00"_s);
     QCOMPARE(grade()->text(1, 5), pao ? u"0,00"_s : u"10,00"_s);
-    QCOMPARE(m->servidor().consulta(u"SELECT Texto3 FROM relat2"_s)[0][0], pao ? u"PÃO"_s : u"OUTROS"_s);
+    QCOMPARE(m->server().query(u"SELECT Texto3 FROM relat2"_s)[0][0], pao ? u"PÃO"_s : u"OUTROS"_s);
 }
 
 void TstComissao::currentDescriptionReplacesTheInvoices() {
-    m->produto(u"SEM CADASTRO"_s, u"PÃO NOVO"_s);
+    m->shop().produto(u"SEM CADASTRO"_s, u"PÃO NOVO"_s);
     venda(1, u"10.00"_s, u"BOLO"_s);
     gera();
     QCOMPARE(grade()->text(1, 2), u"10,00"_s);
 }
 
 void TstComissao::returnedBreadLowersBread() {
-    m->vendedor(1, u"ANA"_s, u"10"_s, u"1"_s);
+    m->shop().vendedor(1, u"ANA"_s, u"10"_s, u"1"_s);
     venda(1, u"100.00"_s, u"PÃO"_s);
     venda(1, u"50.00"_s, u"BOLO"_s);
     venda(1, u"30.00"_s, u"PÃO"_s, u"1202"_s);
     gera();
-    QCOMPARE(celulas(grade(), 1),
+    QCOMPARE(cells(grade(), 1),
              QStringList({u"1"_s, u"ANA"_s, u"70,00"_s, u"10,0"_s, u"7,00"_s, u"50,00"_s, u"1,0"_s, u"0,50"_s,
                           u"120,00"_s, u"7,50"_s, u"0,00"_s, u"0,00"_s, QString()}));
 }
 
 void TstComissao::counterExchangesAreReturns() {
-    m->vendedor(1, u"ANA"_s, u"10"_s, u"1"_s);
+    m->shop().vendedor(1, u"ANA"_s, u"10"_s, u"1"_s);
     venda(1, u"100.00"_s, u"PÃO"_s);
-    m->troca(u"C1"_s, u"1"_s, u"2.500"_s, u"3.33"_s); // 8.325, half up in the staging row
-    m->troca(u"C1"_s, u"1"_s, u"1"_s, u"9.00"_s, u"2024-02-10"_s, u"A"_s);
+    m->shop().devolucao({.vendedor = 1,
+                         .produto = u"P1"_s,
+                         .quantidade = u"2.500"_s,
+                         .baixa = u"2024-02-10"_s,
+                         .cliente = u"C1"_s,
+                         .custo = u"3.33"_s}); // 8.325, half up in the staging row
+    m->shop().devolucao({.vendedor = 1,
+                         .produto = u"P1"_s,
+                         .quantidade = u"1"_s,
+                         .baixa = u"2024-02-10"_s,
+                         .situacao = u"A"_s,
+                         .cliente = u"C1"_s,
+                         .custo = u"9.00"_s});
     gera();
     QCOMPARE(grade()->text(1, 10), u"8,33"_s);
     QCOMPARE(grade()->text(1, 11), u"8,33"_s);
@@ -419,14 +432,14 @@ void TstComissao::counterExchangesAreReturns() {
 void TstComissao::sellerWithoutARow() {
     venda(77, u"100.00"_s, u"PÃO"_s);
     gera();
-    QCOMPARE(celulas(grade(), 1),
+    QCOMPARE(cells(grade(), 1),
              QStringList({u"77"_s, QString(), u"100,00"_s, QString(), u"0,00"_s, u"0,00"_s, QString(),
                           u"0,00"_s, u"100,00"_s, u"0,00"_s, u"0,00"_s, u"0,00"_s, QString()}));
     QVERIFY(imprime()->isEnabled());
 }
 
 void TstComissao::nullPercentages() {
-    m->vendedor(1, u"ANA"_s, u"NULL"_s, u"2.55"_s);
+    m->shop().vendedor(1, u"ANA"_s, std::nullopt, u"2.55"_s);
     venda(1, u"100.00"_s, u"PÃO"_s);
     venda(1, u"100.00"_s, u"BOLO"_s);
     gera();
@@ -437,12 +450,17 @@ void TstComissao::nullPercentages() {
 }
 
 void TstComissao::twoSellersOfOneName() {
-    m->vendedor(1, u"ANA"_s, u"1"_s, u"1"_s);
-    m->vendedor(2, u"ANA"_s, u"2"_s, u"2"_s);
+    m->shop().vendedor(1, u"ANA"_s, u"1"_s, u"1"_s);
+    m->shop().vendedor(2, u"ANA"_s, u"2"_s, u"2"_s);
     for (const int vendedor : {1, 2, 31, 32}) { // the last two have no row, so no name either
         venda(vendedor, u"100.00"_s, u"PÃO"_s);
         venda(vendedor, u"200.00"_s, u"BOLO"_s);
-        m->troca(u"C1"_s, QString::number(vendedor), u"1"_s, u"30.00"_s);
+        m->shop().devolucao({.vendedor = vendedor,
+                             .produto = u"P1"_s,
+                             .quantidade = u"1"_s,
+                             .baixa = u"2024-02-10"_s,
+                             .cliente = u"C1"_s,
+                             .custo = u"30.00"_s});
     }
     gera();
     QCOMPARE(grade()->rows(), 7);
@@ -466,11 +484,11 @@ void TstComissao::invoicesWithoutSellerAreLeftOut() {
 }
 
 void TstComissao::seriesMustMatch() {
-    m->nota(1, 1, u"CLIENTE"_s, u"1"_s);
-    m->nota(1, 2, u"CLIENTE"_s, u"2"_s);
+    m->shop().nota(1, 1, u"CLIENTE"_s, u"1"_s);
+    m->shop().nota(1, 2, u"CLIENTE"_s, u"2"_s);
     LinhaFiscal l;
     l.serie = u"2"_s;
-    m->linha(l);
+    m->shop().linhaFiscal(l);
     gera();
     QCOMPARE(grade()->rows(), 4);
     QCOMPARE(grade()->text(1, 0), u"2"_s);
@@ -480,13 +498,18 @@ void TstComissao::oneDayPeriod() {
     const QStringList dias = {u"2024-02-09"_s, u"2024-02-10"_s, u"2024-02-11"_s};
     const QStringList valores = {u"1000.00"_s, u"20.00"_s, u"300.00"_s};
     for (int i = 0; i < dias.size(); ++i) {
-        m->nota(i + 1, 1, u"CLIENTE"_s);
+        m->shop().nota(i + 1, 1, u"CLIENTE"_s);
         LinhaFiscal l;
         l.nota = i + 1;
         l.data = dias[i];
         l.totalVenda = valores[i];
-        m->linha(l);
-        m->troca(u"C1"_s, u"1"_s, u"1"_s, u"%1.00"_s.arg(i + 1), dias[i]);
+        m->shop().linhaFiscal(l);
+        m->shop().devolucao({.vendedor = 1,
+                             .produto = u"P1"_s,
+                             .quantidade = u"1"_s,
+                             .baixa = dias[i],
+                             .cliente = u"C1"_s,
+                             .custo = u"%1.00"_s.arg(i + 1)});
     }
     periodo(u"10/02/2024"_s, u"10/02/2024"_s);
     gera();
@@ -503,7 +526,7 @@ void TstComissao::rowCounts_data() {
 // Seller n sells n times 1.37 of bread at 1.5 % and n times 0.41 of other goods at 2.5 %.
 void TstComissao::rowCounts() {
     QFETCH(int, vendedores);
-    m->servidor().executa(
+    m->server().execute(
         u"INSERT INTO vendedores (codigovend, vendedor, ComissEsp1, ComissEsp2) SELECT seq, CONCAT('V', "
         "LPAD(seq, 5, '0')), 1.5, 2.5 FROM seq_1_to_%1; INSERT INTO nfsaida (nrnf, SerieNF, CodVendedor, "
         "razsoc) SELECT seq, '1', seq, 'CLIENTE' FROM seq_1_to_%1; INSERT INTO movsaient (nr_nf, serienf, "
@@ -522,68 +545,73 @@ void TstComissao::rowCounts() {
     for (int n = 1; n <= vendedores; ++n) {
         const qint64 umPao = n * qint64(137);
         const qint64 umOutros = n * qint64(41);
-        const qint64 umaComissaoPao = proporcao(umPao, 15, 1000);
-        const qint64 umaComissaoOutros = proporcao(umOutros, 25, 1000);
+        const qint64 umaComissaoPao = proportion(umPao, 15, 1000);
+        const qint64 umaComissaoOutros = proportion(umOutros, 25, 1000);
         QCOMPARE(
-            celulas(grade(), n),
+            cells(grade(), n),
             QStringList({QString::number(n), u"V"_s + QString::number(n).rightJustified(5, u'0'),
-                         comoTela(umPao), u"1,5"_s, comoTela(umaComissaoPao), comoTela(umOutros), u"2,5"_s,
-                         comoTela(umaComissaoOutros), comoTela(umPao + umOutros),
-                         comoTela(umaComissaoPao + umaComissaoOutros), u"0,00"_s, u"0,00"_s, QString()}));
+                         onScreen(umPao), u"1,5"_s, onScreen(umaComissaoPao), onScreen(umOutros), u"2,5"_s,
+                         onScreen(umaComissaoOutros), onScreen(umPao + umOutros),
+                         onScreen(umaComissaoPao + umaComissaoOutros), u"0,00"_s, u"0,00"_s, QString()}));
         pao += umPao;
         outros += umOutros;
         comissaoPao += umaComissaoPao;
         comissaoOutros += umaComissaoOutros;
     }
-    QCOMPARE(celulas(grade(), vendedores + 1), QStringList(13, QString()));
-    QCOMPARE(celulas(grade(), vendedores + 2),
-             QStringList({QString(), u"***TOTAL-***"_s, comoTela(pao), QString(), comoTela(comissaoPao),
-                          comoTela(outros), QString(), comoTela(comissaoOutros), comoTela(pao + outros),
-                          comoTela(comissaoPao + comissaoOutros), u"0,00"_s, u"0,00"_s, QString()}));
-    QCOMPARE(larguras(grade()),
+    QCOMPARE(cells(grade(), vendedores + 1), QStringList(13, QString()));
+    QCOMPARE(cells(grade(), vendedores + 2),
+             QStringList({QString(), u"***TOTAL-***"_s, onScreen(pao), QString(), onScreen(comissaoPao),
+                          onScreen(outros), QString(), onScreen(comissaoOutros), onScreen(pao + outros),
+                          onScreen(comissaoPao + comissaoOutros), u"0,00"_s, u"0,00"_s, QString()}));
+    QCOMPARE(columnWidths(grade()),
              QList<int>({800, 1300, 1400, 1400, 1400, 1600, 1400, 1400, 1600, 1600, 1400, 1400, 920}));
-    QCOMPARE(alinhamentos(grade()), u"><>>>>>>>>>>^"_s);
+    QCOMPARE(alignments(grade()), u"><>>>>>>>>>>^"_s);
     QVERIFY(imprime()->isEnabled());
 }
 
 void TstComissao::nothingInThePeriod() {
     ModalHelper modal;
     gera();
-    QCOMPARE(modal.confere(), QString());
+    QCOMPARE(modal.problem(), QString());
     QCOMPARE(grade()->rows(), 1);
     QVERIFY(!imprime()->isEnabled());
-    QVERIFY(controle<QLabel>(tela.get(), "Label3")->isHidden());
+    QVERIFY(control<QLabel>(tela.get(), "Label3")->isHidden());
 }
 
 void TstComissao::onlyExchangesIsADivisionByZero() {
-    m->vendedor(1, u"ANA"_s, u"1"_s, u"1"_s);
-    m->vendedor(2, u"BETO"_s, u"1"_s, u"1"_s);
+    m->shop().vendedor(1, u"ANA"_s, u"1"_s, u"1"_s);
+    m->shop().vendedor(2, u"BETO"_s, u"1"_s, u"1"_s);
     venda(1, u"100.00"_s, u"PÃO"_s);
-    m->troca(u"C1"_s, u"2"_s, u"1"_s, u"30.00"_s);
+    m->shop().devolucao({.vendedor = 2,
+                         .produto = u"P1"_s,
+                         .quantidade = u"1"_s,
+                         .baixa = u"2024-02-10"_s,
+                         .cliente = u"C1"_s,
+                         .custo = u"30.00"_s});
     ModalHelper modal;
-    modal.esperaContendo(u"Divisão por zero."_s, QMessageBox::Ok);
+    modal.expectContaining(u"Divisão por zero."_s, QMessageBox::Ok);
     gera();
-    QCOMPARE(modal.confere(), QString());
+    QCOMPARE(modal.problem(), QString());
     QVERIFY(!imprime()->isEnabled());
     QCOMPARE(grade()->rows(), 1);
-    QVERIFY(controle<QLabel>(tela.get(), "Label3")->isHidden());
+    QVERIFY(control<QLabel>(tela.get(), "Label3")->isHidden());
     // The staging table as far as it was filled.
-    QCOMPARE(m->servidor().consulta(u"SELECT COUNT(*) FROM relat2"_s)[0][0], u"2"_s);
-    m->servidor().executa(u"DELETE FROM Orcamento_Troca"_s);
+    QCOMPARE(m->server().query(u"SELECT COUNT(*) FROM relat2"_s)[0][0], u"2"_s);
+    m->server().execute(u"DELETE FROM Orcamento_Troca"_s);
     gera();
     QCOMPARE(grade()->rows(), 4);
     QVERIFY(imprime()->isEnabled());
 }
 
 void TstComissao::totalSalesOfZeroIsADivisionByZero() {
-    m->vendedor(1, u"ANA"_s, u"1"_s, u"1"_s);
-    m->vendedor(2, u"BETO"_s, u"1"_s, u"1"_s);
+    m->shop().vendedor(1, u"ANA"_s, u"1"_s, u"1"_s);
+    m->shop().vendedor(2, u"BETO"_s, u"1"_s, u"1"_s);
     venda(1, u"100.00"_s, u"PÃO"_s);
     venda(2, u"100.00"_s, u"PÃO"_s, u"1411"_s);
     ModalHelper modal;
-    modal.esperaContendo(u"Divisão por zero."_s, QMessageBox::Ok);
+    modal.expectContaining(u"Divisão por zero."_s, QMessageBox::Ok);
     gera();
-    QCOMPARE(modal.confere(), QString());
+    QCOMPARE(modal.problem(), QString());
     QVERIFY(!imprime()->isEnabled());
     QCOMPARE(grade()->text(1, 8), u"100,00"_s);
     QCOMPARE(grade()->text(2, 8), u"-100,00"_s);
@@ -591,10 +619,15 @@ void TstComissao::totalSalesOfZeroIsADivisionByZero() {
 
 void TstComissao::percentagesAreExact() {
     // 0.33 at 1.5 % is 0.00495: four places would make 0.0050 of it, and two of those 0.01.
-    m->vendedor(1, u"ANA"_s, u"1.5"_s, u"1.5"_s);
+    m->shop().vendedor(1, u"ANA"_s, u"1.5"_s, u"1.5"_s);
     venda(1, u"0.33"_s, u"PÃO"_s);
     venda(1, u"1.00"_s, u"BOLO"_s); // 0.015
-    m->troca(u"C1"_s, u"1"_s, u"1"_s, u"0.01"_s);
+    m->shop().devolucao({.vendedor = 1,
+                         .produto = u"P1"_s,
+                         .quantidade = u"1"_s,
+                         .baixa = u"2024-02-10"_s,
+                         .cliente = u"C1"_s,
+                         .custo = u"0.01"_s});
     gera();
     QCOMPARE(grade()->text(1, 4), u"0,00"_s);
     QCOMPARE(grade()->text(1, 7), u"0,02"_s);
@@ -605,32 +638,32 @@ void TstComissao::failingStatementLeavesTheScreenUsable() {
     venda(1, u"10.00"_s, u"BOLO"_s);
     gera();
     QVERIFY(imprime()->isEnabled());
-    m->servidor().executa(u"RENAME TABLE Orcamento_Troca TO guardada"_s);
+    m->server().execute(u"RENAME TABLE Orcamento_Troca TO guardada"_s);
     ModalHelper modal;
-    modal.esperaContendo(u"Orcamento_Troca"_s, QMessageBox::Ok);
+    modal.expectContaining(u"Orcamento_Troca"_s, QMessageBox::Ok);
     gera();
-    m->servidor().executa(u"RENAME TABLE guardada TO Orcamento_Troca"_s);
-    QCOMPARE(modal.confere(), QString());
-    QVERIFY(controle<QLabel>(tela.get(), "Label3")->isHidden());
+    m->server().execute(u"RENAME TABLE guardada TO Orcamento_Troca"_s);
+    QCOMPARE(modal.problem(), QString());
+    QVERIFY(control<QLabel>(tela.get(), "Label3")->isHidden());
     QVERIFY(!imprime()->isEnabled());
     QCOMPARE(grade()->rows(), 1);
-    QCOMPARE(m->servidor().consulta(u"SELECT TEXTO3 FROM relat2"_s), QList<QStringList>({{u"OUTROS"_s}}));
+    QCOMPARE(m->server().query(u"SELECT TEXTO3 FROM relat2"_s), QList<QStringList>({{u"OUTROS"_s}}));
     gera();
     QCOMPARE(grade()->rows(), 4);
     QVERIFY(imprime()->isEnabled());
 }
 
 void TstComissao::busyLabelIsSeenWhileRunning() {
-    auto* rotulo = controle<QLabel>(tela.get(), "Label3");
+    auto* rotulo = control<QLabel>(tela.get(), "Label3");
     QList<qsizetype> pintado;   // how many statements the server had when the label was painted,
     QList<qsizetype> escondido; // and when it went
-    const Observador observador(rotulo, [&](QEvent::Type evento) {
+    const EventWatcher observador(rotulo, [&](QEvent::Type evento) {
         if (evento == QEvent::Paint)
-            pintado.append(m->comandos().size());
+            pintado.append(m->statements().size());
         else if (evento == QEvent::Hide)
-            escondido.append(m->comandos().size());
+            escondido.append(m->statements().size());
     });
-    controle<QPushButton>(tela.get(), "Command4")->click(); // without letting the event loop run
+    control<QPushButton>(tela.get(), "Command4")->click(); // without letting the event loop run
     QCOMPARE(pintado, QList<qsizetype>({0}));
     QCOMPARE(escondido, QList<qsizetype>({8}));
     QVERIFY(rotulo->isHidden());
@@ -641,7 +674,7 @@ void TstComissao::runsAgainFromEmpty() {
     gera();
     gera();
     QCOMPARE(grade()->rows(), 4);
-    QCOMPARE(m->servidor().consulta(u"SELECT COUNT(*) FROM relat2"_s)[0][0], u"1"_s);
+    QCOMPARE(m->server().query(u"SELECT COUNT(*) FROM relat2"_s)[0][0], u"1"_s);
     periodo(u"01/01/2024"_s, u"31/01/2024"_s);
     gera();
     QCOMPARE(grade()->rows(), 1);
@@ -654,11 +687,11 @@ void TstComissao::byKeyboardAlone() {
         QTest::keyClick(QApplication::focusWidget(), tecla, modificadores);
         QCoreApplication::processEvents();
     };
-    controle<DateBox>(tela.get(), "DataIni")->setFocus();
+    control<DateBox>(tela.get(), "DataIni")->setFocus();
     teclaNoFoco(Qt::Key_Return);
     QCOMPARE(QApplication::focusWidget()->objectName(), u"DataFin"_s);
     teclaNoFoco(Qt::Key_Up); // 1 March
-    QCOMPARE(controle<DateBox>(tela.get(), "DataFin")->text(), u"01/03/2024"_s);
+    QCOMPARE(control<DateBox>(tela.get(), "DataFin")->text(), u"01/03/2024"_s);
     teclaNoFoco(Qt::Key_Return);
     QCOMPARE(QApplication::focusWidget()->objectName(), u"Command4"_s);
     teclaNoFoco(Qt::Key_Space);

@@ -1,5 +1,6 @@
 #include "reports/Comissao.h"
-#include "reports/Movimento.h"
+#include "support/Amounts.h"
+#include "support/Bench.h"
 #include "support/ModalHelper.h"
 #include "ui/DateBox.h"
 #include "ui/grid/Grid.h"
@@ -13,7 +14,7 @@
 
 using namespace Qt::StringLiterals;
 using namespace tarvessa;
-using namespace tarvessa::teste;
+using namespace tarvessa::test;
 
 /// Changing percentages in the commission grid. Ana sold 1,000.00 of bread and 200.00 of other goods at 3 %
 /// and 1.5 %, Beto 100.00 of bread at percentages that nobody has set.
@@ -21,7 +22,7 @@ class TstComissaoEdicao : public QObject {
     Q_OBJECT
 
   private Q_SLOTS:
-    void initTestCase() { m = std::make_unique<Movimento>(); }
+    void initTestCase() { m = std::make_unique<Bench>(); }
     void cleanupTestCase() { m.reset(); }
     void init();
     void cleanup() { tela.reset(); }
@@ -51,9 +52,9 @@ class TstComissaoEdicao : public QObject {
     void messageWhileEditingIsNoLeaving();
 
   private:
-    Grid* grade() const { return controle<Grid>(tela.get(), "Grid1"); }
-    QLineEdit* editor() const { return controle<QLineEdit>(tela.get(), "TextGrid"); }
-    void abre(int linha, int coluna) { clica(grade(), linha, coluna); }
+    Grid* grade() const { return control<Grid>(tela.get(), "Grid1"); }
+    QLineEdit* editor() const { return control<QLineEdit>(tela.get(), "TextGrid"); }
+    void abre(int linha, int coluna) { m->click(grade(), linha, coluna); }
     void digita(const QString& texto) { QTest::keyClicks(editor(), texto); }
     void tecla(Qt::Key qual) { QTest::keyClick(editor(), qual); }
     static QString grava(const QString& um, const QString& dois, const QString& codigo = u"1"_s) {
@@ -61,31 +62,36 @@ class TstComissaoEdicao : public QObject {
                u" Where Codigovend='"_s + codigo + u"'"_s;
     }
 
-    std::unique_ptr<Movimento> m;
+    std::unique_ptr<Bench> m;
     std::unique_ptr<Comissao> tela;
 };
 
 void TstComissaoEdicao::init() {
-    m->arruma();
-    m->vendedor(1, u"ANA"_s, u"3"_s, u"1.5"_s);
-    m->vendedor(2, u"BETO"_s, u"NULL"_s, u"NULL"_s);
+    m->resetConnected();
+    m->shop().vendedor(1, u"ANA"_s, u"3"_s, u"1.5"_s);
+    m->shop().vendedor(2, u"BETO"_s, std::nullopt, std::nullopt);
     const auto venda = [this](int nota, int vendedor, const QString& valor, const QString& descricao) {
-        m->nota(nota, vendedor, u"CLIENTE"_s);
+        m->shop().nota(nota, vendedor, u"CLIENTE"_s);
         LinhaFiscal l;
         l.nota = nota;
         l.totalVenda = valor;
         l.descricao = descricao;
-        m->linha(l);
+        m->shop().linhaFiscal(l);
     };
     venda(1, 1, u"1000.00"_s, u"PÃO"_s);
     venda(2, 1, u"200.00"_s, u"BOLO"_s);
     venda(3, 2, u"100.00"_s, u"PÃO"_s);
-    m->troca(u"C1"_s, u"1"_s, u"1"_s, u"60.00"_s);
+    m->shop().devolucao({.vendedor = 1,
+                         .produto = u"P1"_s,
+                         .quantidade = u"1"_s,
+                         .baixa = u"2024-02-10"_s,
+                         .cliente = u"C1"_s,
+                         .custo = u"60.00"_s});
     tela = std::make_unique<Comissao>();
-    QVERIFY(mostra(tela.get()));
-    QTest::mouseClick(controle<QPushButton>(tela.get(), "Command4"), Qt::LeftButton);
+    QVERIFY(showActive(tela.get()));
+    QTest::mouseClick(control<QPushButton>(tela.get(), "Command4"), Qt::LeftButton);
     QCOMPARE(grade()->rows(), 5);
-    m->marca();
+    m->mark();
 }
 
 void TstComissaoEdicao::opensOverTheCell_data() {
@@ -112,18 +118,18 @@ void TstComissaoEdicao::opensOverTheCell() {
              grade()->mapTo(tela.get(), grade()->cellRect(linha, coluna).topLeft()));
     QCOMPARE(editor()->size(), grade()->cellRect(linha, coluna).size());
     QCOMPARE(editor()->accessibleName(), grade()->text(0, coluna));
-    QCOMPARE(m->comandos(), QStringList());
+    QCOMPARE(m->statements(), QStringList());
 }
 
 void TstComissaoEdicao::otherCellsOpenNothing() {
     for (const int coluna : {0, 1, 2, 4, 5, 7, 8, 9, 10, 11})
         abre(1, coluna);
-    clica(grade(), 0, 3);
+    m->click(grade(), 0, 3);
     abre(3, 12); // no picture there
     abre(4, 12);
     QVERIFY(editor()->isHidden());
     QVERIFY(grade()->isEnabled());
-    QCOMPARE(m->comandos(), QStringList());
+    QCOMPARE(m->statements(), QStringList());
 }
 
 void TstComissaoEdicao::enterSaves_data() {
@@ -160,7 +166,7 @@ void TstComissaoEdicao::enterSaves() {
     digita(digitado);
     tecla(Qt::Key_Return);
     QTEST(grade()->text(1, coluna), "celula");
-    QCOMPARE(m->comandos(), StatementLog::esperado({comando}));
+    QCOMPARE(m->statements(), StatementLog::expected({comando}));
     QVERIFY(editor()->isHidden());
     QVERIFY(grade()->isEnabled());
     QVERIFY(grade()->hasFocus());
@@ -169,8 +175,8 @@ void TstComissaoEdicao::enterSaves() {
           "derivadas");
     QVERIFY(tela->isVisible());
     const QStringList gravado =
-        m->servidor().consulta(u"SELECT ComissEsp1, ComissEsp2 FROM vendedores WHERE codigovend=1"_s)[0];
-    QCOMPARE(comoTela(proporcao(centavos(gravado[coluna == 3 ? 0 : 1]), 1, 10), 1), grade()->text(1, coluna));
+        m->server().query(u"SELECT ComissEsp1, ComissEsp2 FROM vendedores WHERE codigovend=1"_s)[0];
+    QCOMPARE(onScreen(proportion(cents(gravado[coluna == 3 ? 0 : 1]), 1, 10), 1), grade()->text(1, coluna));
 }
 
 void TstComissaoEdicao::enterIgnoresWhatIsNoNumber_data() {
@@ -183,13 +189,13 @@ void TstComissaoEdicao::enterIgnoresWhatIsNoNumber_data() {
 
 void TstComissaoEdicao::enterIgnoresWhatIsNoNumber() {
     QFETCH(QString, digitado);
-    const QList<QStringList> antes = linhas(grade());
+    const QList<QStringList> antes = allCells(grade());
     abre(1, 3);
     editor()->clear();
     digita(digitado);
     tecla(Qt::Key_Enter);
-    QCOMPARE(linhas(grade()), antes);
-    QCOMPARE(m->comandos(), QStringList());
+    QCOMPARE(allCells(grade()), antes);
+    QCOMPARE(m->statements(), QStringList());
     QVERIFY(editor()->isHidden());
     QVERIFY(grade()->isEnabled());
     QVERIFY(grade()->hasFocus());
@@ -200,7 +206,7 @@ void TstComissaoEdicao::typedPointBecomesAComma() {
     digita(u"5.5"_s);
     QCOMPARE(editor()->text(), u"5,5"_s);
     tecla(Qt::Key_Return);
-    QCOMPARE(m->comandos(), StatementLog::esperado({grava(u" 5.5"_s, u" 1.5"_s)}));
+    QCOMPARE(m->statements(), StatementLog::expected({grava(u" 5.5"_s, u" 1.5"_s)}));
 }
 
 void TstComissaoEdicao::pastedPointBecomesAComma() {
@@ -217,7 +223,7 @@ void TstComissaoEdicao::letterAndApostropheFollowTheConvention() {
 }
 
 void TstComissaoEdicao::escapeTakesTheOldTextBack() {
-    const QList<QStringList> antes = linhas(grade());
+    const QList<QStringList> antes = allCells(grade());
     abre(1, 3);
     digita(u"9"_s);
     tecla(Qt::Key_Escape);
@@ -225,8 +231,8 @@ void TstComissaoEdicao::escapeTakesTheOldTextBack() {
     QVERIFY(editor()->isHidden());
     QVERIFY(grade()->isEnabled());
     QVERIFY(grade()->hasFocus());
-    QCOMPARE(linhas(grade()), antes);
-    QCOMPARE(m->comandos(), QStringList());
+    QCOMPARE(allCells(grade()), antes);
+    QCOMPARE(m->statements(), QStringList());
     QVERIFY(tela->isVisible());
     QTest::keyClick(grade(), Qt::Key_Escape); // now the form's
     QVERIFY(!tela->isVisible());
@@ -236,7 +242,7 @@ void TstComissaoEdicao::emptyOtherPercentageIsSavedAsZero() {
     abre(2, 3);
     digita(u"4"_s);
     tecla(Qt::Key_Return);
-    QCOMPARE(m->comandos(), StatementLog::esperado({grava(u" 4"_s, u" 0"_s, u"2"_s)}));
+    QCOMPARE(m->statements(), StatementLog::expected({grava(u" 4"_s, u" 0"_s, u"2"_s)}));
     QCOMPARE(grade()->text(2, 4), u"4,00"_s);
     QCOMPARE(grade()->text(2, 6), QString());
     QCOMPARE(grade()->text(4, 9), u"37,00"_s);
@@ -255,8 +261,8 @@ void TstComissaoEdicao::leavingSaves() {
     if (porTecla)
         tecla(Qt::Key_Tab);
     else
-        QTest::mouseClick(controle<QLineEdit>(tela.get(), "DataIni"), Qt::LeftButton);
-    QCOMPARE(m->comandos(), StatementLog::esperado({grava(u" 5"_s, u" 1.5"_s)}));
+        QTest::mouseClick(control<QLineEdit>(tela.get(), "DataIni"), Qt::LeftButton);
+    QCOMPARE(m->statements(), StatementLog::expected({grava(u" 5"_s, u" 1.5"_s)}));
     QVERIFY(editor()->isHidden());
     QVERIFY(grade()->isEnabled());
     QCOMPARE(grade()->text(1, 3), u"5,0"_s);
@@ -268,7 +274,7 @@ void TstComissaoEdicao::shortcutSavesFirst() {
     digita(u"5"_s);
     QTest::keyClick(editor(), Qt::Key_G, Qt::AltModifier);
     QTRY_VERIFY(editor()->isHidden()); // the button shows itself pressed for a moment
-    const QStringList comandos = m->comandos();
+    const QStringList comandos = m->statements();
     QCOMPARE(comandos.value(0), grava(u" 5"_s, u" 1.5"_s));
     QCOMPARE(comandos.value(1), u"TRUNCATE relat2"_s);
     QCOMPARE(comandos.filter(u"Update Vendedores"_s).size(), 1);
@@ -283,36 +289,36 @@ void TstComissaoEdicao::printShortcutSavesFirst() {
     digita(u"5"_s);
     QTest::keyClick(editor(), Qt::Key_I, Qt::AltModifier);
     QTRY_VERIFY(QApplication::activeModalWidget()); // the button shows itself pressed for a moment
-    QCOMPARE(m->fechaPrevias(), 1);
-    const QStringList comandos = m->comandos();
+    QCOMPARE(m->closePreviews(), 1);
+    const QStringList comandos = m->statements();
     QCOMPARE(comandos.value(0), grava(u" 5"_s, u" 1.5"_s));
     QCOMPARE(comandos.value(1), u"Truncate Relat2"_s);
     QCOMPARE(comandos.filter(u"Update Vendedores"_s).size(), 1);
     QVERIFY(editor()->isHidden());
     QVERIFY(grade()->isEnabled());
     QCOMPARE(grade()->text(1, 3), u"5,0"_s);
-    QCOMPARE(m->servidor().consulta(u"SELECT Valor2, Valor3 FROM relat2 WHERE Codigo1='1'"_s),
+    QCOMPARE(m->server().query(u"SELECT Valor2, Valor3 FROM relat2 WHERE Codigo1='1'"_s),
              QList<QStringList>({{u"5.00"_s, u"50.00"_s}}));
 }
 
 void TstComissaoEdicao::failedSaveKeepsTheCell() {
-    m->servidor().executa(u"RENAME TABLE vendedores TO guardados"_s);
+    m->server().execute(u"RENAME TABLE vendedores TO guardados"_s);
     abre(1, 3);
     digita(u"5"_s);
     ModalHelper modal;
-    modal.esperaContendo(u"Update Vendedores"_s, QMessageBox::Ok);
+    modal.expectContaining(u"Update Vendedores"_s, QMessageBox::Ok);
     tecla(Qt::Key_Return);
-    m->servidor().executa(u"RENAME TABLE guardados TO vendedores"_s);
-    QCOMPARE(modal.confere(), QString());
+    m->server().execute(u"RENAME TABLE guardados TO vendedores"_s);
+    QCOMPARE(modal.problem(), QString());
     QCOMPARE(grade()->text(1, 3), u"3,0"_s);
     QVERIFY(editor()->isHidden());
     QVERIFY(grade()->isEnabled());
     QVERIFY(tela->isVisible());
-    m->marca();
+    m->mark();
     abre(1, 3);
     digita(u"6"_s);
     tecla(Qt::Key_Return);
-    QCOMPARE(m->comandos(), StatementLog::esperado({grava(u" 6"_s, u" 1.5"_s)}));
+    QCOMPARE(m->statements(), StatementLog::expected({grava(u" 6"_s, u" 1.5"_s)}));
 }
 
 void TstComissaoEdicao::emptyAndTotalsRowsUpdateNobody_data() {
@@ -323,12 +329,12 @@ void TstComissaoEdicao::emptyAndTotalsRowsUpdateNobody_data() {
 
 void TstComissaoEdicao::emptyAndTotalsRowsUpdateNobody() {
     QFETCH(int, linha);
-    const auto vendedores = m->servidor().consulta(u"SELECT * FROM vendedores ORDER BY codigovend"_s);
+    const auto vendedores = m->server().query(u"SELECT * FROM vendedores ORDER BY codigovend"_s);
     abre(linha, 3);
     digita(u"9"_s);
     tecla(Qt::Key_Return);
-    QCOMPARE(m->comandos(), StatementLog::esperado({grava(u" 9"_s, u" 0"_s, QString())}));
-    QCOMPARE(m->servidor().consulta(u"SELECT * FROM vendedores ORDER BY codigovend"_s), vendedores);
+    QCOMPARE(m->statements(), StatementLog::expected({grava(u" 9"_s, u" 0"_s, QString())}));
+    QCOMPARE(m->server().query(u"SELECT * FROM vendedores ORDER BY codigovend"_s), vendedores);
     QCOMPARE(grade()->text(4, 4), u"30,00"_s);
     QCOMPARE(grade()->text(4, 9), u"33,00"_s);
 }
@@ -337,9 +343,9 @@ void TstComissaoEdicao::recomputesOnlyOnceAndOnlyTheSum() {
     abre(1, 3);
     digita(u"5"_s);
     tecla(Qt::Key_Return);
-    QCOMPARE(celulas(grade(), 4), QStringList({QString(), u"***TOTAL-***"_s, u"1.100,00"_s, QString(),
-                                               u"50,00"_s, u"200,00"_s, QString(), u"3,00"_s, u"1.300,00"_s,
-                                               u"53,00"_s, u"60,00"_s, u"4,62"_s, QString()}));
+    QCOMPARE(cells(grade(), 4), QStringList({QString(), u"***TOTAL-***"_s, u"1.100,00"_s, QString(),
+                                             u"50,00"_s, u"200,00"_s, QString(), u"3,00"_s, u"1.300,00"_s,
+                                             u"53,00"_s, u"60,00"_s, u"4,62"_s, QString()}));
     for (int coluna = 0; coluna < grade()->columns(); ++coluna)
         QVERIFY(grade()->isBold(4, coluna));
 }
@@ -348,7 +354,7 @@ void TstComissaoEdicao::closingTheFormSavesNothing() {
     abre(1, 3);
     digita(u"5"_s);
     tela->close();
-    QCOMPARE(m->comandos(), QStringList());
+    QCOMPARE(m->statements(), QStringList());
 }
 
 void TstComissaoEdicao::editorFollowsTheGrid() {
@@ -364,11 +370,11 @@ void TstComissaoEdicao::messageWhileEditingIsNoLeaving() {
     abre(1, 3);
     digita(u"5"_s);
     ModalHelper modal;
-    modal.espera(u"Aviso"_s, QMessageBox::Ok);
+    modal.expect(u"Aviso"_s, QMessageBox::Ok);
     QMessageBox::information(tela.get(), u"Aviso"_s, u"Aviso"_s);
-    QCOMPARE(modal.confere(), QString());
+    QCOMPARE(modal.problem(), QString());
     QVERIFY(editor()->isVisible());
-    QCOMPARE(m->comandos(), QStringList());
+    QCOMPARE(m->statements(), QStringList());
 }
 
 QTEST_MAIN(TstComissaoEdicao)

@@ -1,7 +1,8 @@
 #include "base/Datas.h"
 #include "reports/Comissao.h"
 #include "reports/ExtratoVendedor.h"
-#include "reports/Movimento.h"
+#include "support/Amounts.h"
+#include "support/Bench.h"
 #include "support/ModalHelper.h"
 #include "ui/DateBox.h"
 #include "ui/grid/Grid.h"
@@ -14,7 +15,7 @@
 
 using namespace Qt::StringLiterals;
 using namespace tarvessa;
-using namespace tarvessa::teste;
+using namespace tarvessa::test;
 
 namespace {
 
@@ -25,7 +26,7 @@ const QStringList caixas = {u"TotGerPao"_s,    u"PorcComissPao"_s,    u"TotalCom
 QStringList valores(QWidget* tela) {
     QStringList textos;
     for (const QString& caixa : caixas)
-        textos.append(controle<QLineEdit>(tela, qPrintable(caixa))->text());
+        textos.append(control<QLineEdit>(tela, qPrintable(caixa))->text());
     return textos;
 }
 
@@ -40,9 +41,9 @@ class TstExtratoVendedor : public QObject {
     Q_OBJECT
 
   private Q_SLOTS:
-    void initTestCase() { m = std::make_unique<Movimento>(); }
+    void initTestCase() { m = std::make_unique<Bench>(); }
     void cleanupTestCase() { m.reset(); }
-    void init() { m->arruma(); }
+    void init() { m->resetConnected(); }
 
     void sendsTheStatement();
     void captionsWidthsAndNames();
@@ -75,32 +76,32 @@ class TstExtratoVendedor : public QObject {
     void venda(int nota, const QString& valor, const QString& descricao, const QString& cfop = u"5102"_s,
                const QString& data = u"2024-02-10"_s);
 
-    std::unique_ptr<Movimento> m;
+    std::unique_ptr<Bench> m;
 };
 
 void TstExtratoVendedor::carrega(const std::function<void(QWidget*)>& olha, const QString& comissaoPao,
                                  const QString& comissaoOutros, const QString& devolucao, int vendedor) {
     ModalHelper modal;
-    modal.aoAbrir([&olha](QWidget* tela) {
+    modal.onOpen([&olha](QWidget* tela) {
         olha(tela);
         tela->close();
     });
     ExtratoVendedor extrato;
     extrato.Carrega(vendedor, u"ANA & FILHOS"_s, u"01/02/2024"_s, u"29/02/2024"_s, comissaoPao,
                     comissaoOutros, devolucao);
-    QCOMPARE(modal.confere(), QString());
+    QCOMPARE(modal.problem(), QString());
 }
 
 QList<QStringList> TstExtratoVendedor::carregadas() {
     QList<QStringList> vistas;
-    carrega([&vistas](QWidget* tela) { vistas = linhas(controle<Grid>(tela, "Grid1")); });
+    carrega([&vistas](QWidget* tela) { vistas = allCells(control<Grid>(tela, "Grid1")); });
     return vistas;
 }
 
 void TstExtratoVendedor::venda(int nota, const QString& valor, const QString& descricao, const QString& cfop,
                                const QString& data) {
-    if (m->servidor().consulta(u"SELECT 1 FROM nfsaida WHERE nrnf=%1"_s.arg(nota)).isEmpty())
-        m->nota(nota, 7, u"CLIENTE %1"_s.arg(nota));
+    if (m->server().query(u"SELECT 1 FROM nfsaida WHERE nrnf=%1"_s.arg(nota)).isEmpty())
+        m->shop().nota(nota, 7, u"CLIENTE %1"_s.arg(nota));
     LinhaFiscal l;
     l.nota = nota;
     l.data = data;
@@ -108,16 +109,16 @@ void TstExtratoVendedor::venda(int nota, const QString& valor, const QString& de
     l.cfop = cfop;
     l.descricao = descricao;
     l.totalVenda = valor;
-    m->linha(l);
+    m->shop().linhaFiscal(l);
 }
 
 void TstExtratoVendedor::sendsTheStatement() {
-    m->marca();
+    m->mark();
     carrega([](QWidget*) {});
     const QString inicio = u" AS m Inner JOIN nfsaida AS n ON m.nr_nf=n.nrnf AND m.serienf=n.SerieNF WHERE "
                            "m.dataemissao>='2024-02-01' AND m.dataemissao<='2024-02-29' AND m.entrsai="_s;
     QCOMPARE(
-        m->comandos(),
+        m->statements(),
         QStringList({u"SELECT m.nr_nf, m.descricao, n.razsoc, m.totalvenda, m.dataemissao FROM movsaient"_s +
                      inicio +
                      u"'S' AND n.CodVendedor=7 AND m.cancelado='N' and m.cfop in "
@@ -132,21 +133,21 @@ void TstExtratoVendedor::sendsTheStatement() {
 void TstExtratoVendedor::captionsWidthsAndNames() {
     carrega([](QWidget* tela) {
         QCOMPARE(tela->windowTitle(), u" Extrato do Vendedor"_s);
-        const auto* grade = controle<Grid>(tela, "Grid1");
-        QCOMPARE(celulas(grade, 0), QStringList({u"DATA"_s, u"Nº NF"_s, u"CLIENTE"_s, u"R$ TOTAL PÃO"_s,
-                                                 u"R$ TOT.OUTROS"_s, u"R$ TOTAL NF"_s}));
-        QCOMPARE(alinhamentos(grade), u"^><>>>"_s);
-        QCOMPARE(larguras(grade), QList<int>({1200, 1000, 5100, 1500, 1500, 1500}));
-        QCOMPARE(controle<QPushButton>(tela, "Command1")->text(), u"&Imprime"_s);
+        const auto* grade = control<Grid>(tela, "Grid1");
+        QCOMPARE(cells(grade, 0), QStringList({u"DATA"_s, u"Nº NF"_s, u"CLIENTE"_s, u"R$ TOTAL PÃO"_s,
+                                               u"R$ TOT.OUTROS"_s, u"R$ TOTAL NF"_s}));
+        QCOMPARE(alignments(grade), u"^><>>>"_s);
+        QCOMPARE(columnWidths(grade), QList<int>({1200, 1000, 5100, 1500, 1500, 1500}));
+        QCOMPARE(control<QPushButton>(tela, "Command1")->text(), u"&Imprime"_s);
         const QStringList rotulos = {
             u"R$ TOTAL VENDA DE PÃO"_s, u"% COMISSÃO PÃO"_s,     u"R$ TOTAL COMISSÃO PÃO"_s,
             u"R$ TOTAL VENDA OUTROS"_s, u"% COMISSÃO OUTROS"_s,  u"R$ TOTAL COMISSÃO OUTROS"_s,
             u"R$ TOTAL VENDAS"_s,       u"R$ TOTAL COMISSÕES"_s, u"R$ TOTAL DEVOLUÇÕES"_s};
         for (int i = 0; i < caixas.size(); ++i) {
-            const auto* caixa = controle<QLineEdit>(tela, qPrintable(caixas[i]));
+            const auto* caixa = control<QLineEdit>(tela, qPrintable(caixas[i]));
             QVERIFY(caixa->isReadOnly());
             QCOMPARE(caixa->accessibleName(), rotulos[i]);
-            QCOMPARE(controle<QLabel>(tela, qPrintable(u"Label"_s + caixas[i]))->text(), rotulos[i]);
+            QCOMPARE(control<QLabel>(tela, qPrintable(u"Label"_s + caixas[i]))->text(), rotulos[i]);
         }
     });
 }
@@ -156,12 +157,12 @@ void TstExtratoVendedor::titleAndBoxes() {
     venda(1, u"100.25"_s, u"BOLO"_s);
     carrega(
         [](QWidget* tela) {
-            QCOMPARE(controle<QLabel>(tela, "Label1")->text(),
+            QCOMPARE(control<QLabel>(tela, "Label1")->text(),
                      u"7 - ANA & FILHOS    -   PERÍODO DE 01/02/2024 A 29/02/2024"_s);
             QCOMPARE(valores(tela),
                      QStringList({u"1.234,50"_s, u"3,0"_s, u"37,04"_s, u"100,25"_s, u"12,345"_s, u"12,38"_s,
                                   u"1.334,75"_s, u"49,42"_s, u"1.060,00"_s}));
-            QCOMPARE(linhas(controle<Grid>(tela, "Grid1")),
+            QCOMPARE(allCells(control<Grid>(tela, "Grid1")),
                      QList<QStringList>({{u"10/02/2024"_s, u"1"_s, u"CLIENTE 1"_s, u"1.234,50"_s, u"100,25"_s,
                                           u"1.334,75"_s}}));
         },
@@ -176,7 +177,7 @@ void TstExtratoVendedor::figuresOfARandomMonth_data() {
 
 void TstExtratoVendedor::figuresOfARandomMonth() {
     QFETCH(quint32, semente);
-    m->semeia(semente);
+    m->shop().movimento(semente);
     const QStringList vendas = {u"5101"_s, u"5102"_s, u"5104"_s, u"5401"_s, u"5403"_s, u"5405"_s,
                                 u"6101"_s, u"6102"_s, u"6104"_s, u"6401"_s, u"6403"_s, u"6404"_s};
     const QStringList devolucoes = {u"1202"_s, u"1411"_s, u"2202"_s, u"2411"_s};
@@ -190,11 +191,11 @@ void TstExtratoVendedor::figuresOfARandomMonth() {
         QMap<int, Nota> notas;
         QMap<QString, QStringList> cabecalhos;
         for (const QStringList& n :
-             m->servidor().consulta(u"SELECT nrnf, SerieNF, CodVendedor, razsoc FROM nfsaida"_s))
+             m->server().query(u"SELECT nrnf, SerieNF, CodVendedor, razsoc FROM nfsaida"_s))
             cabecalhos[n[0] + u'/' + n[1]] = n;
-        for (const QStringList& l : m->servidor().consulta(
-                 u"SELECT nr_nf, serienf, dataemissao, entrsai, cancelado, cfop, descricao, "
-                 "totalvenda FROM movsaient"_s)) {
+        for (const QStringList& l :
+             m->server().query(u"SELECT nr_nf, serienf, dataemissao, entrsai, cancelado, cfop, descricao, "
+                               "totalvenda FROM movsaient"_s)) {
             const QStringList cabecalho = cabecalhos.value(l[0] + u'/' + l[1]);
             const bool sai = l[3] == u"S" && vendas.contains(l[5]);
             const bool volta = l[3] == u"E" && devolucoes.contains(l[5]);
@@ -204,12 +205,12 @@ void TstExtratoVendedor::figuresOfARandomMonth() {
             Nota& nota = notas[l[0].toInt()];
             nota.datas.insert(TextoTela(QDate::fromString(l[2], Qt::ISODate)));
             nota.clientes.insert(cabecalho[3]);
-            (ehPao(l[6]) ? nota.pao : nota.outros) += sai ? centavos(l[7]) : -centavos(l[7]);
+            (ehPao(l[6]) ? nota.pao : nota.outros) += sai ? cents(l[7]) : -cents(l[7]);
         }
         QVERIFY(notas.size() > 2);
         carrega(
             [&notas](QWidget* tela) {
-                const QList<QStringList> vistas = linhas(controle<Grid>(tela, "Grid1"));
+                const QList<QStringList> vistas = allCells(control<Grid>(tela, "Grid1"));
                 QCOMPARE(vistas.size(), notas.size());
                 qint64 pao = 0;
                 qint64 outros = 0;
@@ -218,17 +219,17 @@ void TstExtratoVendedor::figuresOfARandomMonth() {
                     QVERIFY(n->datas.contains(vistas[linha][0]));
                     QVERIFY(n->clientes.contains(vistas[linha][2]));
                     QCOMPARE(vistas[linha][1], QString::number(n.key()));
-                    QCOMPARE(vistas[linha].mid(3), QStringList({comoTela(n->pao), comoTela(n->outros),
-                                                                comoTela(n->pao + n->outros)}));
+                    QCOMPARE(vistas[linha].mid(3), QStringList({onScreen(n->pao), onScreen(n->outros),
+                                                                onScreen(n->pao + n->outros)}));
                     pao += n->pao;
                     outros += n->outros;
                 }
-                const qint64 comissaoPao = proporcao(pao, 30, 1000);
-                const qint64 comissaoOutros = proporcao(outros, 15, 1000);
+                const qint64 comissaoPao = proportion(pao, 30, 1000);
+                const qint64 comissaoOutros = proportion(outros, 15, 1000);
                 QCOMPARE(valores(tela),
-                         QStringList({comoTela(pao), u"3,0"_s, comoTela(comissaoPao), comoTela(outros),
-                                      u"1,5"_s, comoTela(comissaoOutros), comoTela(pao + outros),
-                                      comoTela(comissaoPao + comissaoOutros), u"0,00"_s}));
+                         QStringList({onScreen(pao), u"3,0"_s, onScreen(comissaoPao), onScreen(outros),
+                                      u"1,5"_s, onScreen(comissaoOutros), onScreen(pao + outros),
+                                      onScreen(comissaoPao + comissaoOutros), u"0,00"_s}));
             },
             u"3,0"_s, u"1,5"_s, u"0,00"_s, vendedor);
     }
@@ -238,9 +239,9 @@ void TstExtratoVendedor::returnedBreadLowersBread() {
     venda(1, u"100.00"_s, u"PÃO"_s);
     venda(2, u"30.00"_s, u"PAO DE FORMA"_s, u"1202"_s);
     carrega([](QWidget* tela) {
-        QCOMPARE(controle<QLineEdit>(tela, "TotGerPao")->text(), u"70,00"_s);
-        QCOMPARE(controle<Grid>(tela, "Grid1")->text(2, 3), u"-30,00"_s);
-        QCOMPARE(controle<Grid>(tela, "Grid1")->text(2, 5), u"-30,00"_s);
+        QCOMPARE(control<QLineEdit>(tela, "TotGerPao")->text(), u"70,00"_s);
+        QCOMPARE(control<Grid>(tela, "Grid1")->text(2, 3), u"-30,00"_s);
+        QCOMPARE(control<Grid>(tela, "Grid1")->text(2, 5), u"-30,00"_s);
     });
 }
 
@@ -257,12 +258,12 @@ void TstExtratoVendedor::lowerCaseCountsAsBread() {
 void TstExtratoVendedor::saleAndReturnOfOneNumberAreOneRow() {
     venda(5, u"100.00"_s, u"PÃO"_s);
     venda(5, u"30.00"_s, u"PÃO"_s, u"1202"_s);
-    m->nota(5, 7, u"OUTRA SÉRIE"_s, u"2"_s);
+    m->shop().nota(5, 7, u"OUTRA SÉRIE"_s, u"2"_s);
     LinhaFiscal l;
     l.nota = 5;
     l.serie = u"2"_s;
     l.totalVenda = u"7.00"_s;
-    m->linha(l);
+    m->shop().linhaFiscal(l);
     const QList<QStringList> vistas = carregadas();
     QCOMPARE(vistas.size(), 1);
     QCOMPARE(vistas[0][3], u"77,00"_s);
@@ -270,7 +271,7 @@ void TstExtratoVendedor::saleAndReturnOfOneNumberAreOneRow() {
 
 void TstExtratoVendedor::sellerWithoutInvoices() {
     carrega([](QWidget* tela) {
-        QCOMPARE(controle<Grid>(tela, "Grid1")->rows(), 1);
+        QCOMPARE(control<Grid>(tela, "Grid1")->rows(), 1);
         QCOMPARE(valores(tela), QStringList({u"0,00"_s, u"3,0"_s, u"0,00"_s, u"0,00"_s, u"1,5"_s, u"0,00"_s,
                                              u"0,00"_s, u"0,00"_s, u"0,00"_s}));
     });
@@ -290,10 +291,10 @@ void TstExtratoVendedor::commissionsAreAddedAsShown() {
     venda(1, u"0.15"_s, u"PÃO"_s);
     venda(1, u"0.15"_s, u"BOLO"_s);
     carrega( // 0.0045 each, shown as 0.00, although together they are nearly a cent
-        [](QWidget* tela) { QCOMPARE(controle<QLineEdit>(tela, "TotalComissoes")->text(), u"0,00"_s); },
+        [](QWidget* tela) { QCOMPARE(control<QLineEdit>(tela, "TotalComissoes")->text(), u"0,00"_s); },
         u"3,0"_s, u"3,0"_s);
     carrega( // 0.0075 each
-        [](QWidget* tela) { QCOMPARE(controle<QLineEdit>(tela, "TotalComissoes")->text(), u"0,02"_s); },
+        [](QWidget* tela) { QCOMPARE(control<QLineEdit>(tela, "TotalComissoes")->text(), u"0,02"_s); },
         u"5,0"_s, u"5,0"_s);
 }
 
@@ -311,15 +312,15 @@ void TstExtratoVendedor::columnNarrowsWithTheScrollBar() {
     for (int i = 1; i <= notas; ++i)
         venda(i, u"1.00"_s, u"PÃO"_s);
     carrega([&](QWidget* tela) {
-        QCOMPARE(controle<Grid>(tela, "Grid1")->rows(), notas + 1);
-        QCOMPARE(controle<Grid>(tela, "Grid1")->columnTwips(2), largura);
+        QCOMPARE(control<Grid>(tela, "Grid1")->rows(), notas + 1);
+        QCOMPARE(control<Grid>(tela, "Grid1")->columnTwips(2), largura);
     });
 }
 
 // Invoice n has n times 1.37 of bread and n times 0.41 of other goods.
 void TstExtratoVendedor::tenThousandInvoices() {
     constexpr int notas = 10000;
-    m->servidor().executa(
+    m->server().execute(
         u"INSERT INTO nfsaida (nrnf, SerieNF, CodVendedor, razsoc) SELECT seq, '1', 7, CONCAT('CLIENTE ', "
         u"seq) "
         "FROM seq_1_to_%1; INSERT INTO movsaient (nr_nf, serienf, dataemissao, entrsai, cancelado, cfop, "
@@ -330,19 +331,19 @@ void TstExtratoVendedor::tenThousandInvoices() {
         "FROM "
         "seq_1_to_%1"_s.arg(notas));
     carrega([](QWidget* tela) {
-        const auto* grade = controle<Grid>(tela, "Grid1");
+        const auto* grade = control<Grid>(tela, "Grid1");
         QCOMPARE(grade->rows(), notas + 1);
         for (int n = 1; n <= notas; ++n)
-            QCOMPARE(celulas(grade, n), QStringList({u"10/02/2024"_s, QString::number(n),
-                                                     u"CLIENTE %1"_s.arg(n), comoTela(n * qint64(137)),
-                                                     comoTela(n * qint64(41)), comoTela(n * qint64(178))}));
+            QCOMPARE(cells(grade, n), QStringList({u"10/02/2024"_s, QString::number(n),
+                                                   u"CLIENTE %1"_s.arg(n), onScreen(n * qint64(137)),
+                                                   onScreen(n * qint64(41)), onScreen(n * qint64(178))}));
         constexpr qint64 soma = qint64(notas) * (notas + 1) / 2;
-        const qint64 comissaoPao = proporcao(soma * 137, 30, 1000);
-        const qint64 comissaoOutros = proporcao(soma * 41, 15, 1000);
+        const qint64 comissaoPao = proportion(soma * 137, 30, 1000);
+        const qint64 comissaoOutros = proportion(soma * 41, 15, 1000);
         QCOMPARE(valores(tela),
-                 QStringList({comoTela(soma * 137), u"3,0"_s, comoTela(comissaoPao), comoTela(soma * 41),
-                              u"1,5"_s, comoTela(comissaoOutros), comoTela(soma * 178),
-                              comoTela(comissaoPao + comissaoOutros), u"0,00"_s}));
+                 QStringList({onScreen(soma * 137), u"3,0"_s, onScreen(comissaoPao), onScreen(soma * 41),
+                              u"1,5"_s, onScreen(comissaoOutros), onScreen(soma * 178),
+                              onScreen(comissaoPao + comissaoOutros), u"0,00"_s}));
         QCOMPARE(grade->columnTwips(2), 4850);
     });
 }
@@ -355,20 +356,25 @@ void TstExtratoVendedor::opensFromTheCommissionGrid_data() {
 
 void TstExtratoVendedor::opensFromTheCommissionGrid() {
     QFETCH(bool, porTecla);
-    m->vendedor(7, u"ANA"_s, u"3"_s, u"1.5"_s);
+    m->shop().vendedor(7, u"ANA"_s, u"3"_s, u"1.5"_s);
     venda(1, u"1000.00"_s, u"PÃO"_s);
-    m->troca(u"C1"_s, u"7"_s, u"1"_s, u"60.00"_s);
+    m->shop().devolucao({.vendedor = 7,
+                         .produto = u"P1"_s,
+                         .quantidade = u"1"_s,
+                         .baixa = u"2024-02-10"_s,
+                         .cliente = u"C1"_s,
+                         .custo = u"60.00"_s});
     Comissao comissao;
-    QVERIFY(mostra(&comissao));
-    QTest::mouseClick(controle<QPushButton>(&comissao, "Command4"), Qt::LeftButton);
-    auto* grade = controle<Grid>(&comissao, "Grid1");
-    clica(grade, 1, 3); // the statement takes the percentages as they stand in the grid
-    QTest::keyClicks(controle<QLineEdit>(&comissao, "TextGrid"), u"5"_s);
-    QTest::keyClick(controle<QLineEdit>(&comissao, "TextGrid"), Qt::Key_Return);
+    QVERIFY(showActive(&comissao));
+    QTest::mouseClick(control<QPushButton>(&comissao, "Command4"), Qt::LeftButton);
+    auto* grade = control<Grid>(&comissao, "Grid1");
+    m->click(grade, 1, 3); // the statement takes the percentages as they stand in the grid
+    QTest::keyClicks(control<QLineEdit>(&comissao, "TextGrid"), u"5"_s);
+    QTest::keyClick(control<QLineEdit>(&comissao, "TextGrid"), Qt::Key_Return);
     ModalHelper modal;
-    modal.aoAbrir([](QWidget* tela) {
+    modal.onOpen([](QWidget* tela) {
         QCOMPARE(tela->objectName(), u"ExtratoVendedor"_s);
-        QCOMPARE(controle<QLabel>(tela, "Label1")->text(),
+        QCOMPARE(control<QLabel>(tela, "Label1")->text(),
                  u"7 - ANA    -   PERÍODO DE 01/02/2024 A 29/02/2024"_s);
         QCOMPARE(valores(tela), QStringList({u"1.000,00"_s, u"5,0"_s, u"50,00"_s, u"0,00"_s, u"1,5"_s,
                                              u"0,00"_s, u"1.000,00"_s, u"50,00"_s, u"60,00"_s}));
@@ -378,9 +384,9 @@ void TstExtratoVendedor::opensFromTheCommissionGrid() {
         grade->setCurrentCell(1, 12);
         QTest::keyClick(grade, Qt::Key_Space);
     } else {
-        clica(grade, 1, 12);
+        m->click(grade, 1, 12);
     }
-    QCOMPARE(modal.confere(), QString());
+    QCOMPARE(modal.problem(), QString());
 }
 
 void TstExtratoVendedor::isNotOpenedForADayThatDoesNotExist_data() {
@@ -395,38 +401,43 @@ void TstExtratoVendedor::isNotOpenedForADayThatDoesNotExist() {
     QFETCH(QString, mensagem);
     venda(1, u"1000.00"_s, u"PÃO"_s);
     Comissao comissao;
-    QVERIFY(mostra(&comissao));
-    QTest::mouseClick(controle<QPushButton>(&comissao, "Command4"), Qt::LeftButton);
-    controle<DateBox>(&comissao, qPrintable(caixa))->setText(u"31/02/2024"_s);
-    m->marca();
+    QVERIFY(showActive(&comissao));
+    QTest::mouseClick(control<QPushButton>(&comissao, "Command4"), Qt::LeftButton);
+    control<DateBox>(&comissao, qPrintable(caixa))->setText(u"31/02/2024"_s);
+    m->mark();
     ModalHelper modal;
-    modal.espera(mensagem, QMessageBox::Ok);
-    clica(controle<Grid>(&comissao, "Grid1"), 1, 12);
-    QCOMPARE(modal.confere(), QString());
+    modal.expect(mensagem, QMessageBox::Ok);
+    m->click(control<Grid>(&comissao, "Grid1"), 1, 12);
+    QCOMPARE(modal.problem(), QString());
     QCOMPARE(comissao.focusWidget()->objectName(), caixa);
-    QCOMPARE(m->comandos(), QStringList());
+    QCOMPARE(m->statements(), QStringList());
 }
 
 void TstExtratoVendedor::invertedPeriodOpensEmpty() {
-    m->vendedor(7, u"ANA"_s, u"3"_s, u"1.5"_s);
+    m->shop().vendedor(7, u"ANA"_s, u"3"_s, u"1.5"_s);
     venda(1, u"1000.00"_s, u"PÃO"_s);
-    m->troca(u"C1"_s, u"7"_s, u"1"_s, u"60.00"_s);
+    m->shop().devolucao({.vendedor = 7,
+                         .produto = u"P1"_s,
+                         .quantidade = u"1"_s,
+                         .baixa = u"2024-02-10"_s,
+                         .cliente = u"C1"_s,
+                         .custo = u"60.00"_s});
     Comissao comissao;
-    QVERIFY(mostra(&comissao));
-    QTest::mouseClick(controle<QPushButton>(&comissao, "Command4"), Qt::LeftButton);
-    controle<DateBox>(&comissao, "DataIni")->setText(u"29/02/2024"_s);
-    controle<DateBox>(&comissao, "DataFin")->setText(u"01/02/2024"_s);
+    QVERIFY(showActive(&comissao));
+    QTest::mouseClick(control<QPushButton>(&comissao, "Command4"), Qt::LeftButton);
+    control<DateBox>(&comissao, "DataIni")->setText(u"29/02/2024"_s);
+    control<DateBox>(&comissao, "DataFin")->setText(u"01/02/2024"_s);
     ModalHelper modal;
-    modal.aoAbrir([](QWidget* tela) {
-        QCOMPARE(controle<QLabel>(tela, "Label1")->text(),
+    modal.onOpen([](QWidget* tela) {
+        QCOMPARE(control<QLabel>(tela, "Label1")->text(),
                  u"7 - ANA    -   PERÍODO DE 29/02/2024 A 01/02/2024"_s);
-        QCOMPARE(controle<Grid>(tela, "Grid1")->rows(), 1);
+        QCOMPARE(control<Grid>(tela, "Grid1")->rows(), 1);
         QCOMPARE(valores(tela), QStringList({u"0,00"_s, u"3,0"_s, u"0,00"_s, u"0,00"_s, u"1,5"_s, u"0,00"_s,
                                              u"0,00"_s, u"0,00"_s, u"60,00"_s}));
         tela->close();
     });
-    clica(controle<Grid>(&comissao, "Grid1"), 1, 12);
-    QCOMPARE(modal.confere(), QString());
+    m->click(control<Grid>(&comissao, "Grid1"), 1, 12);
+    QCOMPARE(modal.problem(), QString());
 }
 
 void TstExtratoVendedor::oneDayPeriod() {
@@ -434,24 +445,24 @@ void TstExtratoVendedor::oneDayPeriod() {
     venda(2, u"20.00"_s, u"PÃO"_s, u"5102"_s, u"2024-02-10"_s);
     venda(3, u"300.00"_s, u"PÃO"_s, u"5102"_s, u"2024-02-11"_s);
     ModalHelper modal;
-    modal.aoAbrir([](QWidget* tela) {
-        QCOMPARE(linhas(controle<Grid>(tela, "Grid1")),
+    modal.onOpen([](QWidget* tela) {
+        QCOMPARE(allCells(control<Grid>(tela, "Grid1")),
                  QList<QStringList>(
                      {{u"10/02/2024"_s, u"2"_s, u"CLIENTE 2"_s, u"20,00"_s, u"0,00"_s, u"20,00"_s}}));
-        QCOMPARE(alinhamentos(controle<Grid>(tela, "Grid1")), u"^><>>>"_s);
+        QCOMPARE(alignments(control<Grid>(tela, "Grid1")), u"^><>>>"_s);
         tela->close();
     });
     ExtratoVendedor extrato;
     extrato.Carrega(7, u"ANA"_s, u"10/02/2024"_s, u"10/02/2024"_s, u"3,0"_s, u"1,5"_s, u"0,00"_s);
-    QCOMPARE(modal.confere(), QString());
+    QCOMPARE(modal.problem(), QString());
 }
 
 void TstExtratoVendedor::escapeCloses() {
     ModalHelper modal;
-    modal.aoAbrir([](QWidget* tela) { QTest::keyClick(tela, Qt::Key_Escape); });
+    modal.onOpen([](QWidget* tela) { QTest::keyClick(tela, Qt::Key_Escape); });
     ExtratoVendedor extrato;
     extrato.Carrega(1, u"ANA"_s, u"01/02/2024"_s, u"29/02/2024"_s, u"3,0"_s, u"1,5"_s, u"0,00"_s);
-    QCOMPARE(modal.confere(), QString());
+    QCOMPARE(modal.problem(), QString());
     QVERIFY(!extrato.isVisible());
 }
 

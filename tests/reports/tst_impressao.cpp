@@ -2,7 +2,8 @@
 #include "core/PrintLayout.h"
 #include "reports/Comissao.h"
 #include "reports/ExtratoVendedor.h"
-#include "reports/Movimento.h"
+#include "support/Amounts.h"
+#include "support/Bench.h"
 #include "support/ModalHelper.h"
 #include "ui/DateBox.h"
 #include "ui/grid/Grid.h"
@@ -13,14 +14,14 @@
 
 using namespace Qt::StringLiterals;
 using namespace tarvessa;
-using namespace tarvessa::teste;
+using namespace tarvessa::test;
 
 /// What is printed: staging rows, formulas, the layout, the page.
 class TstImpressao : public QObject {
     Q_OBJECT
 
   private Q_SLOTS:
-    void initTestCase() { m = std::make_unique<Movimento>(); }
+    void initTestCase() { m = std::make_unique<Bench>(); }
     void cleanupTestCase() { m.reset(); }
     void init();
     void cleanup() { comissao.reset(); }
@@ -64,50 +65,55 @@ class TstImpressao : public QObject {
     void venda(int nota, int vendedor, const QString& valor, const QString& descricao,
                const QString& cliente = u"CLIENTE"_s);
 
-    std::unique_ptr<Movimento> m;
+    std::unique_ptr<Bench> m;
     std::unique_ptr<Comissao> comissao;
 };
 
 void TstImpressao::init() {
-    m->arruma();
-    m->vendedor(1, u"ANA"_s, u"3"_s, u"1.5"_s);
-    m->vendedor(2, u"BETO"_s, u"NULL"_s, u"NULL"_s);
+    m->resetConnected();
+    m->shop().vendedor(1, u"ANA"_s, u"3"_s, u"1.5"_s);
+    m->shop().vendedor(2, u"BETO"_s, std::nullopt, std::nullopt);
     venda(11, 1, u"1234.50"_s, u"PÃO"_s, u"PADARIA UM"_s);
     venda(12, 1, u"200.00"_s, u"BOLO"_s, u"PADARIA DOIS"_s);
     venda(13, 2, u"100.00"_s, u"PÃO"_s);
-    m->troca(u"C1"_s, u"1"_s, u"1"_s, u"60.00"_s);
+    m->shop().devolucao({.vendedor = 1,
+                         .produto = u"P1"_s,
+                         .quantidade = u"1"_s,
+                         .baixa = u"2024-02-10"_s,
+                         .cliente = u"C1"_s,
+                         .custo = u"60.00"_s});
 }
 
 void TstImpressao::venda(int nota, int vendedor, const QString& valor, const QString& descricao,
                          const QString& cliente) {
-    m->nota(nota, vendedor, cliente);
+    m->shop().nota(nota, vendedor, cliente);
     LinhaFiscal l;
     l.nota = nota;
     l.totalVenda = valor;
     l.descricao = descricao;
-    m->linha(l);
+    m->shop().linhaFiscal(l);
 }
 
 void TstImpressao::apura() {
     comissao = std::make_unique<Comissao>();
-    QVERIFY(mostra(comissao.get()));
-    QTest::mouseClick(controle<QPushButton>(comissao.get(), "Command4"), Qt::LeftButton);
-    QVERIFY(controle<QPushButton>(comissao.get(), "Command1")->isEnabled());
-    m->marca();
+    QVERIFY(showActive(comissao.get()));
+    QTest::mouseClick(control<QPushButton>(comissao.get(), "Command4"), Qt::LeftButton);
+    QVERIFY(control<QPushButton>(comissao.get(), "Command1")->isEnabled());
+    m->mark();
 }
 
 void TstImpressao::imprime(QWidget* tela) {
-    QTest::mouseClick(controle<QPushButton>(tela, "Command1"), Qt::LeftButton);
-    QCOMPARE(m->fechaPrevias(), 1);
+    QTest::mouseClick(control<QPushButton>(tela, "Command1"), Qt::LeftButton);
+    QCOMPARE(m->closePreviews(), 1);
 }
 
 void TstImpressao::erroAoImprimir(QWidget* tela, const QString& trecho) {
     ModalHelper modal;
-    modal.esperaContendo(trecho, QMessageBox::Ok);
-    QTest::mouseClick(controle<QPushButton>(tela, "Command1"), Qt::LeftButton);
-    QCOMPARE(modal.confere(), QString());
+    modal.expectContaining(trecho, QMessageBox::Ok);
+    QTest::mouseClick(control<QPushButton>(tela, "Command1"), Qt::LeftButton);
+    QCOMPARE(modal.problem(), QString());
     QVERIFY(tela->isVisible());
-    QCOMPARE(m->fechaPrevias(), 0);
+    QCOMPARE(m->closePreviews(), 0);
 }
 
 QStringList TstImpressao::formulas() {
@@ -134,7 +140,7 @@ void TstImpressao::noExtrato(const std::function<void(QWidget*)>& acao, const QS
 void TstImpressao::commissionSendsItsStatements() {
     apura();
     imprime(comissao.get());
-    const QStringList comandos = m->comandos();
+    const QStringList comandos = m->statements();
     QCOMPARE(comandos.size(), 4);
     QCOMPARE(
         comandos.first(3),
@@ -153,24 +159,23 @@ void TstImpressao::commissionSendsItsStatements() {
 void TstImpressao::commissionFillsTheStagingTable() {
     apura();
     imprime(comissao.get());
-    QCOMPARE(
-        m->servidor().consulta(u"SELECT Codigo1, Texto1, Valor1, Valor2, Valor3, Valor4, Valor5, Valor6, "
+    QCOMPARE(m->server().query(u"SELECT Codigo1, Texto1, Valor1, Valor2, Valor3, Valor4, Valor5, Valor6, "
                                "Valor7, Valor8, Valor9, Texto2 FROM relat2 ORDER BY id"_s),
-        QList<QStringList>({{u"1"_s, u"ANA"_s, u"1234.50"_s, u"3.00"_s, u"37.04"_s, u"200.00"_s, u"1.50"_s,
-                             u"3.00"_s, u"1434.50"_s, u"40.04"_s, u"60.00"_s, u"4,18"_s},
-                            {u"2"_s, u"BETO"_s, u"100.00"_s, u"0.00"_s, u"0.00"_s, u"0.00"_s, u"0.00"_s,
-                             u"0.00"_s, u"100.00"_s, u"0.00"_s, u"0.00"_s, u"0,00"_s}}));
+             QList<QStringList>({{u"1"_s, u"ANA"_s, u"1234.50"_s, u"3.00"_s, u"37.04"_s, u"200.00"_s,
+                                  u"1.50"_s, u"3.00"_s, u"1434.50"_s, u"40.04"_s, u"60.00"_s, u"4,18"_s},
+                                 {u"2"_s, u"BETO"_s, u"100.00"_s, u"0.00"_s, u"0.00"_s, u"0.00"_s, u"0.00"_s,
+                                  u"0.00"_s, u"100.00"_s, u"0.00"_s, u"0.00"_s, u"0,00"_s}}));
 }
 
 void TstImpressao::commissionPrintsEditsAndTypedDates() {
     apura();
-    clica(controle<Grid>(comissao.get(), "Grid1"), 2, 3);
-    auto* editor = controle<QLineEdit>(comissao.get(), "TextGrid");
+    m->click(control<Grid>(comissao.get(), "Grid1"), 2, 3);
+    auto* editor = control<QLineEdit>(comissao.get(), "TextGrid");
     QTest::keyClicks(editor, u"-2,5"_s);
     QTest::keyClick(editor, Qt::Key_Return);
-    controle<DateBox>(comissao.get(), "DataFin")->setText(u"05/03/2024"_s);
+    control<DateBox>(comissao.get(), "DataFin")->setText(u"05/03/2024"_s);
     imprime(comissao.get());
-    QCOMPARE(m->servidor().consulta(u"SELECT Valor2, Valor3, Valor8 FROM relat2 WHERE Codigo1='2'"_s),
+    QCOMPARE(m->server().query(u"SELECT Valor2, Valor3, Valor8 FROM relat2 WHERE Codigo1='2'"_s),
              QList<QStringList>({{u"-2.50"_s, u"-2.50"_s, u"-2.50"_s}}));
     QCOMPARE(CRW->formula(0), u"Titulo='PERÍODO DE 01/02/2024 À 05/03/2024'"_s);
 }
@@ -178,7 +183,7 @@ void TstImpressao::commissionPrintsEditsAndTypedDates() {
 void TstImpressao::commissionPages() {
     apura();
     imprime(comissao.get());
-    const QString texto = m->palavrasDoPdf();
+    const QString texto = m->reportWords();
     for (const QString& parte :
          {u"PERÍODO DE 01/02/2024 À 29/02/2024"_s,
           u"1 ANA 1.234,50 3,0 37,04 200,00 1,5 3,00 1.434,50 40,04 60,00 4,18"_s,
@@ -199,17 +204,22 @@ void TstImpressao::commissionOnPaperIsTheGrid_data() {
 void TstImpressao::commissionOnPaperIsTheGrid() {
     QFETCH(quint32, semente);
     QFETCH(QString, devolucao);
-    m->arruma();
+    m->resetConnected();
     if (semente > 0) {
-        m->semeia(semente);
+        m->shop().movimento(semente);
     } else {
         venda(1, 1, u"1000.01"_s, u"PÃO"_s);
-        m->troca(u"C1"_s, u"1"_s, u"1"_s, devolucao);
+        m->shop().devolucao({.vendedor = 1,
+                             .produto = u"P1"_s,
+                             .quantidade = u"1"_s,
+                             .baixa = u"2024-02-10"_s,
+                             .cliente = u"C1"_s,
+                             .custo = devolucao});
     }
     apura();
     imprime(comissao.get());
-    const QString texto = m->palavrasDoPdf();
-    const QList<QStringList> grade = linhas(controle<Grid>(comissao.get(), "Grid1"));
+    const QString texto = m->reportWords();
+    const QList<QStringList> grade = allCells(control<Grid>(comissao.get(), "Grid1"));
     const auto vendedores = grade.size() - 2;
     QVERIFY(vendedores >= 1);
     for (qsizetype i = 0; i < vendedores; ++i) {
@@ -229,8 +239,8 @@ void TstImpressao::commissionOnPaperIsTheGrid() {
 
 void TstImpressao::commissionOfManySellers() {
     constexpr int vendedores = 120;
-    m->arruma();
-    m->servidor().executa(
+    m->resetConnected();
+    m->server().execute(
         u"INSERT INTO vendedores (codigovend, vendedor, ComissEsp1, ComissEsp2) SELECT seq, CONCAT('V', "
         "LPAD(seq, 5, '0')), 10, 0 FROM seq_1_to_%1; INSERT INTO nfsaida (nrnf, SerieNF, CodVendedor, "
         "razsoc) "
@@ -239,7 +249,7 @@ void TstImpressao::commissionOfManySellers() {
         "'2024-02-10', 'S', 'N', '5102', 'X', 'PÃO', 10 FROM seq_1_to_%1"_s.arg(vendedores));
     apura();
     imprime(comissao.get());
-    QStringList paginas = m->textoDoPdf().split(u'\f');
+    QStringList paginas = m->reportText().split(u'\f');
     paginas.removeLast(); // a form feed ends the last page too
     QVERIFY(paginas.size() >= 3);
     int proximo = 1;
@@ -266,22 +276,22 @@ void TstImpressao::commissionWithoutTheControl() {
     apura();
     ReportControl* const crw = std::exchange(CRW, nullptr);
     const int fim =
-        comoPrograma([this] { erroAoImprimir(comissao.get(), u"Erro em tempo de execução 424:"_s); });
+        runInEventLoop([this] { erroAoImprimir(comissao.get(), u"Erro em tempo de execução 424:"_s); });
     CRW = crw;
     QCOMPARE(fim, EXIT_FAILURE);
-    QCOMPARE(m->servidor().consulta(u"SELECT COUNT(*) FROM relat2"_s)[0][0], u"2"_s);
+    QCOMPARE(m->server().query(u"SELECT COUNT(*) FROM relat2"_s)[0][0], u"2"_s);
 }
 
 void TstImpressao::commissionNameWithAnApostrophe() {
-    m->servidor().executa(u"UPDATE vendedores SET vendedor='D''ÁVILA' WHERE codigovend=2"_s);
+    m->server().execute(u"UPDATE vendedores SET vendedor='D''ÁVILA' WHERE codigovend=2"_s);
     apura();
     ModalHelper modal;
-    modal.esperaContendo(u"D'ÁVILA"_s, QMessageBox::Ok);
-    QTest::mouseClick(controle<QPushButton>(comissao.get(), "Command1"), Qt::LeftButton);
-    QCOMPARE(modal.confere(), QString());
-    QCOMPARE(m->fechaPrevias(), 0);
+    modal.expectContaining(u"D'ÁVILA"_s, QMessageBox::Ok);
+    QTest::mouseClick(control<QPushButton>(comissao.get(), "Command1"), Qt::LeftButton);
+    QCOMPARE(modal.problem(), QString());
+    QCOMPARE(m->closePreviews(), 0);
     // As far as it was filled, and no formula of a report that did not come.
-    QCOMPARE(m->servidor().consulta(u"SELECT Codigo1 FROM relat2"_s), QList<QStringList>({{u"1"_s}}));
+    QCOMPARE(m->server().query(u"SELECT Codigo1 FROM relat2"_s), QList<QStringList>({{u"1"_s}}));
     QCOMPARE(CRW->formula(0), QString());
     QVERIFY(comissao->isVisible());
 }
@@ -290,14 +300,14 @@ void TstImpressao::commissionPrintsAgain() {
     apura();
     imprime(comissao.get());
     imprime(comissao.get());
-    QCOMPARE(m->servidor().consulta(u"SELECT COUNT(*) FROM relat2"_s)[0][0], u"2"_s);
+    QCOMPARE(m->server().query(u"SELECT COUNT(*) FROM relat2"_s)[0][0], u"2"_s);
 }
 
 void TstImpressao::statementSendsItsStatements() {
     noExtrato([this](QWidget* tela) {
-        m->marca();
+        m->mark();
         imprime(tela);
-        const QStringList comandos = m->comandos();
+        const QStringList comandos = m->statements();
         QCOMPARE(comandos.size(), 4);
         const QString inicio =
             u"Insert into relat2 (Data1,Valor1,Texto1,Valor2,valor3,valor4) values ('10/02/2024', "_s;
@@ -310,22 +320,22 @@ void TstImpressao::statementSendsItsStatements() {
 
 void TstImpressao::statementFillsTheStagingTable() {
     noExtrato([this](QWidget* tela) { imprime(tela); });
-    QCOMPARE(m->servidor().consulta(
-                 u"SELECT Data1, Valor1, Texto1, Valor2, Valor3, Valor4 FROM relat2 ORDER BY id"_s),
-             QList<QStringList>(
-                 {{u"10/02/2024"_s, u"11.00"_s, u"PADARIA UM"_s, u"1234.50"_s, u"0.00"_s, u"1234.50"_s},
-                  {u"10/02/2024"_s, u"12.00"_s, u"PADARIA DOIS"_s, u"0.00"_s, u"200.00"_s, u"200.00"_s}}));
+    QCOMPARE(
+        m->server().query(u"SELECT Data1, Valor1, Texto1, Valor2, Valor3, Valor4 FROM relat2 ORDER BY id"_s),
+        QList<QStringList>(
+            {{u"10/02/2024"_s, u"11.00"_s, u"PADARIA UM"_s, u"1234.50"_s, u"0.00"_s, u"1234.50"_s},
+             {u"10/02/2024"_s, u"12.00"_s, u"PADARIA DOIS"_s, u"0.00"_s, u"200.00"_s, u"200.00"_s}}));
 }
 
 // Slots 0 to 2 are empty again when the call returns: they are looked at when the layout is not to be had.
 void TstImpressao::statementFormulas() {
-    const QString pasta = QString::fromUtf8(TARVESSA_SOURCE_DIR);
+    const QString pasta = m->programFolder();
     FixaPastaDoPrograma(pasta + u"/docs"_s);
     noExtrato([](QWidget* tela) {
         ModalHelper modal;
-        modal.esperaContendo(u"ExtratoVendedorDistribuidora.RPT"_s, QMessageBox::Ok);
-        QTest::mouseClick(controle<QPushButton>(tela, "Command1"), Qt::LeftButton);
-        QCOMPARE(modal.confere(), QString());
+        modal.expectContaining(u"ExtratoVendedorDistribuidora.RPT"_s, QMessageBox::Ok);
+        QTest::mouseClick(control<QPushButton>(tela, "Command1"), Qt::LeftButton);
+        QCOMPARE(modal.problem(), QString());
     });
     FixaPastaDoPrograma(pasta);
     QCOMPARE(CRW->formula(0), u"Titulo='1 - ANA    -   PERÍODO DE 01/02/2024 A 29/02/2024'"_s);
@@ -358,7 +368,7 @@ void TstImpressao::slotsStayForTheNextReport() {
 
 void TstImpressao::statementPages() {
     noExtrato([this](QWidget* tela) { imprime(tela); });
-    const QString texto = m->palavrasDoPdf();
+    const QString texto = m->reportWords();
     for (const QString& parte :
          {u"1 - ANA - PERÍODO DE 01/02/2024 A 29/02/2024"_s,
           u"10/02/2024 11 PADARIA UM 1.234,50 0,00 1.234,50"_s,
@@ -383,12 +393,12 @@ void TstImpressao::statementOnPaperIsTheScreen() {
     QFETCH(QString, pao);
     QFETCH(QString, outros);
     QFETCH(quint32, semente);
-    m->arruma();
+    m->resetConnected();
     if (semente > 0) {
-        m->semeia(semente);
+        m->shop().movimento(semente);
     } else {
         venda(1, 1, pao, u"PÃO"_s);
-        m->servidor().executa(
+        m->server().execute(
             u"INSERT INTO movsaient (nr_nf, serienf, dataemissao, entrsai, cancelado, cfop, "
             "descricao, totalvenda) VALUES (1, '1', '2024-02-10', 'S', 'N', '5102', 'BOLO', "_s +
             outros + u")"_s);
@@ -396,15 +406,15 @@ void TstImpressao::statementOnPaperIsTheScreen() {
     noExtrato(
         [this](QWidget* tela) {
             imprime(tela);
-            const auto caixa = [tela](const char* nome) { return controle<QLineEdit>(tela, nome)->text(); };
-            const QString texto = m->palavrasDoPdf();
+            const auto caixa = [tela](const char* nome) { return control<QLineEdit>(tela, nome)->text(); };
+            const QString texto = m->reportWords();
             const auto centavosDe = [&caixa](const char* nome) {
                 return caixa(nome).remove(u'.').remove(u',').toLongLong();
             };
             const qint64 vendas = centavosDe("TotalVendas");
             QVERIFY(vendas != 0);
             const QString percentual =
-                comoTela(proporcao(centavosDe("TotalDevolucoes"), 10000, vendas)) + u'%';
+                onScreen(proportion(centavosDe("TotalDevolucoes"), 10000, vendas)) + u'%';
             const QString resumo =
                 QStringList({u"Pão"_s, caixa("TotGerPao"), caixa("PorcComissPao") + u'%',
                              caixa("TotalComissaoPao"), u"Outros"_s, caixa("TotGerOutros"),
@@ -413,7 +423,7 @@ void TstImpressao::statementOnPaperIsTheScreen() {
                              caixa("TotalDevolucoes"), percentual})
                     .join(u' ');
             QVERIFY2(texto.contains(resumo), qPrintable(resumo + u" missing in:\n"_s + texto));
-            for (const QStringList& nota : linhas(controle<Grid>(tela, "Grid1")))
+            for (const QStringList& nota : allCells(control<Grid>(tela, "Grid1")))
                 QVERIFY2(texto.contains(nota.join(u' ')), qPrintable(nota.join(u' ')));
         },
         u"60,00"_s, u"1,5"_s, semente > 0 ? u"%1,7"_s.arg(semente) : u"1,5"_s);
@@ -421,22 +431,22 @@ void TstImpressao::statementOnPaperIsTheScreen() {
 
 void TstImpressao::statementWithoutTheControl() {
     ReportControl* const crw = std::exchange(CRW, nullptr);
-    const int fim = comoPrograma([this] {
+    const int fim = runInEventLoop([this] {
         noExtrato([this](QWidget* tela) { erroAoImprimir(tela, u"Erro em tempo de execução 424:"_s); });
     });
     CRW = crw;
     QCOMPARE(fim, EXIT_FAILURE);
-    QCOMPARE(m->servidor().consulta(u"SELECT COUNT(*) FROM relat2"_s)[0][0], u"2"_s);
+    QCOMPARE(m->server().query(u"SELECT COUNT(*) FROM relat2"_s)[0][0], u"2"_s);
 }
 
 void TstImpressao::statementWithoutSalesIsADivisionByZero() {
-    m->servidor().executa(u"DELETE FROM movsaient; INSERT INTO relat2 SET Codigo1='de antes'"_s);
+    m->server().execute(u"DELETE FROM movsaient; INSERT INTO relat2 SET Codigo1='de antes'"_s);
     noExtrato([this](QWidget* tela) {
-        m->marca();
+        m->mark();
         erroAoImprimir(tela, u"Erro em tempo de execução 11:\n\nDivisão por zero."_s);
-        QCOMPARE(m->comandos(), QStringList({u"truncate relat2"_s}));
+        QCOMPARE(m->statements(), QStringList({u"truncate relat2"_s}));
     });
-    QCOMPARE(m->servidor().consulta(u"SELECT * FROM relat2"_s), QList<QStringList>());
+    QCOMPARE(m->server().query(u"SELECT * FROM relat2"_s), QList<QStringList>());
     // The percentage comes last; what was set before it stays.
     QCOMPARE(formulas(), QStringList({u"Titulo='1 - ANA    -   PERÍODO DE 01/02/2024 A 29/02/2024'"_s,
                                       u"PorcComissaoPao= 3"_s, u"PorcComissaoOutros= 1.5"_s,
@@ -444,25 +454,25 @@ void TstImpressao::statementWithoutSalesIsADivisionByZero() {
 }
 
 void TstImpressao::salesEqualToReturnsAreADivisionByZero() {
-    m->servidor().executa(u"DELETE FROM movsaient"_s);
+    m->server().execute(u"DELETE FROM movsaient"_s);
     LinhaFiscal l;
     l.nota = 11;
     l.totalVenda = u"50.00"_s;
-    m->linha(l);
+    m->shop().linhaFiscal(l);
     l.nota = 12;
     l.entrsai = u"E"_s;
     l.cfop = u"1202"_s;
-    m->linha(l);
+    m->shop().linhaFiscal(l);
     noExtrato([this](QWidget* tela) {
-        QCOMPARE(controle<QLineEdit>(tela, "TotalVendas")->text(), u"0,00"_s);
-        m->marca();
+        QCOMPARE(control<QLineEdit>(tela, "TotalVendas")->text(), u"0,00"_s);
+        m->mark();
         erroAoImprimir(tela, u"Erro em tempo de execução 11:\n\nDivisão por zero."_s);
-        const QStringList comandos = m->comandos();
+        const QStringList comandos = m->statements();
         QCOMPARE(comandos.size(), 3);
         QCOMPARE(comandos[0], u"truncate relat2"_s);
     });
     QCOMPARE(
-        m->servidor().consulta(u"SELECT Data1, Valor1, Texto1, Valor2, Valor4 FROM relat2 ORDER BY id"_s),
+        m->server().query(u"SELECT Data1, Valor1, Texto1, Valor2, Valor4 FROM relat2 ORDER BY id"_s),
         QList<QStringList>({{u"10/02/2024"_s, u"11.00"_s, u"PADARIA UM"_s, u"50.00"_s, u"50.00"_s},
                             {u"10/02/2024"_s, u"12.00"_s, u"PADARIA DOIS"_s, u"-50.00"_s, u"-50.00"_s}}));
     QCOMPARE(formulas()[3], u"TotalDevolucoes= 60"_s);
@@ -470,27 +480,27 @@ void TstImpressao::salesEqualToReturnsAreADivisionByZero() {
 }
 
 void TstImpressao::statementNameWithAnApostrophe() {
-    m->servidor().executa(u"UPDATE nfsaida SET razsoc='BAR D''ÁGUA' WHERE nrnf=12"_s);
+    m->server().execute(u"UPDATE nfsaida SET razsoc='BAR D''ÁGUA' WHERE nrnf=12"_s);
     noExtrato([](QWidget* tela) {
         ModalHelper modal;
-        modal.esperaContendo(u"BAR D'ÁGUA"_s, QMessageBox::Ok);
-        QTest::mouseClick(controle<QPushButton>(tela, "Command1"), Qt::LeftButton);
-        QCOMPARE(modal.confere(), QString());
+        modal.expectContaining(u"BAR D'ÁGUA"_s, QMessageBox::Ok);
+        QTest::mouseClick(control<QPushButton>(tela, "Command1"), Qt::LeftButton);
+        QCOMPARE(modal.problem(), QString());
     });
-    QCOMPARE(m->servidor().consulta(u"SELECT Valor1 FROM relat2"_s), QList<QStringList>({{u"11.00"_s}}));
-    QCOMPARE(m->fechaPrevias(), 0);
+    QCOMPARE(m->server().query(u"SELECT Valor1 FROM relat2"_s), QList<QStringList>({{u"11.00"_s}}));
+    QCOMPARE(m->closePreviews(), 0);
 }
 
 // A shop's own table may have a date there: without strict mode the days are lost, the amounts are not. The
 // sample's column is a text.
 void TstImpressao::statementIntoADateColumn() {
-    m->servidor().executa(u"ALTER TABLE relat2 MODIFY Data1 DATE"_s);
+    m->server().execute(u"ALTER TABLE relat2 MODIFY Data1 DATE"_s);
     noExtrato([this](QWidget* tela) { imprime(tela); });
-    const auto guardados = m->servidor().consulta(u"SELECT Data1, Valor1, Texto1 FROM relat2 ORDER BY id"_s);
-    m->servidor().executa(u"DELETE FROM relat2; ALTER TABLE relat2 MODIFY Data1 VARCHAR(10)"_s);
+    const auto guardados = m->server().query(u"SELECT Data1, Valor1, Texto1 FROM relat2 ORDER BY id"_s);
+    m->server().execute(u"DELETE FROM relat2; ALTER TABLE relat2 MODIFY Data1 VARCHAR(10)"_s);
     QCOMPARE(guardados, QList<QStringList>({{u"0000-00-00"_s, u"11.00"_s, u"PADARIA UM"_s},
                                             {u"0000-00-00"_s, u"12.00"_s, u"PADARIA DOIS"_s}}));
-    const QString texto = m->palavrasDoPdf();
+    const QString texto = m->reportWords();
     for (const QString& parte :
          {u"00/00/0000 11 PADARIA UM 1.234,50"_s, u"00/00/0000 12 PADARIA DOIS 0,00 200,00"_s,
           u"TOTAL (notas: 2) 1.234,50 200,00 1.434,50"_s})
@@ -499,14 +509,14 @@ void TstImpressao::statementIntoADateColumn() {
 
 void TstImpressao::missingLayoutIsAnErrorReport() {
     apura();
-    const QString pasta = QString::fromUtf8(TARVESSA_SOURCE_DIR);
+    const QString pasta = m->programFolder();
     FixaPastaDoPrograma(pasta + u"/docs"_s);
     ModalHelper modal;
-    modal.esperaContendo(u"COMISSAO.RPT"_s, QMessageBox::Ok);
-    QTest::mouseClick(controle<QPushButton>(comissao.get(), "Command1"), Qt::LeftButton);
+    modal.expectContaining(u"COMISSAO.RPT"_s, QMessageBox::Ok);
+    QTest::mouseClick(control<QPushButton>(comissao.get(), "Command1"), Qt::LeftButton);
     FixaPastaDoPrograma(pasta);
-    QCOMPARE(modal.confere(), QString());
-    QCOMPARE(m->servidor().consulta(u"SELECT COUNT(*) FROM relat2"_s)[0][0], u"2"_s);
+    QCOMPARE(modal.problem(), QString());
+    QCOMPARE(m->server().query(u"SELECT COUNT(*) FROM relat2"_s)[0][0], u"2"_s);
     imprime(comissao.get());
 }
 

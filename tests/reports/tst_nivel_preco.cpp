@@ -1,8 +1,8 @@
 #include "base/RuntimeError.h"
 #include "core/Pastas.h"
 #include "core/PrintLayout.h"
-#include "reports/Movimento.h"
 #include "reports/RelatNivelPreco.h"
+#include "support/Bench.h"
 #include "support/ModalHelper.h"
 
 #include <QApplication>
@@ -18,7 +18,7 @@
 
 using namespace Qt::StringLiterals;
 using namespace tarvessa;
-using namespace tarvessa::teste;
+using namespace tarvessa::test;
 
 namespace {
 
@@ -37,9 +37,9 @@ class TstNivelPreco : public QObject {
     Q_OBJECT
 
   private Q_SLOTS:
-    void initTestCase() { m = std::make_unique<Movimento>(); }
+    void initTestCase() { m = std::make_unique<Bench>(); }
     void cleanupTestCase() { m.reset(); }
-    void init() { m->arruma(); }
+    void init() { m->resetConnected(); }
     void cleanup() { tela.reset(); }
 
     void captionsAndNames();
@@ -63,12 +63,12 @@ class TstNivelPreco : public QObject {
   private:
     void abre();
     void titulos(const QString& um, const QString& dois, const QString& tres, const QString& quatro);
-    QComboBox* lista() const { return controle<QComboBox>(tela.get(), "TabelaPreco"); }
+    QComboBox* lista() const { return control<QComboBox>(tela.get(), "TabelaPreco"); }
     /// Generates the list of level 2 and closes its preview.
     void geraNivelDois();
-    void gera() { QTest::mouseClick(controle<QPushButton>(tela.get(), "Command4"), Qt::LeftButton); }
+    void gera() { QTest::mouseClick(control<QPushButton>(tela.get(), "Command4"), Qt::LeftButton); }
 
-    std::unique_ptr<Movimento> m;
+    std::unique_ptr<Bench> m;
     std::unique_ptr<RelatNivelPreco> tela;
 };
 
@@ -77,27 +77,27 @@ void TstNivelPreco::titulos(const QString& um, const QString& dois, const QStrin
     const auto valor = [](const QString& titulo) {
         return titulo == u"NULL" ? titulo : u"'"_s + titulo + u"'"_s;
     };
-    m->servidor().executa(u"UPDATE empresa SET Titulom1="_s + valor(um) + u", Titulom2="_s + valor(dois) +
-                          u", Titulom3="_s + valor(tres) + u", Titulom4="_s + valor(quatro));
+    m->server().execute(u"UPDATE empresa SET Titulom1="_s + valor(um) + u", Titulom2="_s + valor(dois) +
+                        u", Titulom3="_s + valor(tres) + u", Titulom4="_s + valor(quatro));
 }
 
 void TstNivelPreco::abre() {
-    m->marca();
+    m->mark();
     tela = std::make_unique<RelatNivelPreco>();
-    QVERIFY(mostra(tela.get()));
+    QVERIFY(showActive(tela.get()));
 }
 
 void TstNivelPreco::captionsAndNames() {
     titulos(u"varejo"_s, u"b"_s, u"c"_s, u"d"_s);
     abre();
     QCOMPARE(tela->windowTitle(), u" Relatório de Nível de Preços"_s);
-    QCOMPARE(controle<QLabel>(tela.get(), "Label1")->text(), u"NÍVEL PREÇO"_s);
+    QCOMPARE(control<QLabel>(tela.get(), "Label1")->text(), u"NÍVEL PREÇO"_s);
     QCOMPARE(lista()->accessibleName(), u"NÍVEL PREÇO"_s);
     QCOMPARE(lista()->lineEdit()->accessibleName(), u"NÍVEL PREÇO"_s);
-    QCOMPARE(controle<QPushButton>(tela.get(), "Command4")->text(), u"&Gerar Relatório"_s);
+    QCOMPARE(control<QPushButton>(tela.get(), "Command4")->text(), u"&Gerar Relatório"_s);
     QCOMPARE(lista()->currentIndex(), -1);
     QCOMPARE(lista()->currentText(), QString());
-    QCOMPARE(m->comandos(), QStringList({u"Select Titulom1,Titulom2,Titulom3,Titulom4 from Empresa"_s}));
+    QCOMPARE(m->statements(), QStringList({u"Select Titulom1,Titulom2,Titulom3,Titulom4 from Empresa"_s}));
 }
 
 void TstNivelPreco::levelsWithTitles_data() {
@@ -128,9 +128,9 @@ void TstNivelPreco::secondItemIsLevelThree() {
     abre();
     lista()->setCurrentIndex(1);
     ModalHelper modal;
-    modal.aoAbrir([](QWidget* previa) { previa->close(); });
+    modal.onOpen([](QWidget* previa) { previa->close(); });
     gera();
-    QTRY_COMPARE(modal.confere(), QString());
+    QTRY_COMPARE(modal.problem(), QString());
     QCOMPARE(CRW->sqlQuery(), consulta(3));
 }
 
@@ -147,18 +147,18 @@ void TstNivelPreco::refusesWhatNamesNoLevel() {
     QFETCH(QString, digitado);
     titulos(u"A"_s, u"B"_s, u"C"_s, u"D"_s);
     abre();
-    controle<QPushButton>(tela.get(), "Command4")->setFocus();
+    control<QPushButton>(tela.get(), "Command4")->setFocus();
     lista()->lineEdit()->setText(digitado);
-    m->marca();
+    m->mark();
     ModalHelper modal;
-    modal.espera(obrigatoria, QMessageBox::Ok);
+    modal.expect(obrigatoria, QMessageBox::Ok);
     gera();
-    QCOMPARE(modal.confere(), QString());
-    QCOMPARE(modal.caixas()[0].titulo, u"Atenção!!!"_s);
-    QCOMPARE(modal.caixas()[0].icone, QMessageBox::Information);
+    QCOMPARE(modal.problem(), QString());
+    QCOMPARE(modal.boxes()[0].title, u"Atenção!!!"_s);
+    QCOMPARE(modal.boxes()[0].icon, QMessageBox::Information);
     QCOMPARE(tela->focusWidget(), lista());
     QCOMPARE(CRW->sqlQuery(), QString());
-    QCOMPARE(m->comandos(), QStringList());
+    QCOMPARE(m->statements(), QStringList());
 }
 
 void TstNivelPreco::leadingNumberCounts_data() {
@@ -178,9 +178,9 @@ void TstNivelPreco::leadingNumberCounts() {
     lista()->setFocus();
     QTest::keyClicks(lista()->lineEdit(), digitado);
     ModalHelper modal;
-    modal.aoAbrir([](QWidget* previa) { previa->close(); });
+    modal.onOpen([](QWidget* previa) { previa->close(); });
     gera();
-    QTRY_COMPARE(modal.confere(), QString());
+    QTRY_COMPARE(modal.problem(), QString());
     QCOMPARE(CRW->sqlQuery(), consulta(nivel));
 }
 
@@ -197,26 +197,48 @@ void TstNivelPreco::typedTextFollowsTheConvention() {
 
 void TstNivelPreco::printsActiveCustomersOfTheLevel() {
     titulos(u"A"_s, u"B"_s, u"C"_s, u"D"_s);
-    m->cliente(u"C1"_s, u"ZULMIRA"_s, u"1"_s, u"2"_s);
-    m->cliente(u"C2"_s, u"ÁGATA"_s, u"2"_s, u"2"_s);
-    m->cliente(u"C3"_s, u"INATIVA"_s, u"3"_s, u"2"_s, u"ativocad='N'"_s);
-    m->cliente(u"C4"_s, u"SEM SITUAÇÃO"_s, u"4"_s, u"2"_s, u"ativocad=NULL"_s);
-    m->cliente(u"C5"_s, u"DE OUTRO NÍVEL"_s, u"5"_s, u"3"_s);
+    m->shop().cliente({.codigo = u"C1"_s,
+                       .nome = u"ZULMIRA"_s,
+                       .colunaPreco = u"2"_s,
+                       .cnpjCpf = u"1"_s,
+                       .fantasia = u"F ZULMIRA"_s});
+    m->shop().cliente({.codigo = u"C2"_s,
+                       .nome = u"ÁGATA"_s,
+                       .colunaPreco = u"2"_s,
+                       .cnpjCpf = u"2"_s,
+                       .fantasia = u"F ÁGATA"_s});
+    m->shop().cliente({.codigo = u"C3"_s,
+                       .nome = u"INATIVA"_s,
+                       .colunaPreco = u"2"_s,
+                       .cnpjCpf = u"3"_s,
+                       .fantasia = u"F INATIVA"_s,
+                       .outros = u"ativocad='N'"_s});
+    m->shop().cliente({.codigo = u"C4"_s,
+                       .nome = u"SEM SITUAÇÃO"_s,
+                       .colunaPreco = u"2"_s,
+                       .cnpjCpf = u"4"_s,
+                       .fantasia = u"F SEM SITUAÇÃO"_s,
+                       .outros = u"ativocad=NULL"_s});
+    m->shop().cliente({.codigo = u"C5"_s,
+                       .nome = u"DE OUTRO NÍVEL"_s,
+                       .colunaPreco = u"3"_s,
+                       .cnpjCpf = u"5"_s,
+                       .fantasia = u"F DE OUTRO NÍVEL"_s});
     abre();
     lista()->setCurrentIndex(1);
-    m->marca();
+    m->mark();
     ModalHelper modal;
-    modal.aoAbrir([](QWidget* previa) {
+    modal.onOpen([](QWidget* previa) {
         QVERIFY(previa->isMaximized());
         previa->close();
     });
     gera();
-    QTRY_COMPARE(modal.confere(), QString());
-    QCOMPARE(m->comandos(), QStringList({consulta(2)}));
+    QTRY_COMPARE(modal.problem(), QString());
+    QCOMPARE(m->statements(), QStringList({consulta(2)}));
     QCOMPARE(CRW->windowState(), 2);
     QVERIFY(CRW->reportFileName().endsWith(u"\\rpt\\RelatNivelPreco.RPT"));
     QCOMPARE(CRW->formula(0), QString());
-    const QString texto = m->textoDoPdf();
+    const QString texto = m->reportText();
     QVERIFY2(texto.contains(u"ÁGATA"_s) && texto.contains(u"ZULMIRA"_s), qPrintable(texto));
     QVERIFY(texto.indexOf(u"ÁGATA"_s) < texto.indexOf(u"ZULMIRA"_s));
     for (const QString& fora : {u"INATIVA"_s, u"SEM SITUAÇÃO"_s, u"DE OUTRO NÍVEL"_s})
@@ -228,19 +250,27 @@ void TstNivelPreco::geraNivelDois() {
     abre();
     lista()->setCurrentIndex(1);
     ModalHelper modal;
-    modal.aoAbrir([](QWidget* previa) { previa->close(); });
+    modal.onOpen([](QWidget* previa) { previa->close(); });
     gera();
-    QTRY_COMPARE(modal.confere(), QString());
+    QTRY_COMPARE(modal.problem(), QString());
 }
 
 void TstNivelPreco::listedByLetterWithCounts() {
     const QStringList nomes = {u"BAR DO ZÉ"_s, u"ÁGUIA LTDA"_s, u"7 ESTRELAS"_s, u"ALVES LTDA"_s,
                                u"ÇA VA"_s,     u"COSTA"_s,      u"boteco"_s};
     for (int i = 0; i < nomes.size(); ++i)
-        m->cliente(u"C%1"_s.arg(i + 1), nomes[i], QString::number(i + 1), u"2"_s);
-    m->cliente(u"C8"_s, u"BAZAR"_s, u"8"_s, u"1"_s);
+        m->shop().cliente({.codigo = u"C%1"_s.arg(i + 1),
+                           .nome = nomes[i],
+                           .colunaPreco = u"2"_s,
+                           .cnpjCpf = QString::number(i + 1),
+                           .fantasia = u"F "_s + nomes[i]});
+    m->shop().cliente({.codigo = u"C8"_s,
+                       .nome = u"BAZAR"_s,
+                       .colunaPreco = u"1"_s,
+                       .cnpjCpf = u"8"_s,
+                       .fantasia = u"F BAZAR"_s});
     geraNivelDois();
-    const QString texto = m->palavrasDoPdf();
+    const QString texto = m->reportWords();
     const QString lista = u"Nível de preço: 2 Código Nome Nome fantasia "
                           "# C3 7 ESTRELAS F 7 ESTRELAS Letra #: 1 "
                           "A C2 ÁGUIA LTDA F ÁGUIA LTDA C4 ALVES LTDA F ALVES LTDA Letra A: 2 "
@@ -251,12 +281,12 @@ void TstNivelPreco::listedByLetterWithCounts() {
 
 void TstNivelPreco::tenThousandCustomers() {
     // Every third letter of the alphabet from A on, in the order of neither code nor name.
-    m->servidor().executa(
+    m->server().execute(
         u"INSERT INTO clientes (codigo, nome, fantasia, colunapreco, ativocad) SELECT seq, "
         "CONCAT(CHAR(65 + seq * 7 % 9 * 3), LPAD(seq * 7919 % 10007, 5, '0')), 'F', '2', 'S' FROM "
         "seq_1_to_10000"_s);
     geraNivelDois();
-    QStringList paginas = m->textoDoPdf().split(u'\f');
+    QStringList paginas = m->reportText().split(u'\f');
     paginas.removeLast(); // a form feed ends the last page too
     QVERIFY(paginas.size() > 150);
     static const QRegularExpression cliente(u"^ *[0-9]+ +([A-Z][0-9]{5}) +F$"_s);
@@ -293,45 +323,45 @@ void TstNivelPreco::queryStaysForItsLayoutAlone() {
     abre();
     lista()->setCurrentIndex(0);
     ModalHelper modal;
-    modal.aoAbrir([](QWidget* previa) { previa->close(); });
+    modal.onOpen([](QWidget* previa) { previa->close(); });
     gera();
-    QTRY_COMPARE(modal.confere(), QString());
+    QTRY_COMPARE(modal.problem(), QString());
     QCOMPARE(CRW->sqlQuery(), consulta(1));
     // Another report in between runs its own query, and this one stays set.
-    m->servidor().executa(u"INSERT INTO relat2 SET Codigo1='1', Texto1='MARIA'"_s);
-    m->marca();
+    m->server().execute(u"INSERT INTO relat2 SET Codigo1='1', Texto1='MARIA'"_s);
+    m->mark();
     printLayout(u"COMISSAO.RPT"_s);
-    QCOMPARE(m->fechaPrevias(), 1);
-    const QStringList comandos = m->comandos();
+    QCOMPARE(m->closePreviews(), 1);
+    const QStringList comandos = m->statements();
     QCOMPARE(comandos.size(), 1);
     QVERIFY2(comandos[0].contains(u"FROM relat2"_s), qPrintable(comandos[0]));
-    QVERIFY(m->textoDoPdf().contains(u"MARIA"_s));
+    QVERIFY(m->reportText().contains(u"MARIA"_s));
     QCOMPARE(CRW->sqlQuery(), consulta(1));
     QTRY_VERIFY(!QApplication::activeModalWidget());
     tela->activateWindow();
     QVERIFY(QTest::qWaitForWindowActive(tela.get()));
     lista()->setCurrentIndex(3);
-    modal.aoAbrir([](QWidget* previa) { previa->close(); });
+    modal.onOpen([](QWidget* previa) { previa->close(); });
     gera();
-    QTRY_COMPARE(modal.confere(), QString());
+    QTRY_COMPARE(modal.problem(), QString());
     QCOMPARE(CRW->sqlQuery(), consulta(4));
 }
 
 void TstNivelPreco::failedReportTakesItsQueryAlong() {
     titulos(u"A"_s, u"B"_s, u"C"_s, u"D"_s);
-    m->servidor().executa(u"INSERT INTO relat2 SET Codigo1='1', Texto1='MARIA'"_s);
+    m->server().execute(u"INSERT INTO relat2 SET Codigo1='1', Texto1='MARIA'"_s);
     abre();
     lista()->setCurrentIndex(0);
-    const QString pasta = QString::fromUtf8(TARVESSA_SOURCE_DIR);
+    const QString pasta = m->programFolder();
     FixaPastaDoPrograma(pasta + u"/docs"_s);
     ModalHelper modal;
-    modal.esperaContendo(u"RelatNivelPreco.RPT"_s, QMessageBox::Ok);
+    modal.expectContaining(u"RelatNivelPreco.RPT"_s, QMessageBox::Ok);
     gera();
     FixaPastaDoPrograma(pasta);
-    QCOMPARE(modal.confere(), QString());
+    QCOMPARE(modal.problem(), QString());
     printLayout(u"COMISSAO.RPT"_s);
-    QCOMPARE(m->fechaPrevias(), 1);
-    QVERIFY(m->textoDoPdf().contains(u"MARIA"_s));
+    QCOMPARE(m->closePreviews(), 1);
+    QVERIFY(m->reportText().contains(u"MARIA"_s));
 }
 
 void TstNivelPreco::withoutTheControlIsAnErrorReport() {
@@ -340,17 +370,17 @@ void TstNivelPreco::withoutTheControlIsAnErrorReport() {
     lista()->setCurrentIndex(0);
     ReportControl* const crw = std::exchange(CRW, nullptr);
     ModalHelper modal;
-    modal.esperaContendo(
+    modal.expectContaining(
         u"Erro em tempo de execução 424:\n\nO objeto é obrigatório: não há controle de relatório."_s,
         QMessageBox::Ok);
-    const int fim = comoPrograma([this] { gera(); });
+    const int fim = runInEventLoop([this] { gera(); });
     CRW = crw;
     QCOMPARE(fim, EXIT_FAILURE);
-    QCOMPARE(modal.confere(), QString());
+    QCOMPARE(modal.problem(), QString());
 }
 
 void TstNivelPreco::noCompanyIsAnErrorReport() {
-    m->servidor().executa(u"DELETE FROM empresa"_s);
+    m->server().execute(u"DELETE FROM empresa"_s);
     QVERIFY_EXCEPTION_THROWN(RelatNivelPreco(), RuntimeError);
 }
 
@@ -369,9 +399,9 @@ void TstNivelPreco::byKeyboardAlone() {
     QCOMPARE(QApplication::focusWidget()->objectName(), u"Command4"_s);
     QCOMPARE(lista()->count(), 4);
     ModalHelper modal;
-    modal.aoAbrir([](QWidget* previa) { previa->close(); });
+    modal.onOpen([](QWidget* previa) { previa->close(); });
     teclaNoFoco(Qt::Key_Space);
-    QTRY_COMPARE(modal.confere(), QString());
+    QTRY_COMPARE(modal.problem(), QString());
     QCOMPARE(CRW->sqlQuery(), consulta(2));
     QTest::keyClick(tela.get(), Qt::Key_Escape);
     QVERIFY(!tela->isVisible());

@@ -1,6 +1,8 @@
 #include "base/Datas.h"
-#include "reports/Movimento.h"
 #include "reports/ResumoVendas.h"
+#include "support/Amounts.h"
+#include "support/Bench.h"
+#include "support/EventWatcher.h"
 #include "support/ModalHelper.h"
 #include "ui/DateBox.h"
 #include "ui/grid/Grid.h"
@@ -16,7 +18,7 @@
 
 using namespace Qt::StringLiterals;
 using namespace tarvessa;
-using namespace tarvessa::teste;
+using namespace tarvessa::test;
 
 namespace {
 
@@ -31,9 +33,9 @@ struct Esperado {
     qint64 vendas = 0;
     qint64 trocas = 0;
 
-    QStringList celulas(const QString& documento) const {
-        const qint64 parte = vendas > 0 && trocas > 0 ? proporcao(trocas, 10000, vendas) : 0;
-        return {documento, nome, fantasia, comoTela(vendas), comoTela(trocas), comoTela(parte)};
+    QStringList row(const QString& documento) const {
+        const qint64 parte = vendas > 0 && trocas > 0 ? proportion(trocas, 10000, vendas) : 0;
+        return {documento, nome, fantasia, onScreen(vendas), onScreen(trocas), onScreen(parte)};
     }
 };
 
@@ -44,7 +46,7 @@ class TstResumoVendas : public QObject {
     Q_OBJECT
 
   private Q_SLOTS:
-    void initTestCase() { m = std::make_unique<Movimento>(); }
+    void initTestCase() { m = std::make_unique<Bench>(); }
     void cleanupTestCase() { m.reset(); }
     void init();
     void cleanup() { tela.reset(); }
@@ -79,30 +81,30 @@ class TstResumoVendas : public QObject {
     void byKeyboardAlone();
 
   private:
-    Grid* grade(int n) const { return controle<Grid>(tela.get(), qPrintable(u"TabelaPreco(%1)"_s.arg(n))); }
+    Grid* grade(int n) const { return control<Grid>(tela.get(), qPrintable(u"TabelaPreco(%1)"_s.arg(n))); }
     QString rotulo(int n) const {
-        return controle<QLabel>(tela.get(), qPrintable(u"Label4(%1)"_s.arg(n)))->text();
+        return control<QLabel>(tela.get(), qPrintable(u"Label4(%1)"_s.arg(n)))->text();
     }
-    QString geral() const { return controle<QLabel>(tela.get(), "Label5")->text(); }
+    QString geral() const { return control<QLabel>(tela.get(), "Label5")->text(); }
     void periodo(const QString& inicio, const QString& fim);
-    void gera() { QTest::mouseClick(controle<QPushButton>(tela.get(), "Command4"), Qt::LeftButton); }
+    void gera() { QTest::mouseClick(control<QPushButton>(tela.get(), "Command4"), Qt::LeftButton); }
     QMap<QString, Esperado> esperados(const QString& inicio, const QString& fim);
 
-    std::unique_ptr<Movimento> m;
+    std::unique_ptr<Bench> m;
     std::unique_ptr<ResumoVendas> tela;
 };
 
 void TstResumoVendas::init() {
-    m->arruma();
+    m->resetConnected();
     tela = std::make_unique<ResumoVendas>();
-    QVERIFY(mostra(tela.get()));
+    QVERIFY(showActive(tela.get()));
     periodo(u"01/02/2024"_s, u"29/02/2024"_s);
-    m->marca();
+    m->mark();
 }
 
 void TstResumoVendas::periodo(const QString& inicio, const QString& fim) {
-    controle<DateBox>(tela.get(), "DataIni")->setText(inicio);
-    controle<DateBox>(tela.get(), "DataFin")->setText(fim);
+    control<DateBox>(tela.get(), "DataIni")->setText(inicio);
+    control<DateBox>(tela.get(), "DataFin")->setText(fim);
 }
 
 // From the raw rows, with the test's own arithmetic. Dates compare as texts.
@@ -111,19 +113,19 @@ QMap<QString, Esperado> TstResumoVendas::esperados(const QString& inicio, const 
                                   u"612"_s, u"540"_s, u"640"_s, u"565"_s, u"665"_s};
     const QStringList devolucoes = {u"1202"_s, u"1411"_s, u"2202"_s, u"2411"_s};
     QMap<QString, Esperado> documentos;
-    const auto movimento = m->servidor().consulta(
+    const auto movimento = m->server().query(
         u"SELECT cnpj_cpf, dataemissao, entrsai, cancelado, cfop, totalvenda, vlr_tot_item FROM movsaient"_s);
     for (const QStringList& l : movimento) {
         if (l[1] < inicio || l[1] > fim || l[3] != u"N")
             continue;
         if (l[2] == u"S" && prefixos.contains(l[4].left(3)))
-            documentos[l[0]].vendas += centavos(l[6]);
+            documentos[l[0]].vendas += cents(l[6]);
         else if (l[2] == u"E" && devolucoes.contains(l[4]))
-            documentos[l[0]].vendas -= centavos(l[5]);
+            documentos[l[0]].vendas -= cents(l[5]);
     }
     QMap<QString, QString> documentoDoCliente;
     const auto clientes =
-        m->servidor().consulta(u"SELECT codigo, nome, fantasia, CNPJ_CPF, colunapreco FROM clientes"_s);
+        m->server().query(u"SELECT codigo, nome, fantasia, CNPJ_CPF, colunapreco FROM clientes"_s);
     for (const QStringList& c : clientes) {
         documentoDoCliente[c[0]] = c[3];
         if (!documentos.contains(c[3]))
@@ -134,15 +136,15 @@ QMap<QString, Esperado> TstResumoVendas::esperados(const QString& inicio, const 
         e.nivel = QStringList{u"1"_s, u"2"_s, u"3"_s, u"4"_s}.contains(c[4]) ? c[4].toInt() : 1;
     }
     QMap<QString, qint64> trocasDoCliente;
-    const auto trocas = m->servidor().consulta(
+    const auto trocas = m->server().query(
         u"SELECT codigocli, quantidade, pcfabrica, situacaoorc, databaixa FROM Orcamento_Troca"_s);
     for (const QStringList& t : trocas)
         if (t[3] == u"B" && t[4] >= inicio && t[4] <= fim)
-            trocasDoCliente[t[0]] += QString(t[1]).remove(u'.').toLongLong() * centavos(t[2]);
+            trocasDoCliente[t[0]] += QString(t[1]).remove(u'.').toLongLong() * cents(t[2]);
     for (auto t = trocasDoCliente.cbegin(); t != trocasDoCliente.cend(); ++t) {
         const QString documento = documentoDoCliente.value(t.key());
         if (documentos.contains(documento))
-            documentos[documento].trocas = centavosDeCentesimosMilesimos(t.value());
+            documentos[documento].trocas = centsOfHundredThousandths(t.value());
     }
     return documentos;
 }
@@ -151,45 +153,45 @@ void TstResumoVendas::opensWithTheCurrentMonth() {
     const ResumoVendas nova;
     auto* form = const_cast<ResumoVendas*>(&nova);
     QCOMPARE(nova.windowTitle(), u" Resumo de Vendas"_s);
-    QCOMPARE(controle<DateBox>(form, "DataIni")->text(), u"01/03/2024"_s);
-    QCOMPARE(controle<DateBox>(form, "DataFin")->text(), u"15/03/2024"_s);
-    auto* order = controle<QComboBox>(form, "order");
+    QCOMPARE(control<DateBox>(form, "DataIni")->text(), u"01/03/2024"_s);
+    QCOMPARE(control<DateBox>(form, "DataFin")->text(), u"15/03/2024"_s);
+    auto* order = control<QComboBox>(form, "order");
     QCOMPARE(order->count(), 4);
     QCOMPARE(order->itemText(0), u"ALFABÉTICA"_s);
     QCOMPARE(order->itemText(1), u"TOTAL VENDIDO"_s);
     QCOMPARE(order->itemText(2), u"TOTAL DEVOLVIDO"_s);
     QCOMPARE(order->itemText(3), u"% DEVOLVIDA"_s);
     QCOMPARE(order->currentIndex(), 0);
-    QCOMPARE(controle<QLabel>(form, "Label5")->text(), u"TOTAL R$ 0,00"_s);
-    QVERIFY(controle<QLabel>(form, "Label3")->isHidden());
-    auto* abas = controle<QTabWidget>(form, "TabPreco");
+    QCOMPARE(control<QLabel>(form, "Label5")->text(), u"TOTAL R$ 0,00"_s);
+    QVERIFY(control<QLabel>(form, "Label3")->isHidden());
+    auto* abas = control<QTabWidget>(form, "TabPreco");
     QCOMPARE(abas->count(), niveis);
     for (int n = 1; n <= niveis; ++n) {
         QCOMPARE(abas->tabText(n - 1), u"Preço %1"_s.arg(n));
-        const auto* tabela = controle<Grid>(form, qPrintable(u"TabelaPreco(%1)"_s.arg(n)));
-        QCOMPARE(celulas(tabela, 0), QStringList({u"CNPJ"_s, u"RAZÃO SOCIAL"_s, u"FANTASIA"_s, u"R$ TOTAL"_s,
-                                                  u"R$ DEVOLUÇÃO"_s, u"% DEVOLVIDO"_s}));
-        QCOMPARE(alinhamentos(tabela), u"^<<>>>"_s);
+        const auto* tabela = control<Grid>(form, qPrintable(u"TabelaPreco(%1)"_s.arg(n)));
+        QCOMPARE(cells(tabela, 0), QStringList({u"CNPJ"_s, u"RAZÃO SOCIAL"_s, u"FANTASIA"_s, u"R$ TOTAL"_s,
+                                                u"R$ DEVOLUÇÃO"_s, u"% DEVOLVIDO"_s}));
+        QCOMPARE(alignments(tabela), u"^<<>>>"_s);
         QCOMPARE(tabela->rows(), 1);
-        QCOMPARE(larguras(tabela), QList<int>({1750, 4900, 3500, 1405, 1405, 1405}));
+        QCOMPARE(columnWidths(tabela), QList<int>({1750, 4900, 3500, 1405, 1405, 1405}));
         for (int coluna = 0; coluna < tabela->columns(); ++coluna)
             QVERIFY(tabela->isBold(0, coluna));
-        QCOMPARE(controle<QLabel>(form, qPrintable(u"Label4(%1)"_s.arg(n)))->text(), u"TOTAL R$ 0,00"_s);
+        QCOMPARE(control<QLabel>(form, qPrintable(u"Label4(%1)"_s.arg(n)))->text(), u"TOTAL R$ 0,00"_s);
     }
-    QCOMPARE(m->comandos(), QStringList());
+    QCOMPARE(m->statements(), QStringList());
 }
 
 void TstResumoVendas::controlsAndAccessibleNames() {
-    QCOMPARE(controle<QPushButton>(tela.get(), "Command4")->text(), u"Gera Relatório"_s);
-    QCOMPARE(controle<QLabel>(tela.get(), "Label3")->text(), u"AGUARDE..."_s);
+    QCOMPARE(control<QPushButton>(tela.get(), "Command4")->text(), u"Gera Relatório"_s);
+    QCOMPARE(control<QLabel>(tela.get(), "Label3")->text(), u"AGUARDE..."_s);
     const QMap<QString, QString> nomes = {
         {u"DataIni"_s, u"PERÍODO (início)"_s}, {u"DataFin"_s, u"PERÍODO (fim)"_s},
         {u"order"_s, u"ORDENAR POR"_s},        {u"TabPreco"_s, u"Níveis de preço"_s},
         {u"TabelaPreco(1)"_s, u"Preço 1"_s},   {u"TabelaPreco(2)"_s, u"Preço 2"_s},
         {u"TabelaPreco(3)"_s, u"Preço 3"_s},   {u"TabelaPreco(4)"_s, u"Preço 4"_s}};
     for (auto nome = nomes.cbegin(); nome != nomes.cend(); ++nome)
-        QCOMPARE(controle<QWidget>(tela.get(), qPrintable(nome.key()))->accessibleName(), nome.value());
-    const auto* abas = controle<QTabWidget>(tela.get(), "TabPreco");
+        QCOMPARE(control<QWidget>(tela.get(), qPrintable(nome.key()))->accessibleName(), nome.value());
+    const auto* abas = control<QTabWidget>(tela.get(), "TabPreco");
     QAccessibleInterface* barra = QAccessible::queryAccessibleInterface(abas->tabBar());
     for (int n = 1; n <= niveis; ++n)
         QCOMPARE(barra->child(n - 1)->text(QAccessible::Name), u"Preço %1"_s.arg(n));
@@ -220,18 +222,22 @@ void TstResumoVendas::refusesBadPeriods() {
     QFETCH(QString, foco);
     periodo(inicio, fim);
     ModalHelper modal;
-    modal.espera(mensagem, QMessageBox::Ok);
+    modal.expect(mensagem, QMessageBox::Ok);
     gera();
-    QCOMPARE(modal.confere(), QString());
-    QCOMPARE(modal.caixas()[0].titulo, u"Atenção!!!"_s);
-    QCOMPARE(modal.caixas()[0].icone, QMessageBox::Information);
+    QCOMPARE(modal.problem(), QString());
+    QCOMPARE(modal.boxes()[0].title, u"Atenção!!!"_s);
+    QCOMPARE(modal.boxes()[0].icon, QMessageBox::Information);
     QCOMPARE(tela->focusWidget()->objectName(), foco);
-    QCOMPARE(m->comandos(), QStringList());
+    QCOMPARE(m->statements(), QStringList());
 }
 
 void TstResumoVendas::sendsTheStatementsInTheirOrder() {
-    m->cliente(u"C1"_s, u"UM"_s, u"11"_s, u"2"_s);
-    m->linha({});
+    m->shop().cliente({.codigo = u"C1"_s,
+                       .nome = u"UM"_s,
+                       .colunaPreco = u"2"_s,
+                       .cnpjCpf = u"11"_s,
+                       .fantasia = u"F UM"_s});
+    m->shop().linhaFiscal({});
     gera();
     const QStringList esperado = {
         u"TRUNCATE relat2"_s,
@@ -259,7 +265,7 @@ void TstResumoVendas::sendsTheStatementsInTheirOrder() {
         u"UPDATE relat SET valor3=round(valor2*100/valor1,2) WHERE valor1>0 and valor2>0"_s,
         u"Select * From Relat Order By Texto1"_s,
         u"Select sum(Valor1) as Valor1, Texto3 From relat group by Texto3"_s};
-    QCOMPARE(m->comandos(), StatementLog::esperado(esperado));
+    QCOMPARE(m->statements(), StatementLog::expected(esperado));
 }
 
 void TstResumoVendas::ordersAsChosen_data() {
@@ -277,23 +283,32 @@ void TstResumoVendas::ordersAsChosen() {
     QFETCH(QStringList, documentos);
     const auto vende = [this](const QString& codigo, const QString& nome, const QString& documento,
                               const QString& valor, const QString& troca) {
-        m->cliente(codigo, nome, documento, u"3"_s);
+        m->shop().cliente({.codigo = codigo,
+                           .nome = nome,
+                           .colunaPreco = u"3"_s,
+                           .cnpjCpf = documento,
+                           .fantasia = u"F "_s + nome});
         LinhaFiscal l;
         l.cnpj = documento;
         l.valorItem = valor;
-        m->linha(l);
-        m->troca(codigo, u"1"_s, u"1"_s, troca);
+        m->shop().linhaFiscal(l);
+        m->shop().devolucao({.vendedor = 1,
+                             .produto = u"P1"_s,
+                             .quantidade = u"1"_s,
+                             .baixa = u"2024-02-10"_s,
+                             .cliente = codigo,
+                             .custo = troca});
     };
     vende(u"C1"_s, u"CARLOS"_s, u"11"_s, u"10.00"_s, u"9.00"_s);
     vende(u"C2"_s, u"BRUNA"_s, u"22"_s, u"1000.00"_s, u"20.00"_s);
     vende(u"C3"_s, u"ANA"_s, u"33"_s, u"100.00"_s, u"30.00"_s);
-    controle<QComboBox>(tela.get(), "order")->setCurrentIndex(item);
-    m->marca();
+    control<QComboBox>(tela.get(), "order")->setCurrentIndex(item);
+    m->mark();
     gera();
     QFETCH(QString, ordem);
-    QVERIFY(m->comandos().contains(u"Select * From Relat Order By "_s + ordem));
+    QVERIFY(m->statements().contains(u"Select * From Relat Order By "_s + ordem));
     QStringList vistos;
-    for (const QStringList& linha : linhas(grade(3)))
+    for (const QStringList& linha : allCells(grade(3)))
         vistos.append(linha[0]);
     QCOMPARE(vistos, documentos);
 }
@@ -311,7 +326,7 @@ void TstResumoVendas::figuresOfARandomMonth() {
     QFETCH(quint32, semente);
     QFETCH(QString, inicio);
     QFETCH(QString, fim);
-    m->semeia(semente);
+    m->shop().movimento(semente);
     periodo(TextoTela(QDate::fromString(inicio, Qt::ISODate)),
             TextoTela(QDate::fromString(fim, Qt::ISODate)));
     gera();
@@ -323,26 +338,30 @@ void TstResumoVendas::figuresOfARandomMonth() {
     for (auto d = documentos.cbegin(); d != documentos.cend(); ++d) {
         total += d->vendas;
         totalDoNivel[d->nivel] += d->vendas;
-        linhasDoNivel[d->nivel].insert(d.key(), d->celulas(d.key()));
+        linhasDoNivel[d->nivel].insert(d.key(), d->row(d.key()));
     }
     for (int n = 1; n <= niveis; ++n) {
         QMap<QString, QStringList> vistas;
         QString anterior;
-        for (const QStringList& linha : linhas(grade(n))) {
+        for (const QStringList& linha : allCells(grade(n))) {
             vistas.insert(linha[0], linha);
             QVERIFY2(linha[1] >= anterior, "not in alphabetic order");
             anterior = linha[1];
         }
         QCOMPARE(grade(n)->rows() - 1, vistas.size());
         QCOMPARE(vistas, linhasDoNivel[n]);
-        QCOMPARE(rotulo(n), u"("_s + comoTela(proporcao(totalDoNivel[n], 100000, total), 3) +
-                                u"%)   -   TOTAL R$ "_s + comoTela(totalDoNivel[n]));
+        QCOMPARE(rotulo(n), u"("_s + onScreen(proportion(totalDoNivel[n], 100000, total), 3) +
+                                u"%)   -   TOTAL R$ "_s + onScreen(totalDoNivel[n]));
     }
-    QCOMPARE(geral(), u"TOTAL GERAL R$ "_s + comoTela(total));
+    QCOMPARE(geral(), u"TOTAL GERAL R$ "_s + onScreen(total));
 }
 
 void TstResumoVendas::salesByPrefixAndItemValueReturnsByCodeAndSaleValue() {
-    m->cliente(u"C1"_s, u"UM"_s, u"11"_s, u"1"_s);
+    m->shop().cliente({.codigo = u"C1"_s,
+                       .nome = u"UM"_s,
+                       .colunaPreco = u"1"_s,
+                       .cnpjCpf = u"11"_s,
+                       .fantasia = u"F UM"_s});
     const auto linha = [this](const QString& entrsai, const QString& cfop,
                               const QString& cancelado = u"N"_s) {
         LinhaFiscal l;
@@ -351,7 +370,7 @@ void TstResumoVendas::salesByPrefixAndItemValueReturnsByCodeAndSaleValue() {
         l.cancelado = cancelado;
         l.totalVenda = u"1.00"_s;
         l.valorItem = u"100.00"_s;
-        m->linha(l);
+        m->shop().linhaFiscal(l);
     };
     linha(u"S"_s, u"5109"_s); // by prefix, not by the full codes of the other reports
     linha(u"S"_s, u"5910"_s);
@@ -361,7 +380,7 @@ void TstResumoVendas::salesByPrefixAndItemValueReturnsByCodeAndSaleValue() {
     linha(u"E"_s, u"5102"_s);
     linha(u"S"_s, u"1202"_s);
     gera();
-    QCOMPARE(linhas(grade(1)),
+    QCOMPARE(allCells(grade(1)),
              QList<QStringList>({{u"11"_s, u"UM"_s, u"F UM"_s, u"99,00"_s, u"0,00"_s, u"0,00"_s}}));
     QCOMPARE(rotulo(1), u"(100,000%)   -   TOTAL R$ 99,00"_s);
     QCOMPARE(rotulo(2), u"(0,000%)   -   TOTAL R$ 0,00"_s);
@@ -369,42 +388,64 @@ void TstResumoVendas::salesByPrefixAndItemValueReturnsByCodeAndSaleValue() {
 }
 
 void TstResumoVendas::periodBoundsAreInside() {
-    m->cliente(u"C1"_s, u"UM"_s, u"11"_s, u"1"_s);
+    m->shop().cliente({.codigo = u"C1"_s,
+                       .nome = u"UM"_s,
+                       .colunaPreco = u"1"_s,
+                       .cnpjCpf = u"11"_s,
+                       .fantasia = u"F UM"_s});
     const QStringList dias = {u"2024-01-31"_s, u"2024-02-01"_s, u"2024-02-29"_s, u"2024-03-01"_s};
     const QStringList valores = {u"1000.00"_s, u"1.00"_s, u"10.00"_s, u"100.00"_s};
     for (int i = 0; i < dias.size(); ++i) {
         LinhaFiscal l;
         l.data = dias[i];
         l.valorItem = valores[i];
-        m->linha(l);
-        m->troca(u"C1"_s, u"1"_s, u"1"_s, valores[i], dias[i]);
+        m->shop().linhaFiscal(l);
+        m->shop().devolucao({.vendedor = 1,
+                             .produto = u"P1"_s,
+                             .quantidade = u"1"_s,
+                             .baixa = dias[i],
+                             .cliente = u"C1"_s,
+                             .custo = valores[i]});
     }
     gera();
-    QCOMPARE(linhas(grade(1)).value(0).mid(3), QStringList({u"11,00"_s, u"11,00"_s, u"100,00"_s}));
+    QCOMPARE(allCells(grade(1)).value(0).mid(3), QStringList({u"11,00"_s, u"11,00"_s, u"100,00"_s}));
 }
 
 void TstResumoVendas::oneDayPeriod() {
-    m->linha({});
+    m->shop().linhaFiscal({});
     periodo(u"10/02/2024"_s, u"10/02/2024"_s);
     gera();
     QCOMPARE(grade(1)->rows(), 2);
 }
 
 void TstResumoVendas::returnsOnly() {
-    m->cliente(u"C1"_s, u"UM"_s, u"11"_s, u"4"_s);
-    m->cliente(u"C2"_s, u"DOIS"_s, u"22"_s, u"4"_s);
+    m->shop().cliente({.codigo = u"C1"_s,
+                       .nome = u"UM"_s,
+                       .colunaPreco = u"4"_s,
+                       .cnpjCpf = u"11"_s,
+                       .fantasia = u"F UM"_s});
+    m->shop().cliente({.codigo = u"C2"_s,
+                       .nome = u"DOIS"_s,
+                       .colunaPreco = u"4"_s,
+                       .cnpjCpf = u"22"_s,
+                       .fantasia = u"F DOIS"_s});
     LinhaFiscal devolvida;
     devolvida.entrsai = u"E"_s;
     devolvida.cfop = u"1411"_s;
     devolvida.totalVenda = u"40.00"_s;
-    m->linha(devolvida);
+    m->shop().linhaFiscal(devolvida);
     LinhaFiscal venda;
     venda.cnpj = u"22"_s;
     venda.valorItem = u"1240.00"_s;
-    m->linha(venda);
-    m->troca(u"C1"_s, u"1"_s, u"2"_s, u"5.00"_s);
+    m->shop().linhaFiscal(venda);
+    m->shop().devolucao({.vendedor = 1,
+                         .produto = u"P1"_s,
+                         .quantidade = u"2"_s,
+                         .baixa = u"2024-02-10"_s,
+                         .cliente = u"C1"_s,
+                         .custo = u"5.00"_s});
     gera();
-    QCOMPARE(linhas(grade(4)),
+    QCOMPARE(allCells(grade(4)),
              QList<QStringList>({{u"22"_s, u"DOIS"_s, u"F DOIS"_s, u"1.240,00"_s, u"0,00"_s, u"0,00"_s},
                                  {u"11"_s, u"UM"_s, u"F UM"_s, u"-40,00"_s, u"10,00"_s, u"0,00"_s}}));
     QCOMPARE(geral(), u"TOTAL GERAL R$ 1.200,00"_s);
@@ -421,8 +462,12 @@ void TstResumoVendas::unknownLevelsGoToTheFirstTab_data() {
 
 void TstResumoVendas::unknownLevelsGoToTheFirstTab() {
     QFETCH(QString, nivel);
-    m->cliente(u"C1"_s, u"UM"_s, u"11"_s, nivel);
-    m->linha({});
+    m->shop().cliente({.codigo = u"C1"_s,
+                       .nome = u"UM"_s,
+                       .colunaPreco = nivel,
+                       .cnpjCpf = u"11"_s,
+                       .fantasia = u"F UM"_s});
+    m->shop().linhaFiscal({});
     gera();
     QCOMPARE(grade(1)->rows(), 2);
     for (int n = 2; n <= niveis; ++n)
@@ -431,14 +476,18 @@ void TstResumoVendas::unknownLevelsGoToTheFirstTab() {
 }
 
 void TstResumoVendas::documentWithoutCustomer() {
-    m->cliente(u"C1"_s, u"UM"_s, u"11"_s, u"2"_s);
-    m->linha({});
+    m->shop().cliente({.codigo = u"C1"_s,
+                       .nome = u"UM"_s,
+                       .colunaPreco = u"2"_s,
+                       .cnpjCpf = u"11"_s,
+                       .fantasia = u"F UM"_s});
+    m->shop().linhaFiscal({});
     LinhaFiscal semCadastro;
     semCadastro.cnpj = u"99"_s;
     semCadastro.valorItem = u"30.00"_s;
-    m->linha(semCadastro);
+    m->shop().linhaFiscal(semCadastro);
     gera();
-    QCOMPARE(linhas(grade(1)),
+    QCOMPARE(allCells(grade(1)),
              QList<QStringList>({{u"99"_s, QString(), QString(), u"30,00"_s, u"0,00"_s, u"0,00"_s}}));
     QCOMPARE(rotulo(1), u"(75,000%)   -   TOTAL R$ 30,00"_s);
     QCOMPARE(rotulo(2), u"(25,000%)   -   TOTAL R$ 10,00"_s);
@@ -446,14 +495,32 @@ void TstResumoVendas::documentWithoutCustomer() {
 }
 
 void TstResumoVendas::documentOfTwoCustomers() {
-    m->cliente(u"C1"_s, u"UM"_s, u"11"_s, u"2"_s);
-    m->cliente(u"C2"_s, u"OUTRO"_s, u"11"_s, u"2"_s);
-    m->linha({});
-    m->troca(u"C1"_s, u"1"_s, u"1"_s, u"1.00"_s);
-    m->troca(u"C2"_s, u"1"_s, u"1"_s, u"2.00"_s);
+    m->shop().cliente({.codigo = u"C1"_s,
+                       .nome = u"UM"_s,
+                       .colunaPreco = u"2"_s,
+                       .cnpjCpf = u"11"_s,
+                       .fantasia = u"F UM"_s});
+    m->shop().cliente({.codigo = u"C2"_s,
+                       .nome = u"OUTRO"_s,
+                       .colunaPreco = u"2"_s,
+                       .cnpjCpf = u"11"_s,
+                       .fantasia = u"F OUTRO"_s});
+    m->shop().linhaFiscal({});
+    m->shop().devolucao({.vendedor = 1,
+                         .produto = u"P1"_s,
+                         .quantidade = u"1"_s,
+                         .baixa = u"2024-02-10"_s,
+                         .cliente = u"C1"_s,
+                         .custo = u"1.00"_s});
+    m->shop().devolucao({.vendedor = 1,
+                         .produto = u"P1"_s,
+                         .quantidade = u"1"_s,
+                         .baixa = u"2024-02-10"_s,
+                         .cliente = u"C2"_s,
+                         .custo = u"2.00"_s});
     gera();
     QCOMPARE(grade(2)->rows(), 2);
-    const QStringList linha = celulas(grade(2), 1);
+    const QStringList linha = cells(grade(2), 1);
     QVERIFY(QStringList({u"UM"_s, u"OUTRO"_s}).contains(linha[1]));
     QCOMPARE(linha[2], u"F "_s + linha[1]);
     QCOMPARE(linha[3], u"10,00"_s);
@@ -462,34 +529,61 @@ void TstResumoVendas::documentOfTwoCustomers() {
 }
 
 void TstResumoVendas::exchangesWithoutInvoicesAreDropped() {
-    m->cliente(u"C1"_s, u"UM"_s, u"11"_s, u"1"_s);
-    m->cliente(u"C2"_s, u"DOIS"_s, u"22"_s, u"1"_s);
-    m->linha({});
-    m->troca(u"C2"_s, u"1"_s, u"1"_s, u"5.00"_s);
-    m->troca(u"C1"_s, u"1"_s, u"1"_s, u"5.00"_s, u"2024-02-10"_s, u"A"_s);
+    m->shop().cliente({.codigo = u"C1"_s,
+                       .nome = u"UM"_s,
+                       .colunaPreco = u"1"_s,
+                       .cnpjCpf = u"11"_s,
+                       .fantasia = u"F UM"_s});
+    m->shop().cliente({.codigo = u"C2"_s,
+                       .nome = u"DOIS"_s,
+                       .colunaPreco = u"1"_s,
+                       .cnpjCpf = u"22"_s,
+                       .fantasia = u"F DOIS"_s});
+    m->shop().linhaFiscal({});
+    m->shop().devolucao({.vendedor = 1,
+                         .produto = u"P1"_s,
+                         .quantidade = u"1"_s,
+                         .baixa = u"2024-02-10"_s,
+                         .cliente = u"C2"_s,
+                         .custo = u"5.00"_s});
+    m->shop().devolucao({.vendedor = 1,
+                         .produto = u"P1"_s,
+                         .quantidade = u"1"_s,
+                         .baixa = u"2024-02-10"_s,
+                         .situacao = u"A"_s,
+                         .cliente = u"C1"_s,
+                         .custo = u"5.00"_s});
     gera();
-    QCOMPARE(linhas(grade(1)),
+    QCOMPARE(allCells(grade(1)),
              QList<QStringList>({{u"11"_s, u"UM"_s, u"F UM"_s, u"10,00"_s, u"0,00"_s, u"0,00"_s}}));
 }
 
 // Neither is anybody's: never lost from the totals, and shown with the first level.
 void TstResumoVendas::documentThatIsNullOrEmpty() {
-    m->cliente(u"C1"_s, u"UM"_s, u"11"_s, u"2"_s);
-    m->cliente(u"C2"_s, u"SEM DOCUMENTO"_s, u"apagado"_s, u"2"_s);
-    m->servidor().executa(u"UPDATE clientes SET CNPJ_CPF=NULL WHERE codigo='C2'"_s);
-    m->linha({});
+    m->shop().cliente({.codigo = u"C1"_s,
+                       .nome = u"UM"_s,
+                       .colunaPreco = u"2"_s,
+                       .cnpjCpf = u"11"_s,
+                       .fantasia = u"F UM"_s});
+    m->shop().cliente({.codigo = u"C2"_s,
+                       .nome = u"SEM DOCUMENTO"_s,
+                       .colunaPreco = u"2"_s,
+                       .cnpjCpf = u"apagado"_s,
+                       .fantasia = u"F SEM DOCUMENTO"_s});
+    m->server().execute(u"UPDATE clientes SET CNPJ_CPF=NULL WHERE codigo='C2'"_s);
+    m->shop().linhaFiscal({});
     const auto venda = [this](const QString& documento, const QString& valor) {
         LinhaFiscal l;
         l.cnpj = documento;
         l.valorItem = valor;
-        m->linha(l);
+        m->shop().linhaFiscal(l);
     };
     venda(u"nulo"_s, u"20.00"_s);
     venda(u"nulo"_s, u"5.00"_s);
     venda(QString(), u"7.50"_s);
-    m->servidor().executa(u"UPDATE movsaient SET cnpj_cpf=NULL WHERE cnpj_cpf='nulo'"_s);
+    m->server().execute(u"UPDATE movsaient SET cnpj_cpf=NULL WHERE cnpj_cpf='nulo'"_s);
     gera();
-    QList<QStringList> semCliente = linhas(grade(1));
+    QList<QStringList> semCliente = allCells(grade(1));
     std::sort(semCliente.begin(), semCliente.end());
     QCOMPARE(semCliente,
              QList<QStringList>({{QString(), QString(), QString(), u"25,00"_s, u"0,00"_s, u"0,00"_s},
@@ -501,38 +595,46 @@ void TstResumoVendas::documentThatIsNullOrEmpty() {
 
 void TstResumoVendas::nothingSoldIsADivisionByZero() {
     ModalHelper modal;
-    modal.esperaContendo(erroDeExecucao, QMessageBox::Ok);
+    modal.expectContaining(erroDeExecucao, QMessageBox::Ok);
     gera();
-    QCOMPARE(modal.confere(), QString());
-    QVERIFY(controle<QLabel>(tela.get(), "Label3")->isHidden());
-    m->linha({});
+    QCOMPARE(modal.problem(), QString());
+    QVERIFY(control<QLabel>(tela.get(), "Label3")->isHidden());
+    m->shop().linhaFiscal({});
     gera();
     QCOMPARE(geral(), u"TOTAL GERAL R$ 10,00"_s);
 }
 
 void TstResumoVendas::salesEqualToReturnsAreADivisionByZero() {
-    m->cliente(u"C1"_s, u"UM"_s, u"11"_s, u"2"_s);
-    m->cliente(u"C2"_s, u"DOIS"_s, u"22"_s, u"3"_s);
-    m->linha({});
+    m->shop().cliente({.codigo = u"C1"_s,
+                       .nome = u"UM"_s,
+                       .colunaPreco = u"2"_s,
+                       .cnpjCpf = u"11"_s,
+                       .fantasia = u"F UM"_s});
+    m->shop().cliente({.codigo = u"C2"_s,
+                       .nome = u"DOIS"_s,
+                       .colunaPreco = u"3"_s,
+                       .cnpjCpf = u"22"_s,
+                       .fantasia = u"F DOIS"_s});
+    m->shop().linhaFiscal({});
     LinhaFiscal devolvida;
     devolvida.entrsai = u"E"_s;
     devolvida.cfop = u"1202"_s;
     devolvida.cnpj = u"22"_s;
-    m->linha(devolvida);
-    controle<QLabel>(tela.get(), "Label5")->setText(u"DE ANTES"_s);
+    m->shop().linhaFiscal(devolvida);
+    control<QLabel>(tela.get(), "Label5")->setText(u"DE ANTES"_s);
     ModalHelper modal;
-    modal.esperaContendo(erroDeExecucao, QMessageBox::Ok);
+    modal.expectContaining(erroDeExecucao, QMessageBox::Ok);
     gera();
-    QCOMPARE(modal.confere(), QString());
+    QCOMPARE(modal.problem(), QString());
     // As far as it came: the customers and the grand total.
-    QCOMPARE(linhas(grade(2)),
+    QCOMPARE(allCells(grade(2)),
              QList<QStringList>({{u"11"_s, u"UM"_s, u"F UM"_s, u"10,00"_s, u"0,00"_s, u"0,00"_s}}));
-    QCOMPARE(linhas(grade(3)),
+    QCOMPARE(allCells(grade(3)),
              QList<QStringList>({{u"22"_s, u"DOIS"_s, u"F DOIS"_s, u"-10,00"_s, u"0,00"_s, u"0,00"_s}}));
     QCOMPARE(geral(), u"TOTAL GERAL R$ 0,00"_s);
     for (int n = 1; n <= niveis; ++n)
         QCOMPARE(rotulo(n), u"TOTAL R$ 0,00"_s);
-    QVERIFY(controle<QLabel>(tela.get(), "Label3")->isHidden());
+    QVERIFY(control<QLabel>(tela.get(), "Label3")->isHidden());
 }
 
 void TstResumoVendas::columnNarrowsWithTheScrollBar_data() {
@@ -551,19 +653,23 @@ void TstResumoVendas::columnNarrowsWithTheScrollBar() {
     QFETCH(int, clientes);
     QFETCH(int, nivel);
     for (int i = 1; i <= clientes; ++i) {
-        m->cliente(u"C%1"_s.arg(i), u"CLIENTE"_s, QString::number(i), QString::number(nivel));
+        m->shop().cliente({.codigo = u"C%1"_s.arg(i),
+                           .nome = u"CLIENTE"_s,
+                           .colunaPreco = QString::number(nivel),
+                           .cnpjCpf = QString::number(i),
+                           .fantasia = u"F CLIENTE"_s});
         LinhaFiscal l;
         l.cnpj = QString::number(i);
-        m->linha(l);
+        m->shop().linhaFiscal(l);
     }
     gera();
     QCOMPARE(grade(nivel)->rows(), clientes + 1);
-    QCOMPARE(alinhamentos(grade(nivel)), u"^<<>>>"_s);
+    QCOMPARE(alignments(grade(nivel)), u"^<<>>>"_s);
     QTEST(grade(nivel)->columnTwips(1), "largura");
     for (int n = 1; n <= niveis; ++n)
         if (n != nivel)
             QCOMPARE(grade(n)->columnTwips(1), 4900);
-    m->servidor().executa(u"DELETE FROM movsaient WHERE cnpj_cpf<>'1'"_s);
+    m->server().execute(u"DELETE FROM movsaient WHERE cnpj_cpf<>'1'"_s);
     gera();
     QCOMPARE(grade(nivel)->columnTwips(1), 4900);
 }
@@ -571,7 +677,7 @@ void TstResumoVendas::columnNarrowsWithTheScrollBar() {
 // More rows than come in one fetch, on each tab; figures of the test's own formula.
 void TstResumoVendas::tenThousandCustomers() {
     constexpr int clientes = 10000;
-    m->servidor().executa(
+    m->server().execute(
         u"INSERT INTO clientes (codigo, nome, fantasia, CNPJ_CPF, colunapreco) SELECT CONCAT('C', seq), "
         "CONCAT('CLIENTE ', LPAD(seq, 5, '0')), CONCAT('F ', seq), LPAD(seq, 14, '0'), seq % 4 + 1 FROM "
         "seq_1_to_%1; INSERT INTO movsaient (nr_nf, serienf, dataemissao, entrsai, cancelado, cfop, "
@@ -590,74 +696,82 @@ void TstResumoVendas::tenThousandCustomers() {
         somas[n] += vendas;
         total += vendas;
         const QString numero = QString::number(i);
-        QCOMPARE(celulas(grade(static_cast<int>(n) + 1), ++vistas[n]),
+        QCOMPARE(cells(grade(static_cast<int>(n) + 1), ++vistas[n]),
                  QStringList({numero.rightJustified(14, u'0'), u"CLIENTE "_s + numero.rightJustified(5, u'0'),
-                              u"F "_s + numero, comoTela(vendas), comoTela(trocas),
-                              comoTela(trocas > 0 ? proporcao(trocas, 10000, vendas) : 0)}));
+                              u"F "_s + numero, onScreen(vendas), onScreen(trocas),
+                              onScreen(trocas > 0 ? proportion(trocas, 10000, vendas) : 0)}));
     }
     for (int n = 1; n <= niveis; ++n) {
         QCOMPARE(grade(n)->rows(), clientes / niveis + 1);
         const qint64 soma = somas[static_cast<size_t>(n - 1)];
-        QCOMPARE(rotulo(n), u"("_s + comoTela(proporcao(soma, 100000, total), 3) + u"%)   -   TOTAL R$ "_s +
-                                comoTela(soma));
+        QCOMPARE(rotulo(n), u"("_s + onScreen(proportion(soma, 100000, total), 3) + u"%)   -   TOTAL R$ "_s +
+                                onScreen(soma));
     }
-    QCOMPARE(geral(), u"TOTAL GERAL R$ "_s + comoTela(total));
+    QCOMPARE(geral(), u"TOTAL GERAL R$ "_s + onScreen(total));
 }
 
 void TstResumoVendas::busyLabelIsSeenWhileRunning() {
-    auto* rotuloDeEspera = controle<QLabel>(tela.get(), "Label3");
-    m->linha({});
-    m->marca();
+    auto* rotuloDeEspera = control<QLabel>(tela.get(), "Label3");
+    m->shop().linhaFiscal({});
+    m->mark();
     QList<qsizetype> pintado;   // how many statements the server had when the label was painted,
     QList<qsizetype> escondido; // and when it went
-    const Observador observador(rotuloDeEspera, [&](QEvent::Type evento) {
+    const EventWatcher observador(rotuloDeEspera, [&](QEvent::Type evento) {
         if (evento == QEvent::Paint)
-            pintado.append(m->comandos().size());
+            pintado.append(m->statements().size());
         else if (evento == QEvent::Hide)
-            escondido.append(m->comandos().size());
+            escondido.append(m->statements().size());
     });
-    controle<QPushButton>(tela.get(), "Command4")->click(); // without letting the event loop run
+    control<QPushButton>(tela.get(), "Command4")->click(); // without letting the event loop run
     QCOMPARE(pintado, QList<qsizetype>({0}));
     QCOMPARE(escondido, QList<qsizetype>({13}));
     QVERIFY(rotuloDeEspera->isHidden());
 }
 
 void TstResumoVendas::runsAgainFromEmpty() {
-    m->cliente(u"C1"_s, u"UM"_s, u"11"_s, u"2"_s);
-    m->linha({});
+    m->shop().cliente({.codigo = u"C1"_s,
+                       .nome = u"UM"_s,
+                       .colunaPreco = u"2"_s,
+                       .cnpjCpf = u"11"_s,
+                       .fantasia = u"F UM"_s});
+    m->shop().linhaFiscal({});
     gera();
     gera();
     QCOMPARE(grade(2)->rows(), 2);
-    m->servidor().executa(u"UPDATE clientes SET colunapreco='3'"_s);
+    m->server().execute(u"UPDATE clientes SET colunapreco='3'"_s);
     gera();
     QCOMPARE(grade(2)->rows(), 1);
     QCOMPARE(grade(3)->rows(), 2);
-    QCOMPARE(m->servidor().consulta(u"SELECT COUNT(*) FROM relat"_s)[0][0], u"1"_s);
+    QCOMPARE(m->server().query(u"SELECT COUNT(*) FROM relat"_s)[0][0], u"1"_s);
 }
 
 void TstResumoVendas::failingStatementLeavesTheScreenUsable() {
-    m->linha({});
-    m->servidor().executa(u"RENAME TABLE Orcamento_Troca TO guardada"_s);
+    m->shop().linhaFiscal({});
+    m->server().execute(u"RENAME TABLE Orcamento_Troca TO guardada"_s);
     ModalHelper modal;
-    modal.esperaContendo(u"Orcamento_Troca"_s, QMessageBox::Ok);
+    modal.expectContaining(u"Orcamento_Troca"_s, QMessageBox::Ok);
     gera();
-    m->servidor().executa(u"RENAME TABLE guardada TO Orcamento_Troca"_s);
-    QCOMPARE(modal.confere(), QString());
+    m->server().execute(u"RENAME TABLE guardada TO Orcamento_Troca"_s);
+    QCOMPARE(modal.problem(), QString());
     // As far as it was filled.
-    QCOMPARE(m->servidor().consulta(u"SELECT COUNT(*) FROM relat"_s)[0][0], u"1"_s);
-    QVERIFY(controle<QLabel>(tela.get(), "Label3")->isHidden());
+    QCOMPARE(m->server().query(u"SELECT COUNT(*) FROM relat"_s)[0][0], u"1"_s);
+    QVERIFY(control<QLabel>(tela.get(), "Label3")->isHidden());
     gera();
     QCOMPARE(geral(), u"TOTAL GERAL R$ 10,00"_s);
 }
 
 void TstResumoVendas::byKeyboardAlone() {
-    m->cliente(u"C1"_s, u"UM"_s, u"11"_s, u"2"_s);
-    m->linha({});
+    m->shop().cliente({.codigo = u"C1"_s,
+                       .nome = u"UM"_s,
+                       .colunaPreco = u"2"_s,
+                       .cnpjCpf = u"11"_s,
+                       .fantasia = u"F UM"_s});
+    m->shop().linhaFiscal({});
     const auto teclaNoFoco = [](Qt::Key tecla, Qt::KeyboardModifiers modificadores = {}) {
         QTest::keyClick(QApplication::focusWidget(), tecla, modificadores);
         QCoreApplication::processEvents();
     };
-    auto* dataIni = controle<DateBox>(tela.get(), "DataIni");
+    auto* dataIni = control<DateBox>(tela.get(), "DataIni");
     dataIni->setFocus();
     QTest::keyClicks(dataIni, u"01022024"_s);
     teclaNoFoco(Qt::Key_Return);
@@ -666,14 +780,14 @@ void TstResumoVendas::byKeyboardAlone() {
     teclaNoFoco(Qt::Key_Enter);
     QCOMPARE(QApplication::focusWidget()->objectName(), u"order"_s);
     teclaNoFoco(Qt::Key_Down);
-    QCOMPARE(controle<QComboBox>(tela.get(), "order")->currentIndex(), 1);
+    QCOMPARE(control<QComboBox>(tela.get(), "order")->currentIndex(), 1);
     teclaNoFoco(Qt::Key_Return);
     QCOMPARE(QApplication::focusWidget()->objectName(), u"Command4"_s);
     teclaNoFoco(Qt::Key_Space);
     QCOMPARE(geral(), u"TOTAL GERAL R$ 10,00"_s);
     teclaNoFoco(Qt::Key_Tab);
     teclaNoFoco(Qt::Key_Right); // on the tabs' bar
-    auto* abas = controle<QTabWidget>(tela.get(), "TabPreco");
+    auto* abas = control<QTabWidget>(tela.get(), "TabPreco");
     QCOMPARE(abas->currentIndex(), 1);
     teclaNoFoco(Qt::Key_Tab);
     QCOMPARE(QApplication::focusWidget()->objectName(), u"TabelaPreco(2)"_s);

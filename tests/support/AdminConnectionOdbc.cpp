@@ -1,6 +1,6 @@
 #include "support/AdminConnection.h"
 
-#include "support/Soquete.h"
+#include "support/Socket.h"
 #include "support/TestError.h"
 
 #include <QFile>
@@ -14,34 +14,34 @@
 #include <sql.h>
 #include <sqlext.h>
 
-namespace tarvessa::teste {
+namespace tarvessa::test {
 
 namespace {
 
-QString primeiroDiagnostico(SQLSMALLINT tipo, SQLHANDLE alca) {
-    std::array<SQLCHAR, 6> estado{};
-    std::array<SQLCHAR, 1024> texto{};
-    SQLINTEGER numero = 0;
-    SQLSMALLINT tamanho = 0;
-    SQLGetDiagRec(tipo, alca, 1, estado.data(), &numero, texto.data(), texto.size(), &tamanho);
-    return QStringLiteral("%1 %2").arg(numero).arg(QString::fromUtf8(reinterpret_cast<char*>(texto.data())));
+QString firstDiagnostic(SQLSMALLINT kind, SQLHANDLE handle) {
+    std::array<SQLCHAR, 6> state{};
+    std::array<SQLCHAR, 1024> text{};
+    SQLINTEGER number = 0;
+    SQLSMALLINT size = 0;
+    SQLGetDiagRec(kind, handle, 1, state.data(), &number, text.data(), text.size(), &size);
+    return QStringLiteral("%1 %2").arg(number).arg(QString::fromUtf8(reinterpret_cast<char*>(text.data())));
 }
 
-/// The end of the quoted text or comment that begins at `inicio`; `inicio` itself where none begins.
-qsizetype fimDoTrecho(const QString& sql, qsizetype inicio) {
-    const QChar c = sql[inicio];
-    const auto ate = [&](const QString& marca) {
-        const qsizetype achado = sql.indexOf(marca, inicio + 1);
-        return achado < 0 ? sql.size() : achado + marca.size();
+/// The end of the quoted text or comment that begins at `start`; `start` itself where none begins.
+qsizetype endOfQuoted(const QString& sql, qsizetype start) {
+    const QChar c = sql[start];
+    const auto upTo = [&](const QString& mark) {
+        const qsizetype found = sql.indexOf(mark, start + 1);
+        return found < 0 ? sql.size() : found + mark.size();
     };
-    if (c == u'#' || QStringView(sql).mid(inicio).startsWith(u"-- ") ||
-        QStringView(sql).mid(inicio).startsWith(u"--\n")) {
-        return ate(QStringLiteral("\n"));
+    if (c == u'#' || QStringView(sql).mid(start).startsWith(u"-- ") ||
+        QStringView(sql).mid(start).startsWith(u"--\n")) {
+        return upTo(QStringLiteral("\n"));
     }
     if (c != u'\'' && c != u'"' && c != u'`') {
-        return inicio;
+        return start;
     }
-    for (qsizetype i = inicio + 1; i < sql.size(); ++i) {
+    for (qsizetype i = start + 1; i < sql.size(); ++i) {
         if (sql[i] == u'\\' && c != u'`') {
             ++i;
         } else if (sql[i] == c) {
@@ -53,163 +53,163 @@ qsizetype fimDoTrecho(const QString& sql, qsizetype inicio) {
 
 /// The statements of `sql`, which are separated by ";", without comments. The driver would take the text
 /// apart its own way. A trigger has such separators inside and stands alone.
-QList<QByteArray> comandosDe(const QString& sql) {
+QList<QByteArray> statementsOf(const QString& sql) {
     if (sql.startsWith(QStringLiteral("CREATE TRIGGER"))) {
         return {sql.toUtf8()};
     }
-    QList<QByteArray> comandos;
-    QString atual;
+    QList<QByteArray> statements;
+    QString current;
     for (qsizetype i = 0; i < sql.size();) {
-        const qsizetype fim = fimDoTrecho(sql, i);
-        if (fim > i) {
+        const qsizetype end = endOfQuoted(sql, i);
+        if (end > i) {
             if (sql[i] != u'#' && sql[i] != u'-') {
-                atual += QStringView(sql).mid(i, fim - i);
+                current += QStringView(sql).mid(i, end - i);
             }
-            i = fim;
+            i = end;
             continue;
         }
         if (sql[i] == u';') {
-            comandos += atual.trimmed().toUtf8();
-            atual.clear();
+            statements += current.trimmed().toUtf8();
+            current.clear();
         } else {
-            atual += sql[i];
+            current += sql[i];
         }
         ++i;
     }
-    comandos += atual.trimmed().toUtf8();
-    comandos.removeAll(QByteArray());
-    return comandos;
+    statements += current.trimmed().toUtf8();
+    statements.removeAll(QByteArray());
+    return statements;
 }
 
 /// The driver that the server's own data source names.
 QByteArray driver() {
-    QFile arquivo(qEnvironmentVariable("TARVESSA_TEST_SERVER") + QStringLiteral("/odbc.ini"));
-    if (arquivo.open(QIODevice::ReadOnly)) {
-        for (const QByteArray& linha : arquivo.readAll().split('\n')) {
-            if (linha.startsWith("Driver")) {
-                return linha.mid(linha.indexOf('=') + 1).trimmed();
+    QFile file(qEnvironmentVariable("TARVESSA_TEST_SERVER") + QStringLiteral("/odbc.ini"));
+    if (file.open(QIODevice::ReadOnly)) {
+        for (const QByteArray& row : file.readAll().split('\n')) {
+            if (row.startsWith("Driver")) {
+                return row.mid(row.indexOf('=') + 1).trimmed();
             }
         }
     }
-    throw TestError(QStringLiteral("no driver in %1").arg(arquivo.fileName()));
+    throw TestError(QStringLiteral("no driver in %1").arg(file.fileName()));
 }
 
 } // namespace
 
-class AdminConnection::Sessao {
+class AdminConnection::Session {
   public:
-    explicit Sessao(const QString& endereco) {
-        SQLAllocHandle(SQL_HANDLE_ENV, SQL_NULL_HANDLE, &m_ambiente);
-        SQLSetEnvAttr(m_ambiente, SQL_ATTR_ODBC_VERSION, reinterpret_cast<SQLPOINTER>(SQL_OV_ODBC3), 0);
-        SQLAllocHandle(SQL_HANDLE_DBC, m_ambiente, &m_conexao);
-        QByteArray fonte =
+    explicit Session(const QString& address) {
+        SQLAllocHandle(SQL_HANDLE_ENV, SQL_NULL_HANDLE, &m_environment);
+        SQLSetEnvAttr(m_environment, SQL_ATTR_ODBC_VERSION, reinterpret_cast<SQLPOINTER>(SQL_OV_ODBC3), 0);
+        SQLAllocHandle(SQL_HANDLE_DBC, m_environment, &m_connection);
+        QByteArray source =
             "DRIVER=" + driver() + ";UID=root;PWD=" + qgetenv("TARVESSA_TEST_PASSWORD") + ";CHARSET=utf8mb4;";
-        fonte += soquete::linhasDaFonte(endereco).join(QLatin1Char(';')).remove(QLatin1Char(' ')).toUtf8();
-        if (!SQL_SUCCEEDED(SQLDriverConnect(m_conexao, nullptr, reinterpret_cast<SQLCHAR*>(fonte.data()),
+        source += sockets::dataSourceLines(address).join(QLatin1Char(';')).remove(QLatin1Char(' ')).toUtf8();
+        if (!SQL_SUCCEEDED(SQLDriverConnect(m_connection, nullptr, reinterpret_cast<SQLCHAR*>(source.data()),
                                             SQL_NTS, nullptr, 0, nullptr, SQL_DRIVER_NOPROMPT))) {
-            const QString texto = primeiroDiagnostico(SQL_HANDLE_DBC, m_conexao);
-            libera();
-            throw TestError(QStringLiteral("%1: %2").arg(endereco, texto));
+            const QString text = firstDiagnostic(SQL_HANDLE_DBC, m_connection);
+            release();
+            throw TestError(QStringLiteral("%1: %2").arg(address, text));
         }
-        SQLAllocHandle(SQL_HANDLE_STMT, m_conexao, &m_comando);
-        SQLSetStmtAttr(m_comando, SQL_ATTR_NOSCAN, reinterpret_cast<SQLPOINTER>(SQL_NOSCAN_ON), 0);
+        SQLAllocHandle(SQL_HANDLE_STMT, m_connection, &m_statement);
+        SQLSetStmtAttr(m_statement, SQL_ATTR_NOSCAN, reinterpret_cast<SQLPOINTER>(SQL_NOSCAN_ON), 0);
     }
-    ~Sessao() {
-        SQLFreeHandle(SQL_HANDLE_STMT, m_comando);
-        SQLDisconnect(m_conexao);
-        libera();
+    ~Session() {
+        SQLFreeHandle(SQL_HANDLE_STMT, m_statement);
+        SQLDisconnect(m_connection);
+        release();
     }
-    Sessao(const Sessao&) = delete;
-    Sessao& operator=(const Sessao&) = delete;
+    Session(const Session&) = delete;
+    Session& operator=(const Session&) = delete;
 
     /// Sends one statement.
-    void envia(QByteArray sql) {
-        const SQLRETURN codigo = SQLExecDirect(m_comando, reinterpret_cast<SQLCHAR*>(sql.data()),
+    void send(QByteArray sql) {
+        const SQLRETURN result = SQLExecDirect(m_statement, reinterpret_cast<SQLCHAR*>(sql.data()),
                                                static_cast<SQLINTEGER>(sql.size()));
-        if (!SQL_SUCCEEDED(codigo) && codigo != SQL_NO_DATA) {
-            const QString texto = primeiroDiagnostico(SQL_HANDLE_STMT, m_comando);
-            solta();
-            throw TestError(QStringLiteral("%1: %2").arg(texto, QString::fromUtf8(sql.left(400))));
+        if (!SQL_SUCCEEDED(result) && result != SQL_NO_DATA) {
+            const QString text = firstDiagnostic(SQL_HANDLE_STMT, m_statement);
+            closeCursor();
+            throw TestError(QStringLiteral("%1: %2").arg(text, QString::fromUtf8(sql.left(400))));
         }
     }
 
-    void solta() { SQLFreeStmt(m_comando, SQL_CLOSE); }
+    void closeCursor() { SQLFreeStmt(m_statement, SQL_CLOSE); }
 
-    SQLSMALLINT colunas() const {
-        SQLSMALLINT quantas = 0;
-        SQLNumResultCols(m_comando, &quantas);
-        return quantas;
+    SQLSMALLINT columns() const {
+        SQLSMALLINT count = 0;
+        SQLNumResultCols(m_statement, &count);
+        return count;
     }
 
-    bool anda() { return SQL_SUCCEEDED(SQLFetch(m_comando)); }
+    bool next() { return SQL_SUCCEEDED(SQLFetch(m_statement)); }
 
-    QString celula(SQLSMALLINT coluna) const {
-        char nada = 0;
+    QString cell(SQLSMALLINT column) const {
+        char nothing = 0;
         SQLLEN bytes = 0;
-        SQLGetData(m_comando, static_cast<SQLUSMALLINT>(coluna), SQL_C_CHAR, &nada, 0, &bytes);
+        SQLGetData(m_statement, static_cast<SQLUSMALLINT>(column), SQL_C_CHAR, &nothing, 0, &bytes);
         if (bytes == SQL_NULL_DATA) {
             return {};
         }
-        QByteArray texto(static_cast<qsizetype>(bytes) + 1, '\0');
-        SQLGetData(m_comando, static_cast<SQLUSMALLINT>(coluna), SQL_C_CHAR, texto.data(), texto.size(),
+        QByteArray text(static_cast<qsizetype>(bytes) + 1, '\0');
+        SQLGetData(m_statement, static_cast<SQLUSMALLINT>(column), SQL_C_CHAR, text.data(), text.size(),
                    &bytes);
-        texto.chop(1);
+        text.chop(1);
         // An empty text is no NULL.
-        return texto.isEmpty() ? QStringLiteral("") : QString::fromUtf8(texto);
+        return text.isEmpty() ? QStringLiteral("") : QString::fromUtf8(text);
     }
 
   private:
-    void libera() {
-        SQLFreeHandle(SQL_HANDLE_DBC, m_conexao);
-        SQLFreeHandle(SQL_HANDLE_ENV, m_ambiente);
+    void release() {
+        SQLFreeHandle(SQL_HANDLE_DBC, m_connection);
+        SQLFreeHandle(SQL_HANDLE_ENV, m_environment);
     }
 
-    SQLHENV m_ambiente = SQL_NULL_HENV;
-    SQLHDBC m_conexao = SQL_NULL_HDBC;
-    SQLHSTMT m_comando = SQL_NULL_HSTMT;
+    SQLHENV m_environment = SQL_NULL_HENV;
+    SQLHDBC m_connection = SQL_NULL_HDBC;
+    SQLHSTMT m_statement = SQL_NULL_HSTMT;
 };
 
-AdminConnection::AdminConnection(const QString& endereco) : m_sessao(std::make_unique<Sessao>(endereco)) {
+AdminConnection::AdminConnection(const QString& address) : m_session(std::make_unique<Session>(address)) {
 }
 
 AdminConnection::~AdminConnection() = default;
 
-void AdminConnection::seleciona(const QString& banco) {
-    executa(QStringLiteral("USE `%1`").arg(banco));
+void AdminConnection::select(const QString& database) {
+    execute(QStringLiteral("USE `%1`").arg(database));
 }
 
-void AdminConnection::executa(const QString& sql) {
-    for (const QByteArray& comando : comandosDe(sql)) {
+void AdminConnection::execute(const QString& sql) {
+    for (const QByteArray& command : statementsOf(sql)) {
         // The driver allows no change of character set, and the connection has the right one.
-        if (comando == "SET NAMES utf8mb4") {
+        if (command == "SET NAMES utf8mb4") {
             continue;
         }
-        m_sessao->envia(comando);
-        m_sessao->solta();
+        m_session->send(command);
+        m_session->closeCursor();
     }
 }
 
-QList<QStringList> AdminConnection::consulta(const QString& sql) {
-    const QList<QByteArray> comandos = comandosDe(sql);
-    if (comandos.size() != 1) {
+QList<QStringList> AdminConnection::query(const QString& sql) {
+    const QList<QByteArray> statements = statementsOf(sql);
+    if (statements.size() != 1) {
         throw TestError(QStringLiteral("not one statement: %1").arg(sql));
     }
-    m_sessao->envia(comandos.first());
-    const SQLSMALLINT colunas = m_sessao->colunas();
-    if (colunas == 0) {
-        m_sessao->solta();
+    m_session->send(statements.first());
+    const SQLSMALLINT columns = m_session->columns();
+    if (columns == 0) {
+        m_session->closeCursor();
         throw TestError(QStringLiteral("not a query with rows: %1").arg(sql));
     }
-    QList<QStringList> linhas;
-    while (m_sessao->anda()) {
-        QStringList celulas;
-        for (SQLSMALLINT i = 1; i <= colunas; ++i) {
-            celulas += m_sessao->celula(i);
+    QList<QStringList> rows;
+    while (m_session->next()) {
+        QStringList cells;
+        for (SQLSMALLINT i = 1; i <= columns; ++i) {
+            cells += m_session->cell(i);
         }
-        linhas += celulas;
+        rows += cells;
     }
-    m_sessao->solta();
-    return linhas;
+    m_session->closeCursor();
+    return rows;
 }
 
-} // namespace tarvessa::teste
+} // namespace tarvessa::test

@@ -7,55 +7,55 @@
 #include <optional>
 #include <tuple>
 
-namespace tarvessa::teste {
+namespace tarvessa::test {
 
 namespace {
 
 constexpr int ComQuery = 0x03;
 constexpr int ComStmtPrepare = 0x16;
-constexpr qsizetype Cabecalho = 4;          // three bytes of length, one of sequence
-constexpr qsizetype PacoteCheio = 0xffffff; // a packet this long goes on in the next one
+constexpr qsizetype HeaderSize = 4;        // three bytes of length, one of sequence
+constexpr qsizetype FullPacket = 0xffffff; // a packet this long goes on in the next one
 
 /// The size of the command or other message at the start of `bytes` with all its packets, none when
 /// it is not whole yet.
-std::optional<qsizetype> tamanhoDaMensagem(const QByteArray& bytes) {
-    qsizetype fim = 0;
+std::optional<qsizetype> messageSize(const QByteArray& bytes) {
+    qsizetype end = 0;
     for (;;) {
-        if (bytes.size() < fim + Cabecalho) {
+        if (bytes.size() < end + HeaderSize) {
             return std::nullopt;
         }
-        const auto* p = reinterpret_cast<const unsigned char*>(bytes.constData()) + fim;
-        const qsizetype corpo = p[0] | p[1] << 8 | p[2] << 16;
-        fim += Cabecalho + corpo;
-        if (bytes.size() < fim) {
+        const auto* p = reinterpret_cast<const unsigned char*>(bytes.constData()) + end;
+        const qsizetype body = p[0] | p[1] << 8 | p[2] << 16;
+        end += HeaderSize + body;
+        if (bytes.size() < end) {
             return std::nullopt;
         }
-        if (corpo < PacoteCheio) {
-            return fim;
+        if (body < FullPacket) {
+            return end;
         }
     }
 }
 
 /// The statement that a message carries; null when it carries none. Only commands start at sequence
 /// number 0; what a client sends while logging in does not.
-QByteArray textoDe(const QByteArray& mensagem) {
-    if (mensagem.size() <= Cabecalho || mensagem[3] != 0) {
+QByteArray textOf(const QByteArray& message) {
+    if (message.size() <= HeaderSize || message[3] != 0) {
         return {};
     }
-    const int comando = static_cast<unsigned char>(mensagem[Cabecalho]);
-    if (comando != ComQuery && comando != ComStmtPrepare) {
+    const int command = static_cast<unsigned char>(message[HeaderSize]);
+    if (command != ComQuery && command != ComStmtPrepare) {
         return {};
     }
-    QByteArray texto;
-    texto.reserve(mensagem.size());
-    for (qsizetype inicio = 0; inicio < mensagem.size(); inicio += Cabecalho + PacoteCheio) {
-        texto += mensagem.mid(inicio + Cabecalho, PacoteCheio);
+    QByteArray text;
+    text.reserve(message.size());
+    for (qsizetype start = 0; start < message.size(); start += HeaderSize + FullPacket) {
+        text += message.mid(start + HeaderSize, FullPacket);
     }
-    return texto.mid(1);
+    return text.mid(1);
 }
 
 /// A unix socket's path may be short only, whatever the machine's folder for temporary files is called.
-QString pastaCurta() {
+QString shortFolder() {
 #ifdef _WIN32
     return QDir::tempPath() + QStringLiteral("/tarvessa-XXXXXX");
 #else
@@ -65,150 +65,150 @@ QString pastaCurta() {
 
 } // namespace
 
-FaultProxy::FaultProxy(const QString& servidor) : m_servidor(servidor), m_pasta(pastaCurta()) {
-    if (!m_pasta.isValid()) {
-        throw TestError(m_pasta.errorString());
+FaultProxy::FaultProxy(const QString& server) : m_server(server), m_folder(shortFolder()) {
+    if (!m_folder.isValid()) {
+        throw TestError(m_folder.errorString());
     }
-    std::tie(m_escuta, m_socket) = soquete::escuta(m_pasta.path());
-    std::tie(m_despertador, m_despertado) = soquete::despertador();
-    m_linha = std::thread([this] { percorre(); });
+    std::tie(m_listener, m_socket) = sockets::listen(m_folder.path());
+    std::tie(m_waker, m_woken) = sockets::wakerPair();
+    m_thread = std::thread([this] { run(); });
 }
 
 FaultProxy::~FaultProxy() {
-    m_encerra = true;
-    acorda();
-    m_linha.join();
-    soquete::fecha(m_escuta);
-    soquete::fecha(m_despertador);
-    if (m_despertado != m_despertador) {
-        soquete::fecha(m_despertado);
+    m_stopping = true;
+    wake();
+    m_thread.join();
+    sockets::close(m_listener);
+    sockets::close(m_waker);
+    if (m_woken != m_waker) {
+        sockets::close(m_woken);
     }
 }
 
-void FaultProxy::cortaAntesDe(int k) {
-    const std::lock_guard trava(m_trava);
-    m_textos.clear();
-    m_cortado = QByteArray();
-    m_faltam = k;
+void FaultProxy::cutBefore(int k) {
+    const std::lock_guard lock(m_mutex);
+    m_texts.clear();
+    m_cutAt = QByteArray();
+    m_remaining = k;
 }
 
-void FaultProxy::marca() {
-    cortaAntesDe(0);
+void FaultProxy::mark() {
+    cutBefore(0);
 }
 
-QList<QByteArray> FaultProxy::textos() const {
-    const std::lock_guard trava(m_trava);
-    return m_textos;
+QList<QByteArray> FaultProxy::texts() const {
+    const std::lock_guard lock(m_mutex);
+    return m_texts;
 }
 
-QByteArray FaultProxy::cortado() const {
-    const std::lock_guard trava(m_trava);
-    return m_cortado;
+QByteArray FaultProxy::cutAt() const {
+    const std::lock_guard lock(m_mutex);
+    return m_cutAt;
 }
 
-void FaultProxy::acorda() {
+void FaultProxy::wake() {
     // A full pipe already wakes the thread, so the outcome does not matter.
-    QByteArray sinal(1, '\0');
-    soquete::escreve(m_despertador, sinal);
+    QByteArray signal(1, '\0');
+    sockets::send(m_waker, signal);
 }
 
-void FaultProxy::percorre() {
-    std::vector<soquete::Vigia> vigiados;
-    while (!m_encerra) {
-        vigiados.clear();
-        vigiados.push_back({m_escuta, true, false});
-        vigiados.push_back({m_despertado, true, false});
-        for (const Par& par : m_pares) {
+void FaultProxy::run() {
+    std::vector<sockets::Watch> watched;
+    while (!m_stopping) {
+        watched.clear();
+        watched.push_back({m_listener, true, false});
+        watched.push_back({m_woken, true, false});
+        for (const Pair& pair : m_pairs) {
             // A side whose counterpart lags is not read, so that nothing piles up here.
-            vigiados.push_back(
-                {par.cliente, par.paraServidor.size() < soquete::PendenteDemais, !par.paraCliente.isEmpty()});
-            vigiados.push_back({par.servidor, par.paraCliente.size() < soquete::PendenteDemais,
-                                !par.paraServidor.isEmpty()});
+            watched.push_back(
+                {pair.client, pair.toServer.size() < sockets::PendingLimit, !pair.toClient.isEmpty()});
+            watched.push_back(
+                {pair.server, pair.toClient.size() < sockets::PendingLimit, !pair.toServer.isEmpty()});
         }
-        if (!soquete::espera(vigiados)) {
+        if (!sockets::wait(watched)) {
             continue;
         }
-        for (size_t i = 0; i < m_pares.size(); ++i) {
-            Par& par = m_pares[i];
-            if (!atende(par, vigiados[2 + 2 * i].chegou, vigiados[3 + 2 * i].chegou)) {
-                fecha(par);
+        for (size_t i = 0; i < m_pairs.size(); ++i) {
+            Pair& pair = m_pairs[i];
+            if (!serve(pair, watched[2 + 2 * i].arrived, watched[3 + 2 * i].arrived)) {
+                close(pair);
             }
         }
-        std::erase_if(m_pares, [](const Par& par) { return par.cliente == soquete::Nenhuma; });
-        if (vigiados[0].chegou) {
-            aceita();
+        std::erase_if(m_pairs, [](const Pair& pair) { return pair.client == sockets::None; });
+        if (watched[0].arrived) {
+            accept();
         }
     }
-    std::for_each(m_pares.begin(), m_pares.end(), fecha);
+    std::for_each(m_pairs.begin(), m_pairs.end(), close);
 }
 
-void FaultProxy::aceita() {
-    const soquete::Alca cliente = soquete::aceita(m_escuta);
-    if (cliente == soquete::Nenhuma) {
+void FaultProxy::accept() {
+    const sockets::Handle client = sockets::accept(m_listener);
+    if (client == sockets::None) {
         return;
     }
-    const soquete::Alca servidor = soquete::liga(m_servidor);
-    if (servidor == soquete::Nenhuma) {
-        soquete::fecha(cliente);
+    const sockets::Handle server = sockets::connect(m_server);
+    if (server == sockets::None) {
+        sockets::close(client);
         return;
     }
-    Par par;
-    par.cliente = cliente;
-    par.servidor = servidor;
-    m_pares.push_back(par);
+    Pair pair;
+    pair.client = client;
+    pair.server = server;
+    m_pairs.push_back(pair);
 }
 
 // False when the pair is to be closed: at a cut, or when either side has ended.
-bool FaultProxy::atende(Par& par, bool doCliente, bool doServidor) {
-    bool aberto = true;
-    if (doServidor) {
-        aberto = soquete::le(par.servidor, par.paraCliente);
+bool FaultProxy::serve(Pair& pair, bool fromClient, bool fromServer) {
+    bool open = true;
+    if (fromServer) {
+        open = sockets::receive(pair.server, pair.toClient);
     }
-    if (doCliente) {
-        const bool clienteAberto = soquete::le(par.cliente, par.recebido);
-        if (!encaminhaComandos(par)) {
+    if (fromClient) {
+        const bool clientOpen = sockets::receive(pair.client, pair.received);
+        if (!forwardCommands(pair)) {
             return false;
         }
-        aberto = aberto && clienteAberto;
+        open = open && clientOpen;
     }
-    const bool foiAoServidor = soquete::escreve(par.servidor, par.paraServidor);
-    const bool foiAoCliente = soquete::escreve(par.cliente, par.paraCliente);
-    return aberto && foiAoServidor && foiAoCliente;
+    const bool wentToServer = sockets::send(pair.server, pair.toServer);
+    const bool wentToClient = sockets::send(pair.client, pair.toClient);
+    return open && wentToServer && wentToClient;
 }
 
 // Whole messages only: nothing of a statement that is to be cut may have gone before.
-bool FaultProxy::encaminhaComandos(Par& par) {
-    while (const auto tamanho = tamanhoDaMensagem(par.recebido)) {
-        const QByteArray mensagem = par.recebido.left(*tamanho);
-        par.recebido.remove(0, *tamanho);
-        if (!deixaPassar(mensagem)) {
-            soquete::escreve(par.servidor, par.paraServidor);
+bool FaultProxy::forwardCommands(Pair& pair) {
+    while (const auto size = messageSize(pair.received)) {
+        const QByteArray message = pair.received.left(*size);
+        pair.received.remove(0, *size);
+        if (!letPass(message)) {
+            sockets::send(pair.server, pair.toServer);
             return false;
         }
-        par.paraServidor += mensagem;
+        pair.toServer += message;
     }
     return true;
 }
 
-bool FaultProxy::deixaPassar(const QByteArray& comando) {
-    const QByteArray texto = textoDe(comando);
-    if (texto.isNull()) {
+bool FaultProxy::letPass(const QByteArray& command) {
+    const QByteArray text = textOf(command);
+    if (text.isNull()) {
         return true;
     }
-    const std::lock_guard trava(m_trava);
-    if (m_faltam > 0 && --m_faltam == 0) {
-        m_cortado = texto;
+    const std::lock_guard lock(m_mutex);
+    if (m_remaining > 0 && --m_remaining == 0) {
+        m_cutAt = text;
         return false;
     }
-    m_textos += texto;
+    m_texts += text;
     return true;
 }
 
-void FaultProxy::fecha(Par& par) {
-    soquete::fecha(par.cliente);
-    soquete::fecha(par.servidor);
-    par.cliente = soquete::Nenhuma;
-    par.servidor = soquete::Nenhuma;
+void FaultProxy::close(Pair& pair) {
+    sockets::close(pair.client);
+    sockets::close(pair.server);
+    pair.client = sockets::None;
+    pair.server = sockets::None;
 }
 
-} // namespace tarvessa::teste
+} // namespace tarvessa::test

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "support/Soquete.h"
+#include "support/Socket.h"
 
 #include <QByteArray>
 #include <QList>
@@ -11,7 +11,7 @@
 #include <thread>
 #include <vector>
 
-namespace tarvessa::teste {
+namespace tarvessa::test {
 
 /// A proxy in front of the server, on a socket and in a thread of its own. It reads enough of the
 /// protocol to see each statement before it goes on, and can cut the connection there.
@@ -21,8 +21,8 @@ namespace tarvessa::teste {
 /// uncompressed connections, as they are within a machine.
 class FaultProxy {
   public:
-    /// Listens in front of the server at `servidor`. Raises TestError.
-    explicit FaultProxy(const QString& servidor);
+    /// Listens in front of the server at `server`. Raises TestError.
+    explicit FaultProxy(const QString& server);
     ~FaultProxy();
     FaultProxy(const FaultProxy&) = delete;
     FaultProxy& operator=(const FaultProxy&) = delete;
@@ -33,50 +33,50 @@ class FaultProxy {
     /// Starts counting anew, forgets what was seen, and cuts the connection on both sides before the
     /// k-th statement from now (the first is 1) reaches the server. It cuts once; connections opened
     /// after that pass.
-    void cortaAntesDe(int k);
+    void cutBefore(int k);
 
     /// Forgets what was seen and any cut still to come.
-    void marca();
+    void mark();
 
-    /// The statements that went on to the server since `marca` or `cortaAntesDe`, byte for byte.
-    QList<QByteArray> textos() const;
+    /// The statements that went on to the server since `mark` or `cutBefore`, byte for byte.
+    QList<QByteArray> texts() const;
 
     /// The statement at which the connection was cut, byte for byte; null when none was.
-    QByteArray cortado() const;
+    QByteArray cutAt() const;
 
   private:
     /// One accepted connection and its counterpart to the server.
-    struct Par {
-        soquete::Alca cliente = soquete::Nenhuma;
-        soquete::Alca servidor = soquete::Nenhuma;
-        QByteArray recebido; // from the client, not yet a whole command
-        QByteArray paraServidor;
-        QByteArray paraCliente;
+    struct Pair {
+        sockets::Handle client = sockets::None;
+        sockets::Handle server = sockets::None;
+        QByteArray received; // from the client, not yet a whole command
+        QByteArray toServer;
+        QByteArray toClient;
     };
 
-    void percorre();
-    void aceita();
-    bool atende(Par& par, bool doCliente, bool doServidor);
-    bool encaminhaComandos(Par& par);
-    bool deixaPassar(const QByteArray& comando);
-    void acorda();
-    static void fecha(Par& par);
+    void run();
+    void accept();
+    bool serve(Pair& pair, bool fromClient, bool fromServer);
+    bool forwardCommands(Pair& pair);
+    bool letPass(const QByteArray& command);
+    void wake();
+    static void close(Pair& pair);
 
-    QString m_servidor;
-    QTemporaryDir m_pasta;
+    QString m_server;
+    QTemporaryDir m_folder;
     QString m_socket;
-    soquete::Alca m_escuta = soquete::Nenhuma;
-    soquete::Alca m_despertador = soquete::Nenhuma;
-    soquete::Alca m_despertado = soquete::Nenhuma;
-    std::vector<Par> m_pares; // the thread's alone
-    std::atomic<bool> m_encerra = false;
+    sockets::Handle m_listener = sockets::None;
+    sockets::Handle m_waker = sockets::None;
+    sockets::Handle m_woken = sockets::None;
+    std::vector<Pair> m_pairs; // the thread's alone
+    std::atomic<bool> m_stopping = false;
 
-    mutable std::mutex m_trava;
-    QList<QByteArray> m_textos;
-    QByteArray m_cortado;
-    int m_faltam = 0; // statements until the cut, that one included; 0 for no cut
+    mutable std::mutex m_mutex;
+    QList<QByteArray> m_texts;
+    QByteArray m_cutAt;
+    int m_remaining = 0; // statements until the cut, that one included; 0 for no cut
 
-    std::thread m_linha;
+    std::thread m_thread;
 };
 
-} // namespace tarvessa::teste
+} // namespace tarvessa::test

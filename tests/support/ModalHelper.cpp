@@ -6,152 +6,151 @@
 #include <QTest>
 #include <utility>
 
-namespace tarvessa::teste {
+namespace tarvessa::test {
 
 namespace {
 
-constexpr int IntervaloMs = 2;
-constexpr int EsperaDoFimMs = 2000;
+constexpr int IntervalMs = 2;
+constexpr int EndTimeoutMs = 2000;
 
-QString descricao(const QWidget* janela) {
+QString describe(const QWidget* window) {
     return QStringLiteral("%1 \"%2\" (%3)")
-        .arg(QLatin1String(janela->metaObject()->className()), janela->windowTitle(), janela->objectName());
+        .arg(QLatin1String(window->metaObject()->className()), window->windowTitle(), window->objectName());
 }
 
 } // namespace
 
 ModalHelper::ModalHelper() {
-    m_relogio.setInterval(IntervaloMs);
-    connect(&m_relogio, &QTimer::timeout, this, &ModalHelper::observa);
-    m_relogio.start();
+    m_timer.setInterval(IntervalMs);
+    connect(&m_timer, &QTimer::timeout, this, &ModalHelper::watch);
+    m_timer.start();
 }
 
-void ModalHelper::espera(const QString& texto, QMessageBox::StandardButton resposta) {
-    m_anunciadas += {Anunciada::Tipo::CaixaIgual, texto, resposta, {}};
+void ModalHelper::expect(const QString& text, QMessageBox::StandardButton answer) {
+    m_announced += {Announced::Kind::EqualBox, text, answer, {}};
 }
 
-void ModalHelper::esperaContendo(const QString& trecho, QMessageBox::StandardButton resposta) {
-    m_anunciadas += {Anunciada::Tipo::CaixaContendo, trecho, resposta, {}};
+void ModalHelper::expectContaining(const QString& part, QMessageBox::StandardButton answer) {
+    m_announced += {Announced::Kind::BoxContaining, part, answer, {}};
 }
 
-void ModalHelper::aoAbrir(std::function<void(QWidget*)> acao) {
-    m_anunciadas += {Anunciada::Tipo::Janela, QString(), QMessageBox::NoButton, std::move(acao)};
+void ModalHelper::onOpen(std::function<void(QWidget*)> action) {
+    m_announced += {Announced::Kind::Window, QString(), QMessageBox::NoButton, std::move(action)};
 }
 
-QString ModalHelper::confere() const {
-    if (!m_erro.isEmpty() || m_anunciadas.isEmpty()) {
-        return m_erro;
+QString ModalHelper::problem() const {
+    if (!m_error.isEmpty() || m_announced.isEmpty()) {
+        return m_error;
     }
-    const Anunciada& primeira = m_anunciadas.first();
+    const Announced& first = m_announced.first();
     return QStringLiteral("%1 announced window(s) did not come, first of them: %2")
-        .arg(m_anunciadas.size())
-        .arg(primeira.tipo == Anunciada::Tipo::Janela ? QStringLiteral("a modal window") : primeira.texto);
+        .arg(m_announced.size())
+        .arg(first.kind == Announced::Kind::Window ? QStringLiteral("a modal window") : first.text);
 }
 
-bool ModalHelper::eventFilter(QObject* objeto, QEvent* evento) {
-    if (evento->type() == QEvent::Hide) {
+bool ModalHelper::eventFilter(QObject* object, QEvent* event) {
+    if (event->type() == QEvent::Hide) {
         // The same object may be shown again, and is then another window to this helper.
-        objeto->removeEventFilter(this);
-        m_emTratamento.removeAll(QPointer<QWidget>(static_cast<QWidget*>(objeto)));
+        object->removeEventFilter(this);
+        m_handled.removeAll(QPointer<QWidget>(static_cast<QWidget*>(object)));
     }
     return false;
 }
 
-void ModalHelper::observa() {
-    QWidget* janela = QApplication::activeModalWidget();
-    if (janela == nullptr || m_emTratamento.contains(janela)) {
+void ModalHelper::watch() {
+    QWidget* window = QApplication::activeModalWidget();
+    if (window == nullptr || m_handled.contains(window)) {
         return;
     }
-    m_emTratamento += janela;
-    janela->installEventFilter(this);
+    m_handled += window;
+    window->installEventFilter(this);
     // Not from here: a timer does not fire again while its own slot runs, and the answer may open
     // the next window inside that slot.
     QMetaObject::invokeMethod(
         this,
-        [this, alvo = QPointer<QWidget>(janela)] {
-            if (alvo != nullptr && alvo->isVisible()) {
-                trata(alvo);
+        [this, target = QPointer<QWidget>(window)] {
+            if (target != nullptr && target->isVisible()) {
+                handle(target);
             }
         },
         Qt::QueuedConnection);
 }
 
-void ModalHelper::trata(QWidget* janela) {
-    if (auto* caixa = qobject_cast<QMessageBox*>(janela)) {
-        trataCaixa(caixa);
+void ModalHelper::handle(QWidget* window) {
+    if (auto* box = qobject_cast<QMessageBox*>(window)) {
+        handleBox(box);
     } else {
-        trataJanela(janela);
+        handleWindow(window);
     }
 }
 
-void ModalHelper::trataCaixa(QMessageBox* caixa) {
-    const Caixa vista{caixa->windowTitle(),     caixa->icon(),         caixa->text(),
-                      caixa->informativeText(), caixa->detailedText(), caixa->standardButtons()};
-    m_caixas += vista;
-    if (m_anunciadas.isEmpty() || !corresponde(m_anunciadas.first(), vista)) {
-        anotaErro(
-            QStringLiteral("unannounced box: %1 %2 %3").arg(vista.texto, vista.informativo, vista.detalhes));
-        fecha(caixa);
+void ModalHelper::handleBox(QMessageBox* box) {
+    const Box seen{box->windowTitle(),     box->icon(),         box->text(),
+                   box->informativeText(), box->detailedText(), box->standardButtons()};
+    m_boxes += seen;
+    if (m_announced.isEmpty() || !matches(m_announced.first(), seen)) {
+        noteError(QStringLiteral("unannounced box: %1 %2 %3").arg(seen.text, seen.informative, seen.details));
+        close(box);
         return;
     }
-    const Anunciada anunciada = m_anunciadas.takeFirst();
-    if (anunciada.resposta == QMessageBox::NoButton) {
-        fecha(caixa);
-    } else if (QAbstractButton* botao = caixa->button(anunciada.resposta)) {
-        QTest::mouseClick(botao, Qt::LeftButton);
+    const Announced announced = m_announced.takeFirst();
+    if (announced.answer == QMessageBox::NoButton) {
+        close(box);
+    } else if (QAbstractButton* button = box->button(announced.answer)) {
+        QTest::mouseClick(button, Qt::LeftButton);
     } else {
-        anotaErro(QStringLiteral("box without the button asked for: %1").arg(vista.texto));
-        fecha(caixa);
+        noteError(QStringLiteral("box without the button asked for: %1").arg(seen.text));
+        close(box);
     }
 }
 
-void ModalHelper::trataJanela(QWidget* janela) {
-    if (m_anunciadas.isEmpty() || m_anunciadas.first().tipo != Anunciada::Tipo::Janela) {
-        anotaErro(QStringLiteral("unannounced window: %1").arg(descricao(janela)));
-        fecha(janela);
+void ModalHelper::handleWindow(QWidget* window) {
+    if (m_announced.isEmpty() || m_announced.first().kind != Announced::Kind::Window) {
+        noteError(QStringLiteral("unannounced window: %1").arg(describe(window)));
+        close(window);
         return;
     }
-    const QPointer<QWidget> alvo(janela);
-    const QString qual = descricao(janela);
-    m_anunciadas.takeFirst().acao(janela);
+    const QPointer<QWidget> target(window);
+    const QString which = describe(window);
+    m_announced.takeFirst().action(window);
     // The end may be on its way through the event queue.
-    if (!QTest::qWaitFor([&alvo] { return alvo == nullptr || !alvo->isVisible(); }, EsperaDoFimMs)) {
-        anotaErro(QStringLiteral("window left open: %1").arg(qual));
-        fecha(alvo);
+    if (!QTest::qWaitFor([&target] { return target == nullptr || !target->isVisible(); }, EndTimeoutMs)) {
+        noteError(QStringLiteral("window left open: %1").arg(which));
+        close(target);
     }
 }
 
-void ModalHelper::fecha(QWidget* janela) {
-    const QPointer<QWidget> alvo(janela);
-    QTest::keyClick(janela, Qt::Key_Escape);
-    if (alvo == nullptr || !alvo->isVisible()) {
+void ModalHelper::close(QWidget* window) {
+    const QPointer<QWidget> target(window);
+    QTest::keyClick(window, Qt::Key_Escape);
+    if (target == nullptr || !target->isVisible()) {
         return;
     }
     // Escape was not enough (a box without a way out, a window that swallows the key).
-    if (auto* dialogo = qobject_cast<QDialog*>(alvo.data())) {
-        dialogo->done(QDialog::Rejected);
+    if (auto* dialog = qobject_cast<QDialog*>(target.data())) {
+        dialog->done(QDialog::Rejected);
     } else {
-        alvo->hide();
+        target->hide();
     }
 }
 
-void ModalHelper::anotaErro(const QString& erro) {
-    if (m_erro.isEmpty()) {
-        m_erro = erro;
+void ModalHelper::noteError(const QString& error) {
+    if (m_error.isEmpty()) {
+        m_error = error;
     }
 }
 
-bool ModalHelper::corresponde(const Anunciada& anunciada, const Caixa& caixa) {
-    switch (anunciada.tipo) {
-    case Anunciada::Tipo::CaixaIgual:
-        return caixa.texto == anunciada.texto;
-    case Anunciada::Tipo::CaixaContendo:
-        return caixa.texto.contains(anunciada.texto) || caixa.informativo.contains(anunciada.texto) ||
-               caixa.detalhes.contains(anunciada.texto);
-    case Anunciada::Tipo::Janela:
+bool ModalHelper::matches(const Announced& announced, const Box& box) {
+    switch (announced.kind) {
+    case Announced::Kind::EqualBox:
+        return box.text == announced.text;
+    case Announced::Kind::BoxContaining:
+        return box.text.contains(announced.text) || box.informative.contains(announced.text) ||
+               box.details.contains(announced.text);
+    case Announced::Kind::Window:
         return false;
     }
     return false;
 }
 
-} // namespace tarvessa::teste
+} // namespace tarvessa::test

@@ -1,7 +1,7 @@
 #include "support/PrivateServer.h"
 
 #include "support/AdminConnection.h"
-#include "support/Soquete.h"
+#include "support/Socket.h"
 #include "support/TestError.h"
 
 #include <QCoreApplication>
@@ -15,46 +15,46 @@
 #include <odbcinst.h>
 #endif
 
-namespace tarvessa::teste {
+namespace tarvessa::test {
 
 namespace {
 
 constexpr auto Script = TARVESSA_SOURCE_DIR "/tools/private-server";
 constexpr auto Schema = TARVESSA_SOURCE_DIR "/demo/schema.sql";
-constexpr int EsperaDoScriptMs = 180000;
-constexpr int EsperaDasConexoesMs = 10000;
+constexpr int ScriptTimeoutMs = 180000;
+constexpr int ConnectionsTimeoutMs = 10000;
 #ifdef _WIN32
 const auto Host = QStringLiteral("127.0.0.1"); // as the server sees the program
 #else
 const auto Host = QStringLiteral("localhost");
 #endif
 
-QString executaScript(const QStringList& argumentos) {
-    QProcess processo;
-    processo.start(QString::fromUtf8(Script), argumentos, QIODevice::ReadOnly);
-    if (!processo.waitForFinished(EsperaDoScriptMs) || processo.exitStatus() != QProcess::NormalExit ||
-        processo.exitCode() != 0) {
+QString runScript(const QStringList& arguments) {
+    QProcess process;
+    process.start(QString::fromUtf8(Script), arguments, QIODevice::ReadOnly);
+    if (!process.waitForFinished(ScriptTimeoutMs) || process.exitStatus() != QProcess::NormalExit ||
+        process.exitCode() != 0) {
         throw TestError(QStringLiteral("private-server %1: %2 %3")
-                            .arg(argumentos.join(QLatin1Char(' ')), processo.errorString(),
-                                 QString::fromLocal8Bit(processo.readAllStandardError())));
+                            .arg(arguments.join(QLatin1Char(' ')), process.errorString(),
+                                 QString::fromLocal8Bit(process.readAllStandardError())));
     }
-    return QString::fromLocal8Bit(processo.readAllStandardOutput()).trimmed();
+    return QString::fromLocal8Bit(process.readAllStandardOutput()).trimmed();
 }
 
-QByteArray leArquivo(const QString& caminho) {
-    QFile arquivo(caminho);
-    if (!arquivo.open(QIODevice::ReadOnly)) {
-        throw TestError(QStringLiteral("%1: %2").arg(caminho, arquivo.errorString()));
+QByteArray readFile(const QString& path) {
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) {
+        throw TestError(QStringLiteral("%1: %2").arg(path, file.errorString()));
     }
-    return arquivo.readAll();
+    return file.readAll();
 }
 
 /// The driver's path as the server's own data source has it.
-QString driverDe(const QString& odbcIni) {
-    for (const QByteArray& linha : leArquivo(odbcIni).split('\n')) {
-        const qsizetype igual = linha.indexOf('=');
-        if (igual > 0 && linha.left(igual).trimmed() == "Driver") {
-            return QString::fromLocal8Bit(linha.mid(igual + 1).trimmed());
+QString driverOf(const QString& odbcIni) {
+    for (const QByteArray& row : readFile(odbcIni).split('\n')) {
+        const qsizetype equals = row.indexOf('=');
+        if (equals > 0 && row.left(equals).trimmed() == "Driver") {
+            return QString::fromLocal8Bit(row.mid(equals + 1).trimmed());
         }
     }
     throw TestError(QStringLiteral("no driver in %1").arg(odbcIni));
@@ -64,41 +64,41 @@ QString driverDe(const QString& odbcIni) {
 
 // The driver manager is the one below Wine, which reads the file that this variable named when the program
 // started; packaging/windows/test gives each program a file of its own.
-QString arquivoDaFonte(const QTemporaryDir& /*pasta*/) {
+QString dataSourceFile(const QTemporaryDir& /*folder*/) {
     return qEnvironmentVariable("ODBCINI");
 }
 
-void entrega(const QString& /*odbcIni*/) {
+void publish(const QString& /*odbcIni*/) {
 }
 
-QString enderecoDe(const QString& /*servidor*/) {
+QString addressOf(const QString& /*server*/) {
     return qEnvironmentVariable("TARVESSA_TEST_ADDRESS");
 }
 
 #else
 
-QString arquivoDaFonte(const QTemporaryDir& pasta) {
-    return pasta.filePath(QStringLiteral("odbc.ini"));
+QString dataSourceFile(const QTemporaryDir& folder) {
+    return folder.filePath(QStringLiteral("odbc.ini"));
 }
 
 // The driver manager keeps what it has read for some seconds; only a write through its own library makes it
 // forget.
-void entrega(const QString& odbcIni) {
+void publish(const QString& odbcIni) {
     qputenv("ODBCINI", QFile::encodeName(odbcIni));
     if (SQLWritePrivateProfileString("QDX", "Description", "Test", "odbc.ini") == 0) {
         throw TestError(QStringLiteral("%1 was not taken by the driver manager").arg(odbcIni));
     }
 }
 
-QString enderecoDe(const QString& servidor) {
-    return executaScript({QStringLiteral("socket"), servidor});
+QString addressOf(const QString& server) {
+    return runScript({QStringLiteral("socket"), server});
 }
 
 #endif
 
 /// Letters and digits only: the name stands in a grant, where "_" would match any character.
-QString nomeUnico() {
-    return QStringLiteral("teste%1x%2")
+QString uniqueName() {
+    return QStringLiteral("test%1x%2")
         .arg(QCoreApplication::applicationPid())
         .arg(QRandomGenerator::system()->generate(), 8, 16, QLatin1Char('0'));
 }
@@ -108,132 +108,131 @@ QString nomeUnico() {
 /// A server that lives as long as this object.
 class PrivateServer::OwnServer {
   public:
-    explicit OwnServer(const QString& pasta) : m_pasta(pasta) {
+    explicit OwnServer(const QString& folder) : m_folder(folder) {
         // Watched first, so that a test program which crashes does not leave its server behind.
-        executaScript(
-            {QStringLiteral("watch"), m_pasta, QString::number(QCoreApplication::applicationPid())});
-        executaScript({QStringLiteral("start"), m_pasta, QStringLiteral("--"),
-                       QStringLiteral("--innodb-flush-log-at-trx-commit=0")});
+        runScript({QStringLiteral("watch"), m_folder, QString::number(QCoreApplication::applicationPid())});
+        runScript({QStringLiteral("start"), m_folder, QStringLiteral("--"),
+                   QStringLiteral("--innodb-flush-log-at-trx-commit=0")});
     }
     ~OwnServer() {
         try {
-            executaScript({QStringLiteral("stop"), m_pasta});
-        } catch (const TestError& erro) {
-            qWarning("%s", erro.what());
+            runScript({QStringLiteral("stop"), m_folder});
+        } catch (const TestError& error) {
+            qWarning("%s", error.what());
         }
     }
     OwnServer(const OwnServer&) = delete;
     OwnServer& operator=(const OwnServer&) = delete;
 
   private:
-    QString m_pasta;
+    QString m_folder;
 };
 
 PrivateServer::PrivateServer()
-    : m_servidor(qEnvironmentVariable("TARVESSA_TEST_SERVER")), m_nome(nomeUnico()),
-      m_esquema(leArquivo(QString::fromUtf8(Schema))),
+    : m_server(qEnvironmentVariable("TARVESSA_TEST_SERVER")), m_name(uniqueName()),
+      m_schema(readFile(QString::fromUtf8(Schema))),
       m_initStmt(QStringLiteral("SET sql_mode='NO_ENGINE_SUBSTITUTION'")),
-      m_haviaOdbcIni(qEnvironmentVariableIsSet("ODBCINI")), m_odbcIniAnterior(qgetenv("ODBCINI")) {
-    if (!m_pasta.isValid()) {
-        throw TestError(m_pasta.errorString());
+      m_hadOdbcIni(qEnvironmentVariableIsSet("ODBCINI")), m_previousOdbcIni(qgetenv("ODBCINI")) {
+    if (!m_folder.isValid()) {
+        throw TestError(m_folder.errorString());
     }
-    if (m_servidor.isEmpty()) {
-        m_servidor = m_pasta.filePath(QStringLiteral("servidor"));
-        m_proprio = std::make_unique<OwnServer>(m_servidor);
+    if (m_server.isEmpty()) {
+        m_server = m_folder.filePath(QStringLiteral("server"));
+        m_own = std::make_unique<OwnServer>(m_server);
     }
-    m_socket = enderecoDe(m_servidor);
-    m_socketDaFonte = m_socket;
-    m_driver = driverDe(m_servidor + QStringLiteral("/odbc.ini"));
-    m_conexao = std::make_unique<AdminConnection>(m_socket);
+    m_socket = addressOf(m_server);
+    m_dataSourceSocket = m_socket;
+    m_driver = driverOf(m_server + QStringLiteral("/odbc.ini"));
+    m_connection = std::make_unique<AdminConnection>(m_socket);
     // The same leniency as the program's own connection, so that odd rows can be prepared.
-    m_conexao->executa(m_initStmt);
-    m_conexao->executa(
-        QStringLiteral("CREATE USER '%1'@'%2'; GRANT ALL ON `%1`.* TO '%1'@'%2'").arg(m_nome, Host));
-    recria();
-    gravaFonteDeDados();
+    m_connection->execute(m_initStmt);
+    m_connection->execute(
+        QStringLiteral("CREATE USER '%1'@'%2'; GRANT ALL ON `%1`.* TO '%1'@'%2'").arg(m_name, Host));
+    recreate();
+    writeDataSource();
 }
 
 PrivateServer::~PrivateServer() {
-    restauraAmbiente();
+    restoreEnvironment();
     try {
-        m_conexao->executa(QStringLiteral("DROP DATABASE `%1`; DROP USER '%1'@'%2'").arg(m_nome, Host));
-    } catch (const TestError& erro) {
-        qWarning("%s", erro.what());
+        m_connection->execute(QStringLiteral("DROP DATABASE `%1`; DROP USER '%1'@'%2'").arg(m_name, Host));
+    } catch (const TestError& error) {
+        qWarning("%s", error.what());
     }
 }
 
-void PrivateServer::usaCharset(const QString& charset) {
+void PrivateServer::useCharset(const QString& charset) {
     m_charset = charset;
-    gravaFonteDeDados();
+    writeDataSource();
 }
 
-void PrivateServer::usaSocket(const QString& socket) {
-    m_socketDaFonte = socket;
-    gravaFonteDeDados();
+void PrivateServer::useSocket(const QString& socket) {
+    m_dataSourceSocket = socket;
+    writeDataSource();
 }
 
-void PrivateServer::usaInitStmt(const QString& sql) {
+void PrivateServer::useInitStmt(const QString& sql) {
     m_initStmt = sql;
-    gravaFonteDeDados();
+    writeDataSource();
 }
 
-void PrivateServer::executa(const QString& sql) {
-    m_conexao->executa(sql);
+void PrivateServer::execute(const QString& sql) {
+    m_connection->execute(sql);
 }
 
-QList<QStringList> PrivateServer::consulta(const QString& sql) {
-    return m_conexao->consulta(sql);
+QList<QStringList> PrivateServer::query(const QString& sql) {
+    return m_connection->query(sql);
 }
 
-void PrivateServer::recria() {
-    m_conexao->executa(
+void PrivateServer::recreate() {
+    m_connection->execute(
         QStringLiteral("DROP DATABASE IF EXISTS `%1`; CREATE DATABASE `%1` CHARACTER SET utf8mb4")
-            .arg(m_nome));
-    m_conexao->seleciona(m_nome);
-    m_conexao->executa(QString::fromUtf8(m_esquema));
+            .arg(m_name));
+    m_connection->select(m_name);
+    m_connection->execute(QString::fromUtf8(m_schema));
 }
 
-void PrivateServer::mataConexoesDoPrograma() {
-    m_conexao->executa(QStringLiteral("KILL CONNECTION USER '%1'@'%2'").arg(m_nome, Host));
-    QElapsedTimer relogio;
-    relogio.start();
-    const QString restantes =
-        QStringLiteral("SELECT id FROM information_schema.processlist WHERE user = '%1'").arg(m_nome);
-    while (!m_conexao->consulta(restantes).isEmpty()) {
-        if (relogio.elapsed() > EsperaDasConexoesMs) {
+void PrivateServer::killProgramConnections() {
+    m_connection->execute(QStringLiteral("KILL CONNECTION USER '%1'@'%2'").arg(m_name, Host));
+    QElapsedTimer timer;
+    timer.start();
+    const QString remaining =
+        QStringLiteral("SELECT id FROM information_schema.processlist WHERE user = '%1'").arg(m_name);
+    while (!m_connection->query(remaining).isEmpty()) {
+        if (timer.elapsed() > ConnectionsTimeoutMs) {
             throw TestError(QStringLiteral("the program's connections do not end"));
         }
         QThread::msleep(5);
     }
 }
 
-void PrivateServer::gravaFonteDeDados() {
-    const QString caminho = arquivoDaFonte(m_pasta);
-    QFile arquivo(caminho);
-    if (!arquivo.open(QIODevice::WriteOnly | QIODevice::Truncate)) {
-        throw TestError(QStringLiteral("%1: %2").arg(caminho, arquivo.errorString()));
+void PrivateServer::writeDataSource() {
+    const QString path = dataSourceFile(m_folder);
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate)) {
+        throw TestError(QStringLiteral("%1: %2").arg(path, file.errorString()));
     }
-    QStringList linhas{QStringLiteral("[QDX]"), QStringLiteral("Driver = ") + m_driver,
-                       QStringLiteral("DATABASE = ") + m_nome, QStringLiteral("UID = ") + m_nome,
-                       QStringLiteral("USER = ") + m_nome};
-    linhas += soquete::linhasDaFonte(m_socketDaFonte);
+    QStringList rows{QStringLiteral("[QDX]"), QStringLiteral("Driver = ") + m_driver,
+                     QStringLiteral("DATABASE = ") + m_name, QStringLiteral("UID = ") + m_name,
+                     QStringLiteral("USER = ") + m_name};
+    rows += sockets::dataSourceLines(m_dataSourceSocket);
     if (!m_charset.isEmpty()) {
-        linhas += QStringLiteral("CHARSET = ") + m_charset;
+        rows += QStringLiteral("CHARSET = ") + m_charset;
     }
     if (!m_initStmt.isEmpty()) {
-        linhas += QStringLiteral("INITSTMT = ") + m_initStmt;
+        rows += QStringLiteral("INITSTMT = ") + m_initStmt;
     }
-    arquivo.write(linhas.join(QLatin1Char('\n')).toLocal8Bit() + '\n');
-    arquivo.close();
-    entrega(caminho);
+    file.write(rows.join(QLatin1Char('\n')).toLocal8Bit() + '\n');
+    file.close();
+    publish(path);
 }
 
-void PrivateServer::restauraAmbiente() {
-    if (m_haviaOdbcIni) {
-        qputenv("ODBCINI", m_odbcIniAnterior);
+void PrivateServer::restoreEnvironment() {
+    if (m_hadOdbcIni) {
+        qputenv("ODBCINI", m_previousOdbcIni);
     } else {
         qunsetenv("ODBCINI");
     }
 }
 
-} // namespace tarvessa::teste
+} // namespace tarvessa::test

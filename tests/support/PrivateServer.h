@@ -7,7 +7,7 @@
 #include <QTemporaryDir>
 #include <memory>
 
-namespace tarvessa::teste {
+namespace tarvessa::test {
 
 class AdminConnection;
 
@@ -32,50 +32,50 @@ class PrivateServer {
     /// The server's own address: its unix socket, on Windows "127.0.0.1:port".
     QString socket() const { return m_socket; }
     /// The name of the database.
-    QString banco() const { return m_nome; }
+    QString database() const { return m_name; }
     /// The database user that the data source gives to the program.
-    QString usuario() const { return m_nome; }
+    QString user() const { return m_name; }
     /// The statement that the driver runs at connect.
     QString initStmt() const { return m_initStmt; }
 
     /// The data source's CHARSET; empty for none, which is the start. Holds from the next connect.
-    void usaCharset(const QString& charset);
+    void useCharset(const QString& charset);
     /// The address that the data source leads to, for a proxy in front of the server. Holds from the next
     /// connect.
-    void usaSocket(const QString& socket);
+    void useSocket(const QString& socket);
     /// The data source's INITSTMT; empty for none. Holds from the next connect.
-    void usaInitStmt(const QString& sql);
+    void useInitStmt(const QString& sql);
 
     /// Runs one or several statements in the database as root. Raises TestError.
-    void executa(const QString& sql);
+    void execute(const QString& sql);
     /// The rows of one query as root, as texts; NULL is a null QString. Raises TestError.
-    QList<QStringList> consulta(const QString& sql);
+    QList<QStringList> query(const QString& sql);
 
     /// Puts the database back to the empty schema. Connections to it stay usable. Raises TestError.
-    void recria();
+    void recreate();
 
     /// Ends every connection of the program's user and returns when they are gone. Raises TestError.
-    void mataConexoesDoPrograma();
+    void killProgramConnections();
 
   private:
     class OwnServer;
 
-    void gravaFonteDeDados();
-    void restauraAmbiente();
+    void writeDataSource();
+    void restoreEnvironment();
 
-    QTemporaryDir m_pasta;
-    QString m_servidor;                   // folder of the server
-    std::unique_ptr<OwnServer> m_proprio; // null when the environment names a server
+    QTemporaryDir m_folder;
+    QString m_server;                 // folder of the server
+    std::unique_ptr<OwnServer> m_own; // null when the environment names a server
     QString m_socket;
-    QString m_nome;
-    std::unique_ptr<AdminConnection> m_conexao;
-    QByteArray m_esquema;
+    QString m_name;
+    std::unique_ptr<AdminConnection> m_connection;
+    QByteArray m_schema;
     QString m_driver;
     QString m_charset;
-    QString m_socketDaFonte;
+    QString m_dataSourceSocket;
     QString m_initStmt;
-    bool m_haviaOdbcIni;
-    QByteArray m_odbcIniAnterior;
+    bool m_hadOdbcIni;
+    QByteArray m_previousOdbcIni;
 };
 
-} // namespace tarvessa::teste
+} // namespace tarvessa::test

@@ -3,89 +3,89 @@
 #include "support/PrivateServer.h"
 #include "support/TestError.h"
 
-namespace tarvessa::teste {
+namespace tarvessa::test {
 
 namespace {
 
-bool branco(QChar c) {
+bool isBlank(QChar c) {
     return c == QLatin1Char(' ') || (c >= QLatin1Char('\t') && c <= QLatin1Char('\r'));
 }
 
-QString comoNoServidor(const QString& sql) {
-    qsizetype inicio = 0;
-    qsizetype fim = sql.size();
-    while (inicio < fim && branco(sql[inicio])) {
-        ++inicio;
+QString asServerWrites(const QString& sql) {
+    qsizetype start = 0;
+    qsizetype end = sql.size();
+    while (start < end && isBlank(sql[start])) {
+        ++start;
     }
-    while (fim > inicio && (branco(sql[fim - 1]) || sql[fim - 1] == QLatin1Char(';'))) {
-        --fim;
+    while (end > start && (isBlank(sql[end - 1]) || sql[end - 1] == QLatin1Char(';'))) {
+        --end;
     }
-    return sql.mid(inicio, fim - inicio);
+    return sql.mid(start, end - start);
 }
 
 } // namespace
 
-StatementLog::StatementLog(PrivateServer& servidor) : m_servidor(servidor), m_conexao(servidor.socket()) {
-    liga();
-    marca();
+StatementLog::StatementLog(PrivateServer& server) : m_server(server), m_connection(server.socket()) {
+    connect();
+    mark();
 }
 
 // As it comes, the log table has no order of its own, no index, and loses characters of four bytes.
 // The server allows it to be changed while logging is off. Test programs that share a server may
 // come here together, hence the lock.
-void StatementLog::liga() {
-    if (m_conexao.consulta(QStringLiteral("SELECT GET_LOCK('tarvessa_general_log', 60)")) !=
+void StatementLog::connect() {
+    if (m_connection.query(QStringLiteral("SELECT GET_LOCK('tarvessa_general_log', 60)")) !=
         QList<QStringList>{{QStringLiteral("1")}}) {
         throw TestError(QStringLiteral("the general log is being prepared by another program for too long"));
     }
-    const bool pronto =
-        !m_conexao
-             .consulta(QStringLiteral("SELECT 1 FROM information_schema.columns WHERE table_schema = "
-                                      "'mysql' AND table_name = 'general_log' AND column_name = 'ordem'"))
+    const bool ready =
+        !m_connection
+             .query(QStringLiteral("SELECT 1 FROM information_schema.columns WHERE table_schema = "
+                                   "'mysql' AND table_name = 'general_log' AND column_name = 'ordem'"))
              .isEmpty();
-    if (!pronto) {
-        m_conexao.executa(
+    if (!ready) {
+        m_connection.execute(
             QStringLiteral("SET GLOBAL general_log = 0; ALTER TABLE mysql.general_log ENGINE = MyISAM, "
                            "MODIFY argument MEDIUMTEXT CHARACTER SET utf8mb4 NOT NULL, "
                            "ADD COLUMN ordem BIGINT UNSIGNED NOT NULL AUTO_INCREMENT PRIMARY KEY"));
     }
-    m_conexao.executa(QStringLiteral("SET GLOBAL log_output = 'TABLE'; SET GLOBAL general_log = 1; "
-                                     "DO RELEASE_LOCK('tarvessa_general_log')"));
+    m_connection.execute(QStringLiteral("SET GLOBAL log_output = 'TABLE'; SET GLOBAL general_log = 1; "
+                                        "DO RELEASE_LOCK('tarvessa_general_log')"));
 }
 
-void StatementLog::marca() {
-    m_marca =
-        m_conexao.consulta(QStringLiteral("SELECT COALESCE(MAX(ordem), 0) FROM mysql.general_log"))[0][0];
+void StatementLog::mark() {
+    m_mark =
+        m_connection.query(QStringLiteral("SELECT COALESCE(MAX(ordem), 0) FROM mysql.general_log"))[0][0];
 }
 
-QStringList StatementLog::textos() {
-    const auto linhas = m_conexao.consulta(
+QStringList StatementLog::texts() {
+    const auto rows = m_connection.query(
         QStringLiteral("SELECT argument FROM mysql.general_log WHERE ordem > %1 AND command_type IN "
                        "('Query', 'Execute') AND SUBSTRING_INDEX(user_host, '[', 1) = '%2' ORDER BY ordem")
-            .arg(m_marca, m_servidor.usuario()));
-    QStringList textos;
-    for (const QStringList& linha : linhas) {
-        if (!daConexao(linha[0])) {
-            textos += linha[0];
+            .arg(m_mark, m_server.user()));
+    QStringList texts;
+    for (const QStringList& row : rows) {
+        if (!fromConnection(row[0])) {
+            texts += row[0];
         }
     }
-    return textos;
+    return texts;
 }
 
-QStringList StatementLog::esperado(const QStringList& sqls) {
-    QStringList textos;
+QStringList StatementLog::expected(const QStringList& sqls) {
+    QStringList texts;
     for (const QString& sql : sqls) {
-        textos += comoNoServidor(sql);
+        texts += asServerWrites(sql);
     }
-    return textos;
+    return texts;
 }
 
-bool StatementLog::daConexao(const QString& sql) const {
-    static const QStringList DoDriver{
+bool StatementLog::fromConnection(const QString& sql) const {
+    static const QStringList FromDriver{
         QStringLiteral("SET SESSION SQL_AUTO_IS_NULL=0"), QStringLiteral("SET autocommit=1"),
         QStringLiteral("SET session_track_schema= ON"),
         QStringLiteral("SET session_track_system_variables='autocommit,tx_isolation'")};
-    return DoDriver.contains(sql) || sql == comoNoServidor(m_servidor.initStmt());
+    return FromDriver.contains(sql) || sql == asServerWrites(m_server.initStmt());
 }
 
-} // namespace tarvessa::teste
+} // namespace tarvessa::test

@@ -5,7 +5,7 @@
 #include <QString>
 #include <QStringList>
 
-namespace tarvessa::teste {
+namespace tarvessa::test {
 
 class PrivateServer;
 
@@ -13,32 +13,32 @@ class PrivateServer;
 /// server's general log (mysql.general_log).
 ///
 /// The server writes a statement down before it runs it, with three exceptions to "letter by letter":
-/// it cuts blanks and ";" off the ends (see `esperado`), a query that is prepared and refused by the
+/// it cuts blanks and ";" off the ends (see `expected`), a query that is prepared and refused by the
 /// parser never gets there, and from a latin1 connection each byte beyond ASCII becomes "\xHH".
 /// FaultProxy sees all of these as they were sent.
 class StatementLog {
   public:
-    /// Switches the general log of `servidor` on, if it is not, and marks the present position.
-    /// `servidor` must outlive the log. Raises TestError.
-    explicit StatementLog(PrivateServer& servidor);
+    /// Switches the general log of `server` on, if it is not, and marks the present position.
+    /// `server` must outlive the log. Raises TestError.
+    explicit StatementLog(PrivateServer& server);
 
     /// Forgets what came before. Raises TestError.
-    void marca();
+    void mark();
 
     /// The statements since the last mark, one entry each even when prepared and then executed,
     /// without those that the driver sends on its own account at connect. Raises TestError.
-    QStringList textos();
+    QStringList texts();
 
     /// `sqls` as the server writes them down: blanks and ";" cut off the ends, nothing else.
-    static QStringList esperado(const QStringList& sqls);
+    static QStringList expected(const QStringList& sqls);
 
   private:
-    void liga();
-    bool daConexao(const QString& sql) const;
+    void connect();
+    bool fromConnection(const QString& sql) const;
 
-    PrivateServer& m_servidor;
-    AdminConnection m_conexao;
-    QString m_marca;
+    PrivateServer& m_server;
+    AdminConnection m_connection;
+    QString m_mark;
 };
 
-} // namespace tarvessa::teste
+} // namespace tarvessa::test

@@ -3,7 +3,7 @@
 #include <QString>
 #include <stdexcept>
 
-namespace tarvessa::teste {
+namespace tarvessa::test {
 
 /// The test environment itself failed (server, schema, socket): not a failed check of the program.
 class TestError : public std::runtime_error {
@@ -11,4 +11,4 @@ class TestError : public std::runtime_error {
     explicit TestError(const QString& text) : std::runtime_error(text.toStdString()) {}
 };
 
-} // namespace tarvessa::teste
+} // namespace tarvessa::test

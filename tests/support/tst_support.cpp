@@ -22,7 +22,7 @@
 #include <sql.h>
 #include <sqlext.h>
 
-using namespace tarvessa::teste;
+using namespace tarvessa::test;
 
 namespace {
 
@@ -53,7 +53,7 @@ class Odbc {
     QString estado() const { return m_estado; }
 
     /// Runs `sql` with a static cursor; gives SQLSTATE and message, empty on success.
-    QString executa(QByteArray sql) {
+    QString execute(QByteArray sql) {
         m_valor.reset();
         SQLHSTMT comando = SQL_NULL_HSTMT;
         if (!SQL_SUCCEEDED(SQLAllocHandle(SQL_HANDLE_STMT, m_dbc, &comando))) {
@@ -80,7 +80,7 @@ class Odbc {
 
     /// The first cell of the first row of `sql`, in the data source's charset.
     QByteArray valor(const QByteArray& sql) {
-        const QString erro = executa(sql);
+        const QString erro = execute(sql);
         return erro.isEmpty() ? m_valor.value_or("no row") : erro.toUtf8();
     }
 
@@ -160,16 +160,16 @@ void TstSupport::cleanupTestCase() {
 }
 
 void TstSupport::init() {
-    m_servidor->executa(
+    m_servidor->execute(
         QStringLiteral("CREATE TABLE prova (id INT PRIMARY KEY, nome VARCHAR(50), texto LONGTEXT); "
                        "INSERT INTO prova VALUES (1, 'PÃO', NULL), (2, '', NULL)"));
 }
 
 void TstSupport::cleanup() {
-    m_servidor->usaCharset(QString());
-    m_servidor->usaSocket(m_servidor->socket());
-    m_servidor->usaInitStmt(QStringLiteral("SET sql_mode='NO_ENGINE_SUBSTITUTION'"));
-    m_servidor->executa(QStringLiteral("DROP TABLE IF EXISTS prova"));
+    m_servidor->useCharset(QString());
+    m_servidor->useSocket(m_servidor->socket());
+    m_servidor->useInitStmt(QStringLiteral("SET sql_mode='NO_ENGINE_SUBSTITUTION'"));
+    m_servidor->execute(QStringLiteral("DROP TABLE IF EXISTS prova"));
 }
 
 void TstSupport::schemaIsLoadedAndNothingElse() {
@@ -188,17 +188,17 @@ void TstSupport::schemaIsLoadedAndNothingElse() {
 
     const auto tabelas = [this] {
         QStringList nomes;
-        for (const QStringList& linha : m_servidor->consulta(QStringLiteral("SHOW TABLES"))) {
+        for (const QStringList& linha : m_servidor->query(QStringLiteral("SHOW TABLES"))) {
             nomes += linha[0];
         }
         nomes.sort();
         return nomes;
     };
     QVERIFY(tabelas().contains(QStringLiteral("prova")));
-    m_servidor->recria();
+    m_servidor->recreate();
     QCOMPARE(tabelas(), esperadas);
     for (const QString& tabela : esperadas) {
-        QCOMPARE(m_servidor->consulta(QStringLiteral("SELECT COUNT(*) FROM `%1`").arg(tabela))[0][0],
+        QCOMPARE(m_servidor->query(QStringLiteral("SELECT COUNT(*) FROM `%1`").arg(tabela))[0][0],
                  QStringLiteral("0"));
     }
 }
@@ -206,16 +206,16 @@ void TstSupport::schemaIsLoadedAndNothingElse() {
 void TstSupport::dataSourceLeadsToTheDatabase() {
     Odbc odbc;
     QCOMPARE(odbc.estado(), QString());
-    QCOMPARE(odbc.valor("SELECT DATABASE()"), m_servidor->banco().toUtf8());
-    QCOMPARE(odbc.valor("SELECT CURRENT_USER()"), m_servidor->usuario().toUtf8() + "@localhost");
+    QCOMPARE(odbc.valor("SELECT DATABASE()"), m_servidor->database().toUtf8());
+    QCOMPARE(odbc.valor("SELECT CURRENT_USER()"), m_servidor->user().toUtf8() + "@localhost");
     QCOMPARE(odbc.valor("SELECT @@sql_mode"), QByteArray("NO_ENGINE_SUBSTITUTION"));
     QCOMPARE(odbc.valor("SELECT @@skip_networking"), QByteArray("1"));
     QCOMPARE(odbc.valor("SELECT nome FROM PROVA WHERE id = 1"), QByteArray("PÃO"));
 }
 
 void TstSupport::nullEmptyAndOddCharacters() {
-    m_servidor->executa(QStringLiteral("INSERT INTO prova VALUES (3, '\U0001F950 d''Ávila', 'a\nb')"));
-    const auto linhas = m_servidor->consulta(QStringLiteral("SELECT nome, texto FROM prova ORDER BY id"));
+    m_servidor->execute(QStringLiteral("INSERT INTO prova VALUES (3, '\U0001F950 d''Ávila', 'a\nb')"));
+    const auto linhas = m_servidor->query(QStringLiteral("SELECT nome, texto FROM prova ORDER BY id"));
     QCOMPARE(linhas.size(), 3);
     QCOMPARE(linhas[0][0], QStringLiteral("PÃO"));
     QVERIFY(linhas[0][1].isNull());
@@ -225,11 +225,11 @@ void TstSupport::nullEmptyAndOddCharacters() {
 
 void TstSupport::failedStatementRaises() {
     QVERIFY_THROWS_EXCEPTION(TestError,
-                             m_servidor->executa(QStringLiteral("SELECT 1; UPDATE nenhuma SET a = 1")));
-    QVERIFY_THROWS_EXCEPTION(TestError, m_servidor->consulta(QStringLiteral("SELECT")));
-    QVERIFY_THROWS_EXCEPTION(TestError, m_servidor->consulta(QStringLiteral("UPDATE prova SET nome = 'x'")));
-    QVERIFY_THROWS_EXCEPTION(TestError, m_servidor->consulta(QStringLiteral("SELECT 1; SELECT 2")));
-    QCOMPARE(m_servidor->consulta(QStringLiteral("SELECT 3"))[0][0], QStringLiteral("3"));
+                             m_servidor->execute(QStringLiteral("SELECT 1; UPDATE nenhuma SET a = 1")));
+    QVERIFY_THROWS_EXCEPTION(TestError, m_servidor->query(QStringLiteral("SELECT")));
+    QVERIFY_THROWS_EXCEPTION(TestError, m_servidor->query(QStringLiteral("UPDATE prova SET nome = 'x'")));
+    QVERIFY_THROWS_EXCEPTION(TestError, m_servidor->query(QStringLiteral("SELECT 1; SELECT 2")));
+    QCOMPARE(m_servidor->query(QStringLiteral("SELECT 3"))[0][0], QStringLiteral("3"));
 }
 
 void TstSupport::dataSourceCharset_data() {
@@ -243,54 +243,54 @@ void TstSupport::dataSourceCharset_data() {
 void TstSupport::dataSourceCharset() {
     QFETCH(QString, charset);
     QFETCH(QByteArray, esperado);
-    m_servidor->usaCharset(charset);
+    m_servidor->useCharset(charset);
     Odbc odbc;
     QCOMPARE(odbc.estado(), QString());
     QCOMPARE(odbc.valor("SELECT nome FROM prova WHERE id = 1"), esperado);
 }
 
 void TstSupport::dataSourceInitStmt() {
-    m_servidor->usaInitStmt(QStringLiteral("SET @marca = 'primeira'"));
+    m_servidor->useInitStmt(QStringLiteral("SET @marca = 'primeira'"));
     Odbc primeira;
     QCOMPARE(primeira.valor("SELECT @marca"), QByteArray("primeira"));
-    m_servidor->usaInitStmt(QStringLiteral("SET @marca = 'segunda'"));
+    m_servidor->useInitStmt(QStringLiteral("SET @marca = 'segunda'"));
     Odbc segunda;
     QCOMPARE(segunda.valor("SELECT @marca"), QByteArray("segunda"));
-    m_servidor->usaInitStmt(QString());
+    m_servidor->useInitStmt(QString());
     Odbc terceira;
     QCOMPARE(terceira.valor("SELECT COALESCE(@marca, 'nenhuma')"), QByteArray("nenhuma"));
 }
 
 void TstSupport::killedConnections() {
-    m_servidor->mataConexoesDoPrograma();
+    m_servidor->killProgramConnections();
     Odbc odbc;
-    QCOMPARE(odbc.executa("UPDATE prova SET nome = 'antes'"), QString());
-    m_servidor->mataConexoesDoPrograma();
-    const QString erro = odbc.executa("UPDATE prova SET nome = 'depois'");
+    QCOMPARE(odbc.execute("UPDATE prova SET nome = 'antes'"), QString());
+    m_servidor->killProgramConnections();
+    const QString erro = odbc.execute("UPDATE prova SET nome = 'depois'");
     QVERIFY2(erro.startsWith(QStringLiteral("08S01")), qPrintable(erro));
-    QCOMPARE(m_servidor->consulta(QStringLiteral("SELECT nome FROM prova WHERE id = 1"))[0][0],
+    QCOMPARE(m_servidor->query(QStringLiteral("SELECT nome FROM prova WHERE id = 1"))[0][0],
              QStringLiteral("antes"));
 }
 
 void TstSupport::logHasEachStatementOnce() {
     StatementLog registro(*m_servidor);
     Odbc odbc;
-    QCOMPARE(registro.textos(), QStringList());
+    QCOMPARE(registro.texts(), QStringList());
     const QList<QByteArray> sqls{"SELECT nome FROM prova", "UPDATE prova SET nome = 'a' WHERE id = 2",
                                  "SELECT id FROM prova",   "INSERT INTO prova VALUES (9, 'n', '')",
                                  "DELETE FROM nenhuma",    "TRUNCATE TABLE prova",
                                  "SELECT nome FROM prova"};
     QStringList esperados;
     for (const QByteArray& sql : sqls) {
-        QCOMPARE(odbc.executa(sql).isEmpty(), !sql.contains("nenhuma"));
+        QCOMPARE(odbc.execute(sql).isEmpty(), !sql.contains("nenhuma"));
         esperados += QString::fromUtf8(sql);
     }
-    QCOMPARE(registro.textos(), esperados);
+    QCOMPARE(registro.texts(), esperados);
 
-    registro.marca();
-    QCOMPARE(registro.textos(), QStringList());
-    odbc.executa("SET @a = 1");
-    QCOMPARE(registro.textos(), QStringList{QStringLiteral("SET @a = 1")});
+    registro.mark();
+    QCOMPARE(registro.texts(), QStringList());
+    odbc.execute("SET @a = 1");
+    QCOMPARE(registro.texts(), QStringList{QStringLiteral("SET @a = 1")});
 }
 
 void TstSupport::logKeepsEveryLetter() {
@@ -301,34 +301,34 @@ void TstSupport::logKeepsEveryLetter() {
         QStringLiteral("UPDATE prova SET nome = 'a\n\tb,\"c\"' WHERE id =  2 ;"),
         QStringLiteral("UPDATE prova SET nome = 'sem brancos' WHERE id = 2")};
     for (const QString& sql : sqls) {
-        QCOMPARE(odbc.executa(sql.toUtf8()), QString());
+        QCOMPARE(odbc.execute(sql.toUtf8()), QString());
     }
-    QCOMPARE(registro.textos(), StatementLog::esperado(sqls));
-    QCOMPARE(StatementLog::esperado(sqls)[0],
+    QCOMPARE(registro.texts(), StatementLog::expected(sqls));
+    QCOMPARE(StatementLog::expected(sqls)[0],
              QStringLiteral("SELECT  nome   FROM prova WHERE nome = ' ÁÉÍ´  \"x\" \\\\ \U0001F950 '"));
-    QCOMPARE(StatementLog::esperado(sqls)[1],
+    QCOMPARE(StatementLog::expected(sqls)[1],
              QStringLiteral("UPDATE prova SET nome = 'a\n\tb,\"c\"' WHERE id =  2"));
 }
 
 void TstSupport::logFromLatin1() {
-    m_servidor->usaCharset(QStringLiteral("latin1"));
+    m_servidor->useCharset(QStringLiteral("latin1"));
     StatementLog registro(*m_servidor);
     Odbc odbc;
-    QCOMPARE(odbc.executa("UPDATE prova SET nome = 'P\xC3O DE A\xC7\xDA"
+    QCOMPARE(odbc.execute("UPDATE prova SET nome = 'P\xC3O DE A\xC7\xDA"
                           "CAR'"),
              QString());
-    QCOMPARE(registro.textos(),
+    QCOMPARE(registro.texts(),
              QStringList{QStringLiteral("UPDATE prova SET nome = 'P\\xC3O DE A\\xC7\\xDACAR'")});
-    QCOMPARE(m_servidor->consulta(QStringLiteral("SELECT DISTINCT nome FROM prova")),
+    QCOMPARE(m_servidor->query(QStringLiteral("SELECT DISTINCT nome FROM prova")),
              QList<QStringList>{{QStringLiteral("PÃO DE AÇÚCAR")}});
 }
 
 void TstSupport::logOfThisProgramOnly() {
     StatementLog registro(*m_servidor);
     Odbc odbc;
-    m_servidor->executa(QStringLiteral("UPDATE prova SET nome = 'do teste'"));
-    QCOMPARE(odbc.executa("UPDATE prova SET nome = 'do programa'"), QString());
-    QCOMPARE(registro.textos(), QStringList{QStringLiteral("UPDATE prova SET nome = 'do programa'")});
+    m_servidor->execute(QStringLiteral("UPDATE prova SET nome = 'do teste'"));
+    QCOMPARE(odbc.execute("UPDATE prova SET nome = 'do programa'"), QString());
+    QCOMPARE(registro.texts(), QStringList{QStringLiteral("UPDATE prova SET nome = 'do programa'")});
 }
 
 void TstSupport::cutBeforeEachStatement_data() {
@@ -341,21 +341,21 @@ void TstSupport::cutBeforeEachStatement_data() {
 void TstSupport::cutBeforeEachStatement() {
     QFETCH(int, k);
     FaultProxy proxy(m_servidor->socket());
-    m_servidor->usaSocket(proxy.socket());
+    m_servidor->useSocket(proxy.socket());
     StatementLog registro(*m_servidor);
     Odbc odbc;
     QCOMPARE(odbc.estado(), QString());
-    m_servidor->executa(QStringLiteral("DELETE FROM prova"));
+    m_servidor->execute(QStringLiteral("DELETE FROM prova"));
 
     QList<QByteArray> sqls;
     for (int i = 1; i <= 6; ++i) {
         sqls += i % 2 == 1 ? "INSERT INTO prova (id) VALUES (" + QByteArray::number(i) + ")"
                            : "SELECT COUNT(*) AS n" + QByteArray::number(i) + " FROM prova";
     }
-    proxy.cortaAntesDe(k);
+    proxy.cutBefore(k);
     QStringList falhas;
     for (const QByteArray& sql : sqls) {
-        falhas += odbc.executa(sql);
+        falhas += odbc.execute(sql);
     }
     for (int i = 1; i <= 6; ++i) {
         const QString& falha = falhas[i - 1];
@@ -364,16 +364,15 @@ void TstSupport::cutBeforeEachStatement() {
                                 : i == k ? QStringLiteral("08S01")
                                          : QStringLiteral("08003"));
     }
-    QCOMPARE(proxy.textos(), sqls.mid(0, k - 1));
-    QCOMPARE(proxy.cortado(), sqls[k - 1]);
+    QCOMPARE(proxy.texts(), sqls.mid(0, k - 1));
+    QCOMPARE(proxy.cutAt(), sqls[k - 1]);
     QStringList recebidos;
     for (const QByteArray& sql : sqls.mid(0, k - 1)) {
         recebidos += QString::fromUtf8(sql);
     }
-    QCOMPARE(registro.textos(), StatementLog::esperado(recebidos));
+    QCOMPARE(registro.texts(), StatementLog::expected(recebidos));
     // Statements 1, 3 and 5 insert: those below k did.
-    QCOMPARE(m_servidor->consulta(QStringLiteral("SELECT COUNT(*) FROM prova"))[0][0],
-             QString::number(k / 2));
+    QCOMPARE(m_servidor->query(QStringLiteral("SELECT COUNT(*) FROM prova"))[0][0], QString::number(k / 2));
 
     Odbc nova;
     QCOMPARE(nova.valor("SELECT 7"), QByteArray("7"));
@@ -381,49 +380,49 @@ void TstSupport::cutBeforeEachStatement() {
 
 void TstSupport::noCutWhenNoneIsDue() {
     FaultProxy proxy(m_servidor->socket());
-    m_servidor->usaSocket(proxy.socket());
+    m_servidor->useSocket(proxy.socket());
     Odbc odbc;
-    QVERIFY(!proxy.textos().isEmpty());
-    proxy.cortaAntesDe(2);
+    QVERIFY(!proxy.texts().isEmpty());
+    proxy.cutBefore(2);
     QCOMPARE(odbc.valor("SELECT 1"), QByteArray("1"));
-    proxy.marca();
-    QCOMPARE(proxy.textos(), QList<QByteArray>());
+    proxy.mark();
+    QCOMPARE(proxy.texts(), QList<QByteArray>());
     QCOMPARE(odbc.valor("SELECT 2"), QByteArray("2"));
     QCOMPARE(odbc.valor("SELECT 3"), QByteArray("3"));
-    QCOMPARE(proxy.textos(), (QList<QByteArray>{"SELECT 2", "SELECT 3"}));
-    QVERIFY(proxy.cortado().isNull());
+    QCOMPARE(proxy.texts(), (QList<QByteArray>{"SELECT 2", "SELECT 3"}));
+    QVERIFY(proxy.cutAt().isNull());
 }
 
 void TstSupport::proxyKeepsEveryByte() {
     FaultProxy proxy(m_servidor->socket());
-    m_servidor->usaSocket(proxy.socket());
-    m_servidor->usaCharset(QStringLiteral("latin1"));
+    m_servidor->useSocket(proxy.socket());
+    m_servidor->useCharset(QStringLiteral("latin1"));
     Odbc odbc;
-    proxy.marca();
+    proxy.mark();
     // The last two do not parse, one to be prepared and one to be executed at once.
     const QList<QByteArray> sqls{"UPDATE  prova SET nome = 'P\xC3O  '", "SELECT nome  FROM prova",
                                  "SELECT nome FROM", "UPDATE prova SET"};
-    QCOMPARE(odbc.executa(sqls[0]), QString());
-    QCOMPARE(odbc.executa(sqls[1]), QString());
-    QVERIFY(!odbc.executa(sqls[2]).isEmpty());
-    QVERIFY(!odbc.executa(sqls[3]).isEmpty());
-    QCOMPARE(proxy.textos(), sqls);
+    QCOMPARE(odbc.execute(sqls[0]), QString());
+    QCOMPARE(odbc.execute(sqls[1]), QString());
+    QVERIFY(!odbc.execute(sqls[2]).isEmpty());
+    QVERIFY(!odbc.execute(sqls[3]).isEmpty());
+    QCOMPARE(proxy.texts(), sqls);
 
     // The driver cuts blanks off the ends before it sends; the tests' own connection does not.
-    proxy.marca();
-    QCOMPARE(odbc.executa("  UPDATE prova SET nome = 'a'  "), QString());
+    proxy.mark();
+    QCOMPARE(odbc.execute("  UPDATE prova SET nome = 'a'  "), QString());
     AdminConnection propria(proxy.socket());
-    propria.executa(QStringLiteral("  DO 1 ; "));
-    QCOMPARE(proxy.textos(), (QList<QByteArray>{"UPDATE prova SET nome = 'a'", "  DO 1 ; "}));
+    propria.execute(QStringLiteral("  DO 1 ; "));
+    QCOMPARE(proxy.texts(), (QList<QByteArray>{"UPDATE prova SET nome = 'a'", "  DO 1 ; "}));
 }
 
 void TstSupport::proxyPassesLongStatements() {
     // Left so: other test programs on the same server may be about to rely on it.
-    m_servidor->executa(QStringLiteral("SET GLOBAL max_allowed_packet = 67108864"));
+    m_servidor->execute(QStringLiteral("SET GLOBAL max_allowed_packet = 67108864"));
     FaultProxy proxy(m_servidor->socket());
-    m_servidor->usaSocket(proxy.socket());
+    m_servidor->useSocket(proxy.socket());
     Odbc odbc;
-    proxy.cortaAntesDe(4);
+    proxy.cutBefore(4);
 
     // Below, at and above the 16777215 bytes, one of them the command's own, that a packet holds.
     const QByteArray inicio = "UPDATE prova SET texto = '";
@@ -431,31 +430,31 @@ void TstSupport::proxyPassesLongStatements() {
     for (const qsizetype total : {16777213, 16777214, 40000000}) {
         const qsizetype conteudo = total - inicio.size() - fim.size();
         const QByteArray sql = inicio + QByteArray(conteudo, 'x') + fim;
-        QCOMPARE(odbc.executa(sql), QString());
-        QVERIFY(proxy.textos().last() == sql);
-        QCOMPARE(m_servidor->consulta(QStringLiteral("SELECT LENGTH(texto) FROM prova WHERE id = 1"))[0][0],
+        QCOMPARE(odbc.execute(sql), QString());
+        QVERIFY(proxy.texts().last() == sql);
+        QCOMPARE(m_servidor->query(QStringLiteral("SELECT LENGTH(texto) FROM prova WHERE id = 1"))[0][0],
                  QString::number(conteudo));
     }
     const QByteArray longo = inicio + QByteArray(20000000, 'y') + fim;
-    QVERIFY(odbc.executa(longo).startsWith(QStringLiteral("08S01")));
-    QVERIFY(proxy.cortado() == longo);
-    QCOMPARE(m_servidor->consulta(QStringLiteral("SELECT LEFT(texto, 1) FROM prova WHERE id = 1"))[0][0],
+    QVERIFY(odbc.execute(longo).startsWith(QStringLiteral("08S01")));
+    QVERIFY(proxy.cutAt() == longo);
+    QCOMPARE(m_servidor->query(QStringLiteral("SELECT LEFT(texto, 1) FROM prova WHERE id = 1"))[0][0],
              QStringLiteral("x"));
 }
 
 void TstSupport::proxyInFrontOfNothing() {
     FaultProxy proxy(m_servidor->socket() + QStringLiteral(".nenhum"));
-    m_servidor->usaSocket(proxy.socket());
+    m_servidor->useSocket(proxy.socket());
     Odbc odbc;
     QVERIFY(!odbc.estado().isEmpty());
 }
 
 void TstSupport::boxesAreAnswered() {
     ModalHelper modal;
-    modal.espera(QStringLiteral("Confirma?"), QMessageBox::Yes);
-    modal.espera(QStringLiteral("Confirma mesmo?"), QMessageBox::No);
-    modal.espera(QStringLiteral("Pronto."), QMessageBox::NoButton);
-    modal.esperaContendo(QStringLiteral("08S01"), QMessageBox::Ok);
+    modal.expect(QStringLiteral("Confirma?"), QMessageBox::Yes);
+    modal.expect(QStringLiteral("Confirma mesmo?"), QMessageBox::No);
+    modal.expect(QStringLiteral("Pronto."), QMessageBox::NoButton);
+    modal.expectContaining(QStringLiteral("08S01"), QMessageBox::Ok);
 
     const auto pergunta = [](const char* texto) {
         return QMessageBox::question(nullptr, QStringLiteral("Atenção!!!"), QString::fromUtf8(texto));
@@ -468,21 +467,21 @@ void TstSupport::boxesAreAnswered() {
     erro.setDetailedText(QStringLiteral("SQLSTATE 08S01"));
     QCOMPARE(erro.exec(), int(QMessageBox::Ok));
 
-    QCOMPARE(modal.confere(), QString());
-    QCOMPARE(modal.caixas().size(), 4);
-    QCOMPARE(modal.caixas()[0].titulo, QStringLiteral("Atenção!!!"));
-    QCOMPARE(modal.caixas()[0].icone, QMessageBox::Question);
-    QCOMPARE(modal.caixas()[0].botoes, QMessageBox::Yes | QMessageBox::No);
-    QCOMPARE(modal.caixas()[2].texto, QStringLiteral("Pronto."));
-    QCOMPARE(modal.caixas()[2].icone, QMessageBox::Information);
-    QCOMPARE(modal.caixas()[3].detalhes, QStringLiteral("SQLSTATE 08S01"));
+    QCOMPARE(modal.problem(), QString());
+    QCOMPARE(modal.boxes().size(), 4);
+    QCOMPARE(modal.boxes()[0].title, QStringLiteral("Atenção!!!"));
+    QCOMPARE(modal.boxes()[0].icon, QMessageBox::Question);
+    QCOMPARE(modal.boxes()[0].buttons, QMessageBox::Yes | QMessageBox::No);
+    QCOMPARE(modal.boxes()[2].text, QStringLiteral("Pronto."));
+    QCOMPARE(modal.boxes()[2].icon, QMessageBox::Information);
+    QCOMPARE(modal.boxes()[3].details, QStringLiteral("SQLSTATE 08S01"));
 }
 
 void TstSupport::unannouncedBoxIsClosed() {
     ModalHelper modal;
     QCOMPARE(QMessageBox::question(nullptr, QString(), QStringLiteral("Surpresa")), QMessageBox::No);
-    QVERIFY(modal.confere().contains(QStringLiteral("Surpresa")));
-    QCOMPARE(modal.caixas().size(), 1);
+    QVERIFY(modal.problem().contains(QStringLiteral("Surpresa")));
+    QCOMPARE(modal.boxes().size(), 1);
 }
 
 void TstSupport::unannouncedBoxWithNoWayOutIsClosed() {
@@ -490,30 +489,30 @@ void TstSupport::unannouncedBoxWithNoWayOutIsClosed() {
     QMessageBox caixa(QMessageBox::Question, QString(), QStringLiteral("Sem saída"),
                       QMessageBox::Yes | QMessageBox::YesToAll);
     caixa.exec();
-    QVERIFY(modal.confere().contains(QStringLiteral("Sem saída")));
+    QVERIFY(modal.problem().contains(QStringLiteral("Sem saída")));
 }
 
 void TstSupport::missingBoxIsTold() {
     ModalHelper modal;
-    modal.espera(QStringLiteral("Nunca vem"), QMessageBox::Ok);
-    QVERIFY(modal.confere().contains(QStringLiteral("Nunca vem")));
+    modal.expect(QStringLiteral("Nunca vem"), QMessageBox::Ok);
+    QVERIFY(modal.problem().contains(QStringLiteral("Nunca vem")));
 }
 
 void TstSupport::wrongOrderIsTold() {
     ModalHelper modal;
-    modal.espera(QStringLiteral("A"), QMessageBox::Ok);
-    modal.espera(QStringLiteral("B"), QMessageBox::Ok);
+    modal.expect(QStringLiteral("A"), QMessageBox::Ok);
+    modal.expect(QStringLiteral("B"), QMessageBox::Ok);
     QMessageBox::information(nullptr, QString(), QStringLiteral("B"));
     QMessageBox::information(nullptr, QString(), QStringLiteral("A"));
-    QVERIFY(modal.confere().startsWith(QStringLiteral("unannounced box: B")));
-    QCOMPARE(modal.caixas().size(), 2);
+    QVERIFY(modal.problem().startsWith(QStringLiteral("unannounced box: B")));
+    QCOMPARE(modal.boxes().size(), 2);
 }
 
 void TstSupport::missingButtonIsTold() {
     ModalHelper modal;
-    modal.espera(QStringLiteral("Só OK"), QMessageBox::Yes);
+    modal.expect(QStringLiteral("Só OK"), QMessageBox::Yes);
     QMessageBox::information(nullptr, QString(), QStringLiteral("Só OK"));
-    QVERIFY(modal.confere().contains(QStringLiteral("without the button")));
+    QVERIFY(modal.problem().contains(QStringLiteral("without the button")));
 }
 
 void TstSupport::boxInsideWindow() {
@@ -527,43 +526,43 @@ void TstSupport::boxInsideWindow() {
 
     ModalHelper modal;
     QWidget* vista = nullptr;
-    modal.aoAbrir([&](QWidget* aberta) {
+    modal.onOpen([&](QWidget* aberta) {
         vista = aberta;
         QTest::mouseClick(aberta->findChild<QPushButton*>(), Qt::LeftButton);
     });
-    modal.espera(QStringLiteral("Grava?"), QMessageBox::Yes);
+    modal.expect(QStringLiteral("Grava?"), QMessageBox::Yes);
     QCOMPARE(janela.exec(), int(QDialog::Accepted));
     QCOMPARE(resposta, QMessageBox::Yes);
     QCOMPARE(vista, &janela);
-    QCOMPARE(modal.confere(), QString());
+    QCOMPARE(modal.problem(), QString());
 }
 
 void TstSupport::sameBoxTwice() {
     ModalHelper modal;
     QMessageBox caixa(QMessageBox::Information, QString(), QStringLiteral("De novo"), QMessageBox::Ok);
     for (int i = 0; i < 20; ++i) {
-        modal.espera(QStringLiteral("De novo"), QMessageBox::Ok);
+        modal.expect(QStringLiteral("De novo"), QMessageBox::Ok);
         QCOMPARE(caixa.exec(), int(QMessageBox::Ok));
     }
-    QCOMPARE(modal.confere(), QString());
-    QCOMPARE(modal.caixas().size(), 20);
+    QCOMPARE(modal.problem(), QString());
+    QCOMPARE(modal.boxes().size(), 20);
 }
 
 void TstSupport::windowLeftOpenIsTold() {
     ModalHelper modal;
-    modal.aoAbrir([](QWidget*) {});
+    modal.onOpen([](QWidget*) {});
     QDialog janela;
     QCOMPARE(janela.exec(), int(QDialog::Rejected));
-    QVERIFY(modal.confere().contains(QStringLiteral("left open")));
+    QVERIFY(modal.problem().contains(QStringLiteral("left open")));
 }
 
 void TstSupport::unannouncedWindowIsClosed() {
     ModalHelper modal;
-    modal.espera(QStringLiteral("Uma caixa"), QMessageBox::Ok);
+    modal.expect(QStringLiteral("Uma caixa"), QMessageBox::Ok);
     QDialog janela;
     janela.setObjectName(QStringLiteral("Intrusa"));
     QCOMPARE(janela.exec(), int(QDialog::Rejected));
-    QVERIFY(modal.confere().contains(QStringLiteral("Intrusa")));
+    QVERIFY(modal.problem().contains(QStringLiteral("Intrusa")));
 }
 
 QTEST_MAIN(TstSupport)

@@ -2,10 +2,10 @@
 #include "core/PrintLayout.h"
 #include "printing/pages/Report.h"
 #include "support/ModalHelper.h"
-#include "support/Programa.h"
+#include "support/Program.h"
 #include "support/StatementLog.h"
-#include "targets/BancadaMetas.h"
 #include "targets/MetasQuadro.h"
+#include "targets/TargetsBench.h"
 
 #include <QApplication>
 #include <QLabel>
@@ -17,7 +17,7 @@
 
 using namespace Qt::StringLiterals;
 using namespace tarvessa;
-using namespace tarvessa::teste;
+using namespace tarvessa::test;
 
 namespace {
 
@@ -34,11 +34,11 @@ class TstMetasImpressao : public QObject {
     Q_OBJECT
 
   private Q_SLOTS:
-    void initTestCase() { b = std::make_unique<BancadaMetas>(); }
+    void initTestCase() { b = std::make_unique<TargetsBench>(); }
     void cleanupTestCase() { b.reset(); }
     void init() {
-        b->arruma();
-        b->basico();
+        b->reset();
+        b->shop().basicoDasMetas();
     }
 
     void stagedRows();
@@ -55,31 +55,31 @@ class TstMetasImpressao : public QObject {
     void gera();
     void imprime();
 
-    std::unique_ptr<BancadaMetas> b;
+    std::unique_ptr<TargetsBench> b;
 };
 
 void TstMetasImpressao::gera() {
-    b->meta(1, u"P1"_s, u"100"_s);
-    b->meta(2, u"P3"_s, u"2.5"_s);
-    b->venda({.vendedor = 1, .produto = u"P1"_s, .quantidade = u"150"_s, .total = u"1234.50"_s});
-    b->devolucao({.vendedor = 1, .produto = u"P1"_s, .quantidade = u"7.5"_s});
-    b->abre();
-    b->vaiParaAba(1);
-    b->aperta(u"Command4"_s);
+    b->shop().meta(1, u"P1"_s, u"100"_s);
+    b->shop().meta(2, u"P3"_s, u"2.5"_s);
+    b->shop().venda({.vendedor = 1, .produto = u"P1"_s, .quantidade = u"150"_s, .total = u"1234.50"_s});
+    b->shop().devolucao({.vendedor = 1, .produto = u"P1"_s, .quantidade = u"7.5"_s});
+    b->open();
+    b->goToTab(1);
+    b->press(u"Command4"_s);
 }
 
 // The preview is a window of its own: closed again, whatever its modality.
 void TstMetasImpressao::imprime() {
-    b->aperta(u"Command2"_s);
+    b->press(u"Command2"_s);
     for (QWidget* janela : QApplication::topLevelWidgets())
-        if (janela != b->tela() && janela->isVisible())
+        if (janela != b->screen() && janela->isVisible())
             janela->close();
-    b->processa();
+    b->settle();
 }
 
 void TstMetasImpressao::stagedRows() {
     gera();
-    StatementLog registro(b->servidor());
+    StatementLog registro(b->server());
     imprime();
     const QString vazia = u"'', '', '', '', '', '', '', ''"_s;
     const QStringList esperados{
@@ -93,24 +93,24 @@ void TstMetasImpressao::stagedRows() {
         sqlLinha(
             u"'2 - BRUNO', '', '*** TOTAIS DE 2 - BRUNO ***', '2,500', '1', '40,0%', '0,00', '0', '0,0%'"_s)};
     // The report's own connection follows with the layout's query.
-    QCOMPARE(registro.textos().first(esperados.size()), StatementLog::esperado(esperados));
+    QCOMPARE(registro.texts().first(esperados.size()), StatementLog::expected(esperados));
     const QString v;
-    QCOMPARE(b->estagio().size(), 6);
-    QCOMPARE(b->estagio()[1], QStringList({u"1 - ANA"_s, v, v, v, v, v, v, v, v}));
-    QCOMPARE(b->estagio()[3], QStringList({u"2 - BRUNO"_s, u"P3"_s, u"LEITE"_s, u"2,500"_s, u"0"_s, u"0,0%"_s,
-                                           u"0,00"_s, u"0"_s, u"0,0%"_s}));
+    QCOMPARE(b->shop().estagio().size(), 6);
+    QCOMPARE(b->shop().estagio()[1], QStringList({u"1 - ANA"_s, v, v, v, v, v, v, v, v}));
+    QCOMPARE(b->shop().estagio()[3], QStringList({u"2 - BRUNO"_s, u"P3"_s, u"LEITE"_s, u"2,500"_s, u"0"_s,
+                                                  u"0,0%"_s, u"0,00"_s, u"0"_s, u"0,0%"_s}));
 }
 
 void TstMetasImpressao::reportControl() {
-    b->relatorio()->setFormula(1, u"Outra='FICA'"_s);
+    b->reportControl()->setFormula(1, u"Outra='FICA'"_s);
     gera();
     imprime();
-    QCOMPARE(b->relatorio()->reportFileName(), PastaDoPrograma() + u"\\rpt\\Metas.RPT"_s);
-    QCOMPARE(b->relatorio()->windowState(), 2);
-    QVERIFY(b->relatorio()->lastReport());
+    QCOMPARE(b->reportControl()->reportFileName(), PastaDoPrograma() + u"\\rpt\\Metas.RPT"_s);
+    QCOMPARE(b->reportControl()->windowState(), 2);
+    QVERIFY(b->reportControl()->lastReport());
     // Its own slot is cleared afterwards, another screen's is left alone.
-    QCOMPARE(b->relatorio()->formula(0), QString());
-    QCOMPARE(b->relatorio()->formula(1), u"Outra='FICA'"_s);
+    QCOMPARE(b->reportControl()->formula(0), QString());
+    QCOMPARE(b->reportControl()->formula(1), u"Outra='FICA'"_s);
 }
 
 namespace {
@@ -119,23 +119,23 @@ QString textoImpresso(report::Report& relatorio) {
     QTemporaryDir pasta;
     const QString pdf = pasta.filePath(u"metas.pdf"_s);
     relatorio.savePdf(pdf);
-    return textoDoPdf(pdf).simplified();
+    return pdfText(pdf).simplified();
 }
 
 } // namespace
 
 void TstMetasImpressao::periodAsItStandsWhenPrinted() {
     gera();
-    b->periodo(u"02/03/2024"_s, u"14/03/2024"_s);
+    b->period(u"02/03/2024"_s, u"14/03/2024"_s);
     imprime();
-    const QString texto = textoImpresso(*b->relatorio()->lastReport());
+    const QString texto = textoImpresso(*b->reportControl()->lastReport());
     QVERIFY2(texto.contains(u"PERÍODO DE 02/03/2024 A 14/03/2024"_s), qPrintable(texto));
 }
 
 void TstMetasImpressao::printedText() {
     gera();
     imprime();
-    const QString texto = textoImpresso(*b->relatorio()->lastReport());
+    const QString texto = textoImpresso(*b->reportControl()->lastReport());
     for (const auto& trecho :
          {u"PERÍODO DE 01/03/2024 A 15/03/2024"_s, u"1 - ANA"_s,
           u"P1 PAO FRANCES 100 150 150,0% 1.234,50 7,500 5,0%"_s, u"*** TOTAIS DE 1 - ANA ***"_s,
@@ -144,33 +144,33 @@ void TstMetasImpressao::printedText() {
 }
 
 void TstMetasImpressao::captionWithAnApostrophe() {
-    b->servidor().executa(u"UPDATE vendedores SET vendedor = 'D''ÁVILA' WHERE codigovend = 2"_s);
+    b->server().execute(u"UPDATE vendedores SET vendedor = 'D''ÁVILA' WHERE codigovend = 2"_s);
     gera();
     ModalHelper caixas;
-    caixas.esperaContendo(u"2 - D'ÁVILA"_s, QMessageBox::Ok);
+    caixas.expectContaining(u"2 - D'ÁVILA"_s, QMessageBox::Ok);
     imprime();
-    QCOMPARE(caixas.confere(), QString());
-    QVERIFY(caixas.caixas()[0].texto.contains(u"Erro em tempo de execução"_s));
+    QCOMPARE(caixas.problem(), QString());
+    QVERIFY(caixas.boxes()[0].text.contains(u"Erro em tempo de execução"_s));
     // Filled as far as it came; nothing was printed.
-    QCOMPARE(b->estagio().size(), 3);
-    QVERIFY(!b->relatorio()->lastReport());
-    QVERIFY(!b->controle(u"Label7"_s)->isVisible());
-    QVERIFY(b->controle(u"Command2"_s)->isEnabled());
+    QCOMPARE(b->shop().estagio().size(), 3);
+    QVERIFY(!b->reportControl()->lastReport());
+    QVERIFY(!b->control(u"Label7"_s)->isVisible());
+    QVERIFY(b->control(u"Command2"_s)->isEnabled());
 }
 
 void TstMetasImpressao::missingControl() {
     gera();
     ReportControl* const crw = std::exchange(CRW, nullptr);
     ModalHelper caixas;
-    caixas.esperaContendo(u"Erro em tempo de execução 424:"_s, QMessageBox::Ok);
+    caixas.expectContaining(u"Erro em tempo de execução 424:"_s, QMessageBox::Ok);
     // Such an error ends the program.
-    QTimer::singleShot(0, b->tela(), [this] { imprime(); });
+    QTimer::singleShot(0, b->screen(), [this] { imprime(); });
     const int fim = QApplication::exec();
     CRW = crw;
     QCOMPARE(fim, EXIT_FAILURE);
-    QCOMPARE(caixas.confere(), QString());
-    QCOMPARE(b->estagio().size(), 6);
-    QVERIFY(!b->controle(u"Label7"_s)->isVisible());
+    QCOMPARE(caixas.problem(), QString());
+    QCOMPARE(b->shop().estagio().size(), 6);
+    QVERIFY(!b->control(u"Label7"_s)->isVisible());
 }
 
 void TstMetasImpressao::missingLayout() {
@@ -179,18 +179,18 @@ void TstMetasImpressao::missingLayout() {
     FixaPastaDoPrograma(vazia.path());
     gera();
     ModalHelper caixas;
-    caixas.esperaContendo(u"Metas.RPT"_s, QMessageBox::Ok);
+    caixas.expectContaining(u"Metas.RPT"_s, QMessageBox::Ok);
     imprime();
     FixaPastaDoPrograma(pasta);
-    QCOMPARE(caixas.confere(), QString());
-    QCOMPARE(b->estagio().size(), 6);
-    QVERIFY(!b->controle(u"Label7"_s)->isVisible());
+    QCOMPARE(caixas.problem(), QString());
+    QCOMPARE(b->shop().estagio().size(), 6);
+    QVERIFY(!b->control(u"Label7"_s)->isVisible());
 }
 
 void TstMetasImpressao::missingLayoutLeavesTheScreenUsable() {
     missingLayout();
     imprime();
-    QVERIFY(b->relatorio()->lastReport());
+    QVERIFY(b->reportControl()->lastReport());
 }
 
 namespace {
@@ -210,10 +210,10 @@ class Pintura : public QObject {
 
 void TstMetasImpressao::waitingLabel() {
     gera();
-    const Pintura pintura(b->controle(u"Label7"_s));
+    const Pintura pintura(b->control(u"Label7"_s));
     imprime();
     QVERIFY(pintura.vezes > 0);
-    QVERIFY(!b->controle(u"Label7"_s)->isVisible());
+    QVERIFY(!b->control(u"Label7"_s)->isVisible());
 }
 
 QTEST_MAIN(TstMetasImpressao)

@@ -1,8 +1,8 @@
 #include "support/ModalHelper.h"
 #include "support/StatementLog.h"
-#include "targets/BancadaMetas.h"
 #include "targets/MetasQuadro.h"
 #include "targets/MetasQuadroColumns.h"
+#include "targets/TargetsBench.h"
 #include "ui/grid/Grid.h"
 
 #include <QAccessible>
@@ -17,7 +17,7 @@
 
 using namespace Qt::StringLiterals;
 using namespace tarvessa;
-using namespace tarvessa::teste;
+using namespace tarvessa::test;
 
 namespace {
 
@@ -36,11 +36,11 @@ class TstMetasManutencao : public QObject {
     Q_OBJECT
 
   private Q_SLOTS:
-    void initTestCase() { b = std::make_unique<BancadaMetas>(); }
+    void initTestCase() { b = std::make_unique<TargetsBench>(); }
     void cleanupTestCase() { b.reset(); }
     void init() {
-        b->arruma();
-        b->basico();
+        b->reset();
+        b->shop().basicoDasMetas();
     }
 
     void startUp();
@@ -77,33 +77,33 @@ class TstMetasManutencao : public QObject {
     void preparaInclusao(const QString& quantidade);
     void verificaQuantidade(const QString& gravada);
 
-    std::unique_ptr<BancadaMetas> b;
+    std::unique_ptr<TargetsBench> b;
 };
 
 void TstMetasManutencao::startUp() {
-    StatementLog registro(b->servidor());
-    b->abre();
-    QCOMPARE(registro.textos(), StatementLog::esperado({sqlVendedores}));
-    QCOMPARE(b->tela()->windowTitle(), u" Metas de vendas"_s);
-    QCOMPARE(b->controle<QTabWidget>(u"SSTab1"_s)->currentIndex(), 0);
-    QCOMPARE(b->foco(), u"Vendedores"_s);
-    QCOMPARE(b->caixa(u"DataIni"_s)->text(), u"01/03/2024"_s);
-    QCOMPARE(b->caixa(u"DataFin"_s)->text(), u"15/03/2024"_s);
-    QCOMPARE(b->lista(u"Vendedores2"_s)->currentText(), u"(Todos)"_s);
-    QCOMPARE(b->lista(u"Vendedores"_s)->currentText(), QString());
+    StatementLog registro(b->server());
+    b->open();
+    QCOMPARE(registro.texts(), StatementLog::expected({sqlVendedores}));
+    QCOMPARE(b->screen()->windowTitle(), u" Metas de vendas"_s);
+    QCOMPARE(b->control<QTabWidget>(u"SSTab1"_s)->currentIndex(), 0);
+    QCOMPARE(b->focus(), u"Vendedores"_s);
+    QCOMPARE(b->box(u"DataIni"_s)->text(), u"01/03/2024"_s);
+    QCOMPARE(b->box(u"DataFin"_s)->text(), u"15/03/2024"_s);
+    QCOMPARE(b->list(u"Vendedores2"_s)->currentText(), u"(Todos)"_s);
+    QCOMPARE(b->list(u"Vendedores"_s)->currentText(), QString());
 }
 
 void TstMetasManutencao::sellerLists() {
-    b->vendedor(45, u"ALICE"_s);
-    b->vendedor(1234, u"ZECA"_s);
-    b->vendedor(8, u"CAIO"_s, u"N"_s);
-    b->abre();
+    b->shop().vendedor(45, u"ALICE"_s);
+    b->shop().vendedor(1234, u"ZECA"_s);
+    b->shop().vendedor(8, u"CAIO"_s, u"N"_s);
+    b->open();
     const QStringList ativos{u"ALICE   <<045>>"_s, u"ANA   <<001>>"_s, u"BRUNO   <<002>>"_s,
                              u"ZECA   <<1234>>"_s};
     const auto itens = [this](const QString& nome) {
         QStringList textos;
-        for (int i = 0; i < b->lista(nome)->count(); ++i)
-            textos.append(b->lista(nome)->itemText(i));
+        for (int i = 0; i < b->list(nome)->count(); ++i)
+            textos.append(b->list(nome)->itemText(i));
         return textos;
     };
     QCOMPARE(itens(u"Vendedores"_s), ativos);
@@ -111,42 +111,42 @@ void TstMetasManutencao::sellerLists() {
 }
 
 void TstMetasManutencao::oddSellers() {
-    b->servidor().executa(u"DELETE FROM vendedores"_s);
-    b->vendedor(3, std::nullopt);
-    b->vendedor(4, u"D'ÁVILA & FILHOS \\"_s);
-    b->meta(4, u"P1"_s, u"5"_s);
-    b->abre();
-    QCOMPARE(b->lista(u"Vendedores"_s)->itemText(0), u"   <<003>>"_s);
-    b->escolhe(u"Vendedores"_s, u"D'ÁVILA & FILHOS \\   <<004>>"_s);
-    QCOMPARE(b->grade(u"Grid1"_s)->rows(), 2);
+    b->server().execute(u"DELETE FROM vendedores"_s);
+    b->shop().vendedor(3, std::nullopt);
+    b->shop().vendedor(4, u"D'ÁVILA & FILHOS \\"_s);
+    b->shop().meta(4, u"P1"_s, u"5"_s);
+    b->open();
+    QCOMPARE(b->list(u"Vendedores"_s)->itemText(0), u"   <<003>>"_s);
+    b->choose(u"Vendedores"_s, u"D'ÁVILA & FILHOS \\   <<004>>"_s);
+    QCOMPARE(b->grid(u"Grid1"_s)->rows(), 2);
 }
 
 void TstMetasManutencao::controlsOfTheTab() {
-    b->abre();
-    const auto* abas = b->controle<QTabWidget>(u"SSTab1"_s);
+    b->open();
+    const auto* abas = b->control<QTabWidget>(u"SSTab1"_s);
     QCOMPARE(abas->tabText(0), u"CONFIGURA METAS"_s);
     QCOMPARE(abas->tabText(1), u"CONSULTA METAS"_s);
-    const auto* quadro = b->controle(u"Frame1"_s);
+    const auto* quadro = b->control(u"Frame1"_s);
     const auto texto = [quadro](const QString& nome) { return quadro->findChild<QLabel*>(nome)->text(); };
     QCOMPARE(texto(u"Label1"_s), u"VENDEDOR(A)"_s);
     QCOMPARE(texto(u"Label2"_s), u"DESCRIÇÃO"_s);
     QCOMPARE(texto(u"Label3"_s), u"QUANTIDADE"_s);
     QCOMPARE(texto(u"Label4"_s), u"CLIQUE NA COLUNA QUANTIDADE PARA ALTERAR O VALOR DESTE CAMPO."_s);
     for (const auto& nome : {u"Descricao"_s, u"Quantidade"_s, u"Descricao2"_s})
-        QCOMPARE(b->caixa(nome)->toolTip(), u"[F4] Consulta ítens nos pedidos efetuados"_s);
+        QCOMPARE(b->box(nome)->toolTip(), u"[F4] Consulta ítens nos pedidos efetuados"_s);
     // No F4 of the form's own: text and search stay as they are.
-    b->caixa(u"Descricao"_s)->setFocus();
-    b->digita(u"p1"_s);
-    StatementLog registro(b->servidor());
-    b->tecla(Qt::Key_F4);
-    QCOMPARE(registro.textos(), QStringList());
-    QCOMPARE(b->caixa(u"Descricao"_s)->text(), u"P1"_s);
+    b->box(u"Descricao"_s)->setFocus();
+    b->type(u"p1"_s);
+    StatementLog registro(b->server());
+    b->key(Qt::Key_F4);
+    QCOMPARE(registro.texts(), QStringList());
+    QCOMPARE(b->box(u"Descricao"_s)->text(), u"P1"_s);
 }
 
 void TstMetasManutencao::gridLayout() {
-    b->abre();
-    const Grid* grade = b->grade(u"Grid1"_s);
-    QCOMPARE(b->linha(u"Grid1"_s, 0),
+    b->open();
+    const Grid* grade = b->grid(u"Grid1"_s);
+    QCOMPARE(b->row(u"Grid1"_s, 0),
              QStringList({u"CÓDIGO"_s, u"PRODUTO"_s, u"QUANTIDADE"_s, u"EXCLUIR"_s, u"ID"_s}));
     const QList<int> larguras{2230, 7100, 2000, 1640, 0};
     const QList<Qt::Alignment> lados{Qt::AlignLeft, Qt::AlignLeft, Qt::AlignRight, Qt::AlignHCenter};
@@ -161,50 +161,50 @@ void TstMetasManutencao::gridLayout() {
                         .testFlags(lados[coluna]));
     }
     // All columns can be seen without scrolling sideways, where the screen has the room.
-    b->tela()->resize(BancadaMetas::telaGrande);
-    b->processa();
+    b->screen()->resize(TargetsBench::largeScreen);
+    b->settle();
     QVERIFY(grade->horizontalHeader()->length() <= grade->viewport()->width());
 }
 
 void TstMetasManutencao::noSellerListsNothing() {
-    b->meta(1, u"P1"_s, u"10"_s);
-    b->abre();
-    QCOMPARE(b->grade(u"Grid1"_s)->rows(), 1);
-    QVERIFY(!b->controle(u"Label4"_s)->isVisible());
+    b->shop().meta(1, u"P1"_s, u"10"_s);
+    b->open();
+    QCOMPARE(b->grid(u"Grid1"_s)->rows(), 1);
+    QVERIFY(!b->control(u"Label4"_s)->isVisible());
 }
 
 void TstMetasManutencao::chosenSellerIsListed() {
-    b->meta(1, u"P1"_s, u"10"_s);
-    b->meta(1, u"P3"_s, u"2.5"_s);
-    b->abre();
-    StatementLog registro(b->servidor());
-    b->escolhe(u"Vendedores"_s, u"ANA"_s);
-    QCOMPARE(registro.textos(), StatementLog::esperado({sqlLista}));
+    b->shop().meta(1, u"P1"_s, u"10"_s);
+    b->shop().meta(1, u"P3"_s, u"2.5"_s);
+    b->open();
+    StatementLog registro(b->server());
+    b->choose(u"Vendedores"_s, u"ANA"_s);
+    QCOMPARE(registro.texts(), StatementLog::expected({sqlLista}));
     const QList<QStringList> ids =
-        b->servidor().consulta(u"SELECT ID FROM metavendedoritem ORDER BY CodigoProduto"_s);
-    QList<QStringList> linhas = b->linhas(u"Grid1"_s);
+        b->server().query(u"SELECT ID FROM metavendedoritem ORDER BY CodigoProduto"_s);
+    QList<QStringList> linhas = b->rows(u"Grid1"_s);
     std::sort(linhas.begin(), linhas.end()); // they come in the database's order
     QCOMPARE(linhas, QList<QStringList>({{u"P1"_s, u"PAO FRANCES"_s, u"10"_s, QString(), ids[0][0]},
                                          {u"P3"_s, u"LEITE"_s, u"2,500"_s, QString(), ids[1][0]}}));
-    QVERIFY(b->controle(u"Label4"_s)->isVisible());
+    QVERIFY(b->control(u"Label4"_s)->isVisible());
     for (int linha = 1; linha <= 2; ++linha) {
-        QVERIFY(b->grade(u"Grid1"_s)->hasPicture(linha, metasquadro::grid1::Excluir));
-        QVERIFY(!b->grade(u"Grid1"_s)->hasPicture(linha, metasquadro::grid1::Quantidade));
+        QVERIFY(b->grid(u"Grid1"_s)->hasPicture(linha, metasquadro::grid1::Excluir));
+        QVERIFY(!b->grid(u"Grid1"_s)->hasPicture(linha, metasquadro::grid1::Quantidade));
     }
     // A screen reader hears more than an empty cell.
-    const QModelIndex celula = b->grade(u"Grid1"_s)->model()->index(0, metasquadro::grid1::Excluir);
+    const QModelIndex celula = b->grid(u"Grid1"_s)->model()->index(0, metasquadro::grid1::Excluir);
     QCOMPARE(celula.data(Qt::AccessibleTextRole).toString(), u"EXCLUIR"_s);
 }
 
 void TstMetasManutencao::otherSellersTargetsAreNotListed() {
-    b->meta(2, u"P1"_s, u"10"_s);
-    b->abre();
-    b->escolhe(u"Vendedores"_s, u"ANA"_s);
-    QCOMPARE(b->grade(u"Grid1"_s)->rows(), 1);
-    QVERIFY(!b->controle(u"Label4"_s)->isVisible());
-    b->escolhe(u"Vendedores"_s, u"BRUNO"_s);
-    QCOMPARE(b->grade(u"Grid1"_s)->rows(), 2);
-    QVERIFY(b->controle(u"Label4"_s)->isVisible());
+    b->shop().meta(2, u"P1"_s, u"10"_s);
+    b->open();
+    b->choose(u"Vendedores"_s, u"ANA"_s);
+    QCOMPARE(b->grid(u"Grid1"_s)->rows(), 1);
+    QVERIFY(!b->control(u"Label4"_s)->isVisible());
+    b->choose(u"Vendedores"_s, u"BRUNO"_s);
+    QCOMPARE(b->grid(u"Grid1"_s)->rows(), 2);
+    QVERIFY(b->control(u"Label4"_s)->isVisible());
 }
 
 void TstMetasManutencao::quantitiesAsShown_data() {
@@ -223,93 +223,93 @@ void TstMetasManutencao::quantitiesAsShown_data() {
 void TstMetasManutencao::quantitiesAsShown() {
     QFETCH(QString, gravada);
     QFETCH(QString, vista);
-    b->meta(1, u"P1"_s, gravada.isEmpty() ? Valor() : Valor(gravada));
-    b->abre();
-    b->escolhe(u"Vendedores"_s, u"ANA"_s);
-    QCOMPARE(b->linha(u"Grid1"_s, 1)[metasquadro::grid1::Quantidade], vista);
+    b->shop().meta(1, u"P1"_s, gravada.isEmpty() ? Valor() : Valor(gravada));
+    b->open();
+    b->choose(u"Vendedores"_s, u"ANA"_s);
+    QCOMPARE(b->row(u"Grid1"_s, 1)[metasquadro::grid1::Quantidade], vista);
 }
 
 void TstMetasManutencao::targetOfARemovedProductIsNotListedButBlocks() {
-    b->meta(1, u"P1"_s, u"10"_s);
-    b->abre();
-    b->escolhe(u"Vendedores"_s, u"ANA"_s);
+    b->shop().meta(1, u"P1"_s, u"10"_s);
+    b->open();
+    b->choose(u"Vendedores"_s, u"ANA"_s);
     preparaInclusao(u"7"_s);
-    b->servidor().executa(u"DELETE FROM produtos WHERE codfabr = 'P1'"_s);
+    b->server().execute(u"DELETE FROM produtos WHERE codfabr = 'P1'"_s);
     ModalHelper caixas;
-    caixas.espera(u"Já existe uma meta de venda para o produto\n\nPAO FRANCES"_s, QMessageBox::Ok);
-    b->aperta(u"Command1"_s);
-    QCOMPARE(caixas.confere(), QString());
-    b->escolhe(u"Vendedores"_s, u"BRUNO"_s);
-    b->escolhe(u"Vendedores"_s, u"ANA"_s);
-    QCOMPARE(b->grade(u"Grid1"_s)->rows(), 1);
-    QCOMPARE(b->metas().size(), 1);
+    caixas.expect(u"Já existe uma meta de venda para o produto\n\nPAO FRANCES"_s, QMessageBox::Ok);
+    b->press(u"Command1"_s);
+    QCOMPARE(caixas.problem(), QString());
+    b->choose(u"Vendedores"_s, u"BRUNO"_s);
+    b->choose(u"Vendedores"_s, u"ANA"_s);
+    QCOMPARE(b->grid(u"Grid1"_s)->rows(), 1);
+    QCOMPARE(b->shop().metas().size(), 1);
 }
 
 void TstMetasManutencao::thousandTargets() {
-    b->servidor().executa(u"INSERT INTO produtos (codfabr, descricao, ativo) SELECT CONCAT('Q', seq), "
-                          "CONCAT('PRODUTO ', seq), 'S' FROM seq_1_to_1000"_s);
-    b->servidor().executa(u"INSERT INTO metavendedoritem (CodVendedor, CodigoProduto, Quantidade) SELECT 1, "
-                          "CONCAT('Q', seq), seq FROM seq_1_to_1000"_s);
-    b->abre();
-    b->escolhe(u"Vendedores"_s, u"ANA"_s);
-    QCOMPARE(b->grade(u"Grid1"_s)->rows(), 1001);
+    b->server().execute(u"INSERT INTO produtos (codfabr, descricao, ativo) SELECT CONCAT('Q', seq), "
+                        "CONCAT('PRODUTO ', seq), 'S' FROM seq_1_to_1000"_s);
+    b->server().execute(u"INSERT INTO metavendedoritem (CodVendedor, CodigoProduto, Quantidade) SELECT 1, "
+                        "CONCAT('Q', seq), seq FROM seq_1_to_1000"_s);
+    b->open();
+    b->choose(u"Vendedores"_s, u"ANA"_s);
+    QCOMPARE(b->grid(u"Grid1"_s)->rows(), 1001);
 }
 
 // A product is pending and the quantity typed; the focus is on the quantity.
 void TstMetasManutencao::preparaInclusao(const QString& quantidade) {
-    b->entraProduto(u"Descricao"_s, u"PAO FRANCES"_s);
+    b->enterProduct(u"Descricao"_s, u"PAO FRANCES"_s);
     QCOMPARE(b->tag(u"Descricao"_s), u"P1"_s);
-    QCOMPARE(b->foco(), u"Quantidade"_s);
-    b->tecla(Qt::Key_A, Qt::ControlModifier);
-    b->tecla(Qt::Key_Delete);
-    b->digita(quantidade);
+    QCOMPARE(b->focus(), u"Quantidade"_s);
+    b->key(Qt::Key_A, Qt::ControlModifier);
+    b->key(Qt::Key_Delete);
+    b->type(quantidade);
 }
 
 void TstMetasManutencao::addingSends() {
-    b->abre();
-    b->escolhe(u"Vendedores"_s, u"ANA"_s);
+    b->open();
+    b->choose(u"Vendedores"_s, u"ANA"_s);
     preparaInclusao(u"1234,5"_s);
-    StatementLog registro(b->servidor());
-    b->aperta(u"Command1"_s);
-    QCOMPARE(registro.textos(),
-             StatementLog::esperado(
+    StatementLog registro(b->server());
+    b->press(u"Command1"_s);
+    QCOMPARE(registro.texts(),
+             StatementLog::expected(
                  {u"Select * from metavendedoritem Where CodVendedor=1 and CodigoProduto='P1'"_s,
                   u"Insert Into metavendedoritem Set CodVendedor=1, CodigoProduto='P1', Quantidade= 1234.5"_s,
                   sqlLista}));
-    QCOMPARE(b->metas(),
+    QCOMPARE(b->shop().metas(),
              QList<QStringList>({{u"1"_s, u"P1"_s, u"1234.500"_s, u"0.000"_s, u"0.00"_s, u"0.000"_s}}));
-    QCOMPARE(b->linha(u"Grid1"_s, 1).first(3), QStringList({u"P1"_s, u"PAO FRANCES"_s, u"1.234,500"_s}));
-    QVERIFY(b->controle(u"Label4"_s)->isVisible());
-    QCOMPARE(b->caixa(u"Descricao"_s)->text(), QString());
+    QCOMPARE(b->row(u"Grid1"_s, 1).first(3), QStringList({u"P1"_s, u"PAO FRANCES"_s, u"1.234,500"_s}));
+    QVERIFY(b->control(u"Label4"_s)->isVisible());
+    QCOMPARE(b->box(u"Descricao"_s)->text(), QString());
     QCOMPARE(b->tag(u"Descricao"_s), QString());
-    QCOMPARE(b->caixa(u"Quantidade"_s)->text(), u"0"_s);
-    QCOMPARE(b->foco(), u"Descricao"_s);
+    QCOMPARE(b->box(u"Quantidade"_s)->text(), u"0"_s);
+    QCOMPARE(b->focus(), u"Descricao"_s);
 }
 
 void TstMetasManutencao::addingWithoutSeller() {
-    b->abre();
+    b->open();
     preparaInclusao(u"0"_s);
-    StatementLog registro(b->servidor());
+    StatementLog registro(b->server());
     ModalHelper caixas;
-    caixas.espera(semVendedor, QMessageBox::Ok);
-    b->aperta(u"Command1"_s);
-    QCOMPARE(caixas.confere(), QString());
-    QCOMPARE(caixas.caixas()[0].titulo, u"Atenção!!!"_s);
-    QCOMPARE(caixas.caixas()[0].icone, QMessageBox::Information);
-    QCOMPARE(b->foco(), u"Vendedores"_s);
-    QCOMPARE(registro.textos(), QStringList());
+    caixas.expect(semVendedor, QMessageBox::Ok);
+    b->press(u"Command1"_s);
+    QCOMPARE(caixas.problem(), QString());
+    QCOMPARE(caixas.boxes()[0].title, u"Atenção!!!"_s);
+    QCOMPARE(caixas.boxes()[0].icon, QMessageBox::Information);
+    QCOMPARE(b->focus(), u"Vendedores"_s);
+    QCOMPARE(registro.texts(), QStringList());
 }
 
 void TstMetasManutencao::addingWithoutProduct() {
-    b->abre();
-    b->escolhe(u"Vendedores"_s, u"ANA"_s);
-    StatementLog registro(b->servidor());
+    b->open();
+    b->choose(u"Vendedores"_s, u"ANA"_s);
+    StatementLog registro(b->server());
     ModalHelper caixas;
-    caixas.espera(semProduto, QMessageBox::Ok);
-    b->aperta(u"Command1"_s);
-    QCOMPARE(caixas.confere(), QString());
-    QCOMPARE(b->foco(), u"Descricao"_s);
-    QCOMPARE(registro.textos(), QStringList());
+    caixas.expect(semProduto, QMessageBox::Ok);
+    b->press(u"Command1"_s);
+    QCOMPARE(caixas.problem(), QString());
+    QCOMPARE(b->focus(), u"Descricao"_s);
+    QCOMPARE(registro.texts(), QStringList());
 }
 
 namespace {
@@ -340,17 +340,17 @@ void quantidades() {
 void TstMetasManutencao::verificaQuantidade(const QString& gravada) {
     ModalHelper caixas;
     if (gravada.isEmpty())
-        caixas.espera(quantidadeInvalida, QMessageBox::Ok);
-    StatementLog registro(b->servidor());
-    b->aperta(u"Command1"_s);
-    QCOMPARE(caixas.confere(), QString());
+        caixas.expect(quantidadeInvalida, QMessageBox::Ok);
+    StatementLog registro(b->server());
+    b->press(u"Command1"_s);
+    QCOMPARE(caixas.problem(), QString());
     if (gravada.isEmpty()) {
-        QCOMPARE(registro.textos(), QStringList());
-        QCOMPARE(b->foco(), u"Quantidade"_s);
+        QCOMPARE(registro.texts(), QStringList());
+        QCOMPARE(b->focus(), u"Quantidade"_s);
         QCOMPARE(b->tag(u"Descricao"_s), u"P1"_s);
     } else {
-        QCOMPARE(b->metas().size(), 1);
-        QCOMPARE(b->metas()[0][2], gravada);
+        QCOMPARE(b->shop().metas().size(), 1);
+        QCOMPARE(b->shop().metas()[0][2], gravada);
     }
 }
 
@@ -364,10 +364,10 @@ void TstMetasManutencao::quantityTyped_data() {
 void TstMetasManutencao::quantityTyped() {
     QFETCH(QString, texto);
     QFETCH(QString, gravada);
-    b->abre();
-    b->escolhe(u"Vendedores"_s, u"ANA"_s);
+    b->open();
+    b->choose(u"Vendedores"_s, u"ANA"_s);
     preparaInclusao(texto);
-    QCOMPARE(b->caixa(u"Quantidade"_s)->text(), QString(texto).replace(u'.', u',').toUpper());
+    QCOMPARE(b->box(u"Quantidade"_s)->text(), QString(texto).replace(u'.', u',').toUpper());
     verificaQuantidade(gravada);
 }
 
@@ -381,132 +381,132 @@ void TstMetasManutencao::quantityPasted_data() {
 void TstMetasManutencao::quantityPasted() {
     QFETCH(QString, texto);
     QFETCH(QString, gravada);
-    b->abre();
-    b->escolhe(u"Vendedores"_s, u"ANA"_s);
+    b->open();
+    b->choose(u"Vendedores"_s, u"ANA"_s);
     preparaInclusao({});
-    b->cola(texto);
+    b->paste(texto);
     verificaQuantidade(gravada);
 }
 
 void TstMetasManutencao::duplicateIsRefused() {
-    b->meta(1, u"P1"_s, u"10"_s);
-    b->abre();
-    b->escolhe(u"Vendedores"_s, u"ANA"_s);
+    b->shop().meta(1, u"P1"_s, u"10"_s);
+    b->open();
+    b->choose(u"Vendedores"_s, u"ANA"_s);
     preparaInclusao(u"7"_s);
-    StatementLog registro(b->servidor());
+    StatementLog registro(b->server());
     ModalHelper caixas;
-    caixas.espera(u"Já existe uma meta de venda para o produto\n\nPAO FRANCES"_s, QMessageBox::Ok);
-    b->aperta(u"Command1"_s);
-    QCOMPARE(caixas.confere(), QString());
-    QCOMPARE(b->foco(), u"Descricao"_s);
-    QCOMPARE(registro.textos(),
-             StatementLog::esperado(
+    caixas.expect(u"Já existe uma meta de venda para o produto\n\nPAO FRANCES"_s, QMessageBox::Ok);
+    b->press(u"Command1"_s);
+    QCOMPARE(caixas.problem(), QString());
+    QCOMPARE(b->focus(), u"Descricao"_s);
+    QCOMPARE(registro.texts(),
+             StatementLog::expected(
                  {u"Select * from metavendedoritem Where CodVendedor=1 and CodigoProduto='P1'"_s}));
     // Another seller may have it.
-    b->escolhe(u"Vendedores"_s, u"BRUNO"_s);
-    b->aperta(u"Command1"_s);
-    QCOMPARE(b->metas().size(), 2);
+    b->choose(u"Vendedores"_s, u"BRUNO"_s);
+    b->press(u"Command1"_s);
+    QCOMPARE(b->shop().metas().size(), 2);
 }
 
 void TstMetasManutencao::oneMessageAtATime() {
-    b->abre();
-    b->caixa(u"Descricao"_s)->setFocus();
-    b->digita(u"NADA ASSIM"_s);
+    b->open();
+    b->box(u"Descricao"_s)->setFocus();
+    b->type(u"NADA ASSIM"_s);
     ModalHelper caixas;
-    caixas.espera(u"Descrição não cadastrada. Verifique!!!"_s, QMessageBox::Ok);
-    caixas.espera(u"Descricao inexistente. Verifique!!!"_s, QMessageBox::Ok);
+    caixas.expect(u"Descrição não cadastrada. Verifique!!!"_s, QMessageBox::Ok);
+    caixas.expect(u"Descricao inexistente. Verifique!!!"_s, QMessageBox::Ok);
     // By its shortcut, which moves no focus of its own.
-    b->tecla(Qt::Key_A, Qt::AltModifier);
-    QCOMPARE(caixas.confere(), QString());
-    QCOMPARE(b->foco(), u"Descricao"_s);
+    b->key(Qt::Key_A, Qt::AltModifier);
+    QCOMPARE(caixas.problem(), QString());
+    QCOMPARE(b->focus(), u"Descricao"_s);
 }
 
 void TstMetasManutencao::addingAfterAnErrorReport() {
-    b->abre();
-    b->escolhe(u"Vendedores"_s, u"ANA"_s);
+    b->open();
+    b->choose(u"Vendedores"_s, u"ANA"_s);
     preparaInclusao(u"7"_s);
-    b->servidor().executa(u"RENAME TABLE metavendedoritem TO guardada"_s);
+    b->server().execute(u"RENAME TABLE metavendedoritem TO guardada"_s);
     {
         ModalHelper caixas;
-        caixas.esperaContendo(u"Erro em tempo de execução"_s, QMessageBox::Ok);
-        b->aperta(u"Command1"_s);
-        QCOMPARE(caixas.confere(), QString());
+        caixas.expectContaining(u"Erro em tempo de execução"_s, QMessageBox::Ok);
+        b->press(u"Command1"_s);
+        QCOMPARE(caixas.problem(), QString());
     }
-    b->servidor().executa(u"RENAME TABLE guardada TO metavendedoritem"_s);
-    b->aperta(u"Command1"_s);
-    QCOMPARE(b->metas().size(), 1);
+    b->server().execute(u"RENAME TABLE guardada TO metavendedoritem"_s);
+    b->press(u"Command1"_s);
+    QCOMPARE(b->shop().metas().size(), 1);
 }
 
 void TstMetasManutencao::deleting() {
-    b->meta(1, u"P1"_s, u"10"_s);
-    b->meta(1, u"P3"_s, u"20"_s);
-    b->abre();
-    b->escolhe(u"Vendedores"_s, u"ANA"_s);
-    const int linha = b->linhaDe(u"Grid1"_s, u"P1"_s);
-    const QString id = b->linha(u"Grid1"_s, linha)[metasquadro::grid1::Id];
-    StatementLog registro(b->servidor());
+    b->shop().meta(1, u"P1"_s, u"10"_s);
+    b->shop().meta(1, u"P3"_s, u"20"_s);
+    b->open();
+    b->choose(u"Vendedores"_s, u"ANA"_s);
+    const int linha = b->rowOf(u"Grid1"_s, u"P1"_s);
+    const QString id = b->row(u"Grid1"_s, linha)[metasquadro::grid1::Id];
+    StatementLog registro(b->server());
     ModalHelper caixas;
-    caixas.espera(u"Deseja realmente excluir o produto\nP1?"_s, QMessageBox::Yes);
-    b->clica(u"Grid1"_s, linha, metasquadro::grid1::Excluir);
-    QCOMPARE(caixas.confere(), QString());
-    QCOMPARE(caixas.caixas()[0].titulo, u"Atenção!!!"_s);
-    QCOMPARE(caixas.caixas()[0].icone, QMessageBox::Information);
-    QCOMPARE(caixas.caixas()[0].botoes, QMessageBox::Yes | QMessageBox::No);
-    QCOMPARE(registro.textos(),
-             StatementLog::esperado({u"Delete from metavendedoritem Where ID="_s + id, sqlLista}));
-    QCOMPARE(b->linhas(u"Grid1"_s).size(), 1);
-    QCOMPARE(b->linha(u"Grid1"_s, 1)[0], u"P3"_s);
+    caixas.expect(u"Deseja realmente excluir o produto\nP1?"_s, QMessageBox::Yes);
+    b->click(u"Grid1"_s, linha, metasquadro::grid1::Excluir);
+    QCOMPARE(caixas.problem(), QString());
+    QCOMPARE(caixas.boxes()[0].title, u"Atenção!!!"_s);
+    QCOMPARE(caixas.boxes()[0].icon, QMessageBox::Information);
+    QCOMPARE(caixas.boxes()[0].buttons, QMessageBox::Yes | QMessageBox::No);
+    QCOMPARE(registro.texts(),
+             StatementLog::expected({u"Delete from metavendedoritem Where ID="_s + id, sqlLista}));
+    QCOMPARE(b->rows(u"Grid1"_s).size(), 1);
+    QCOMPARE(b->row(u"Grid1"_s, 1)[0], u"P3"_s);
 
-    caixas.espera(u"Deseja realmente excluir o produto\nP3?"_s, QMessageBox::Yes);
-    b->clica(u"Grid1"_s, 1, metasquadro::grid1::Excluir);
-    QCOMPARE(caixas.confere(), QString());
-    QVERIFY(!b->controle(u"Label4"_s)->isVisible());
-    QVERIFY(b->metas().isEmpty());
+    caixas.expect(u"Deseja realmente excluir o produto\nP3?"_s, QMessageBox::Yes);
+    b->click(u"Grid1"_s, 1, metasquadro::grid1::Excluir);
+    QCOMPARE(caixas.problem(), QString());
+    QVERIFY(!b->control(u"Label4"_s)->isVisible());
+    QVERIFY(b->shop().metas().isEmpty());
 }
 
 void TstMetasManutencao::notDeleting() {
-    b->meta(1, u"P1"_s, u"10"_s);
-    b->abre();
-    b->escolhe(u"Vendedores"_s, u"ANA"_s);
-    StatementLog registro(b->servidor());
+    b->shop().meta(1, u"P1"_s, u"10"_s);
+    b->open();
+    b->choose(u"Vendedores"_s, u"ANA"_s);
+    StatementLog registro(b->server());
     for (const QMessageBox::StandardButton resposta : {QMessageBox::No, QMessageBox::NoButton}) {
         ModalHelper caixas;
-        caixas.espera(u"Deseja realmente excluir o produto\nP1?"_s, resposta);
-        b->clica(u"Grid1"_s, 1, metasquadro::grid1::Excluir);
-        QCOMPARE(caixas.confere(), QString());
+        caixas.expect(u"Deseja realmente excluir o produto\nP1?"_s, resposta);
+        b->click(u"Grid1"_s, 1, metasquadro::grid1::Excluir);
+        QCOMPARE(caixas.problem(), QString());
     }
-    QCOMPARE(registro.textos(), QStringList());
-    QVERIFY(b->tela()->isVisible());
+    QCOMPARE(registro.texts(), QStringList());
+    QVERIFY(b->screen()->isVisible());
 }
 
 void TstMetasManutencao::deletingWhatIsGone() {
-    b->meta(1, u"P1"_s, u"10"_s);
-    b->abre();
-    b->escolhe(u"Vendedores"_s, u"ANA"_s);
-    b->servidor().executa(u"DELETE FROM metavendedoritem"_s);
+    b->shop().meta(1, u"P1"_s, u"10"_s);
+    b->open();
+    b->choose(u"Vendedores"_s, u"ANA"_s);
+    b->server().execute(u"DELETE FROM metavendedoritem"_s);
     ModalHelper caixas;
-    caixas.espera(u"Deseja realmente excluir o produto\nP1?"_s, QMessageBox::Yes);
-    b->clica(u"Grid1"_s, 1, metasquadro::grid1::Excluir);
-    QCOMPARE(caixas.confere(), QString());
-    QCOMPARE(b->grade(u"Grid1"_s)->rows(), 1);
+    caixas.expect(u"Deseja realmente excluir o produto\nP1?"_s, QMessageBox::Yes);
+    b->click(u"Grid1"_s, 1, metasquadro::grid1::Excluir);
+    QCOMPARE(caixas.problem(), QString());
+    QCOMPARE(b->grid(u"Grid1"_s)->rows(), 1);
 }
 
 void TstMetasManutencao::otherCellsDoNothing() {
-    b->meta(1, u"P1"_s, u"10"_s);
-    b->abre();
-    b->escolhe(u"Vendedores"_s, u"ANA"_s);
-    StatementLog registro(b->servidor());
+    b->shop().meta(1, u"P1"_s, u"10"_s);
+    b->open();
+    b->choose(u"Vendedores"_s, u"ANA"_s);
+    StatementLog registro(b->server());
     ModalHelper caixas;
-    b->clica(u"Grid1"_s, 1, metasquadro::grid1::Codigo);
-    b->clica(u"Grid1"_s, 1, metasquadro::grid1::Produto);
-    const QHeaderView* cabecalho = b->grade(u"Grid1"_s)->horizontalHeader();
+    b->click(u"Grid1"_s, 1, metasquadro::grid1::Codigo);
+    b->click(u"Grid1"_s, 1, metasquadro::grid1::Produto);
+    const QHeaderView* cabecalho = b->grid(u"Grid1"_s)->horizontalHeader();
     for (int coluna = 0; coluna < metasquadro::grid1::Id; ++coluna)
         QTest::mouseClick(cabecalho->viewport(), Qt::LeftButton, {},
                           QPoint(cabecalho->sectionViewportPosition(coluna) + 5, cabecalho->height() / 2));
-    b->processa();
-    QCOMPARE(caixas.confere(), QString());
-    QCOMPARE(registro.textos(), QStringList());
-    QVERIFY(!b->controle(u"TextGrid"_s)->isVisible());
+    b->settle();
+    QCOMPARE(caixas.problem(), QString());
+    QCOMPARE(registro.texts(), QStringList());
+    QVERIFY(!b->control(u"TextGrid"_s)->isVisible());
 }
 
 QTEST_MAIN(TstMetasManutencao)

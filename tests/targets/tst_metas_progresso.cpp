@@ -1,10 +1,10 @@
 #include "support/FaultProxy.h"
 #include "support/ModalHelper.h"
 #include "support/StatementLog.h"
-#include "targets/BancadaMetas.h"
+#include "targets/DrawnTargets.h"
 #include "targets/MetasQuadro.h"
 #include "targets/MetasQuadroColumns.h"
-#include "targets/MundoSorteado.h"
+#include "targets/TargetsBench.h"
 #include "ui/grid/Grid.h"
 
 #include <QHeaderView>
@@ -18,7 +18,7 @@
 
 using namespace Qt::StringLiterals;
 using namespace tarvessa;
-using namespace tarvessa::teste;
+using namespace tarvessa::test;
 
 namespace {
 
@@ -63,11 +63,11 @@ class TstMetasProgresso : public QObject {
     Q_OBJECT
 
   private Q_SLOTS:
-    void initTestCase() { b = std::make_unique<BancadaMetas>(); }
+    void initTestCase() { b = std::make_unique<TargetsBench>(); }
     void cleanupTestCase() { b.reset(); }
     void init() {
-        b->arruma();
-        b->basico();
+        b->reset();
+        b->shop().basicoDasMetas();
     }
 
     void controlsAndLayout();
@@ -115,36 +115,36 @@ class TstMetasProgresso : public QObject {
 
     void gera();
     void aparencia(int linha, int coluna, const Aparencia& esperada) const;
-    QStringList produto(int linha) { return b->linha(u"Grid2"_s, linha); }
-    QStringList produto(const QString& codigo) { return produto(b->linhaDe(u"Grid2"_s, codigo)); }
+    QStringList produto(int linha) { return b->row(u"Grid2"_s, linha); }
+    QStringList produto(const QString& codigo) { return produto(b->rowOf(u"Grid2"_s, codigo)); }
 
-    std::unique_ptr<BancadaMetas> b;
+    std::unique_ptr<TargetsBench> b;
 };
 
 void TstMetasProgresso::gera() {
-    if (!b->tela()) {
-        b->abre();
-        b->vaiParaAba(1);
+    if (!b->screen()) {
+        b->open();
+        b->goToTab(1);
     }
-    b->aperta(u"Command4"_s);
+    b->press(u"Command4"_s);
 }
 
 void TstMetasProgresso::controlsAndLayout() {
-    b->abre();
-    b->vaiParaAba(1);
-    QCOMPARE(b->foco(), u"DataIni"_s);
-    const auto* quadro = b->controle(u"Frame2"_s);
+    b->open();
+    b->goToTab(1);
+    QCOMPARE(b->focus(), u"DataIni"_s);
+    const auto* quadro = b->control(u"Frame2"_s);
     const auto texto = [quadro](const QString& nome) { return quadro->findChild<QLabel*>(nome)->text(); };
     QCOMPARE(texto(u"Label1"_s), u"VENDEDOR(A)"_s);
     QCOMPARE(texto(u"Label6"_s), u"DESCRIÇÃO"_s);
     QCOMPARE(texto(u"Label5"_s), u"PERÍODO DE"_s);
     QCOMPARE(texto(u"Label7"_s), u"AGUARDE..."_s);
-    QVERIFY(!b->controle(u"Label7"_s)->isVisible());
-    QCOMPARE(b->controle<QPushButton>(u"Command4"_s)->text(), u"&Gerar Relatório"_s);
-    QCOMPARE(b->controle<QPushButton>(u"Command2"_s)->text(), u"&Imprimir"_s);
-    QVERIFY(!b->controle(u"Command2"_s)->isEnabled());
-    const Grid* grade = b->grade(u"Grid2"_s);
-    QCOMPARE(b->linha(u"Grid2"_s, 0),
+    QVERIFY(!b->control(u"Label7"_s)->isVisible());
+    QCOMPARE(b->control<QPushButton>(u"Command4"_s)->text(), u"&Gerar Relatório"_s);
+    QCOMPARE(b->control<QPushButton>(u"Command2"_s)->text(), u"&Imprimir"_s);
+    QVERIFY(!b->control(u"Command2"_s)->isEnabled());
+    const Grid* grade = b->grid(u"Grid2"_s);
+    QCOMPARE(b->row(u"Grid2"_s, 0),
              QStringList({u"CÓDIGO"_s, u"DESCRIÇÃO"_s, u"META"_s, u"VENDIDO"_s, u"% META"_s,
                           u"R$ TOTAL VENDA"_s, u"DEVOLUÇÃO"_s, u"% DEVOLUÇÃO"_s}));
     const QList<int> larguras{1460, 4000, 1100, 1100, 900, 1570, 1400, 1440};
@@ -156,8 +156,8 @@ void TstMetasProgresso::controlsAndLayout() {
                     .value<Qt::Alignment>()
                     .testFlags(direita ? Qt::AlignRight : Qt::AlignLeft));
     }
-    b->tela()->resize(BancadaMetas::telaGrande);
-    b->processa();
+    b->screen()->resize(TargetsBench::largeScreen);
+    b->settle();
     QVERIFY(grade->horizontalHeader()->length() <= grade->viewport()->width());
 }
 
@@ -190,17 +190,17 @@ void TstMetasProgresso::statements() {
     QFETCH(QString, pendente);
     QFETCH(QString, filtroVendas);
     QFETCH(QString, filtroLista);
-    b->meta(1, u"P3"_s, u"10"_s);
-    b->meta(2, u"P3"_s, u"10"_s);
-    b->abre();
+    b->shop().meta(1, u"P3"_s, u"10"_s);
+    b->shop().meta(2, u"P3"_s, u"10"_s);
+    b->open();
     if (!pendente.isEmpty())
-        b->entraProduto(u"Descricao"_s, pendente);
-    b->vaiParaAba(1);
+        b->enterProduct(u"Descricao"_s, pendente);
+    b->goToTab(1);
     if (!vendedor.isEmpty())
-        b->escolhe(u"Vendedores2"_s, vendedor);
+        b->choose(u"Vendedores2"_s, vendedor);
     if (!produto.isEmpty())
-        b->entraProduto(u"Descricao2"_s, produto);
-    StatementLog registro(b->servidor());
+        b->enterProduct(u"Descricao2"_s, produto);
+    StatementLog registro(b->server());
     gera();
     QStringList esperados{sqlZera,
                           u"Truncate Relat2"_s,
@@ -213,7 +213,7 @@ void TstMetasProgresso::statements() {
     for (const int codigo : {1, 2})
         if (vendedor.isEmpty() || vendedor == (codigo == 1 ? u"ANA"_s : u"BRUNO"_s))
             esperados.append(sqlRotulo(codigo));
-    QCOMPARE(registro.textos(), StatementLog::esperado(esperados));
+    QCOMPARE(registro.texts(), StatementLog::expected(esperados));
 }
 
 void TstMetasProgresso::periodRefused_data() {
@@ -237,49 +237,49 @@ void TstMetasProgresso::periodRefused() {
     QFETCH(QString, fim);
     QFETCH(QString, mensagem);
     QFETCH(QString, foco);
-    b->abre();
-    b->vaiParaAba(1);
-    b->periodo(inicio, fim);
-    StatementLog registro(b->servidor());
+    b->open();
+    b->goToTab(1);
+    b->period(inicio, fim);
+    StatementLog registro(b->server());
     ModalHelper caixas;
-    caixas.espera(mensagem, QMessageBox::Ok);
+    caixas.expect(mensagem, QMessageBox::Ok);
     gera();
-    QCOMPARE(caixas.confere(), QString());
-    QCOMPARE(caixas.caixas()[0].titulo, u"Atenção!!!"_s);
-    QCOMPARE(caixas.caixas()[0].icone, QMessageBox::Information);
-    QCOMPARE(b->foco(), foco);
-    QCOMPARE(registro.textos(), QStringList());
-    QVERIFY(!b->controle(u"Label7"_s)->isVisible());
+    QCOMPARE(caixas.problem(), QString());
+    QCOMPARE(caixas.boxes()[0].title, u"Atenção!!!"_s);
+    QCOMPARE(caixas.boxes()[0].icon, QMessageBox::Information);
+    QCOMPARE(b->focus(), foco);
+    QCOMPARE(registro.texts(), QStringList());
+    QVERIFY(!b->control(u"Label7"_s)->isVisible());
 }
 
 void TstMetasProgresso::oneDayAndBothBounds() {
-    b->meta(1, u"P1"_s, u"100"_s);
+    b->shop().meta(1, u"P1"_s, u"100"_s);
     for (const auto& dia : {u"2024-03-09"_s, u"2024-03-10"_s, u"2024-03-12"_s, u"2024-03-13"_s}) {
-        b->venda({.vendedor = 1, .produto = u"P1"_s, .quantidade = u"1"_s, .emissao = dia});
-        b->devolucao({.vendedor = 1, .produto = u"P1"_s, .baixa = dia});
+        b->shop().venda({.vendedor = 1, .produto = u"P1"_s, .quantidade = u"1"_s, .emissao = dia});
+        b->shop().devolucao({.vendedor = 1, .produto = u"P1"_s, .baixa = dia});
     }
-    b->abre();
-    b->vaiParaAba(1);
-    b->periodo(u"10/03/2024"_s, u"12/03/2024"_s);
+    b->open();
+    b->goToTab(1);
+    b->period(u"10/03/2024"_s, u"12/03/2024"_s);
     gera();
     QCOMPARE(produto(2)[metasquadro::grid2::Vendido], u"2"_s);
     QCOMPARE(produto(2)[metasquadro::grid2::Devolucao], u"2"_s);
-    b->periodo(u"13/03/2024"_s, u"13/03/2024"_s);
+    b->period(u"13/03/2024"_s, u"13/03/2024"_s);
     gera();
     QCOMPARE(produto(2)[metasquadro::grid2::Vendido], u"1"_s);
     QCOMPARE(produto(2)[metasquadro::grid2::Devolucao], u"1"_s);
 }
 
 void TstMetasProgresso::boardOfOneSeller() {
-    b->meta(1, u"P1"_s, u"100"_s);
-    b->meta(1, u"P2"_s, u"1500.5"_s);
-    b->venda({.vendedor = 1, .produto = u"P1"_s, .quantidade = u"100"_s, .total = u"1234.50"_s});
-    b->venda({.vendedor = 1, .produto = u"P1"_s, .quantidade = u"50"_s, .total = u"0.50"_s});
-    b->venda({.vendedor = 1, .produto = u"P2"_s, .quantidade = u"0.125"_s, .total = u"10"_s});
-    b->devolucao({.vendedor = 1, .produto = u"P1"_s, .quantidade = u"7.5"_s});
+    b->shop().meta(1, u"P1"_s, u"100"_s);
+    b->shop().meta(1, u"P2"_s, u"1500.5"_s);
+    b->shop().venda({.vendedor = 1, .produto = u"P1"_s, .quantidade = u"100"_s, .total = u"1234.50"_s});
+    b->shop().venda({.vendedor = 1, .produto = u"P1"_s, .quantidade = u"50"_s, .total = u"0.50"_s});
+    b->shop().venda({.vendedor = 1, .produto = u"P2"_s, .quantidade = u"0.125"_s, .total = u"10"_s});
+    b->shop().devolucao({.vendedor = 1, .produto = u"P1"_s, .quantidade = u"7.5"_s});
     gera();
     const QString v;
-    QCOMPARE(b->grade(u"Grid2"_s)->rows(), 1 + 5);
+    QCOMPARE(b->grid(u"Grid2"_s)->rows(), 1 + 5);
     QCOMPARE(produto(1), QStringList({v, u"1 - ANA"_s, v, v, v, v, v, v}));
     QCOMPARE(produto(u"P1"_s), QStringList({u"P1"_s, u"PAO FRANCES"_s, u"100"_s, u"150"_s, u"150,0%"_s,
                                             u"1.235,00"_s, u"7,500"_s, u"5,0%"_s}));
@@ -288,21 +288,21 @@ void TstMetasProgresso::boardOfOneSeller() {
     QCOMPARE(produto(4), QStringList({v, v, v, v, v, v, v, v}));
     QCOMPARE(produto(5), QStringList({v, u"*** TOTAIS DE 1 - ANA ***"_s, u"1.600,500"_s, u"150,125"_s,
                                       u"9,38%"_s, u"1.245,00"_s, u"7,500"_s, u"5,0%"_s}));
-    QVERIFY(b->controle(u"Command2"_s)->isEnabled());
-    QVERIFY(!b->controle(u"Label7"_s)->isVisible());
-    QCOMPARE(b->metas()[0],
+    QVERIFY(b->control(u"Command2"_s)->isEnabled());
+    QVERIFY(!b->control(u"Label7"_s)->isVisible());
+    QCOMPARE(b->shop().metas()[0],
              QStringList({u"1"_s, u"P1"_s, u"100.000"_s, u"150.000"_s, u"1235.00"_s, u"7.500"_s}));
 }
 
 void TstMetasProgresso::looks() {
-    b->meta(1, u"P1"_s, u"100"_s);
-    b->meta(1, u"P2"_s, u"100"_s);
-    b->venda({.vendedor = 1, .produto = u"P1"_s, .quantidade = u"100"_s});
-    b->venda({.vendedor = 1, .produto = u"P2"_s, .quantidade = u"99.99"_s});
+    b->shop().meta(1, u"P1"_s, u"100"_s);
+    b->shop().meta(1, u"P2"_s, u"100"_s);
+    b->shop().venda({.vendedor = 1, .produto = u"P1"_s, .quantidade = u"100"_s});
+    b->shop().venda({.vendedor = 1, .produto = u"P2"_s, .quantidade = u"99.99"_s});
     gera();
-    const Grid* grade = b->grade(u"Grid2"_s);
-    const int atingida = b->linhaDe(u"Grid2"_s, u"P1"_s);
-    const int quase = b->linhaDe(u"Grid2"_s, u"P2"_s);
+    const Grid* grade = b->grid(u"Grid2"_s);
+    const int atingida = b->rowOf(u"Grid2"_s, u"P1"_s);
+    const int quase = b->rowOf(u"Grid2"_s, u"P2"_s);
     QCOMPARE(produto(atingida)[metasquadro::grid2::PercMeta], u"100,0%"_s);
     QCOMPARE(produto(quase)[metasquadro::grid2::PercMeta], u"99,99%"_s);
     for (int coluna = 0; coluna < grade->columns(); ++coluna) {
@@ -364,14 +364,14 @@ void TstMetasProgresso::percentages() {
     QFETCH(QString, meta);
     QFETCH(QString, vendido);
     QFETCH(QString, devolvido);
-    b->meta(1, u"P1"_s, meta);
-    b->venda({.vendedor = 1, .produto = u"P1"_s, .quantidade = vendido});
-    b->devolucao({.vendedor = 1, .produto = u"P1"_s, .quantidade = devolvido});
+    b->shop().meta(1, u"P1"_s, meta);
+    b->shop().venda({.vendedor = 1, .produto = u"P1"_s, .quantidade = vendido});
+    b->shop().devolucao({.vendedor = 1, .produto = u"P1"_s, .quantidade = devolvido});
     gera();
     QTEST(produto(2)[metasquadro::grid2::PercMeta], "percMeta");
     QTEST(produto(2)[metasquadro::grid2::PercDevolucao], "percDevolucao");
     QFETCH(bool, destaque);
-    const Grid* grade = b->grade(u"Grid2"_s);
+    const Grid* grade = b->grid(u"Grid2"_s);
     QCOMPARE(grade->isBold(2, metasquadro::grid2::PercMeta), destaque);
     QCOMPARE(grade->backColor(2, metasquadro::grid2::PercMeta), destaque ? vermelhoClaro : QColor());
     QCOMPARE(grade->foreColor(2, metasquadro::grid2::PercMeta), destaque ? vermelho : QColor());
@@ -380,8 +380,8 @@ void TstMetasProgresso::percentages() {
 }
 
 void TstMetasProgresso::sellerWithoutSales() {
-    b->meta(1, u"P1"_s, u"40"_s);
-    b->meta(1, u"P2"_s, u"10"_s);
+    b->shop().meta(1, u"P1"_s, u"40"_s);
+    b->shop().meta(1, u"P2"_s, u"10"_s);
     gera();
     QCOMPARE(produto(u"P1"_s), QStringList({u"P1"_s, u"PAO FRANCES"_s, u"40"_s, u"0"_s, u"0,0%"_s, u"0,00"_s,
                                             u"0"_s, u"0,0%"_s}));
@@ -390,193 +390,192 @@ void TstMetasProgresso::sellerWithoutSales() {
 }
 
 void TstMetasProgresso::sellerFilterAndAll() {
-    b->meta(2, u"P1"_s, u"10"_s);
-    b->meta(1, u"P1"_s, u"10"_s);
-    b->meta(1, u"P2"_s, u"10"_s);
-    b->venda({.vendedor = 1, .produto = u"P1"_s, .quantidade = u"3"_s});
-    b->venda({.vendedor = 2, .produto = u"P1"_s, .quantidade = u"4"_s});
+    b->shop().meta(2, u"P1"_s, u"10"_s);
+    b->shop().meta(1, u"P1"_s, u"10"_s);
+    b->shop().meta(1, u"P2"_s, u"10"_s);
+    b->shop().venda({.vendedor = 1, .produto = u"P1"_s, .quantidade = u"3"_s});
+    b->shop().venda({.vendedor = 2, .produto = u"P1"_s, .quantidade = u"4"_s});
     gera();
-    QCOMPARE(b->grade(u"Grid2"_s)->rows(), 1 + 5 + 4);
+    QCOMPARE(b->grid(u"Grid2"_s)->rows(), 1 + 5 + 4);
     QCOMPARE(produto(1)[1], u"1 - ANA"_s);
     QCOMPARE(produto(6)[1], u"2 - BRUNO"_s);
     QCOMPARE(produto(7)[metasquadro::grid2::Vendido], u"4"_s);
-    b->escolhe(u"Vendedores2"_s, u"BRUNO"_s);
+    b->choose(u"Vendedores2"_s, u"BRUNO"_s);
     gera();
-    QCOMPARE(b->grade(u"Grid2"_s)->rows(), 1 + 4);
+    QCOMPARE(b->grid(u"Grid2"_s)->rows(), 1 + 4);
     QCOMPARE(produto(1)[1], u"2 - BRUNO"_s);
     // Every target was cleared, only those of the filter have figures again.
-    QCOMPARE(b->metas()[0][3], u"0.000"_s);
-    QCOMPARE(b->metas()[2][3], u"4.000"_s);
+    QCOMPARE(b->shop().metas()[0][3], u"0.000"_s);
+    QCOMPARE(b->shop().metas()[2][3], u"4.000"_s);
 }
 
 void TstMetasProgresso::returnsWithoutTargetAreIgnored() {
-    b->meta(1, u"P1"_s, u"10"_s);
-    b->devolucao({.vendedor = 1, .produto = u"P2"_s, .quantidade = u"5"_s});
-    b->devolucao({.vendedor = 2, .produto = u"P1"_s, .quantidade = u"5"_s});
-    b->devolucao({.vendedor = 1, .produto = u"P1"_s, .quantidade = u"5"_s, .situacao = u"A"_s});
+    b->shop().meta(1, u"P1"_s, u"10"_s);
+    b->shop().devolucao({.vendedor = 1, .produto = u"P2"_s, .quantidade = u"5"_s});
+    b->shop().devolucao({.vendedor = 2, .produto = u"P1"_s, .quantidade = u"5"_s});
+    b->shop().devolucao({.vendedor = 1, .produto = u"P1"_s, .quantidade = u"5"_s, .situacao = u"A"_s});
     gera();
-    QCOMPARE(b->grade(u"Grid2"_s)->rows(), 1 + 4);
+    QCOMPARE(b->grid(u"Grid2"_s)->rows(), 1 + 4);
     QCOMPARE(produto(2)[metasquadro::grid2::Devolucao], u"0"_s);
 }
 
 void TstMetasProgresso::soldWithoutTargetDoesNotAppear() {
-    b->meta(1, u"P1"_s, u"10"_s);
-    b->venda({.vendedor = 1, .produto = u"P2"_s, .quantidade = u"5"_s});
+    b->shop().meta(1, u"P1"_s, u"10"_s);
+    b->shop().venda({.vendedor = 1, .produto = u"P2"_s, .quantidade = u"5"_s});
     gera();
-    QCOMPARE(b->grade(u"Grid2"_s)->rows(), 1 + 4);
+    QCOMPARE(b->grid(u"Grid2"_s)->rows(), 1 + 4);
     QCOMPARE(produto(4)[metasquadro::grid2::Vendido], u"1"_s);
 }
 
 void TstMetasProgresso::productFilterWithoutPendingProduct() {
-    b->meta(1, u"P1"_s, u"10"_s);
-    b->meta(1, u"P2"_s, u"10"_s);
-    b->venda({.vendedor = 1, .produto = u"P1"_s, .quantidade = u"5"_s});
-    b->devolucao({.vendedor = 1, .produto = u"P1"_s, .quantidade = u"2"_s});
-    b->abre();
-    b->vaiParaAba(1);
-    b->entraProduto(u"Descricao2"_s, u"PAO FRANCES"_s);
+    b->shop().meta(1, u"P1"_s, u"10"_s);
+    b->shop().meta(1, u"P2"_s, u"10"_s);
+    b->shop().venda({.vendedor = 1, .produto = u"P1"_s, .quantidade = u"5"_s});
+    b->shop().devolucao({.vendedor = 1, .produto = u"P1"_s, .quantidade = u"2"_s});
+    b->open();
+    b->goToTab(1);
+    b->enterProduct(u"Descricao2"_s, u"PAO FRANCES"_s);
     gera();
-    QCOMPARE(b->grade(u"Grid2"_s)->rows(), 1 + 4);
+    QCOMPARE(b->grid(u"Grid2"_s)->rows(), 1 + 4);
     QCOMPARE(produto(u"P1"_s), QStringList({u"P1"_s, u"PAO FRANCES"_s, u"10"_s, u"0"_s, u"0,0%"_s, u"0,00"_s,
                                             u"2"_s, u"0,0%"_s}));
 }
 
 void TstMetasProgresso::productFilterWithAnotherPending() {
-    b->meta(1, u"P1"_s, u"10"_s);
-    b->meta(1, u"P2"_s, u"10"_s);
-    b->venda({.vendedor = 1, .produto = u"P1"_s, .quantidade = u"5"_s});
-    b->venda({.vendedor = 1, .produto = u"P2"_s, .quantidade = u"7"_s});
-    b->abre();
-    b->entraProduto(u"Descricao"_s, u"PAO DOCE"_s);
-    b->vaiParaAba(1);
-    b->entraProduto(u"Descricao2"_s, u"PAO FRANCES"_s);
+    b->shop().meta(1, u"P1"_s, u"10"_s);
+    b->shop().meta(1, u"P2"_s, u"10"_s);
+    b->shop().venda({.vendedor = 1, .produto = u"P1"_s, .quantidade = u"5"_s});
+    b->shop().venda({.vendedor = 1, .produto = u"P2"_s, .quantidade = u"7"_s});
+    b->open();
+    b->enterProduct(u"Descricao"_s, u"PAO DOCE"_s);
+    b->goToTab(1);
+    b->enterProduct(u"Descricao2"_s, u"PAO FRANCES"_s);
     gera();
     QCOMPARE(produto(2)[metasquadro::grid2::Codigo], u"P1"_s);
     QCOMPARE(produto(2)[metasquadro::grid2::Vendido], u"0"_s);
-    QCOMPARE(b->metas()[0][3], u"0.000"_s);
-    QCOMPARE(b->metas()[1][3], u"7.000"_s);
+    QCOMPARE(b->shop().metas()[0][3], u"0.000"_s);
+    QCOMPARE(b->shop().metas()[1][3], u"7.000"_s);
 }
 
 void TstMetasProgresso::productFilterWithTheSamePending() {
-    b->meta(1, u"P1"_s, u"10"_s);
-    b->venda({.vendedor = 1, .produto = u"P1"_s, .quantidade = u"5"_s});
-    b->abre();
-    b->entraProduto(u"Descricao"_s, u"PAO FRANCES"_s);
-    b->vaiParaAba(1);
-    b->entraProduto(u"Descricao2"_s, u"PAO FRANCES"_s);
+    b->shop().meta(1, u"P1"_s, u"10"_s);
+    b->shop().venda({.vendedor = 1, .produto = u"P1"_s, .quantidade = u"5"_s});
+    b->open();
+    b->enterProduct(u"Descricao"_s, u"PAO FRANCES"_s);
+    b->goToTab(1);
+    b->enterProduct(u"Descricao2"_s, u"PAO FRANCES"_s);
     gera();
     QCOMPARE(produto(2)[metasquadro::grid2::Vendido], u"5"_s);
 }
 
 void TstMetasProgresso::unknownSeller() {
-    b->meta(9, u"P1"_s, u"10"_s);
+    b->shop().meta(9, u"P1"_s, u"10"_s);
     gera();
     QCOMPARE(produto(1)[1], u"9 - (Nenhum)"_s);
     QCOMPARE(produto(4)[1], u"*** TOTAIS DE 9 - (Nenhum) ***"_s);
 }
 
 void TstMetasProgresso::inactiveSeller() {
-    b->vendedor(3, u"CAIO"_s, u"N"_s);
-    b->meta(3, u"P1"_s, u"10"_s);
+    b->shop().vendedor(3, u"CAIO"_s, u"N"_s);
+    b->shop().meta(3, u"P1"_s, u"10"_s);
     gera();
     QCOMPARE(produto(1)[1], u"3 - CAIO"_s);
 }
 
 void TstMetasProgresso::removedProductIsUpdatedButNotListed() {
-    b->meta(1, u"SUMIU"_s, u"10"_s);
-    b->venda({.vendedor = 1, .produto = u"SUMIU"_s, .quantidade = u"5"_s});
+    b->shop().meta(1, u"SUMIU"_s, u"10"_s);
+    b->shop().venda({.vendedor = 1, .produto = u"SUMIU"_s, .quantidade = u"5"_s});
     gera();
-    QCOMPARE(b->grade(u"Grid2"_s)->rows(), 1);
-    QVERIFY(!b->controle(u"Command2"_s)->isEnabled());
-    QCOMPARE(b->metas()[0][3], u"5.000"_s);
+    QCOMPARE(b->grid(u"Grid2"_s)->rows(), 1);
+    QVERIFY(!b->control(u"Command2"_s)->isEnabled());
+    QCOMPARE(b->shop().metas()[0][3], u"5.000"_s);
 }
 
 void TstMetasProgresso::onlyCountedLinesCount() {
-    b->meta(1, u"P1"_s, u"10"_s);
-    b->venda({.vendedor = 1, .produto = u"P1"_s, .quantidade = u"1"_s});
-    b->venda({.vendedor = 1, .produto = u"P1"_s, .quantidade = u"20"_s, .entrSai = u"E"_s});
-    b->venda({.vendedor = 1, .produto = u"P1"_s, .quantidade = u"30"_s, .cancelado = u"S"_s});
-    b->venda({.vendedor = 2, .produto = u"P1"_s, .quantidade = u"40"_s});
+    b->shop().meta(1, u"P1"_s, u"10"_s);
+    b->shop().venda({.vendedor = 1, .produto = u"P1"_s, .quantidade = u"1"_s});
+    b->shop().venda({.vendedor = 1, .produto = u"P1"_s, .quantidade = u"20"_s, .entrSai = u"E"_s});
+    b->shop().venda({.vendedor = 1, .produto = u"P1"_s, .quantidade = u"30"_s, .cancelado = u"S"_s});
+    b->shop().venda({.vendedor = 2, .produto = u"P1"_s, .quantidade = u"40"_s});
     // The same number in another series belongs to another seller's invoice.
-    b->servidor().executa(u"INSERT INTO nfsaida (nrnf, SerieNF, CodVendedor) VALUES (1, '2', 2)"_s);
+    b->server().execute(u"INSERT INTO nfsaida (nrnf, SerieNF, CodVendedor) VALUES (1, '2', 2)"_s);
     gera();
     QCOMPARE(produto(2)[metasquadro::grid2::Vendido], u"1"_s);
 }
 
 // Sums over NULL alone are NULL, and so are written into the target.
 void TstMetasProgresso::nullFigures() {
-    b->meta(1, u"P1"_s, std::nullopt);
-    b->venda({.vendedor = 1, .produto = u"P1"_s, .quantidade = std::nullopt, .total = std::nullopt});
-    b->servidor().executa(
-        u"INSERT INTO Orcamento_Troca (codigo, Vendedor, quantidade, situacaoorc, databaixa) "
-        "VALUES ('P1', 1, NULL, 'B', '2024-03-10')"_s);
-    b->meta(1, u"P2"_s, u"10"_s);
-    b->servidor().executa(u"UPDATE produtos SET descricao = NULL WHERE codfabr = 'P1'"_s);
+    b->shop().meta(1, u"P1"_s, std::nullopt);
+    b->shop().venda({.vendedor = 1, .produto = u"P1"_s, .quantidade = std::nullopt, .total = std::nullopt});
+    b->server().execute(u"INSERT INTO Orcamento_Troca (codigo, Vendedor, quantidade, situacaoorc, databaixa) "
+                        "VALUES ('P1', 1, NULL, 'B', '2024-03-10')"_s);
+    b->shop().meta(1, u"P2"_s, u"10"_s);
+    b->server().execute(u"UPDATE produtos SET descricao = NULL WHERE codfabr = 'P1'"_s);
     gera();
-    QVERIFY(b->metas()[0][3].isNull());
-    QVERIFY(b->metas()[0][4].isNull());
-    QVERIFY(b->metas()[0][5].isNull());
+    QVERIFY(b->shop().metas()[0][3].isNull());
+    QVERIFY(b->shop().metas()[0][4].isNull());
+    QVERIFY(b->shop().metas()[0][5].isNull());
     QCOMPARE(produto(u"P1"_s),
              QStringList({u"P1"_s, QString(), u"0"_s, u"0"_s, u"0,0%"_s, u"0,00"_s, u"0"_s, u"0,0%"_s}));
     QCOMPARE(produto(5)[metasquadro::grid2::Vendido], u"1"_s);
 }
 
 void TstMetasProgresso::targetTotalOfZero() {
-    b->meta(1, u"P1"_s, u"0"_s);
-    b->abre();
-    b->vaiParaAba(1);
+    b->shop().meta(1, u"P1"_s, u"0"_s);
+    b->open();
+    b->goToTab(1);
     ModalHelper caixas;
-    caixas.esperaContendo(u"Divisão por zero"_s, QMessageBox::Ok);
+    caixas.expectContaining(u"Divisão por zero"_s, QMessageBox::Ok);
     gera();
-    QCOMPARE(caixas.confere(), QString());
-    QVERIFY(!b->controle(u"Label7"_s)->isVisible());
-    QVERIFY(!b->controle(u"Command2"_s)->isEnabled());
+    QCOMPARE(caixas.problem(), QString());
+    QVERIFY(!b->control(u"Label7"_s)->isVisible());
+    QVERIFY(!b->control(u"Command2"_s)->isEnabled());
     // The screen goes on.
-    b->servidor().executa(u"UPDATE metavendedoritem SET Quantidade = 5"_s);
+    b->server().execute(u"UPDATE metavendedoritem SET Quantidade = 5"_s);
     gera();
-    QCOMPARE(caixas.confere(), QString());
-    QCOMPARE(b->grade(u"Grid2"_s)->rows(), 1 + 4);
+    QCOMPARE(caixas.problem(), QString());
+    QCOMPARE(b->grid(u"Grid2"_s)->rows(), 1 + 4);
 }
 
 void TstMetasProgresso::targetsOfZeroAndNegative() {
-    b->meta(1, u"P1"_s, u"0"_s);
-    b->meta(1, u"P2"_s, u"-4"_s);
-    b->meta(1, u"P3"_s, u"9"_s);
+    b->shop().meta(1, u"P1"_s, u"0"_s);
+    b->shop().meta(1, u"P2"_s, u"-4"_s);
+    b->shop().meta(1, u"P3"_s, u"9"_s);
     for (const auto& codigo : {u"P1"_s, u"P2"_s})
-        b->venda({.vendedor = 1, .produto = codigo, .quantidade = u"5"_s});
+        b->shop().venda({.vendedor = 1, .produto = codigo, .quantidade = u"5"_s});
     gera();
     QCOMPARE(produto(u"P1"_s)[metasquadro::grid2::PercMeta], u"0,0%"_s);
     QCOMPARE(produto(u"P2"_s)[metasquadro::grid2::PercMeta], u"0,0%"_s);
     for (const int linha : {2, 3, 4})
-        QVERIFY(!b->grade(u"Grid2"_s)->isBold(linha, metasquadro::grid2::PercMeta));
+        QVERIFY(!b->grid(u"Grid2"_s)->isBold(linha, metasquadro::grid2::PercMeta));
     QCOMPARE(produto(6)[metasquadro::grid2::Meta], u"5"_s);
     QCOMPARE(produto(6)[metasquadro::grid2::PercMeta], u"200,0%"_s);
 }
 
 void TstMetasProgresso::periodWithoutInvoices() {
-    b->meta(1, u"P1"_s, u"10"_s);
-    b->venda({.vendedor = 1, .produto = u"P1"_s, .emissao = u"2020-01-01"_s});
+    b->shop().meta(1, u"P1"_s, u"10"_s);
+    b->shop().venda({.vendedor = 1, .produto = u"P1"_s, .emissao = u"2020-01-01"_s});
     gera();
     QCOMPARE(produto(2)[metasquadro::grid2::Vendido], u"0"_s);
-    QCOMPARE(b->servidor().consulta(u"SELECT * FROM relat2"_s).size(), 0);
+    QCOMPARE(b->server().query(u"SELECT * FROM relat2"_s).size(), 0);
 }
 
 void TstMetasProgresso::noTargetsAtAll() {
     gera();
-    QCOMPARE(b->grade(u"Grid2"_s)->rows(), 1);
-    QVERIFY(!b->controle(u"Command2"_s)->isEnabled());
+    QCOMPARE(b->grid(u"Grid2"_s)->rows(), 1);
+    QVERIFY(!b->control(u"Command2"_s)->isEnabled());
 }
 
 void TstMetasProgresso::earlierFiguresAreOverwritten() {
-    b->meta(1, u"P1"_s, u"10"_s);
-    b->servidor().executa(u"UPDATE metavendedoritem SET Vendido=5, TotalVendas=6, QtdDevolucao=7"_s);
+    b->shop().meta(1, u"P1"_s, u"10"_s);
+    b->server().execute(u"UPDATE metavendedoritem SET Vendido=5, TotalVendas=6, QtdDevolucao=7"_s);
     gera();
-    QCOMPARE(b->metas()[0].sliced(3), QStringList({u"0.000"_s, u"0.00"_s, u"0.000"_s}));
+    QCOMPARE(b->shop().metas()[0].sliced(3), QStringList({u"0.000"_s, u"0.00"_s, u"0.000"_s}));
 }
 
 // Rows of one seller come in the database's order: each is looked up by its product.
 void TstMetasProgresso::aparencia(int linha, int coluna, const Aparencia& esperada) const {
-    const Grid* grade = b->grade(u"Grid2"_s);
+    const Grid* grade = b->grid(u"Grid2"_s);
     QCOMPARE(grade->backColor(linha, coluna), esperada.fundo);
     QCOMPARE(grade->foreColor(linha, coluna), esperada.letra);
     QCOMPARE(grade->isBold(linha, coluna), esperada.negrito);
@@ -584,24 +583,24 @@ void TstMetasProgresso::aparencia(int linha, int coluna, const Aparencia& espera
 
 void TstMetasProgresso::figuresAgainstRawRows() {
     const Aparencia destaque{vermelhoClaro, vermelho, true};
-    const MundoSorteado mundo(b->servidor());
+    const DrawnTargets mundo(b->server());
     gera();
-    const Grid* grade = b->grade(u"Grid2"_s);
+    const Grid* grade = b->grid(u"Grid2"_s);
     int linha = 1;
-    for (int v = 1; v <= MundoSorteado::vendedores; ++v) {
+    for (int v = 1; v <= DrawnTargets::vendedores; ++v) {
         const QString rotulo = v == 1 ? u"1 - ANA"_s : v == 2 ? u"2 - BRUNO"_s : u"%1 - (Nenhum)"_s.arg(v);
         for (int coluna = 0; coluna < grade->columns(); ++coluna)
             aparencia(linha, coluna, {amarelo, vermelho, true});
         QCOMPARE(produto(linha++)[metasquadro::grid2::Descricao], rotulo);
         QSet<int> vistos;
-        MundoSorteado::Conta totais;
+        DrawnTargets::Conta totais;
         for (; !produto(linha)[metasquadro::grid2::Codigo].isEmpty(); ++linha) {
             const int p = produto(linha)[metasquadro::grid2::Codigo].sliced(1).toInt();
             vistos.insert(p);
-            const MundoSorteado::Conta conta = mundo.contas().at({v, p});
+            const DrawnTargets::Conta conta = mundo.contas().at({v, p});
             totais += conta;
             QCOMPARE(produto(linha),
-                     MundoSorteado::celulas(MundoSorteado::codigo(p), MundoSorteado::descricao(p), conta));
+                     DrawnTargets::celulas(DrawnTargets::codigo(p), DrawnTargets::descricao(p), conta));
             const bool atingida = conta.vendido >= conta.meta;
             for (int coluna = 0; coluna < grade->columns(); ++coluna)
                 aparencia(linha, coluna,
@@ -616,7 +615,7 @@ void TstMetasProgresso::figuresAgainstRawRows() {
         }
         QCOMPARE(produto(linha++), QStringList(QList<QString>(8)));
         QCOMPARE(produto(linha++),
-                 MundoSorteado::celulas({}, u"*** TOTAIS DE "_s + rotulo + u" ***"_s, totais));
+                 DrawnTargets::celulas({}, u"*** TOTAIS DE "_s + rotulo + u" ***"_s, totais));
     }
     QCOMPARE(linha, grade->rows());
 }
@@ -633,32 +632,32 @@ void TstMetasProgresso::widthForTheScrollBar() {
     QFETCH(int, linhas);
     for (int i = 0; i < linhas - 4; ++i) {
         const QString codigo = u"Q%1"_s.arg(i);
-        b->produto(codigo, codigo);
-        b->meta(1, codigo, u"1"_s);
+        b->shop().produto(codigo, codigo);
+        b->shop().meta(1, codigo, u"1"_s);
     }
     gera();
-    const Grid* grade = b->grade(u"Grid2"_s);
+    const Grid* grade = b->grid(u"Grid2"_s);
     QCOMPARE(grade->rows(), linhas);
     QTEST(grade->columnTwips(metasquadro::grid2::Descricao), "largura");
-    b->tela()->resize(BancadaMetas::telaGrande);
-    b->processa();
+    b->screen()->resize(TargetsBench::largeScreen);
+    b->settle();
     QVERIFY(!grade->horizontalScrollBar()->isVisible());
     // A smaller result gets the full width back.
-    b->servidor().executa(u"DELETE FROM metavendedoritem"_s);
+    b->server().execute(u"DELETE FROM metavendedoritem"_s);
     gera();
     QCOMPARE(grade->columnTwips(metasquadro::grid2::Descricao), 4000);
 }
 
 void TstMetasProgresso::tabChangeEmptiesTheBoard() {
-    b->meta(1, u"P1"_s, u"10"_s);
+    b->shop().meta(1, u"P1"_s, u"10"_s);
     gera();
-    QVERIFY(b->controle(u"Command2"_s)->isEnabled());
-    b->vaiParaAba(0);
-    QCOMPARE(b->foco(), u"Vendedores"_s);
-    b->vaiParaAba(1);
-    QCOMPARE(b->grade(u"Grid2"_s)->rows(), 1);
-    QVERIFY(!b->controle(u"Command2"_s)->isEnabled());
-    QCOMPARE(b->foco(), u"DataIni"_s);
+    QVERIFY(b->control(u"Command2"_s)->isEnabled());
+    b->goToTab(0);
+    QCOMPARE(b->focus(), u"Vendedores"_s);
+    b->goToTab(1);
+    QCOMPARE(b->grid(u"Grid2"_s)->rows(), 1);
+    QVERIFY(!b->control(u"Command2"_s)->isEnabled());
+    QCOMPARE(b->focus(), u"DataIni"_s);
 }
 
 namespace {
@@ -677,34 +676,34 @@ class Pintura : public QObject {
 } // namespace
 
 void TstMetasProgresso::waitingLabel() {
-    b->meta(1, u"P1"_s, u"10"_s);
-    b->abre();
-    b->vaiParaAba(1);
-    Pintura pintura(b->controle(u"Label7"_s));
+    b->shop().meta(1, u"P1"_s, u"10"_s);
+    b->open();
+    b->goToTab(1);
+    Pintura pintura(b->control(u"Label7"_s));
     gera();
     QCOMPARE(pintura.vezes, 1);
-    QVERIFY(!b->controle(u"Label7"_s)->isVisible());
+    QVERIFY(!b->control(u"Label7"_s)->isVisible());
 }
 
 // The computation is cut before each of its statements in turn: one report, and the screen goes on to close.
 void TstMetasProgresso::cutAtEveryStatement() {
     constexpr int comandos = 9;
-    b->meta(1, u"P1"_s, u"10"_s);
-    FaultProxy proxy(b->servidor().socket());
+    b->shop().meta(1, u"P1"_s, u"10"_s);
+    FaultProxy proxy(b->server().socket());
     for (int k = 1; k <= comandos; ++k) {
-        b->servidor().usaSocket(proxy.socket());
-        b->abre();
-        b->vaiParaAba(1);
+        b->server().useSocket(proxy.socket());
+        b->open();
+        b->goToTab(1);
         ModalHelper caixas;
-        caixas.esperaContendo(u"feche o programa e inicie-o novamente"_s, QMessageBox::Ok);
-        proxy.cortaAntesDe(k);
-        b->aperta(u"Command4"_s);
-        QCOMPARE(caixas.confere(), QString());
-        QVERIFY(!proxy.cortado().isNull());
-        QVERIFY(!b->controle(u"Label7"_s)->isVisible());
-        QVERIFY(!b->controle(u"Command2"_s)->isEnabled());
-        b->tecla(Qt::Key_Escape);
-        QVERIFY(!b->tela()->isVisible());
+        caixas.expectContaining(u"feche o programa e inicie-o novamente"_s, QMessageBox::Ok);
+        proxy.cutBefore(k);
+        b->press(u"Command4"_s);
+        QCOMPARE(caixas.problem(), QString());
+        QVERIFY(!proxy.cutAt().isNull());
+        QVERIFY(!b->control(u"Label7"_s)->isVisible());
+        QVERIFY(!b->control(u"Command2"_s)->isEnabled());
+        b->key(Qt::Key_Escape);
+        QVERIFY(!b->screen()->isVisible());
     }
 }
 

@@ -1,9 +1,9 @@
 #include "closing/PainelFechamento.h"
 #include "core/AcessoDados.h"
 #include "support/ModalHelper.h"
-#include "targets/BancadaMetas.h"
 #include "targets/MetasQuadro.h"
 #include "targets/MetasQuadroColumns.h"
+#include "targets/TargetsBench.h"
 #include "ui/grid/Grid.h"
 
 #include <QAbstractItemView>
@@ -19,18 +19,18 @@
 
 using namespace Qt::StringLiterals;
 using namespace tarvessa;
-using namespace tarvessa::teste;
+using namespace tarvessa::test;
 
 /// Both tabs without a mouse, names for assistive tools, and the way in from the panel.
 class TstMetasTeclado : public QObject {
     Q_OBJECT
 
   private Q_SLOTS:
-    void initTestCase() { b = std::make_unique<BancadaMetas>(); }
+    void initTestCase() { b = std::make_unique<TargetsBench>(); }
     void cleanupTestCase() { b.reset(); }
     void init() {
-        b->arruma();
-        b->basico();
+        b->reset();
+        b->shop().basicoDasMetas();
     }
 
     void addEditAndDeleteATarget();
@@ -45,138 +45,138 @@ class TstMetasTeclado : public QObject {
     void panelStaysWhenTheScreenCannotLoad();
 
   private:
-    std::unique_ptr<BancadaMetas> b;
+    std::unique_ptr<TargetsBench> b;
 };
 
 // From opening to the deleted row: keys alone, each to the control that has the focus.
 void TstMetasTeclado::addEditAndDeleteATarget() {
-    b->abre();
-    QCOMPARE(b->foco(), u"Vendedores"_s);
-    b->tecla(Qt::Key_Down);
-    b->tecla(Qt::Key_Return);
-    b->digita(u"leite"_s);
-    b->tecla(Qt::Key_Return);
-    QCOMPARE(b->foco(), u"Quantidade"_s);
-    b->digita(u"1.5"_s);
-    b->tecla(Qt::Key_Return);
-    QCOMPARE(b->foco(), u"Command1"_s);
-    b->tecla(Qt::Key_Space);
-    QCOMPARE(b->metas().size(), 1);
-    QCOMPARE(b->metas()[0].first(3), QStringList({u"1"_s, u"P3"_s, u"1.500"_s}));
-    QCOMPARE(b->foco(), u"Descricao"_s);
+    b->open();
+    QCOMPARE(b->focus(), u"Vendedores"_s);
+    b->key(Qt::Key_Down);
+    b->key(Qt::Key_Return);
+    b->type(u"leite"_s);
+    b->key(Qt::Key_Return);
+    QCOMPARE(b->focus(), u"Quantidade"_s);
+    b->type(u"1.5"_s);
+    b->key(Qt::Key_Return);
+    QCOMPARE(b->focus(), u"Command1"_s);
+    b->key(Qt::Key_Space);
+    QCOMPARE(b->shop().metas().size(), 1);
+    QCOMPARE(b->shop().metas()[0].first(3), QStringList({u"1"_s, u"P3"_s, u"1.500"_s}));
+    QCOMPARE(b->focus(), u"Descricao"_s);
 
     for (int i = 0; i < 3; ++i)
-        b->tecla(Qt::Key_Return);
-    QCOMPARE(b->foco(), u"Grid1"_s);
-    b->tecla(Qt::Key_Home);
-    b->tecla(Qt::Key_Right);
-    b->tecla(Qt::Key_Right);
-    QCOMPARE(b->grade(u"Grid1"_s)->currentColumn(), static_cast<int>(metasquadro::grid1::Quantidade));
-    b->tecla(Qt::Key_Space);
-    QCOMPARE(b->foco(), u"TextGrid"_s);
-    b->digita(u"20"_s);
-    b->tecla(Qt::Key_Return);
-    QCOMPARE(b->metas()[0][2], u"20.000"_s);
-    QCOMPARE(b->foco(), u"Grid1"_s);
+        b->key(Qt::Key_Return);
+    QCOMPARE(b->focus(), u"Grid1"_s);
+    b->key(Qt::Key_Home);
+    b->key(Qt::Key_Right);
+    b->key(Qt::Key_Right);
+    QCOMPARE(b->grid(u"Grid1"_s)->currentColumn(), static_cast<int>(metasquadro::grid1::Quantidade));
+    b->key(Qt::Key_Space);
+    QCOMPARE(b->focus(), u"TextGrid"_s);
+    b->type(u"20"_s);
+    b->key(Qt::Key_Return);
+    QCOMPARE(b->shop().metas()[0][2], u"20.000"_s);
+    QCOMPARE(b->focus(), u"Grid1"_s);
 
-    b->tecla(Qt::Key_Right);
+    b->key(Qt::Key_Right);
     ModalHelper caixas;
-    caixas.espera(u"Deseja realmente excluir o produto\nP3?"_s, QMessageBox::Yes);
-    b->tecla(Qt::Key_Space);
-    QCOMPARE(caixas.confere(), QString());
-    QVERIFY(b->metas().isEmpty());
+    caixas.expect(u"Deseja realmente excluir o produto\nP3?"_s, QMessageBox::Yes);
+    b->key(Qt::Key_Space);
+    QCOMPARE(caixas.problem(), QString());
+    QVERIFY(b->shop().metas().isEmpty());
 }
 
 void TstMetasTeclado::computeAndPrint() {
-    b->meta(1, u"P1"_s, u"100"_s);
-    b->abre();
-    b->tecla(Qt::Key_Tab, Qt::ControlModifier);
-    QCOMPARE(b->foco(), u"DataIni"_s);
-    b->digita(u"01032024"_s);
-    b->tecla(Qt::Key_Return);
-    QCOMPARE(b->foco(), u"DataFin"_s);
-    b->tecla(Qt::Key_Return);
-    QCOMPARE(b->foco(), u"Command4"_s);
-    b->tecla(Qt::Key_Space);
-    QCOMPARE(b->grade(u"Grid2"_s)->rows(), 1 + 4);
-    b->tecla(Qt::Key_Return);
-    QCOMPARE(b->foco(), u"Grid2"_s);
-    b->tecla(Qt::Key_Return);
-    QCOMPARE(b->foco(), u"Command2"_s);
-    b->tecla(Qt::Key_Space);
-    QCOMPARE(b->estagio().size(), 3);
+    b->shop().meta(1, u"P1"_s, u"100"_s);
+    b->open();
+    b->key(Qt::Key_Tab, Qt::ControlModifier);
+    QCOMPARE(b->focus(), u"DataIni"_s);
+    b->type(u"01032024"_s);
+    b->key(Qt::Key_Return);
+    QCOMPARE(b->focus(), u"DataFin"_s);
+    b->key(Qt::Key_Return);
+    QCOMPARE(b->focus(), u"Command4"_s);
+    b->key(Qt::Key_Space);
+    QCOMPARE(b->grid(u"Grid2"_s)->rows(), 1 + 4);
+    b->key(Qt::Key_Return);
+    QCOMPARE(b->focus(), u"Grid2"_s);
+    b->key(Qt::Key_Return);
+    QCOMPARE(b->focus(), u"Command2"_s);
+    b->key(Qt::Key_Space);
+    QCOMPARE(b->shop().estagio().size(), 3);
 }
 
 void TstMetasTeclado::enterWalksThroughEveryControl() {
-    b->abre();
+    b->open();
     const auto percorre = [this](int passos) {
         QStringList nomes;
         for (int i = 0; i < passos; ++i) {
-            nomes.append(b->foco());
-            b->tecla(Qt::Key_Return);
+            nomes.append(b->focus());
+            b->key(Qt::Key_Return);
         }
         return nomes;
     };
     QCOMPARE(percorre(5),
              QStringList({u"Vendedores"_s, u"Descricao"_s, u"Quantidade"_s, u"Command1"_s, u"Grid1"_s}));
     QVERIFY(qobject_cast<QTabBar*>(QApplication::focusWidget()));
-    b->vaiParaAba(1);
+    b->goToTab(1);
     QCOMPARE(percorre(4), QStringList({u"DataIni"_s, u"DataFin"_s, u"Command4"_s, u"Grid2"_s}));
     QVERIFY(qobject_cast<QTabBar*>(QApplication::focusWidget()));
-    b->tecla(Qt::Key_Return);
+    b->key(Qt::Key_Return);
     QCOMPARE(percorre(3), QStringList({u"Vendedores2"_s, u"Descricao2"_s, u"DataIni"_s}));
 }
 
 void TstMetasTeclado::changingTheTabByKey() {
-    b->abre();
-    const auto* abas = b->controle<QTabWidget>(u"SSTab1"_s);
-    b->tecla(Qt::Key_2, Qt::AltModifier);
+    b->open();
+    const auto* abas = b->control<QTabWidget>(u"SSTab1"_s);
+    b->key(Qt::Key_2, Qt::AltModifier);
     QCOMPARE(abas->currentIndex(), 1);
-    b->tecla(Qt::Key_1, Qt::AltModifier);
+    b->key(Qt::Key_1, Qt::AltModifier);
     QCOMPARE(abas->currentIndex(), 0);
-    b->tecla(Qt::Key_Backtab, Qt::ShiftModifier);
+    b->key(Qt::Key_Backtab, Qt::ShiftModifier);
     QVERIFY(qobject_cast<QTabBar*>(QApplication::focusWidget()));
-    b->tecla(Qt::Key_Right);
+    b->key(Qt::Key_Right);
     QCOMPARE(abas->currentIndex(), 1);
-    QCOMPARE(b->foco(), u"DataIni"_s);
-    b->tecla(Qt::Key_Tab, Qt::ControlModifier);
+    QCOMPARE(b->focus(), u"DataIni"_s);
+    b->key(Qt::Key_Tab, Qt::ControlModifier);
     QCOMPARE(abas->currentIndex(), 0);
-    QCOMPARE(b->foco(), u"Vendedores"_s);
-    b->tecla(Qt::Key_Backtab, Qt::ControlModifier | Qt::ShiftModifier);
+    QCOMPARE(b->focus(), u"Vendedores"_s);
+    b->key(Qt::Key_Backtab, Qt::ControlModifier | Qt::ShiftModifier);
     QCOMPARE(abas->currentIndex(), 1);
 }
 
 void TstMetasTeclado::convention() {
-    b->abre();
+    b->open();
     for (const auto& nome : {u"Descricao"_s, u"Quantidade"_s}) {
-        b->caixa(nome)->setFocus();
-        b->digita(u"d'agua"_s);
-        QCOMPARE(b->caixa(nome)->text(), u"D´AGUA"_s);
-        b->caixa(nome)->clear();
+        b->box(nome)->setFocus();
+        b->type(u"d'agua"_s);
+        QCOMPARE(b->box(nome)->text(), u"D´AGUA"_s);
+        b->box(nome)->clear();
     }
 }
 
 void TstMetasTeclado::escapeClosesTheFormOnly() {
-    b->abre();
-    b->vaiParaAba(1);
-    b->tecla(Qt::Key_Escape);
-    QVERIFY(!b->tela()->isVisible());
+    b->open();
+    b->goToTab(1);
+    b->key(Qt::Key_Escape);
+    QVERIFY(!b->screen()->isVisible());
 }
 
 void TstMetasTeclado::escapeInADropDownClosesTheDropDown() {
-    b->abre();
-    QComboBox* lista = b->lista(u"Vendedores"_s);
-    b->tecla(Qt::Key_F4);
+    b->open();
+    QComboBox* lista = b->list(u"Vendedores"_s);
+    b->key(Qt::Key_F4);
     QVERIFY(lista->view()->isVisible());
     QTest::keyClick(lista->view(), Qt::Key_Escape);
-    b->processa();
+    b->settle();
     QVERIFY(!lista->view()->isVisible());
-    QVERIFY(b->tela()->isVisible());
-    QCOMPARE(b->grade(u"Grid1"_s)->rows(), 1);
+    QVERIFY(b->screen()->isVisible());
+    QCOMPARE(b->grid(u"Grid1"_s)->rows(), 1);
 }
 
 void TstMetasTeclado::names() {
-    b->abre();
+    b->open();
     const QList<std::pair<QString, QString>> esperados{
         {u"Vendedores"_s, u"VENDEDOR(A)"_s},   {u"Descricao"_s, u"DESCRIÇÃO"_s},
         {u"Quantidade"_s, u"QUANTIDADE"_s},    {u"TextGrid"_s, u"QUANTIDADE"_s},
@@ -186,7 +186,7 @@ void TstMetasTeclado::names() {
         {u"Frame1"_s, u"CONFIGURA METAS"_s},   {u"Frame2"_s, u"CONSULTA METAS"_s},
         {u"SSTab1"_s, u"Metas de vendas"_s}};
     for (const auto& [nome, acessivel] : esperados)
-        QCOMPARE(b->controle(nome)->accessibleName(), acessivel);
+        QCOMPARE(b->control(nome)->accessibleName(), acessivel);
     // Those without a name of their own are called by what they say.
     const QList<std::pair<QString, QString>> pelaLegenda{
         {u"Command1"_s, u"Adicionar"_s},
@@ -195,13 +195,13 @@ void TstMetasTeclado::names() {
         {u"Label4"_s, u"CLIQUE NA COLUNA QUANTIDADE PARA ALTERAR O VALOR DESTE CAMPO."_s},
         {u"Label7"_s, u"AGUARDE..."_s}};
     for (const auto& [nome, legenda] : pelaLegenda) {
-        const QAccessibleInterface* acesso = QAccessible::queryAccessibleInterface(b->controle(nome));
+        const QAccessibleInterface* acesso = QAccessible::queryAccessibleInterface(b->control(nome));
         QVERIFY2(acesso, qPrintable(nome));
         QCOMPARE(acesso->text(QAccessible::Name), legenda);
     }
     // Each tab has a Label1 of its own.
-    QCOMPARE(b->controle(u"Frame1"_s)->findChildren<QWidget*>(u"Label1"_s).size(), 1);
-    QCOMPARE(b->controle(u"Frame2"_s)->findChildren<QWidget*>(u"Label1"_s).size(), 1);
+    QCOMPARE(b->control(u"Frame1"_s)->findChildren<QWidget*>(u"Label1"_s).size(), 1);
+    QCOMPARE(b->control(u"Frame2"_s)->findChildren<QWidget*>(u"Label1"_s).size(), 1);
 }
 
 void TstMetasTeclado::openedFromThePanel() {
@@ -212,13 +212,13 @@ void TstMetasTeclado::openedFromThePanel() {
     ModalHelper janelas;
     bool modal = false;
     QString titulo;
-    janelas.aoAbrir([&](QWidget* tela) {
+    janelas.onOpen([&](QWidget* tela) {
         modal = tela->isModal();
         titulo = tela->windowTitle();
         QTest::keyClick(tela->focusWidget(), Qt::Key_Escape);
     });
     QTest::keyClick(&painel, Qt::Key_M, Qt::AltModifier);
-    QCOMPARE(janelas.confere(), QString());
+    QCOMPARE(janelas.problem(), QString());
     QVERIFY(modal);
     QCOMPARE(titulo, u" Metas de vendas"_s);
     QVERIFY(painel.isVisible());
@@ -229,11 +229,11 @@ void TstMetasTeclado::panelStaysWhenTheScreenCannotLoad() {
     QVERIFY(painel.Form_Load());
     painel.show();
     QVERIFY(QTest::qWaitForWindowActive(&painel));
-    b->servidor().executa(u"RENAME TABLE vendedores TO guardada"_s);
+    b->server().execute(u"RENAME TABLE vendedores TO guardada"_s);
     ModalHelper janelas;
-    janelas.esperaContendo(u"Erro em tempo de execução"_s, QMessageBox::Ok);
+    janelas.expectContaining(u"Erro em tempo de execução"_s, QMessageBox::Ok);
     painel.findChild<QAction*>(u"Metas"_s)->trigger();
-    QCOMPARE(janelas.confere(), QString());
+    QCOMPARE(janelas.problem(), QString());
     QVERIFY(painel.isVisible());
 }
 

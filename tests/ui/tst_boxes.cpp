@@ -12,7 +12,7 @@
 
 using namespace Qt::StringLiterals;
 using namespace tarvessa;
-using namespace tarvessa::teste;
+using namespace tarvessa::test;
 
 namespace {
 
@@ -50,15 +50,15 @@ class TstBoxes : public QObject {
 
 void TstBoxes::titleIconAndButtons() {
     ModalHelper caixas;
-    caixas.espera(u"Informação. Verifique!!!"_s, QMessageBox::Ok);
+    caixas.expect(u"Informação. Verifique!!!"_s, QMessageBox::Ok);
     boxes::inform(nullptr, u"Informação. Verifique!!!"_s);
-    caixas.espera(u"Cuidado."_s, QMessageBox::Ok);
+    caixas.expect(u"Cuidado."_s, QMessageBox::Ok);
     boxes::exclaim(nullptr, u"Cuidado."_s);
-    caixas.espera(u"Confirma?"_s, QMessageBox::Yes);
+    caixas.expect(u"Confirma?"_s, QMessageBox::Yes);
     boxes::ask(nullptr, u"Confirma?"_s, QMessageBox::Question);
-    caixas.espera(u"Confirma mesmo?"_s, QMessageBox::No);
+    caixas.expect(u"Confirma mesmo?"_s, QMessageBox::No);
     boxes::ask(nullptr, u"Confirma mesmo?"_s, QMessageBox::Information);
-    QCOMPARE(caixas.confere(), QString());
+    QCOMPARE(caixas.problem(), QString());
 
     const QMessageBox::StandardButtons simENao = QMessageBox::Yes | QMessageBox::No;
     const QList<QPair<QMessageBox::Icon, QMessageBox::StandardButtons>> esperadas{
@@ -66,30 +66,30 @@ void TstBoxes::titleIconAndButtons() {
         {QMessageBox::Warning, QMessageBox::Ok},
         {QMessageBox::Question, simENao},
         {QMessageBox::Information, simENao}};
-    QCOMPARE(caixas.caixas().size(), esperadas.size());
+    QCOMPARE(caixas.boxes().size(), esperadas.size());
     for (qsizetype i = 0; i < esperadas.size(); ++i) {
-        QCOMPARE(caixas.caixas()[i].titulo, u"Atenção!!!"_s);
-        QCOMPARE(caixas.caixas()[i].icone, esperadas[i].first);
-        QCOMPARE(caixas.caixas()[i].botoes, esperadas[i].second);
+        QCOMPARE(caixas.boxes()[i].title, u"Atenção!!!"_s);
+        QCOMPARE(caixas.boxes()[i].icon, esperadas[i].first);
+        QCOMPARE(caixas.boxes()[i].buttons, esperadas[i].second);
     }
 }
 
 void TstBoxes::yesIsTrueAndNoIsFalse() {
     ModalHelper caixas;
-    caixas.espera(u"?"_s, QMessageBox::Yes);
+    caixas.expect(u"?"_s, QMessageBox::Yes);
     QVERIFY(boxes::ask(nullptr, u"?"_s, QMessageBox::Question));
-    caixas.espera(u"?"_s, QMessageBox::No);
+    caixas.expect(u"?"_s, QMessageBox::No);
     QVERIFY(!boxes::ask(nullptr, u"?"_s, QMessageBox::Question));
-    QCOMPARE(caixas.confere(), QString());
+    QCOMPARE(caixas.problem(), QString());
 }
 
 void TstBoxes::escapeMeansNo() {
     ModalHelper caixas;
-    caixas.espera(u"?"_s, QMessageBox::NoButton);
+    caixas.expect(u"?"_s, QMessageBox::NoButton);
     QVERIFY(!boxes::ask(nullptr, u"?"_s, QMessageBox::Question));
-    caixas.espera(u"!"_s, QMessageBox::NoButton);
+    caixas.expect(u"!"_s, QMessageBox::NoButton);
     boxes::inform(nullptr, u"!"_s);
-    QCOMPARE(caixas.confere(), QString());
+    QCOMPARE(caixas.problem(), QString());
 }
 
 void TstBoxes::closingTheBoxMeansNo() {

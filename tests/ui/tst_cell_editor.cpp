@@ -17,7 +17,7 @@
 
 using namespace Qt::StringLiterals;
 using namespace tarvessa;
-using namespace tarvessa::teste;
+using namespace tarvessa::test;
 
 namespace {
 
@@ -250,11 +250,11 @@ void TstCellEditor::messageBoxIsNoLeaving() {
     QSignalSpy saidas(m_form->editor, &CellEditor::left);
     m_form->editor->open(3, 1);
     ModalHelper caixas;
-    caixas.espera(u"Verifique!!!"_s, QMessageBox::Ok);
+    caixas.expect(u"Verifique!!!"_s, QMessageBox::Ok);
     boxes::inform(m_form.get(), u"Verifique!!!"_s);
-    caixas.espera(u"Confirma?"_s, QMessageBox::NoButton);
+    caixas.expect(u"Confirma?"_s, QMessageBox::NoButton);
     boxes::ask(nullptr, u"Confirma?"_s, QMessageBox::Question);
-    QCOMPARE(caixas.confere(), QString());
+    QCOMPARE(caixas.problem(), QString());
     QVERIFY(volta());
     QTRY_VERIFY(m_form->caixa->hasFocus());
     QCOMPARE(saidas.size(), 0);
@@ -270,12 +270,12 @@ void TstCellEditor::messageBoxShownOnLeavingDoesNotRepeatIt() {
         m_form->caixa->setFocus();
     });
     ModalHelper caixas;
-    caixas.espera(u"Verifique!!!"_s, QMessageBox::Ok);
+    caixas.expect(u"Verifique!!!"_s, QMessageBox::Ok);
     m_form->editor->open(3, 1);
     m_form->outro->setFocus();
     QVERIFY(volta());
     QCOMPARE(saidas, 1);
-    QCOMPARE(caixas.confere(), QString());
+    QCOMPARE(caixas.problem(), QString());
     QTRY_VERIFY(m_form->caixa->hasFocus());
 }
 

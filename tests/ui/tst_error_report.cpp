@@ -6,7 +6,7 @@
 
 using namespace Qt::StringLiterals;
 using namespace tarvessa;
-using namespace tarvessa::teste;
+using namespace tarvessa::test;
 
 /// What the operator reads of a run-time error.
 class TstErrorReport : public QObject {
@@ -23,26 +23,26 @@ class TstErrorReport : public QObject {
     void errorIsAnException();
 
   private:
-    static ModalHelper::Caixa mostrado(const RuntimeError& erro) {
+    static ModalHelper::Box mostrado(const RuntimeError& erro) {
         ModalHelper caixas;
-        caixas.esperaContendo(erro.text(), QMessageBox::Ok);
+        caixas.expectContaining(erro.text(), QMessageBox::Ok);
         QWidget form;
         form.show();
         showErrorReport(&form, erro);
-        return caixas.confere().isEmpty() && caixas.caixas().size() == 1
-                   ? caixas.caixas()[0]
-                   : ModalHelper::Caixa{caixas.confere(), QMessageBox::NoIcon, {}, {}, {}, {}};
+        return caixas.problem().isEmpty() && caixas.boxes().size() == 1
+                   ? caixas.boxes()[0]
+                   : ModalHelper::Box{caixas.problem(), QMessageBox::NoIcon, {}, {}, {}, {}};
     }
 };
 
 void TstErrorReport::numberAndTextAreShown() {
     const auto caixa = mostrado(RuntimeError(1146, u"Table 'x.<b>nenhuma</b>' doesn't exist"_s, u"42S02"_s,
                                              u"SELECT * FROM nenhuma"_s));
-    QCOMPARE(caixa.titulo, u"Erro de execução"_s);
-    QCOMPARE(caixa.icone, QMessageBox::Critical);
-    QCOMPARE(caixa.texto, u"Erro em tempo de execução 1146:\n\nTable 'x.<b>nenhuma</b>' doesn't exist"_s);
-    QCOMPARE(caixa.informativo, u"A operação foi interrompida; o que já foi executado permanece gravado."_s);
-    QCOMPARE(caixa.botoes, QMessageBox::StandardButtons(QMessageBox::Ok));
+    QCOMPARE(caixa.title, u"Erro de execução"_s);
+    QCOMPARE(caixa.icon, QMessageBox::Critical);
+    QCOMPARE(caixa.text, u"Erro em tempo de execução 1146:\n\nTable 'x.<b>nenhuma</b>' doesn't exist"_s);
+    QCOMPARE(caixa.informative, u"A operação foi interrompida; o que já foi executado permanece gravado."_s);
+    QCOMPARE(caixa.buttons, QMessageBox::StandardButtons(QMessageBox::Ok));
 }
 
 void TstErrorReport::stateAndStatementAreUnderDetails_data() {
@@ -59,13 +59,13 @@ void TstErrorReport::stateAndStatementAreUnderDetails() {
     QFETCH(QString, estado);
     QFETCH(QString, comando);
     QFETCH(QString, detalhes);
-    QCOMPARE(mostrado(RuntimeError(1, u"erro"_s, estado, comando)).detalhes, detalhes);
+    QCOMPARE(mostrado(RuntimeError(1, u"erro"_s, estado, comando)).details, detalhes);
 }
 
 void TstErrorReport::ownErrorHasNoDetails() {
     const auto caixa = mostrado(RuntimeError(ErrorNumber::DivisionByZero, u"Divisão por zero."_s));
-    QCOMPARE(caixa.texto, u"Erro em tempo de execução 11:\n\nDivisão por zero."_s);
-    QCOMPARE(caixa.detalhes, QString());
+    QCOMPARE(caixa.text, u"Erro em tempo de execução 11:\n\nDivisão por zero."_s);
+    QCOMPARE(caixa.details, QString());
 }
 
 void TstErrorReport::lostConnectionAsksForANewStart_data() {
@@ -81,16 +81,16 @@ void TstErrorReport::lostConnectionAsksForANewStart() {
     QFETCH(int, numeroDoErro);
     QFETCH(QString, estado);
     QCOMPARE(
-        mostrado(RuntimeError(numeroDoErro, u"perdida"_s, estado, u"SELECT 1"_s)).informativo,
+        mostrado(RuntimeError(numeroDoErro, u"perdida"_s, estado, u"SELECT 1"_s)).informative,
         u"A operação foi interrompida; o que já foi executado permanece gravado. A conexão com o banco de "
         "dados foi perdida: feche o programa e inicie-o novamente."_s);
 }
 
 void TstErrorReport::escapeClosesIt() {
     ModalHelper caixas;
-    caixas.esperaContendo(u"erro"_s, QMessageBox::NoButton);
+    caixas.expectContaining(u"erro"_s, QMessageBox::NoButton);
     showErrorReport(nullptr, RuntimeError(1, u"erro"_s, u"HY000"_s, u"SELECT 1"_s));
-    QCOMPARE(caixas.confere(), QString());
+    QCOMPARE(caixas.problem(), QString());
 }
 
 void TstErrorReport::errorIsAnException() {

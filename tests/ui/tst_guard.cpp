@@ -10,7 +10,7 @@
 
 using namespace Qt::StringLiterals;
 using namespace tarvessa;
-using namespace tarvessa::teste;
+using namespace tarvessa::test;
 
 /// Handlers run through the guard.
 class TstGuard : public QObject {
@@ -57,12 +57,12 @@ void TstGuard::handlerThatEndsWellShowsNothing() {
     m_form->botao->click();
     m_form->botao->click();
     QCOMPARE(vezes, 2);
-    QVERIFY(caixas.caixas().isEmpty());
+    QVERIFY(caixas.boxes().isEmpty());
 }
 
 void TstGuard::errorEndsTheHandlerAndIsReportedOnce() {
     ModalHelper caixas;
-    caixas.espera(u"Erro em tempo de execução 11:\n\nDivisão por zero."_s, QMessageBox::Ok);
+    caixas.expect(u"Erro em tempo de execução 11:\n\nDivisão por zero."_s, QMessageBox::Ok);
     QStringList passos;
     onSignal(m_form->botao, &QPushButton::clicked, m_form.get(), [&](bool) {
         passos += u"antes"_s;
@@ -71,13 +71,13 @@ void TstGuard::errorEndsTheHandlerAndIsReportedOnce() {
     });
     m_form->botao->click();
     QCOMPARE(passos, QStringList{u"antes"_s});
-    QCOMPARE(caixas.confere(), QString());
-    QCOMPARE(caixas.caixas().size(), 1);
+    QCOMPARE(caixas.problem(), QString());
+    QCOMPARE(caixas.boxes().size(), 1);
 }
 
 void TstGuard::formStaysUsableAfterAnError() {
     ModalHelper caixas;
-    caixas.esperaContendo(u"Divisão por zero."_s, QMessageBox::Ok);
+    caixas.expectContaining(u"Divisão por zero."_s, QMessageBox::Ok);
     int vezes = 0;
     onSignal(m_form->botao, &QPushButton::clicked, m_form.get(), [&](bool) {
         if (++vezes == 1)
@@ -86,7 +86,7 @@ void TstGuard::formStaysUsableAfterAnError() {
     QTest::mouseClick(m_form->botao, Qt::LeftButton);
     QTest::mouseClick(m_form->botao, Qt::LeftButton);
     QCOMPARE(vezes, 2);
-    QCOMPARE(caixas.confere(), QString());
+    QCOMPARE(caixas.problem(), QString());
     QVERIFY(m_form->isVisible());
     QVERIFY(m_form->isEnabled());
 }
@@ -111,7 +111,7 @@ void TstGuard::handlerGoesWithItsForm() {
 
 void TstGuard::errorInsideANestedHandlerIsReportedThere() {
     ModalHelper caixas;
-    caixas.esperaContendo(u"Divisão por zero."_s, QMessageBox::Ok);
+    caixas.expectContaining(u"Divisão por zero."_s, QMessageBox::Ok);
     QStringList passos;
     onSignal(m_form->campo, &QLineEdit::textChanged, m_form.get(), [](const QString&) { falha(); });
     onSignal(m_form->botao, &QPushButton::clicked, m_form.get(), [&](bool) {
@@ -120,18 +120,18 @@ void TstGuard::errorInsideANestedHandlerIsReportedThere() {
     });
     m_form->botao->click();
     QCOMPARE(passos, QStringList{u"depois"_s});
-    QCOMPARE(caixas.confere(), QString());
+    QCOMPARE(caixas.problem(), QString());
 }
 
 void TstGuard::otherExceptionsPass() {
     ModalHelper caixas;
     QVERIFY_THROWS_EXCEPTION(std::logic_error, guarded(m_form.get(), [] { throw std::logic_error("x"); }));
-    QCOMPARE(caixas.confere(), QString());
+    QCOMPARE(caixas.problem(), QString());
 }
 
 void TstGuard::whatTheHandlerHeldIsReleased() {
     ModalHelper caixas;
-    caixas.esperaContendo(u"Divisão por zero."_s, QMessageBox::Ok);
+    caixas.expectContaining(u"Divisão por zero."_s, QMessageBox::Ok);
     bool ocupado = false;
     guarded(m_form.get(), [&] {
         const BusyPointer espera;
@@ -140,7 +140,7 @@ void TstGuard::whatTheHandlerHeldIsReleased() {
     });
     QVERIFY(ocupado);
     QVERIFY(!QApplication::overrideCursor());
-    QCOMPARE(caixas.confere(), QString());
+    QCOMPARE(caixas.problem(), QString());
 }
 
 QTEST_MAIN(TstGuard)

@@ -1,4 +1,4 @@
-#include "targets/MundoSorteado.h"
+#include "targets/DrawnTargets.h"
 
 #include "support/PrivateServer.h"
 
@@ -6,7 +6,7 @@
 
 using namespace Qt::StringLiterals;
 
-namespace tarvessa::teste {
+namespace tarvessa::test {
 
 namespace {
 
@@ -56,7 +56,7 @@ QString percentual(qint64 parte, qint64 todo) {
 
 } // namespace
 
-MundoSorteado::Conta& MundoSorteado::Conta::operator+=(const Conta& b) {
+DrawnTargets::Conta& DrawnTargets::Conta::operator+=(const Conta& b) {
     meta += b.meta;
     vendido += b.vendido;
     total += b.total;
@@ -64,25 +64,25 @@ MundoSorteado::Conta& MundoSorteado::Conta::operator+=(const Conta& b) {
     return *this;
 }
 
-MundoSorteado::MundoSorteado(PrivateServer& servidor) {
+DrawnTargets::DrawnTargets(PrivateServer& servidor) {
     QStringList linhas;
     for (int p = 0; p < produtos; ++p)
         linhas.append(u"('%1', '%2', 'S')"_s.arg(codigo(p), descricao(p)));
-    servidor.executa(u"INSERT INTO produtos (codfabr, descricao, ativo) VALUES "_s + linhas.join(u','));
+    servidor.execute(u"INSERT INTO produtos (codfabr, descricao, ativo) VALUES "_s + linhas.join(u','));
     sorteiaMetas(servidor);
     sorteiaVendas(servidor);
     sorteiaDevolucoes(servidor);
 }
 
-QString MundoSorteado::codigo(int produto) {
+QString DrawnTargets::codigo(int produto) {
     return u"K%1"_s.arg(produto, 3, 10, QChar(u'0'));
 }
 
-QString MundoSorteado::descricao(int produto) {
+QString DrawnTargets::descricao(int produto) {
     return u"ITEM %1"_s.arg(produto);
 }
 
-QStringList MundoSorteado::celulas(const QString& codigo, const QString& descricao, const Conta& conta) {
+QStringList DrawnTargets::celulas(const QString& codigo, const QString& descricao, const Conta& conta) {
     const bool vendeu = conta.vendido > 0;
     return {codigo,
             descricao,
@@ -95,7 +95,7 @@ QStringList MundoSorteado::celulas(const QString& codigo, const QString& descric
 }
 
 // Two thirds of all pairs have a target.
-void MundoSorteado::sorteiaMetas(PrivateServer& servidor) {
+void DrawnTargets::sorteiaMetas(PrivateServer& servidor) {
     QRandomGenerator sorte(semente);
     QStringList linhas;
     for (int v = 1; v <= vendedores; ++v)
@@ -106,11 +106,11 @@ void MundoSorteado::sorteiaMetas(PrivateServer& servidor) {
             m_contas[{v, p}].meta = meta;
             linhas.append(u"(%1, '%2', %3)"_s.arg(v).arg(codigo(p), decimal(meta, 3)));
         }
-    servidor.executa(u"INSERT INTO metavendedoritem (CodVendedor, CodigoProduto, Quantidade) VALUES "_s +
+    servidor.execute(u"INSERT INTO metavendedoritem (CodVendedor, CodigoProduto, Quantidade) VALUES "_s +
                      linhas.join(u','));
 }
 
-void MundoSorteado::sorteiaVendas(PrivateServer& servidor) {
+void DrawnTargets::sorteiaVendas(PrivateServer& servidor) {
     QRandomGenerator sorte(semente + 1);
     QStringList notas;
     QStringList itens;
@@ -132,13 +132,13 @@ void MundoSorteado::sorteiaVendas(PrivateServer& servidor) {
             conta->second.total += total;
         }
     }
-    servidor.executa(u"INSERT INTO nfsaida (nrnf, SerieNF, CodVendedor) VALUES "_s + notas.join(u','));
-    servidor.executa(u"INSERT INTO movsaient (nr_nf, serienf, dataemissao, entrsai, cancelado, codigo, "
+    servidor.execute(u"INSERT INTO nfsaida (nrnf, SerieNF, CodVendedor) VALUES "_s + notas.join(u','));
+    servidor.execute(u"INSERT INTO movsaient (nr_nf, serienf, dataemissao, entrsai, cancelado, codigo, "
                      "descricao, quantunit, totalvenda) VALUES "_s +
                      itens.join(u','));
 }
 
-void MundoSorteado::sorteiaDevolucoes(PrivateServer& servidor) {
+void DrawnTargets::sorteiaDevolucoes(PrivateServer& servidor) {
     QRandomGenerator sorte(semente + 2);
     QStringList linhas;
     for (int i = 0; i < quantasDevolucoes; ++i) {
@@ -153,9 +153,9 @@ void MundoSorteado::sorteiaDevolucoes(PrivateServer& servidor) {
         if (dia.noPeriodo && baixada && conta != m_contas.end())
             conta->second.devolvido += devolvido;
     }
-    servidor.executa(u"INSERT INTO Orcamento_Troca (codigo, Vendedor, quantidade, situacaoorc, databaixa) "
+    servidor.execute(u"INSERT INTO Orcamento_Troca (codigo, Vendedor, quantidade, situacaoorc, databaixa) "
                      "VALUES "_s +
                      linhas.join(u','));
 }
 
-} // namespace tarvessa::teste
+} // namespace tarvessa::test

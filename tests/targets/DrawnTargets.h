@@ -5,13 +5,13 @@
 #include <map>
 #include <utility>
 
-namespace tarvessa::teste {
+namespace tarvessa::test {
 
 class PrivateServer;
 
 /// A drawn lot of targets, invoices and returns, and what of them counts from 01/03/2024 to 15/03/2024, added
 /// up here and not by the database. Quantities are in thousandths, money in hundredths.
-class MundoSorteado {
+class DrawnTargets {
   public:
     struct Conta {
         qint64 meta = 0;
@@ -25,7 +25,7 @@ class MundoSorteado {
     static constexpr int produtos = 40;
 
     /// Draws the rows and writes them. Raises TestError.
-    explicit MundoSorteado(PrivateServer& servidor);
+    explicit DrawnTargets(PrivateServer& servidor);
 
     static QString codigo(int produto);
     static QString descricao(int produto);
@@ -44,4 +44,4 @@ class MundoSorteado {
     std::map<std::pair<int, int>, Conta> m_contas;
 };
 
-} // namespace tarvessa::teste
+} // namespace tarvessa::test

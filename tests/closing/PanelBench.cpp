@@ -1,0 +1,68 @@
+#include "closing/PanelBench.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+namespace tarvessa::test {
+
+namespace mensagens {
+const QString nadaSelecionado = u"Não há Pré-Venda selecionada. Verifique!!!"_s;
+const QString lembrete = u"Lembrando que os pedidos de cliente com CPF serão cancelados."_s;
+const QString comErros =
+    u"Processo encerrado com alguns pedidos com erro de processamento. Na sequência será "
+    "aberto um arquivo com as mensagens de erros."_s;
+const QString sucesso = u"Processamento efetuado com sucesso."_s;
+const QString semRegistro = u"Não há registro de venda. Verifique!!!"_s;
+const QString semConexao = u"Não foi possível conectar ao banco de dados. Verifique!!!"_s;
+const QString erroDeExecucao = u"Erro em tempo de execução"_s;
+const QString inicieNovamente = u"feche o programa e inicie-o novamente"_s;
+} // namespace mensagens
+
+PanelBench::PanelBench() : m_previousPath(qgetenv("PATH")) {
+    qputenv("PATH", QFile::encodeName(commandsFolder()));
+}
+
+PanelBench::~PanelBench() {
+    close();
+    qputenv("PATH", m_previousPath);
+}
+
+void PanelBench::reset() {
+    Bench::reset();
+    QDir(commandsFolder()).removeRecursively();
+    QDir().mkpath(commandsFolder());
+}
+
+bool PanelBench::open(const QSize& atLeast) {
+    close();
+    take(std::make_unique<PainelFechamento>());
+    if (!panel()->Form_Load())
+        return false;
+    if (!show(atLeast))
+        qWarning("the panel's window did not become active");
+    mark();
+    return true;
+}
+
+QRect PanelBench::cellPlace(int row, int column) const {
+    QRect place = grid()->cellRect(row, column);
+    place.moveTopLeft(grid()->mapTo(editor()->parentWidget(), place.topLeft()));
+    return place;
+}
+
+QByteArray PanelBench::log() const {
+    QFile file(logPath());
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+QByteArray PanelBench::logWith(const QStringList& lines) {
+    QByteArray bytes = "LOG DE FECHAMENTO:\r\n------------------\r\n\r\n";
+    for (const QString& line : lines)
+        bytes += line.toUtf8() + "\r\n";
+    return bytes;
+}
+
+} // namespace tarvessa::test
