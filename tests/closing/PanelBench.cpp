@@ -36,12 +36,12 @@ void PanelBench::reset() {
     QDir().mkpath(commandsFolder());
 }
 
-bool PanelBench::open(const QSize& atLeast) {
+bool PanelBench::open(const QSize& minimumSize) {
     close();
     take(std::make_unique<PainelFechamento>());
     if (!panel()->Form_Load())
         return false;
-    if (!show(atLeast))
+    if (!show(minimumSize))
         qWarning("the panel's window did not become active");
     mark();
     return true;

@@ -37,7 +37,7 @@ class PanelBench : public Bench {
 
     /// Starts the program up as main() does. True when Form_Load said so; the panel is then shown and active,
     /// and the statements begin after that. It is made at least that large.
-    bool open(const QSize& atLeast = {});
+    bool open(const QSize& minimumSize = {});
 
     /// Wide enough for all columns, whatever the screen.
     static constexpr QSize wide{1060, 660};

@@ -121,7 +121,7 @@ class TstVisualiza : public QObject {
             QVERIFY(grade->hasFocus());
             QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
         });
-        m.doubleClick(1, colunas::Cliente);
+        m.clickTwice(1, colunas::Cliente);
         QVERIFY(vista);
         QCOMPARE(janelas.problem(), QString());
         QVERIFY(m.panel()->isVisible());
@@ -141,7 +141,7 @@ class TstVisualiza : public QObject {
         prepara();
         ModalHelper janelas;
         janelas.onOpen([](QWidget* tela) { QTest::keyClick(tela, Qt::Key_Escape); });
-        m.doubleClick(1, coluna);
+        m.clickTwice(1, coluna);
         QCOMPARE(janelas.problem(), QString());
         QVERIFY(m.grid()->isTicked(1));
         QVERIFY(!m.editor()->isVisible());
@@ -188,21 +188,21 @@ class TstVisualiza : public QObject {
     void editedColumnsTakeTwoClicks() {
         prepara();
         ModalHelper janelas; // nothing is announced, so nothing may open
-        m.doubleClick(1, colunas::Selecao);
+        m.clickTwice(1, colunas::Selecao);
         QVERIFY(m.grid()->isTicked(1));
         m.click(1, colunas::Selecao);
         QVERIFY(!m.grid()->isTicked(1));
-        m.doubleClick(1, colunas::Selecao);
+        m.clickTwice(1, colunas::Selecao);
         QVERIFY(!m.grid()->isTicked(1));
         QCOMPARE(m.texts(), QStringList());
 
-        m.doubleClick(1, colunas::DiasVenc);
+        m.clickTwice(1, colunas::DiasVenc);
         QVERIFY(m.editor()->hasFocus());
         QCOMPARE(m.editor()->text(), u"28"_s);
         QCOMPARE(m.texts(), QStringList());
         m.key(Qt::Key_Return);
 
-        m.doubleClick(1, colunas::FormaPagto);
+        m.clickTwice(1, colunas::FormaPagto);
         QVERIFY(m.methods()->isVisible());
         m.methods()->hidePopup();
         QCOMPARE(janelas.problem(), QString());
@@ -213,7 +213,7 @@ class TstVisualiza : public QObject {
         m.server().execute(u"UPDATE orcamento SET nrpedido = 8"_s);
         ModalHelper caixas;
         caixas.expect(u"O pedido não foi encontrado no banco de dados. Verifique!!!"_s, QMessageBox::Ok);
-        m.doubleClick(1, colunas::Pedido);
+        m.clickTwice(1, colunas::Pedido);
         QCOMPARE(caixas.problem(), QString());
     }
 
@@ -229,7 +229,7 @@ class TstVisualiza : public QObject {
             QCOMPARE(campo(tela, "Total"), u"0,00"_s);
             QTest::keyClick(tela, Qt::Key_Escape);
         });
-        m.doubleClick(1, colunas::Pedido);
+        m.clickTwice(1, colunas::Pedido);
         QCOMPARE(janelas.problem(), QString());
     }
 
@@ -238,7 +238,7 @@ class TstVisualiza : public QObject {
         QVERIFY(AbreRS(u"SELECT 1 AS um UNION SELECT 2"_s));
         ModalHelper janelas;
         janelas.onOpen([](QWidget* tela) { QTest::keyClick(tela, Qt::Key_Escape); });
-        m.doubleClick(1, colunas::Pedido);
+        m.clickTwice(1, colunas::Pedido);
         QCOMPARE(rs.field(u"um").text(), u"1"_s);
         rs.moveNext();
         QCOMPARE(rs.field(u"um").text(), u"2"_s);
@@ -268,7 +268,7 @@ class TstVisualiza : public QObject {
             QVERIFY(tela->height() <= tela->screen()->availableSize().height());
             QTest::keyClick(tela, Qt::Key_Escape);
         });
-        m.doubleClick(1, colunas::Pedido);
+        m.clickTwice(1, colunas::Pedido);
         QCOMPARE(janelas.problem(), QString());
     }
 };

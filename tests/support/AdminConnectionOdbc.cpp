@@ -30,13 +30,13 @@ QString firstDiagnostic(SQLSMALLINT kind, SQLHANDLE handle) {
 /// The end of the quoted text or comment that begins at `start`; `start` itself where none begins.
 qsizetype endOfQuoted(const QString& sql, qsizetype start) {
     const QChar c = sql[start];
-    const auto upTo = [&](const QString& mark) {
+    const auto until = [&](const QString& mark) {
         const qsizetype found = sql.indexOf(mark, start + 1);
         return found < 0 ? sql.size() : found + mark.size();
     };
     if (c == u'#' || QStringView(sql).mid(start).startsWith(u"-- ") ||
         QStringView(sql).mid(start).startsWith(u"--\n")) {
-        return upTo(QStringLiteral("\n"));
+        return until(QStringLiteral("\n"));
     }
     if (c != u'\'' && c != u'"' && c != u'`') {
         return start;

@@ -74,10 +74,10 @@ void Bench::take(std::unique_ptr<QWidget> screen) {
     setWindow(m_screen.get());
 }
 
-bool Bench::show(const QSize& atLeast) {
+bool Bench::show(const QSize& minimumSize) {
     // The screen of a test may be narrower than any real one, and the form opens within it.
-    if (atLeast.isValid())
-        m_screen->resize(m_screen->size().expandedTo(atLeast));
+    if (minimumSize.isValid())
+        m_screen->resize(m_screen->size().expandedTo(minimumSize));
     return showActive(m_screen.get());
 }
 

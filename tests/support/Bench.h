@@ -44,7 +44,7 @@ class Bench : public Hands {
     /// Takes the screen without showing it.
     void take(std::unique_ptr<QWidget> screen);
     /// Shows the screen at least that large and gives it the focus; false when it does not get it.
-    bool show(const QSize& atLeast = {});
+    bool show(const QSize& minimumSize = {});
 
     /// Ends the screen and the program's connection.
     void close();

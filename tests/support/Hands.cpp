@@ -46,7 +46,7 @@ void Hands::click(Grid* grid, int row, int column) const {
     settle();
 }
 
-void Hands::doubleClick(Grid* grid, int row, int column) const {
+void Hands::clickTwice(Grid* grid, int row, int column) const {
     const QPoint point = grid->mapTo(grid->window(), place(grid, row, column));
     QTest::mouseDClick(grid->window()->windowHandle(), Qt::LeftButton, {}, point);
     settle();

@@ -50,8 +50,8 @@ class Hands {
     void click(Grid* grid, int row, int column) const;
     void click(int row, int column) const { click(grid(), row, column); }
     void click(const QString& grid, int row, int column) const { click(this->grid(grid), row, column); }
-    void doubleClick(Grid* grid, int row, int column) const;
-    void doubleClick(int row, int column) const { doubleClick(grid(), row, column); }
+    void clickTwice(Grid* grid, int row, int column) const;
+    void clickTwice(int row, int column) const { clickTwice(grid(), row, column); }
 
     /// A click on a button; a disabled one fails the test.
     void press(const QString& button) const;
