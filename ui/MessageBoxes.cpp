@@ -41,10 +41,17 @@ void scrollLongText(QMessageBox& box) {
 
 int show(QWidget* parent, const QString& text, QMessageBox::Icon icon, QMessageBox::StandardButtons buttons,
          const QString& title = usualTitle) {
-    QMessageBox box(icon, title, text, buttons, parent);
-    box.setTextFormat(Qt::PlainText);
-    scrollLongText(box);
-    return box.exec();
+    int answer = QMessageBox::NoButton;
+    {
+        QMessageBox box(icon, title, text, buttons, parent);
+        box.setTextFormat(Qt::PlainText);
+        scrollLongText(box);
+        answer = box.exec();
+    }
+    // What follows may keep the program busy for long: the place where the box was is painted before.
+    if (parent)
+        parent->window()->repaint();
+    return answer;
 }
 
 } // namespace

@@ -119,6 +119,10 @@ void Grid::setRows(int rows) {
     m_model->resize(rows - 1);
 }
 
+void Grid::removeRow(int row) {
+    m_model->remove(row - 1);
+}
+
 void Grid::addItem(const QString& tabbed) {
     m_model->append(tabbed.split(u'\t'));
 }

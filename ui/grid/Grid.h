@@ -43,6 +43,9 @@ class Grid : public QTableView {
     /// Cuts or adds rows at the end; 1 leaves the header alone.
     void setRows(int rows);
 
+    /// Takes out one data row; those below move up.
+    void removeRow(int row);
+
     /// Adds a row given as one text, cells separated by tabs.
     void addItem(const QString& tabbed);
 

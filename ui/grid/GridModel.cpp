@@ -120,6 +120,13 @@ void GridModel::resize(int rows) {
         append({});
 }
 
+void GridModel::remove(int row) {
+    beginRemoveRows({}, row, row);
+    m_rows.erase(m_rows.begin() + row);
+    --m_shownRows;
+    endRemoveRows();
+}
+
 void GridModel::append(std::span<const QString> cells) {
     if (!m_filling)
         beginInsertRows({}, m_shownRows, m_shownRows);

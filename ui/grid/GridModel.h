@@ -41,6 +41,9 @@ class GridModel : public QAbstractTableModel {
     /// Cuts or adds empty rows at the end.
     void resize(int rows);
 
+    /// Takes out one row; not during a fill.
+    void remove(int row);
+
     /// Adds a row of these cell texts; missing ones are empty, surplus ones are dropped.
     void append(std::span<const QString> cells);
 
