@@ -31,6 +31,10 @@ RuntimeError::RuntimeError(int number, const QString& text, const QString& sqlSt
     : m_number(number), m_text(text), m_sqlState(sqlState), m_statement(statement), m_utf8(text.toUtf8()) {
 }
 
+RuntimeError RuntimeError::about(const QString& subject) const {
+    return {m_number, subject + u": "_s + m_text, m_sqlState, m_statement};
+}
+
 bool RuntimeError::isConnectionLost() const {
     return m_sqlState.startsWith("08"_L1) || m_number == static_cast<int>(ErrorNumber::ConnectionClosed) ||
            std::find(connectionLost.begin(), connectionLost.end(), m_number) != connectionLost.end();

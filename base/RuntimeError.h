@@ -37,6 +37,9 @@ class RuntimeError : public std::exception {
     const QString& sqlState() const { return m_sqlState; }
     const QString& statement() const { return m_statement; }
 
+    /// The same error, its text led by what the program was working on ("Pré-venda 0001234").
+    RuntimeError about(const QString& subject) const;
+
     /// True when the connection to the database is gone: only a new start of the program helps.
     bool isConnectionLost() const;
 
