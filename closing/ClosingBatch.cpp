@@ -5,6 +5,7 @@
 #include "base/RuntimeError.h"
 #include "closing/ClosingChecks.h"
 #include "closing/ClosingLog.h"
+#include "closing/ClosingSettings.h"
 #include "core/AcessoDados.h"
 
 using namespace Qt::StringLiterals;
@@ -13,28 +14,33 @@ namespace tarvessa {
 
 namespace {
 
-QDate dueDate(Dinheiro days) {
-    constexpr int lastYear = 9999;
-    const QDate date = Hoje().addDays(days.inteiro());
-    if (!date.isValid() || date.year() > lastYear)
-        throw RuntimeError(ErrorNumber::Overflow,
-                           u"Estouro: o prazo de %1 dias é grande demais."_s.arg(days.inteiro()));
-    return date;
-}
+const QString interrupted = u" - FECHAMENTO INTERROMPIDO POR ERRO. CONFIRA ESTOQUE E FINANCEIRO."_s;
 
 } // namespace
 
 void ClosingBatch::process(const ListedPv& pv) {
+    try {
+        decide(pv);
+    } catch (const RuntimeError& error) {
+        m_log.refuse(pv.pedido, interrupted);
+        throw error.about(u"Pré-venda %1"_s.arg(pv.pedido));
+    }
+}
+
+void ClosingBatch::decide(const ListedPv& pv) {
+    if (!isQuotable(pv.codigoCli)) {
+        refuse(pv, u" - CÓDIGO DE CLIENTE INVÁLIDO."_s);
+        return;
+    }
     const std::optional<QString> document = documentDigits(pv.codigoCli);
     if (document && isPrivatePerson(*document)) {
         cancel(pv);
         return;
     }
-    const qint32 number = ValorInteiro(pv.pedido);
-    if (!pv.selected || m_history.closed.contains(number))
+    if (!pv.selected)
         return;
-    if (m_history.interrupted.contains(number)) {
-        refuse(pv, u" - FECHAMENTO INTERROMPIDO POR ERRO. CONFIRA ESTOQUE E FINANCEIRO."_s);
+    if (m_history.interrupted.contains(ValorInteiro(pv.pedido))) {
+        refuse(pv, interrupted);
         return;
     }
     // Without a customer record nobody could be charged; it is never taken for a private person.
@@ -43,22 +49,36 @@ void ClosingBatch::process(const ListedPv& pv) {
         return;
     }
     const bool payment = isPaymentValid(pv);
-    const bool stock = isStockSufficient(pv.pedido);
-    if (payment && stock) {
-        closePv(
-            {number, pv.formaPagto, ValorNumerico(pv.total), dueDate(ValorNumerico(pv.diasVenc)), pv.cliente},
-            m_settings, m_history);
+    const StockCheck stock = checkStock(pv.pedido);
+    const std::optional<QDate> vencto = dueDate(pv.diasVenc);
+    const bool movable = stock.quotable || m_settings.pafEcf;
+    if (payment && stock.sufficient && vencto && movable) {
+        close(pv, *vencto);
         return;
     }
     if (!payment)
         refuse(pv, u" - FORMA DE PAGAMENTO INVÁLIDA."_s);
-    if (!stock)
+    if (!stock.sufficient)
         refuse(pv, u" - O PEDIDO NÃO POSSUI ESTOQUE DISPONÍVEL"_s);
+    if (!vencto)
+        refuse(pv, u" - PRAZO DE PAGAMENTO INVÁLIDO."_s);
+    if (!movable)
+        refuse(pv, u" - CÓDIGO DE PRODUTO INVÁLIDO."_s);
+}
+
+// The list may be older than what other programs and stations have done since.
+void ClosingBatch::close(const ListedPv& pv, QDate vencto) {
+    const QString objection = closePv(
+        {ValorInteiro(pv.pedido), pv.formaPagto, ValorNumerico(pv.total), vencto, pv.cliente}, m_settings,
+        m_history, [&](odbc::ResultSet& lines) { return objectionToLines(lines, pv, m_listedSince); });
+    if (!objection.isEmpty())
+        refuse(pv, objection);
 }
 
 void ClosingBatch::cancel(const ListedPv& pv) {
     Executa(u"Update Orcamento Set SituacaoOrc='X', databaixa='"_s + TextoSQL(Hoje()) +
             u"' Where nrpedido="_s + pv.pedido + u" And TipoOperacao='P'"_s);
+    m_history.settled.insert(ValorInteiro(pv.pedido));
     refuse(pv, u" - O PEDIDO É DE PESSOA FÍSICA E FOI CANCELADO"_s);
 }
 

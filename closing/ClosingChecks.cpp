@@ -1,6 +1,8 @@
 #include "closing/ClosingChecks.h"
 
+#include "base/Datas.h"
 #include "base/Numeros.h"
+#include "base/Textos.h"
 #include "core/AcessoDados.h"
 #include "core/Esquema.h"
 #include "core/Rotinas.h"
@@ -14,17 +16,32 @@ namespace {
 // A CNPJ has 14 digits, a CPF 11.
 constexpr qsizetype fewestCompanyDigits = 12;
 
-bool coversEveryProduct(odbc::ResultSet& products) {
+StockCheck checkProducts(odbc::ResultSet& products) {
+    const int codigo = products.column(esquema::orcamento::codigo);
     const int quantity = products.column(esquema::orcamento::quantidade);
     const int stock = products.column(u"estoque");
-    bool sufficient = true;
-    for (; !products.atEnd(); products.moveNext())
+    StockCheck result;
+    for (; !products.atEnd(); products.moveNext()) {
         if (products.field(quantity).decimal() > products.field(stock).decimal())
-            sufficient = false;
-    return sufficient;
+            result.sufficient = false;
+        const QString code = products.field(codigo).text();
+        if (!code.startsWith(esquema::notaDoPedido) && !isQuotable(code))
+            result.quotable = false;
+    }
+    return result;
+}
+
+// Compared as the database does, without regard to letter case and blanks at the end.
+bool isOpen(const odbc::Field& situacao) {
+    const QString state = SemBrancos(situacao.text());
+    return state.compare(u"A"_s, Qt::CaseInsensitive) == 0 || state.compare(u"C"_s, Qt::CaseInsensitive) == 0;
 }
 
 } // namespace
+
+bool isQuotable(const QString& code) {
+    return !code.contains(u'\'') && !code.contains(u'\\');
+}
 
 std::optional<QString> documentDigits(const QString& codigoCli) {
     TemRegistro = AbreRS(u"Select CNPJ_CPF From Clientes Where Codigo='"_s + codigoCli + u"'"_s);
@@ -46,14 +63,50 @@ bool isPaymentValid(const ListedPv& pv) {
     return *pv.avista ? !days.negativo() : days > Dinheiro();
 }
 
-bool isStockSufficient(const QString& pedido) {
+std::optional<QDate> dueDate(const QString& diasVenc) {
+    constexpr int lastYear = 9999;
+    constexpr qint64 longestTerm = 10'000'000;
+    const qint64 days = ValorNumerico(diasVenc).inteiro();
+    if (days > longestTerm || days < -longestTerm)
+        return {};
+    const QDate date = Hoje().addDays(days);
+    return date.isValid() && date.year() <= lastYear ? std::optional(date) : std::nullopt;
+}
+
+StockCheck checkStock(const QString& pedido) {
     TemRegistro = AbreRS(
         u"SELECT o.codigo, SUM(o.quantidade) as quantidade, ifnull(p.quantidade+p.quantidade2,0) AS estoque  "
         "FROM orcamento AS o left join produtos AS p ON o.codigo=p.codfabr WHERE Nrpedido="_s +
         pedido + u" AND tipoOperacao='P' GROUP BY codigo"_s);
-    const bool sufficient = coversEveryProduct(rs);
+    const StockCheck result = checkProducts(rs);
     rs.close();
-    return sufficient;
+    return result;
+}
+
+QString objectionToLines(odbc::ResultSet& lines, const ListedPv& pv, const QString& listedSince) {
+    const int situacao = lines.column(esquema::orcamento::situacao);
+    const int dataAbertura = lines.column(esquema::orcamento::dataAbertura);
+    const int totalPed = lines.column(esquema::orcamento::totalPed);
+    bool anyOpen = false;
+    bool anyOther = false;
+    Dinheiro total;
+    for (; !lines.atEnd(); lines.moveNext()) {
+        if (!isOpen(lines.field(situacao))) {
+            anyOther = true;
+            continue;
+        }
+        anyOpen = true;
+        if (lines.field(dataAbertura).text() >= listedSince)
+            total += lines.field(totalPed).decimal();
+    }
+    if (!anyOpen)
+        return u" - O PEDIDO JÁ FOI ENCERRADO OU CANCELADO."_s;
+    if (anyOther)
+        return u" - O PEDIDO TEM ITENS JÁ ENCERRADOS OU CANCELADOS. CONFIRA O NÚMERO DO PEDIDO."_s;
+    if (FormataDinheiro(total) != pv.total)
+        return u" - O TOTAL DO PEDIDO MUDOU. CARREGUE A LISTA NOVAMENTE."_s;
+    lines.moveFirst();
+    return {};
 }
 
 } // namespace tarvessa

@@ -2,7 +2,16 @@
 
 #include "closing/ListedPv.h"
 
+#include <QDate>
+
 namespace tarvessa {
+
+namespace odbc {
+class ResultSet;
+}
+
+/// False for a code that cannot stand in a quoted literal: nothing is escaped in a statement.
+bool isQuotable(const QString& code);
 
 /// The digits of the customer's tax number (`clientes`.`CNPJ_CPF`); nothing when there is no such customer.
 /// Goes through rs. Raises RuntimeError.
@@ -16,8 +25,22 @@ bool isPrivatePerson(const QString& documentDigits);
 /// is one whose name would break the statements of the closing.
 bool isPaymentValid(const ListedPv& pv);
 
-/// True when every product of the pre-sale is in stock, shop and second stock together. Goes through rs.
-/// Raises RuntimeError.
-bool isStockSufficient(const QString& pedido);
+/// Today plus the term; nothing when that lies beyond the calendar of the database.
+std::optional<QDate> dueDate(const QString& diasVenc);
+
+struct StockCheck {
+    /// Every product is in stock, shop and second stock together.
+    bool sufficient = true;
+    /// Every product has a code with which its stock can be moved.
+    bool quotable = true;
+};
+
+/// Looks at the products of the pre-sale and their stock. Goes through rs. Raises RuntimeError.
+StockCheck checkStock(const QString& pedido);
+
+/// Compares the lines of a pre-sale (all columns of `orcamento`) with its row in the list, which counted the
+/// open lines since `listedSince` ("YYYY-MM-DD"). Gives the reason not to close it, as the log takes it;
+/// empty when it may be closed. The lines are on their first row afterwards. Raises RuntimeError.
+QString objectionToLines(odbc::ResultSet& lines, const ListedPv& pv, const QString& listedSince);
 
 } // namespace tarvessa

@@ -1,6 +1,9 @@
 #pragma once
 
+#include "base/RuntimeError.h"
 #include "core/ArquivoLog.h"
+
+#include <optional>
 
 namespace tarvessa {
 
@@ -13,7 +16,8 @@ class ClosingLog {
 
     /// Notes why the pre-sale was not closed; `pedido` as the list shows it, the reason with its leading
     /// hyphen
-    /// (" - ..."). Raises RuntimeError when the line cannot be written.
+    /// (" - ..."). A line that cannot be written raises nothing, because no pre-sale may stay half closed for
+    /// the log's sake; `failure` tells it.
     void refuse(const QString& pedido, const QString& reason);
 
     void close() { m_file.fecha(); }
@@ -21,8 +25,14 @@ class ClosingLog {
     /// The full path of the file.
     QString path() const { return m_file.caminho(); }
 
+    /// The error of the first line that could not be written since `begin`, its text followed by all such
+    /// lines.
+    std::optional<RuntimeError> failure() const;
+
   private:
     ArquivoLog m_file;
+    std::optional<RuntimeError> m_firstFailure;
+    QStringList m_unwritten;
 };
 
 } // namespace tarvessa

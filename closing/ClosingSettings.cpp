@@ -1,5 +1,6 @@
 #include "closing/ClosingSettings.h"
 
+#include "base/RuntimeError.h"
 #include "core/AcessoDados.h"
 #include "core/Esquema.h"
 
@@ -14,7 +15,13 @@ ClosingSettings::ClosingSettings() {
 }
 
 ClosingSettings ClosingSettings::read() {
-    TemRegistro = AbreRS(u"Select ContaCTB1, PAF_ECF From Empresa"_s);
+    const QString query = u"Select ContaCTB1, PAF_ECF From Empresa"_s;
+    TemRegistro = AbreRS(query);
+    if (rs.atEnd())
+        throw RuntimeError(static_cast<int>(ErrorNumber::NoCurrentRecord),
+                           u"A tabela empresa não tem nenhum registro: não há contas para o financeiro nem "
+                           "configuração de estoque. Cadastre a empresa e tente novamente."_s,
+                           {}, query);
     ClosingSettings settings;
     settings.pafEcf = rs.field(esquema::empresa::pafEcf).text() == esquema::ligado;
     const QString accounts = rs.field(esquema::empresa::contaCtb1).text();

@@ -152,7 +152,7 @@ void PainelFechamento::Command5_Click() {
 }
 
 void PainelFechamento::Command6_Click() {
-    PromocaoPedidos(this, m_picSucesso).exec();
+    abrePromocao();
 }
 
 void PainelFechamento::Grid1_Click(int row, int column) {
@@ -170,6 +170,12 @@ void PainelFechamento::Grid1_DblClick(int row, int column) {
 
 void PainelFechamento::Metas_Click() {
     abreMetas();
+}
+
+// The listed totals are those before the promotion: nothing may be closed with them.
+void PainelFechamento::abrePromocao() {
+    if (PromocaoPedidos(this, m_picSucesso).exec() == QDialog::Accepted)
+        recarregaPvs();
 }
 
 void PainelFechamento::alternaSelecao() {

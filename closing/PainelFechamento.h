@@ -24,6 +24,7 @@ namespace tarvessa {
 
 class BatchProgress;
 class CellEditor;
+class ClosingBatch;
 class ReportControl;
 
 /// The main window: lists the sales documents of the last seven days, corrects their customers' terms, turns
@@ -35,8 +36,8 @@ class PainelFechamento : public QMainWindow {
     explicit PainelFechamento(QWidget* parent = nullptr);
     ~PainelFechamento() override;
 
-    /// Start-up: opens the database, lists, reads the settings. False when the database cannot be reached
-    /// (the operator has been told): the program must end.
+    /// Start-up: opens the database, shows the window, lists, reads the settings. False, and no window, when
+    /// the database cannot be reached (the operator has been told): the program must end.
     bool Form_Load();
 
     /// Empties the grid to the header row and applies the layout of the current listing mode.
@@ -67,7 +68,9 @@ class PainelFechamento : public QMainWindow {
     void carregaFormasDePagamento();
     void listaDavs();
     void listaPvs();
+    void recarregaPvs();
     void lista(Layout layout, const QString& query);
+    void showBeforeListing();
     void emptyList();
     void enableOperations();
 
@@ -85,6 +88,7 @@ class PainelFechamento : public QMainWindow {
     void Grid1_Click(int row, int column);
     void Grid1_DblClick(int row, int column);
     void Metas_Click();
+    void abrePromocao();
     void alternaSelecao();
     void actOnCell(int row, int column);
     void visualiza(int row);
@@ -114,6 +118,9 @@ class PainelFechamento : public QMainWindow {
 
     // Closing (PainelFechamentoEncerramento.cpp)
     void encerraPvs();
+    void loadWhatStartUpMissed();
+    void processListed(ClosingBatch& batch);
+    void removeSettled();
     ListedPv listedPv(int row) const;
 
     std::unique_ptr<Ui::PainelFechamento> ui;
@@ -123,6 +130,8 @@ class PainelFechamento : public QMainWindow {
     CellEditor* m_editorForma = nullptr;
     Layout m_layout = Layout::Dav;
     std::unique_ptr<ReportControl> m_relatorio; // CRW
+    QString m_listedSince;                      // "YYYY-MM-DD"
+    bool m_methodsLoaded = false;
     std::optional<ClosingSettings> m_settings;
     ClosingHistory m_closingHistory;
     ClosingLog m_closingLog;

@@ -26,12 +26,23 @@ qint32 counterValue(const odbc::Field& counter) {
     return narrow<qint32>(counter.integer(), u"o contador de documentos chegou a %1"_s);
 }
 
+// Also looks whether the number is free: a counter that lags behind would merge documents.
 qint32 nextPvNumber() {
     const NumberingLock lock;
     Executa(u"UPDATE empresa SET contadorPV = contadorPV+1"_s);
     TemRegistro = AbreRS(u"SELECT contadorPV FROM empresa"_s);
     const qint32 number = counterValue(rs.field(esquema::empresa::contadorPv));
     rs.close();
+    TemRegistro = AbreRS(
+        u"SELECT nrpedido FROM orcamento WHERE nrpedido=%1 AND TipoOperacao='P' LIMIT 1"_s.arg(number));
+    const bool taken = !rs.atEnd();
+    rs.close();
+    if (taken)
+        throw RuntimeError(
+            ErrorNumber::PermissionDenied,
+            u"O número %1 já é de outra pré-venda, e dois documentos se misturariam. Corrija o "
+            "contador de pré-vendas da empresa (contadorPV): ele deve ser o maior número já "
+            "usado. Verifique!!!"_s.arg(number));
     return number;
 }
 
@@ -45,8 +56,7 @@ void PainelFechamento::converteDavs() {
     }
     ui->Grid1->setRows(1);
     TotalSelecionado();
-    ui->Command2->setEnabled(false);
-    ui->Command3->setEnabled(true);
+    enableOperations();
 }
 
 void PainelFechamento::converteSelecionados() {

@@ -1,25 +1,24 @@
 // The batch that closes the selected pre-sales.
 
 #include "base/Numeros.h"
-#include "base/RuntimeError.h"
 #include "closing/BatchProgress.h"
 #include "closing/ClosingBatch.h"
 #include "closing/Colunas.h"
 #include "closing/PainelFechamento.h"
 #include "core/AcessoDados.h"
+#include "ui/ErrorReport.h"
+#include "ui/Guard.h"
 #include "ui/MessageBoxes.h"
 #include "ui_PainelFechamento.h"
+
+#include <QScopeGuard>
 
 using namespace Qt::StringLiterals;
 
 namespace tarvessa {
 
 void PainelFechamento::encerraPvs() {
-    // Without the settings the accounts would be wrong, and so might be the stock.
-    if (!m_settings)
-        throw RuntimeError(ErrorNumber::NoCurrentRecord,
-                           u"As configurações da empresa não foram lidas ao abrir: nada pode ser encerrado. "
-                           "Corrija o cadastro da empresa e inicie o programa novamente."_s);
+    loadWhatStartUpMissed();
     m_closingLog.begin();
     if (ValorNumerico(ui->Text1->text()).zero()) {
         boxes::inform(this, u"Não há Pré-Venda selecionada. Verifique!!!"_s);
@@ -27,16 +26,12 @@ void PainelFechamento::encerraPvs() {
     }
     boxes::inform(this, u"Lembrando que os pedidos de cliente com CPF serão cancelados."_s);
 
-    ClosingBatch batch(*m_settings, m_closingHistory, m_closingLog);
-    {
-        BatchProgress::Run run(m_progress, ui->Grid1->rows() - 1, u"Pré-venda"_s);
-        for (int row = 1; row < ui->Grid1->rows(); ++row) {
-            run.enter(row);
-            batch.process(listedPv(row));
-        }
+    ClosingBatch batch(*m_settings, m_listedSince, m_closingHistory, m_closingLog);
+    if (!guarded(this, [&] { processListed(batch); })) {
+        removeSettled();
+        Shell->openText(m_closingLog.path());
+        return;
     }
-    m_closingLog.close();
-
     if (batch.hasRefusals()) {
         boxes::inform(this,
                       u"Processo encerrado com alguns pedidos com erro de processamento. Na sequência será "
@@ -45,7 +40,37 @@ void PainelFechamento::encerraPvs() {
     } else {
         boxes::inform(this, u"Processamento efetuado com sucesso."_s);
     }
-    listaPvs();
+    if (const std::optional<RuntimeError> failure = m_closingLog.failure())
+        showErrorReport(this, *failure);
+    if (!guarded(this, [this] { listaPvs(); }))
+        removeSettled();
+}
+
+// A listing that fails at start-up keeps what comes after it from being read.
+void PainelFechamento::loadWhatStartUpMissed() {
+    if (!m_methodsLoaded)
+        carregaFormasDePagamento();
+    if (!m_settings)
+        m_settings = ClosingSettings::read();
+}
+
+void PainelFechamento::processListed(ClosingBatch& batch) {
+    const auto closeLog = qScopeGuard([this] { m_closingLog.close(); });
+    BatchProgress::Run run(m_progress, ui->Grid1->rows() - 1, u"Pré-venda"_s);
+    for (int row = 1; row < ui->Grid1->rows(); ++row) {
+        run.enter(row);
+        batch.process(listedPv(row));
+    }
+}
+
+// After an error the list is not loaded again; settled pre-sales leave it all the same, so that no operation
+// works on them.
+void PainelFechamento::removeSettled() {
+    for (int row = ui->Grid1->rows() - 1; row > 0; --row)
+        if (m_closingHistory.settled.contains(ValorInteiro(ui->Grid1->textView(row, colunas::Pedido))))
+            ui->Grid1->removeRow(row);
+    TotalSelecionado();
+    enableOperations();
 }
 
 ListedPv PainelFechamento::listedPv(int row) const {

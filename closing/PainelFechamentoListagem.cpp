@@ -6,9 +6,15 @@
 #include "closing/PainelFechamento.h"
 #include "core/AcessoDados.h"
 #include "core/Esquema.h"
+#include "ui/BusyPointer.h"
 #include "ui/Guard.h"
 #include "ui/grid/CellEditor.h"
 #include "ui_PainelFechamento.h"
+
+#include <QElapsedTimer>
+#include <QScopeGuard>
+#include <QSet>
+#include <QWindow>
 
 using namespace Qt::StringLiterals;
 
@@ -102,20 +108,30 @@ void addPaymentMethods(QComboBox* list, odbc::ResultSet& methods) {
 bool PainelFechamento::Form_Load() {
     if (!IniciaBanco())
         return false;
-    guarded(this, [this] { carregaInicio(); });
+    DefineGrid();
+    showBeforeListing();
+    if (!guarded(this, [this] { carregaInicio(); }))
+        enableOperations();
     return true;
 }
 
+// A long listing would otherwise keep the program invisible. What the operator does meanwhile waits.
+void PainelFechamento::showBeforeListing() {
+    constexpr int patienceMs = 1000;
+    constexpr int sliceMs = 20;
+    show();
+    QElapsedTimer elapsed;
+    elapsed.start();
+    while (!windowHandle()->isExposed() && elapsed.elapsed() < patienceMs)
+        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents, sliceMs);
+    repaint();
+}
+
 void PainelFechamento::carregaInicio() {
-    DefineGrid();
     listaDavs();
     carregaFormasDePagamento();
-    if (ui->Grid1->rows() > 1) {
-        ui->Command2->setEnabled(true);
-    } else {
-        ui->Command3->setEnabled(true);
+    if (ui->Grid1->rows() == 1)
         listaPvs();
-    }
     m_settings = ClosingSettings::read();
 }
 
@@ -124,7 +140,7 @@ void PainelFechamento::DefineGrid() {
     m_editorTexto->close();
     m_editorForma->close();
     ui->Grid1->setRows(1);
-    m_closingHistory.closed.clear();
+    m_closingHistory.settled.clear();
     m_pvNumbers.clear();
     for (const ColumnWidth& width : columnWidths)
         ui->Grid1->setColumnTwips(width.column, dav ? width.dav : width.pv);
@@ -138,14 +154,40 @@ void PainelFechamento::listaDavs() {
 
 void PainelFechamento::listaPvs() {
     lista(Layout::Pv, pvListing());
-    enableOperations();
+}
+
+/// The same list with what has changed since: rows that were unselected and the current cell stay so.
+void PainelFechamento::recarregaPvs() {
+    const int currentRow = ui->Grid1->currentRow();
+    const int currentColumn = ui->Grid1->currentColumn();
+    const QString current = currentRow > 0 ? ui->Grid1->text(currentRow, colunas::Pedido) : QString();
+    QSet<QString> unselected;
+    for (int row = 1; row < ui->Grid1->rows(); ++row)
+        if (!ui->Grid1->isTicked(row))
+            unselected.insert(ui->Grid1->text(row, colunas::Pedido));
+    listaPvs();
+    for (int row = 1; row < ui->Grid1->rows(); ++row) {
+        const QString pedido = ui->Grid1->text(row, colunas::Pedido);
+        if (unselected.contains(pedido))
+            ui->Grid1->setTicked(row, false);
+        if (pedido == current)
+            ui->Grid1->setCurrentCell(row, currentColumn);
+    }
+    TotalSelecionado();
 }
 
 void PainelFechamento::lista(Layout layout, const QString& query) {
+    const BusyPointer pointer;
     // The query comes before the grid is emptied: if it fails, the old rows stay with their total.
     TemRegistro = AbreRS(query);
     m_layout = layout;
+    m_listedSince = periodStart();
     DefineGrid();
+    // Part of a list must not be taken for all of it.
+    auto discard = qScopeGuard([this] {
+        rs.close();
+        emptyList();
+    });
     addDocuments(ui->Grid1, rs, layout == Layout::Pv);
     rs.close();
     // Leaves room for the scroll bar.
@@ -153,12 +195,16 @@ void PainelFechamento::lista(Layout layout, const QString& query) {
         ui->Grid1->setColumnTwips(colunas::Cliente,
                                   layout == Layout::Dav ? narrowClienteDav : narrowClientePv);
     TotalSelecionado();
+    enableOperations();
+    discard.dismiss();
 }
 
 void PainelFechamento::carregaFormasDePagamento() {
     TemRegistro = AbreRS(u"SELECT * FROM Finalizadoras order by ID "_s);
+    ui->Combo1->clear();
     addPaymentMethods(ui->Combo1, rs);
     rs.close();
+    m_methodsLoaded = true;
 }
 
 void PainelFechamento::emptyList() {
@@ -167,13 +213,16 @@ void PainelFechamento::emptyList() {
     enableOperations();
 }
 
-// Without a pre-sale in the list only the listing itself is left.
+// DAVs can only be converted; an empty list leaves nothing but the listing of pre-sales.
 void PainelFechamento::enableOperations() {
     const bool listed = ui->Grid1->rows() > 1;
+    const bool davs = listed && m_layout == Layout::Dav;
+    const bool pvs = listed && m_layout == Layout::Pv;
+    ui->Command2->setEnabled(davs);
     ui->Command3->setEnabled(!listed);
-    ui->Command4->setEnabled(listed);
-    ui->Command5->setEnabled(listed);
-    ui->Command6->setEnabled(listed);
+    ui->Command4->setEnabled(pvs);
+    ui->Command5->setEnabled(pvs);
+    ui->Command6->setEnabled(pvs);
 }
 
 } // namespace tarvessa

@@ -50,8 +50,8 @@ void PainelFechamento::analisaPrecos() {
         return;
     QStringList corrected;
     bool complete = guarded(this, [&] { corrigePrecos(corrected); });
-    if (complete && !corrected.isEmpty()) {
-        // The prices are stored by now: a log that cannot be written must not keep the list from the screen.
+    if (!corrected.isEmpty()) {
+        // The prices are stored by now: a log that cannot be written must not keep the texts from the screen.
         guarded(this, [&] { gravaLogDePrecos(corrected); });
         boxes::inform(this, u"PEDIDOS COM PREÇOS CORRIGIDOS:\n\n"_s + corrected.join(u'\n') + u'\n');
     }

@@ -2,6 +2,7 @@
 
 #include "base/Datas.h"
 #include "base/Narrow.h"
+#include "base/RuntimeError.h"
 #include "base/Textos.h"
 #include "closing/ClosingSettings.h"
 #include "core/AcessoDados.h"
@@ -42,8 +43,14 @@ void takeFromStock(odbc::ResultSet& lines, qint32 nrPedido) {
     const int quantidade = lines.column(esquema::orcamento::quantidade);
     for (; !lines.atEnd(); lines.moveNext()) {
         const QString code = lines.field(codigo).text();
-        if (!code.startsWith(esquema::notaDoPedido))
-            BaixaEstoque(SemBrancos(code), lines.field(quantidade).decimal(), screen);
+        if (code.startsWith(esquema::notaDoPedido))
+            continue;
+        const QString product = SemBrancos(code);
+        try {
+            BaixaEstoque(product, lines.field(quantidade).decimal(), screen);
+        } catch (const RuntimeError& error) {
+            throw error.about(u"Produto %1"_s.arg(product));
+        }
     }
 }
 
@@ -56,10 +63,18 @@ bool isAvista(const QString& formaPG) {
 
 } // namespace
 
-void closePv(const Sale& sale, const ClosingSettings& settings, ClosingHistory& history) {
+QString closePv(const Sale& sale, const ClosingSettings& settings, ClosingHistory& history,
+                const std::function<QString(odbc::ResultSet& lines)>& objection) {
     const BusyPointer pointer;
     TemRegistro = AbreRS(u"select * from orcamento where NrPedido="_s + QString::number(sale.nrPedido) +
                          u" AND tipoOperacao = 'P'"_s);
+    if (objection) {
+        const QString reason = objection(rs);
+        if (!reason.isEmpty()) {
+            rs.close();
+            return reason;
+        }
+    }
     const ClosingData closing = closingOf(sale, rs);
     history.interrupted.insert(sale.nrPedido);
     if (!settings.pafEcf)
@@ -68,6 +83,7 @@ void closePv(const Sale& sale, const ClosingSettings& settings, ClosingHistory& 
 
     const QString& cash = settings.contaCtb[cashAccount];
     Executa(closingstatements::settleLines(closing));
+    history.settled.insert(sale.nrPedido);
     Executa(closingstatements::settleControl(closing));
     const bool avista = isAvista(sale.formaPG);
     Executa(
@@ -75,7 +91,7 @@ void closePv(const Sale& sale, const ClosingSettings& settings, ClosingHistory& 
     Executa(closingstatements::insertCashRow(closing, cash));
     Executa(closingstatements::storeLastPv(closing));
     history.interrupted.remove(sale.nrPedido);
-    history.closed.insert(sale.nrPedido);
+    return {};
 }
 
 } // namespace tarvessa

@@ -4,6 +4,8 @@
 
 #include <QSet>
 
+#include <functional>
+
 namespace tarvessa {
 
 struct ClosingSettings;
@@ -14,8 +16,8 @@ class ResultSet;
 
 /// What the program knows of the closings that it began since its start.
 struct ClosingHistory {
-    /// Closed since the list was made.
-    QSet<qint32> closed;
+    /// Lines settled or cancelled since the list was made.
+    QSet<qint32> settled;
     /// Begun and ended by an error: no later press may take their stock out again, not even when a new list
     /// brings them back.
     QSet<qint32> interrupted;
@@ -34,6 +36,10 @@ struct Sale {
 /// (`produtos`, `logestoque`) unless PAF_ECF is on, settles lines and control row (`orcamento`,
 /// `orcamento_controle`), writes receivable (`areceber`), cash row (`caixa`) and last number (`empresa`).
 /// Shows the busy pointer. Raises RuntimeError; what was executed before stays.
-void closePv(const Sale& sale, const ClosingSettings& settings, ClosingHistory& history);
+///
+/// An `objection` looks at the lines before anything is written and leaves them on their first row; a text
+/// that is not empty bars the closing and is given back. Empty when the pre-sale was closed.
+QString closePv(const Sale& sale, const ClosingSettings& settings, ClosingHistory& history,
+                const std::function<QString(odbc::ResultSet& lines)>& objection = {});
 
 } // namespace tarvessa

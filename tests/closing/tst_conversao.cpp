@@ -32,6 +32,7 @@ QStringList comandosDe(int dav, int pv) {
     return {pedeTrava,
             u"UPDATE empresa SET contadorPV = contadorPV+1"_s,
             u"SELECT contadorPV FROM empresa"_s,
+            u"SELECT nrpedido FROM orcamento WHERE nrpedido=%1 AND TipoOperacao='P' LIMIT 1"_s.arg(pv),
             devolveTrava,
             u"UPDATE orcamento SET TipoOperacao = 'P', nrPedido = '%1',situacaoorc = 'A' WHERE nrpedido =%2 "
             "and TipoOperacao = 'D'"_s.arg(pv)
@@ -235,7 +236,7 @@ class TstConversao : public QObject {
         caixas.expectContaining(erro, QMessageBox::Ok);
         m.press(u"Command2"_s);
         QCOMPARE(caixas.problem(), QString());
-        QCOMPARE(m.texts(), comandosDe(0, 0).first(4)); // the lock was given back
+        QCOMPARE(m.texts(), comandosDe(0, 0).first(3) + QStringList{devolveTrava});
         for (const int numero : {10, 20, 30})
             QCOMPARE(destino(numero), u"D%1"_s.arg(numero));
         m.close();
@@ -243,11 +244,35 @@ class TstConversao : public QObject {
             u"DELETE FROM empresa; ALTER TABLE empresa MODIFY contadorPV INT NOT NULL DEFAULT 0"_s);
     }
 
+    // A counter that was set back would make the DAVs part of other customers' pre-sales.
+    void numberInUseConvertsNothing() {
+        tresDavs();
+        m.shop().documento({.pedido = 101, .situacao = u"B"_s, .diasAtras = 30});
+        QVERIFY(m.open(PanelBench::wide));
+        {
+            ModalHelper caixas;
+            caixas.expectContaining(u"O número 101 já é de outra pré-venda"_s, QMessageBox::Ok);
+            m.press(u"Command2"_s);
+            QCOMPARE(caixas.problem(), QString());
+            QVERIFY(caixas.boxes()[0].text.contains(u"contadorPV"_s));
+        }
+        QCOMPARE(m.texts(), comandosDe(30, 101).first(5)); // the lock was given back
+        for (const int numero : {10, 20, 30})
+            QCOMPARE(destino(numero), u"D%1"_s.arg(numero));
+        QCOMPARE(m.total(), u"60,00"_s);
+        QVERIFY(m.button(u"Command2"_s)->isEnabled());
+
+        m.server().execute(u"UPDATE empresa SET contadorPV = 200"_s);
+        m.press(u"Command2"_s);
+        QCOMPARE(destino(30), u"P201"_s);
+        QCOMPARE(destino(20), u"P203"_s);
+    }
+
     // Faults
 
     void cutAtEachStatementNeitherLosesNorDoubles_data() {
         QTest::addColumn<int>("k");
-        constexpr int comandos = 18;
+        constexpr int comandos = 21;
         for (int k = 1; k <= comandos; ++k)
             QTest::addRow("before statement %d", k) << k;
     }
@@ -276,8 +301,8 @@ class TstConversao : public QObject {
         const QList<int> ordem = {30, 10, 20};
         int convertidos = 0;
         for (int i = 0; i < ordem.size(); ++i) {
-            const bool convertido = k > 6 * i + 5;
-            const bool notaFoi = k > 6 * i + 6;
+            const bool convertido = k > 7 * i + 6;
+            const bool notaFoi = k > 7 * i + 7;
             convertidos += convertido ? 1 : 0;
             QCOMPARE(destino(ordem[i]), convertido ? u"P%1"_s.arg(101 + i) : u"D%1"_s.arg(ordem[i]));
             if (ordem[i] != 20)
@@ -327,7 +352,7 @@ class TstConversao : public QObject {
         QCOMPARE(m.total(), u"40,00"_s);
         m.mark();
         m.press(u"Command2"_s);
-        QCOMPARE(m.texts(), comandosDe(10, 102).sliced(4) + comandosDe(20, 103));
+        QCOMPARE(m.texts(), comandosDe(10, 102).sliced(5) + comandosDe(20, 103));
         QCOMPARE(destino(10), u"P102"_s);
         QCOMPARE(nota(10), u"P102"_s);
         QCOMPARE(m.grid()->rows(), 1);
@@ -444,7 +469,7 @@ class TstConversao : public QObject {
         mata.join();
         const QStringList primeiro = comandosDe(30, 101);
         QCOMPARE(m.texts(),
-                 primeiro.first(3) + primeiro.sliced(4) + comandosDe(10, 102) + comandosDe(20, 103));
+                 primeiro.first(4) + primeiro.sliced(5) + comandosDe(10, 102) + comandosDe(20, 103));
         QCOMPARE(destino(20), u"P103"_s);
     }
 

@@ -333,6 +333,7 @@ class TstPrecos : public QObject {
         ModalHelper caixas;
         caixas.expect(pergunta, QMessageBox::Yes);
         caixas.expectContaining(u"recusado"_s, QMessageBox::Ok);
+        caixas.expect(cabeca + u"PV Nº 1 - CLIENTE 0001\n"_s, QMessageBox::Ok);
         m.press(u"Command5"_s);
         m.server().execute(u"DROP TRIGGER recusa"_s);
         QCOMPARE(caixas.problem(), QString());
@@ -340,7 +341,7 @@ class TstPrecos : public QObject {
         QVERIFY(!QApplication::overrideCursor());
         QCOMPARE(precos(1), QStringList{u"10.00 10.00 10.00 10.00"_s});
         QCOMPARE(precos(2), QStringList{u"99.00 99.00 0.00 0.00"_s});
-        QCOMPARE(log(), QByteArray("no file"));
+        QCOMPARE(log(), u"PV Nº 1 - CLIENTE 0001\r\n\r\n"_s.toUtf8());
         QCOMPARE(m.grid()->rows(), 1);
         QVERIFY(!m.button(u"Command4"_s)->isEnabled());
         QVERIFY(m.button(u"Command3"_s)->isEnabled());

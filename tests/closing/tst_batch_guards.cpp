@@ -1,0 +1,440 @@
+// What a closing does where the list is no longer true, a code is odd or a statement fails.
+
+#include "closing/Colunas.h"
+#include "closing/PanelBench.h"
+#include "core/AcessoDados.h"
+#include "support/ModalHelper.h"
+
+#include <QFile>
+#include <QLabel>
+#include <QScopeGuard>
+#include <QTest>
+
+#ifdef Q_OS_UNIX
+#include <csignal>
+#include <sys/resource.h>
+#endif
+
+using namespace Qt::StringLiterals;
+using namespace tarvessa;
+using namespace tarvessa::test;
+
+namespace {
+
+QString refused(int pedido, const QString& reason) {
+    return u"PRÉ-VENDA: %1 - %2"_s.arg(pedido, 7, 10, QChar(u'0')).arg(reason);
+}
+
+const QString alreadyClosed = u"O PEDIDO JÁ FOI ENCERRADO OU CANCELADO."_s;
+const QString partlyClosed = u"O PEDIDO TEM ITENS JÁ ENCERRADOS OU CANCELADOS. CONFIRA O NÚMERO DO PEDIDO."_s;
+const QString totalChanged = u"O TOTAL DO PEDIDO MUDOU. CARREGUE A LISTA NOVAMENTE."_s;
+const QString breakOff = u"FECHAMENTO INTERROMPIDO POR ERRO. CONFIRA ESTOQUE E FINANCEIRO."_s;
+
+/// Acts once, when the n-th message box from now comes up.
+class OnBox : public QObject {
+  public:
+    OnBox(int which, std::function<void()> action) : m_left(which), m_action(std::move(action)) {
+        qApp->installEventFilter(this);
+    }
+    bool eventFilter(QObject* object, QEvent* event) override {
+        if (event->type() == QEvent::Show && qobject_cast<QMessageBox*>(object) && --m_left == 0)
+            m_action();
+        return false;
+    }
+
+  private:
+    int m_left;
+    std::function<void()> m_action;
+};
+
+} // namespace
+
+class TstBatchGuards : public QObject {
+    Q_OBJECT
+
+  private Q_SLOTS:
+    void initTestCase() { b = std::make_unique<PanelBench>(); }
+    void cleanupTestCase() { b.reset(); }
+    void init() {
+        b->reset();
+        b->shop().basico();
+    }
+
+    void promotionLoadsTheListAgain();
+    void promotionLeftAloneKeepsTheList();
+    void changedSinceTheListing_data();
+    void changedSinceTheListing();
+    void linesBeforeThePeriodDoNotCount();
+    void settledRowsLeaveTheListAfterAnError();
+    void priceCheckCutByAnErrorTellsWhatItCorrected();
+    void listingThatBreaksInTheMiddleLeavesNone_data();
+    void listingThatBreaksInTheMiddleLeavesNone();
+    void customerCodeThatBreaksStatements_data();
+    void customerCodeThatBreaksStatements();
+    void productCodeThatBreaksStatements_data();
+    void productCodeThatBreaksStatements();
+    void settingsMissedAtTheStartAreReadWhenClosing();
+    void errorNamesPreSaleAndProduct();
+    void decimalsInExponentForm();
+    void logLineThatCannotBeWrittenStopsNothing();
+
+  private:
+    void documents(int count);
+    void closeAll(const QString& end);
+    QStringList received();
+    QString stateOf(int pedido) {
+        return b->valor(u"SELECT GROUP_CONCAT(DISTINCT situacaoorc ORDER BY situacaoorc) FROM orcamento "
+                        "WHERE nrpedido = %1"_s.arg(pedido));
+    }
+
+    std::unique_ptr<PanelBench> b;
+};
+
+/// Pre-sales 1, 2 and so on of 10,00 each, listed in that order.
+void TstBatchGuards::documents(int count) {
+    for (int pedido = 1; pedido <= count; ++pedido)
+        b->shop().documento({.pedido = pedido, .nomeVendedor = u"V%1"_s.arg(pedido)});
+}
+
+void TstBatchGuards::closeAll(const QString& end) {
+    ModalHelper modal;
+    modal.expect(mensagens::lembrete, QMessageBox::Ok);
+    modal.expectContaining(end, QMessageBox::Ok);
+    b->press(u"Command4"_s);
+    QCOMPARE(modal.problem(), QString());
+}
+
+QStringList TstBatchGuards::received() {
+    QStringList pedidos;
+    for (const QStringList& row : b->server().query(u"SELECT Nr_Pedido FROM areceber ORDER BY id"_s))
+        pedidos.append(row[0]);
+    return pedidos;
+}
+
+void TstBatchGuards::promotionLoadsTheListAgain() {
+    documents(3);
+    QVERIFY(b->open());
+    b->click(2, colunas::Selecao);
+    b->grid()->setCurrentCell(3, colunas::Cliente);
+    b->server().execute(u"UPDATE produtos SET descricao = 'PRODUTO', ativo = 'S'"_s);
+    {
+        ModalHelper modal;
+        modal.onOpen([&modal](QWidget* screen) {
+            const Hands hands(screen);
+            hands.fill(u"Descricao"_s, u"P1"_s);
+            hands.key(Qt::Key_Tab);
+            hands.fill(u"Venda"_s, u"4,50"_s);
+            hands.press(u"Command2"_s);
+            modal.expect(u"Deseja realmente realizar esse processo?"_s, QMessageBox::Yes);
+            hands.press(u"Command1"_s);
+        });
+        b->press(u"Command6"_s);
+        QCOMPARE(modal.problem(), QString());
+    }
+    QCOMPARE(b->column(colunas::Total), (QStringList{u"4,50"_s, u"4,50"_s, u"4,50"_s}));
+    QCOMPARE(b->column(colunas::Selecao), (QStringList{u" "_s, QString(), u" "_s}));
+    QCOMPARE(b->total(), u"9,00"_s);
+    QCOMPARE(b->grid()->currentRow(), 3);
+    QCOMPARE(b->grid()->currentColumn(), int(colunas::Cliente));
+
+    closeAll(mensagens::sucesso);
+    QCOMPARE(b->server().query(u"SELECT Nr_Pedido, Valor FROM areceber ORDER BY id"_s),
+             (QList<QStringList>{{u"1"_s, u"4.50"_s}, {u"3"_s, u"4.50"_s}}));
+}
+
+void TstBatchGuards::promotionLeftAloneKeepsTheList() {
+    documents(2);
+    QVERIFY(b->open());
+    b->mark();
+    ModalHelper modal;
+    modal.onOpen([](QWidget* screen) { QTest::keyClick(screen, Qt::Key_Escape); });
+    b->press(u"Command6"_s);
+    QCOMPARE(modal.problem(), QString());
+    QCOMPARE(b->texts(), QStringList());
+}
+
+void TstBatchGuards::changedSinceTheListing_data() {
+    QTest::addColumn<QString>("change");
+    QTest::addColumn<QString>("reason");
+    QTest::newRow("closed") << u"UPDATE orcamento SET situacaoorc = 'B' WHERE nrpedido = 1"_s
+                            << alreadyClosed;
+    QTest::newRow("cancelled") << u"UPDATE orcamento SET situacaoorc = 'X' WHERE nrpedido = 1"_s
+                               << alreadyClosed;
+    QTest::newRow("state gone") << u"UPDATE orcamento SET situacaoorc = NULL WHERE nrpedido = 1"_s
+                                << alreadyClosed;
+    QTest::newRow("lines gone") << u"DELETE FROM orcamento WHERE nrpedido = 1"_s << alreadyClosed;
+    QTest::newRow("one line closed") << u"UPDATE orcamento SET situacaoorc = 'B' WHERE nrpedido = 1 LIMIT 1"_s
+                                     << partlyClosed;
+    QTest::newRow("dearer") << u"UPDATE orcamento SET totalped = 10.01 WHERE nrpedido = 1 LIMIT 1"_s
+                            << totalChanged;
+    QTest::newRow("line added")
+        << u"INSERT INTO orcamento (nrpedido, TipoOperacao, situacaoorc, codigocli, dataabertura, codigo, "
+           "quantidade, totalped) VALUES (1, 'P', 'A', 'C1', '2024-03-14', 'P1', 1, 5)"_s
+        << totalChanged;
+    QTest::newRow("still open") << u"UPDATE orcamento SET situacaoorc = 'C' WHERE nrpedido = 1"_s
+                                << QString();
+}
+
+void TstBatchGuards::changedSinceTheListing() {
+    QFETCH(QString, change);
+    QFETCH(QString, reason);
+    b->shop().documento({.pedido = 1, .nomeVendedor = u"A"_s, .linhas = {{}, {}}});
+    b->shop().documento({.pedido = 2, .nomeVendedor = u"B"_s});
+    QVERIFY(b->open());
+    b->server().execute(change);
+    const auto lines = b->server().query(u"SELECT * FROM orcamento WHERE nrpedido = 1"_s);
+    closeAll(reason.isEmpty() ? mensagens::sucesso : mensagens::comErros);
+    QCOMPARE(b->log(),
+             PanelBench::logWith(reason.isEmpty() ? QStringList() : QStringList{refused(1, reason)}));
+    QCOMPARE(received(), reason.isEmpty() ? (QStringList{u"1"_s, u"2"_s}) : QStringList{u"2"_s});
+    if (reason.isEmpty())
+        return;
+    QCOMPARE(b->server().query(u"SELECT * FROM orcamento WHERE nrpedido = 1"_s), lines);
+    QCOMPARE(b->valor(u"SELECT COUNT(*) FROM logestoque"_s), u"1"_s);
+    QCOMPARE(b->valor(u"SELECT COUNT(*) FROM caixa"_s), u"1"_s);
+}
+
+void TstBatchGuards::linesBeforeThePeriodDoNotCount() {
+    b->shop().documento({.pedido = 1});
+    b->shop().documento({.pedido = 1, .diasAtras = 8, .linhas = {{.total = u"70.00"_s}}, .controle = false});
+    QVERIFY(b->open());
+    QCOMPARE(b->total(), u"10,00"_s);
+    closeAll(mensagens::sucesso);
+    QCOMPARE(b->valor(u"SELECT Valor FROM areceber"_s), u"10.00"_s);
+}
+
+void TstBatchGuards::settledRowsLeaveTheListAfterAnError() {
+    b->shop().cliente({.codigo = u"CPF"_s, .cnpjCpf = u"12345678909"_s});
+    b->shop().documento({.pedido = 1, .nomeVendedor = u"A"_s});
+    b->shop().documento({.pedido = 2, .cliente = u"CPF"_s, .nomeVendedor = u"B"_s});
+    b->shop().documento({.pedido = 3, .nomeVendedor = u"C"_s, .vendedor = u"40000"_s});
+    b->shop().documento({.pedido = 4, .nomeVendedor = u"D"_s});
+    b->server().execute(u"UPDATE produtos SET Venda = 99"_s);
+    QVERIFY(b->open());
+    closeAll(u"código de vendedor 40000"_s);
+    QCOMPARE(b->column(colunas::Pedido), (QStringList{u"3"_s, u"4"_s}));
+    QCOMPARE(b->column(colunas::Selecao), (QStringList{u" "_s, u" "_s}));
+    QCOMPARE(b->total(), u"20,00"_s);
+    QVERIFY(b->button(u"Command4"_s)->isEnabled());
+
+    // The price check finds open lines only.
+    ModalHelper modal;
+    modal.expect(u"Deseja realmente o processo desta função?"_s, QMessageBox::Yes);
+    modal.expectContaining(u"PV Nº 3 - "_s, QMessageBox::Ok);
+    b->press(u"Command5"_s);
+    QCOMPARE(modal.problem(), QString());
+    QCOMPARE(b->valor(u"SELECT GROUP_CONCAT(unitario ORDER BY nrpedido) FROM orcamento WHERE nrpedido < 3"_s),
+             b->valor(u"SELECT GROUP_CONCAT(unitario ORDER BY id) FROM (SELECT id, DEFAULT(unitario) AS "
+                      "unitario FROM orcamento LIMIT 2) AS padrao"_s));
+}
+
+void TstBatchGuards::priceCheckCutByAnErrorTellsWhatItCorrected() {
+    documents(3);
+    b->server().execute(u"UPDATE produtos SET Venda = 7; UPDATE orcamento SET unitario = 10"_s);
+    QVERIFY(b->open());
+    b->server().execute(u"CREATE TRIGGER falha BEFORE UPDATE ON orcamento FOR EACH ROW IF OLD.nrpedido = 3 "
+                        "THEN SIGNAL SQLSTATE '45000' SET MESSAGE_TEXT = 'recusado'; END IF"_s);
+    QString captionInTheMessage;
+    ModalHelper modal;
+    modal.expect(u"Deseja realmente o processo desta função?"_s, QMessageBox::Yes);
+    modal.expectContaining(u"recusado"_s, QMessageBox::Ok);
+    modal.expect(u"PEDIDOS COM PREÇOS CORRIGIDOS:\n\nPV Nº 1 - PADARIA MODELO\nPV Nº 2 - PADARIA MODELO\n"_s,
+                 QMessageBox::Ok);
+    const OnBox caption(3, [&] { captionInTheMessage = b->control<QLabel>(u"Label1"_s)->text(); });
+    b->press(u"Command5"_s);
+    b->server().execute(u"DROP TRIGGER falha"_s);
+    QCOMPARE(modal.problem(), QString());
+    QCOMPARE(captionInTheMessage, u"TOTAL SELEÇÃO R$"_s);
+    QFile log(b->programFolder() + u"/LogTarvessa.log"_s);
+    QVERIFY(log.open(QIODevice::ReadOnly));
+    QCOMPARE(QString::fromUtf8(log.readAll()),
+             u"PV Nº 1 - PADARIA MODELO\r\nPV Nº 2 - PADARIA MODELO\r\n\r\n"_s);
+    QCOMPARE(b->grid()->rows(), 1);
+    QCOMPARE(b->total(), u"0,00"_s);
+}
+
+void TstBatchGuards::listingThatBreaksInTheMiddleLeavesNone_data() {
+    QTest::addColumn<bool>("atTheStart");
+    QTest::newRow("at the start") << true;
+    QTest::newRow("later") << false;
+}
+
+void TstBatchGuards::listingThatBreaksInTheMiddleLeavesNone() {
+    QFETCH(bool, atTheStart);
+    const auto restore =
+        qScopeGuard([this] { b->server().execute(u"ALTER TABLE clientes MODIFY prazo INT DEFAULT 0"_s); });
+    b->server().execute(u"ALTER TABLE clientes MODIFY prazo DECIMAL(30)"_s);
+    b->shop().cliente({.codigo = u"C2"_s, .prazo = u"99999999999999999999"_s});
+    const auto add = [this] {
+        b->shop().documento({.pedido = 1, .nomeVendedor = u"A"_s});
+        b->shop().documento({.pedido = 2, .cliente = u"C2"_s, .nomeVendedor = u"B"_s});
+    };
+    if (atTheStart)
+        add();
+    ModalHelper modal;
+    if (atTheStart)
+        modal.expectContaining(mensagens::erroDeExecucao, QMessageBox::Ok);
+    QVERIFY(b->open());
+    if (!atTheStart) {
+        add();
+        modal.expectContaining(mensagens::erroDeExecucao, QMessageBox::Ok);
+        b->press(u"Command3"_s);
+    }
+    QCOMPARE(modal.problem(), QString());
+    QCOMPARE(b->grid()->rows(), 1);
+    QCOMPARE(b->total(), u"0,00"_s);
+    QVERIFY(!rs.isOpen());
+    QVERIFY(b->button(u"Command3"_s)->isEnabled());
+    for (const QString& name : {u"Command2"_s, u"Command4"_s, u"Command5"_s, u"Command6"_s})
+        QVERIFY2(!b->button(name)->isEnabled(), qPrintable(name));
+    b->server().execute(u"DELETE FROM clientes WHERE codigo = 'C2'"_s);
+    b->press(u"Command3"_s);
+    QCOMPARE(b->grid()->rows(), 3);
+}
+
+void TstBatchGuards::customerCodeThatBreaksStatements_data() {
+    QTest::addColumn<QString>("code");
+    QTest::addColumn<bool>("selected");
+    for (const bool selected : {true, false}) {
+        QTest::addRow("apostrophe, %s", selected ? "selected" : "not selected") << u"C'2"_s << selected;
+        QTest::addRow("backslash, %s", selected ? "selected" : "not selected") << u"C2\\"_s << selected;
+    }
+}
+
+void TstBatchGuards::customerCodeThatBreaksStatements() {
+    QFETCH(QString, code);
+    QFETCH(bool, selected);
+    b->shop().cliente({.codigo = code});
+    b->shop().documento({.pedido = 1, .cliente = code, .nomeVendedor = u"A"_s});
+    b->shop().documento({.pedido = 2, .nomeVendedor = u"B"_s});
+    QVERIFY(b->open());
+    if (!selected)
+        b->click(1, colunas::Selecao);
+    b->mark();
+    closeAll(mensagens::comErros);
+    QCOMPARE(b->log(), PanelBench::logWith({refused(1, u"CÓDIGO DE CLIENTE INVÁLIDO."_s)}));
+    for (const QString& sql : b->texts())
+        QVERIFY2(!sql.contains(u"pedido=1"_s, Qt::CaseInsensitive) && !sql.contains(code), qPrintable(sql));
+    QCOMPARE(received(), QStringList{u"2"_s});
+    QCOMPARE(stateOf(1), u"A"_s);
+}
+
+void TstBatchGuards::productCodeThatBreaksStatements_data() {
+    QTest::addColumn<QString>("code");
+    QTest::addColumn<QString>("pafEcf");
+    QTest::addColumn<bool>("closes");
+    QTest::newRow("apostrophe") << u"P'9"_s << u"NAO"_s << false;
+    QTest::newRow("backslash") << u"P9\\"_s << u"NAO"_s << false;
+    QTest::newRow("no stock is moved") << u"P'9"_s << u"SIM"_s << true;
+    QTest::newRow("note") << u"***D'AVILA"_s << u"NAO"_s << true;
+}
+
+void TstBatchGuards::productCodeThatBreaksStatements() {
+    QFETCH(QString, code);
+    QFETCH(QString, pafEcf);
+    QFETCH(bool, closes);
+    b->server().execute(u"UPDATE empresa SET PAF_ECF = '%1'"_s.arg(pafEcf));
+    b->shop().produto({.codigo = code});
+    b->shop().documento({.pedido = 1, .nomeVendedor = u"A"_s, .linhas = {{}, {.codigo = code}}});
+    b->shop().documento({.pedido = 2, .nomeVendedor = u"B"_s});
+    QVERIFY(b->open());
+    closeAll(closes ? mensagens::sucesso : mensagens::comErros);
+    QCOMPARE(b->log(),
+             PanelBench::logWith(closes ? QStringList()
+                                        : QStringList{refused(1, u"CÓDIGO DE PRODUTO INVÁLIDO."_s)}));
+    QCOMPARE(stateOf(1), closes ? u"B"_s : u"A"_s);
+    QCOMPARE(stateOf(2), u"B"_s);
+    if (!closes)
+        QCOMPARE(b->valor(u"SELECT COUNT(*) FROM logestoque"_s), u"1"_s);
+}
+
+void TstBatchGuards::settingsMissedAtTheStartAreReadWhenClosing() {
+    documents(1);
+    // Only the listings read this column.
+    b->server().execute(u"ALTER TABLE orcamento RENAME COLUMN placa TO placa_antiga"_s);
+    {
+        ModalHelper modal;
+        modal.expectContaining(u"o.placa"_s, QMessageBox::Ok);
+        QVERIFY(b->open());
+        QCOMPARE(modal.problem(), QString());
+    }
+    b->server().execute(u"ALTER TABLE orcamento RENAME COLUMN placa_antiga TO placa"_s);
+    QCOMPARE(b->methods()->count(), 0);
+    b->press(u"Command3"_s);
+    QCOMPARE(b->grid()->rows(), 2);
+    b->mark();
+    closeAll(mensagens::sucesso);
+    QCOMPARE(b->texts().first(2), StatementLog::expected({u"SELECT * FROM Finalizadoras order by ID "_s,
+                                                          u"Select ContaCTB1, PAF_ECF From Empresa"_s}));
+    QCOMPARE(b->valor(u"SELECT ContaCTB FROM areceber"_s), u"1.05"_s);
+    QVERIFY(b->methods()->count() > 0);
+}
+
+void TstBatchGuards::errorNamesPreSaleAndProduct() {
+    b->shop().produto({.codigo = u"P2"_s});
+    b->shop().documento({.pedido = 1, .nomeVendedor = u"A"_s});
+    b->shop().documento({.pedido = 12, .nomeVendedor = u"B"_s, .linhas = {{}, {.codigo = u"P2"_s}}});
+    QVERIFY(b->open());
+    b->server().execute(u"CREATE TRIGGER falha BEFORE UPDATE ON produtos FOR EACH ROW IF OLD.codfabr = 'P2' "
+                        "THEN SIGNAL SQLSTATE '45000' SET MESSAGE_TEXT = 'recusado'; END IF"_s);
+    closeAll(u"Pré-venda 12: Produto P2: "_s);
+    b->server().execute(u"DROP TRIGGER falha"_s);
+    QCOMPARE(b->log(), PanelBench::logWith({refused(12, breakOff)}));
+    QCOMPARE(b->column(colunas::Pedido), QStringList{u"12"_s});
+}
+
+// What a server makes of 0.1 + 0.2 - 0.3 in columns of another system's type.
+void TstBatchGuards::decimalsInExponentForm() {
+    const auto restore = qScopeGuard([this] {
+        b->server().execute(
+            u"ALTER TABLE produtos MODIFY quantidade DECIMAL(12,3) DEFAULT 0.000; "
+            "ALTER TABLE orcamento MODIFY totalped DECIMAL(14,2) DEFAULT 0.00, MODIFY quantidade "
+            "DECIMAL(12,3) DEFAULT 0.000"_s);
+    });
+    b->server().execute(u"ALTER TABLE produtos MODIFY quantidade DOUBLE; ALTER TABLE orcamento MODIFY "
+                        "totalped DOUBLE, MODIFY quantidade DOUBLE"_s);
+    b->shop().produto({.codigo = u"P2"_s});
+    b->shop().documento(
+        {.pedido = 1, .linhas = {{}, {.codigo = u"P2"_s, .quantidade = u"0"_s, .total = u"0"_s}}});
+    b->server().execute(u"UPDATE produtos SET quantidade = 0.1e0 + 0.2e0 - 0.3e0 WHERE codfabr = 'P2'; "
+                        "UPDATE orcamento SET totalped = 0.1e0 + 0.2e0 - 0.3e0, quantidade = 1e-9 WHERE "
+                        "codigo = 'P2'"_s);
+    QVERIFY(b->valor(u"SELECT totalped FROM orcamento WHERE codigo = 'P2'"_s).contains(u'e'));
+    QVERIFY(b->open());
+    QCOMPARE(b->total(), u"10,00"_s);
+    closeAll(mensagens::sucesso);
+    QCOMPARE(received(), QStringList{u"1"_s});
+}
+
+// No pre-sale stays half closed because the disk is full.
+void TstBatchGuards::logLineThatCannotBeWrittenStopsNothing() {
+#ifdef Q_OS_UNIX
+    b->shop().cliente({.codigo = u"RUIM"_s, .formaPg = u"FIADO"_s});
+    b->shop().documento({.pedido = 1, .cliente = u"RUIM"_s, .nomeVendedor = u"A"_s});
+    b->shop().documento({.pedido = 2, .nomeVendedor = u"B"_s});
+    QVERIFY(b->open());
+    rlimit before{};
+    QCOMPARE(getrlimit(RLIMIT_FSIZE, &before), 0);
+    const auto restore = qScopeGuard([&before] { setrlimit(RLIMIT_FSIZE, &before); });
+    std::signal(SIGXFSZ, SIG_IGN);
+    // The header fits; what comes after it does not.
+    const OnBox full(1, [this, before] {
+        const rlimit small{static_cast<rlim_t>(b->log().size()), before.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &small);
+    });
+    ModalHelper modal;
+    modal.expect(mensagens::lembrete, QMessageBox::Ok);
+    modal.expect(mensagens::comErros, QMessageBox::Ok);
+    modal.expectContaining(u"Não foi possível gravar o arquivo"_s, QMessageBox::Ok);
+    b->press(u"Command4"_s);
+    QCOMPARE(modal.problem(), QString());
+    QVERIFY(modal.boxes()[2].text.contains(refused(1, u"FORMA DE PAGAMENTO INVÁLIDA."_s)));
+    QCOMPARE(received(), QStringList{u"2"_s});
+    QCOMPARE(b->column(colunas::Pedido), QStringList{u"1"_s});
+#else
+    QSKIP("needs a limit on the size of files");
+#endif
+}
+
+QTEST_MAIN(TstBatchGuards)
+#include "tst_batch_guards.moc"
