@@ -11,6 +11,7 @@
 #include "ui_SelecionaProd.h"
 
 #include <QShortcut>
+#include <QShowEvent>
 
 using namespace Qt::StringLiterals;
 

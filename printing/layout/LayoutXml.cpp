@@ -52,7 +52,7 @@ bool LayoutXml::nextElement() {
 }
 
 QString LayoutXml::readText() {
-    const QString text = m_reader.readElementText(QXmlStreamReader::ErrorOnUnexpectedElement);
+    QString text = m_reader.readElementText(QXmlStreamReader::ErrorOnUnexpectedElement);
     if (m_reader.error() == QXmlStreamReader::UnexpectedElementError)
         fail(u"o elemento \"%1\" não pode estar dentro de um texto."_s.arg(m_reader.name()));
     failOnXmlError();
@@ -81,7 +81,7 @@ QString LayoutXml::text(QStringView attribute) const {
 }
 
 QString LayoutXml::requiredText(QStringView attribute) const {
-    const QString value = text(attribute);
+    QString value = text(attribute);
     if (value.isEmpty())
         fail(u"falta o atributo \"%1\" no elemento \"%2\"."_s.arg(attribute, m_reader.name()));
     return value;

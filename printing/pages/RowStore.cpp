@@ -7,7 +7,7 @@ namespace tarvessa::report {
 
 namespace {
 
-constexpr size_t blockBytes = 256 * 1024;
+constexpr size_t blockBytes = size_t{256} * 1024;
 
 // Before the bytes of each cell stands their number plus one, 0 for NULL.
 using Length = quint32;

@@ -55,7 +55,7 @@ QString Values::formatted(const Piece& piece, const Context& context) const {
         const std::optional<Dinheiro> result = calculated(piece.value->index, context);
         return result ? Formata(*result, piece.format.mask) : QString();
     }
-    const QString text = raw(*piece.value, context);
+    QString text = raw(*piece.value, context);
     if (piece.format.kind == Format::Kind::AsItStands || text.isEmpty())
         return text;
     if (piece.format.kind == Format::Kind::Date)
