@@ -5,6 +5,7 @@
 #include "bench/support/Painted.h"
 #include "printing/ReportControl.h"
 #include "printing/layout/LayoutReader.h"
+#include "printing/output/PdfFile.h"
 #include "printing/preview/PageView.h"
 #include "printing/preview/PreviewWindow.h"
 #include "support/PrivateServer.h"
@@ -95,7 +96,7 @@ class Printing {
     double reportToPdf() const {
         report::Report report(report::readLayout(layoutPath()), u"dsn=QDX"_s, queryOf(pdfRows), {},
                               QDateTime::currentDateTime());
-        const double seconds = secondsOf([&] { report.savePdf(pdfPath()); });
+        const double seconds = secondsOf([&] { report::savePdf(report, pdfPath()); });
         if (report.data().rows().size() != pdfRows || report.pageCount() < 2)
             throw std::runtime_error("the report did not print what there is");
         return seconds;

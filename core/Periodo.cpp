@@ -4,6 +4,8 @@
 #include "ui/DateBox.h"
 #include "ui/MessageBoxes.h"
 
+using namespace Qt::StringLiterals;
+
 namespace tarvessa {
 
 namespace {
@@ -62,6 +64,17 @@ QString Periodo::inicioTela() const {
 
 QString Periodo::fimTela() const {
     return m_dataFin->text();
+}
+
+QString Periodo::inFileName() const {
+    return periodInFileName(m_dataIni->date(), m_dataFin->date());
+}
+
+QString periodInFileName(const QDate& start, const QDate& end) {
+    const bool isMonth = start.day() == 1 && end == start.addMonths(1).addDays(-1);
+    if (isMonth)
+        return start.toString(u"yyyy-MM");
+    return start == end ? TextoSQL(start) : TextoSQL(start) + u" a "_s + TextoSQL(end);
 }
 
 void Periodo::recusa(DateBox* caixa, const QString& mensagem) {

@@ -1,10 +1,15 @@
 #pragma once
 
+#include <QDate>
 #include <QString>
 
 namespace tarvessa {
 
 class DateBox;
+
+/// A period as a part of a file name: "2024-02" for a whole month, else "2024-02-05" or "2024-02-05 a
+/// 2024-03-01".
+QString periodInFileName(const QDate& start, const QDate& end);
 
 /// The period of a report: two date boxes of a screen, their defaults and their checks.
 class Periodo {
@@ -39,6 +44,9 @@ class Periodo {
     /// The bounds as they stand in the boxes, dd/mm/yyyy.
     QString inicioTela() const;
     QString fimTela() const;
+
+    /// The period as a part of a file name; both boxes must hold a date.
+    QString inFileName() const;
 
   private:
     static void recusa(DateBox* caixa, const QString& mensagem);

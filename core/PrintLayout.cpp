@@ -27,7 +27,8 @@ void clearFormulas(int count) {
     setFormulas(QStringList(count));
 }
 
-void printLayout(const QString& layout, const QStringList& formulas, const QString& query) {
+void printLayout(const QString& layout, const QString& documentName, const QStringList& formulas,
+                 const QString& query) {
     constexpr int maximised = 2;
     constexpr int run = 1;
     ReportControl& control = reportControl();
@@ -36,6 +37,7 @@ void printLayout(const QString& layout, const QStringList& formulas, const QStri
         control.setSQLQuery(query);
     control.setWindowState(maximised);
     control.setReportFileName(PastaDoPrograma() + u"\\rpt\\"_s + layout);
+    control.setDocumentName(documentName);
     control.setAction(run);
 }
 

@@ -21,8 +21,9 @@ void clearFormulas(int count);
 
 /// Shows the maximised preview of a layout of the program's folder `rpt`, such as "COMISSAO.RPT". `formulas`
 /// go into the slots from 0 on; slots beyond them keep what they hold. A `query` that is not empty replaces
-/// the layout's own. Raises RuntimeError as ReportControl::setAction does, and when there is no report
-/// control.
-void printLayout(const QString& layout, const QStringList& formulas = {}, const QString& query = {});
+/// the layout's own. `documentName`, without suffix, is the name proposed when the report is saved. Raises
+/// RuntimeError as ReportControl::setAction does, and when there is no report control.
+void printLayout(const QString& layout, const QString& documentName, const QStringList& formulas = {},
+                 const QString& query = {});
 
 } // namespace tarvessa

@@ -18,7 +18,8 @@ constexpr int maximised = 2;
 
 ReportControl::ReportControl(QWidget* owner, QString connectionString)
     : m_owner(owner), m_connectionString(std::move(connectionString)),
-      m_clock([] { return QDateTime::currentDateTime(); }) {
+      m_clock([] { return QDateTime::currentDateTime(); }),
+      m_choices(std::make_shared<report::PreviewChoices>()) {
 }
 
 ReportControl::~ReportControl() = default;
@@ -43,7 +44,8 @@ void ReportControl::setAction(int action) {
     if (action != 1)
         return;
     const QString layoutPath = QString(m_fileName).replace(u'\\', u'/');
-    // Before anything can fail: a query never passes on to the report after one that could not be shown.
+    // Taken before anything can fail: neither query nor name may pass on to the report after a failed one.
+    const QString documentName = std::exchange(m_documentName, {});
     if (!m_queryLayout)
         m_queryLayout = layoutPath;
     std::shared_ptr<report::Report> report;
@@ -59,16 +61,21 @@ void ReportControl::setAction(int action) {
                                                   m_clock());
         report->readPage();
     }
-    showPreview(report);
+    showPreview(report, documentName);
     m_report = std::move(report);
 }
 
-void ReportControl::showPreview(const std::shared_ptr<report::Report>& report) {
-    // Over a modal screen the preview must be that screen's child, or it could not be used.
+void ReportControl::showPreview(const std::shared_ptr<report::Report>& report, const QString& documentName) {
+    // Beside a modal screen a window takes input only as that screen's child.
     QWidget* behind = QApplication::activeModalWidget();
     if (!behind)
-        behind = QApplication::activeWindow() ? QApplication::activeWindow() : m_owner;
-    auto preview = std::make_unique<report::PreviewWindow>(report, behind);
+        behind = QApplication::activeWindow();
+    // An earlier preview is no screen: closing it would close this one too.
+    while (qobject_cast<report::PreviewWindow*>(behind))
+        behind = behind->parentWidget();
+    if (!behind)
+        behind = m_owner;
+    auto preview = std::make_unique<report::PreviewWindow>(report, behind, m_choices, documentName);
     if (m_windowState == maximised)
         preview->showMaximized();
     else if (m_windowState == minimised)
@@ -76,7 +83,7 @@ void ReportControl::showPreview(const std::shared_ptr<report::Report>& report) {
     else
         preview->show();
     preview->activateWindow();
-    preview.release(); // frees itself when closed
+    preview.release(); // deletes itself when closed
 }
 
 } // namespace tarvessa

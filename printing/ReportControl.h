@@ -14,15 +14,17 @@ namespace tarvessa {
 
 namespace report {
 class Report;
-}
+struct PreviewChoices;
+} // namespace report
 
-/// The report control: is told a layout file, values for the layout's formulas and, if need be, another
-/// query, then runs the report and shows it in a preview window. One instance serves all screens; what a
-/// screen sets stays set for the next one.
+/// The report control: takes a layout file, values for the layout's formulas and optionally another query,
+/// then runs the report and shows it in a preview window. One instance serves all screens; what a screen sets
+/// stays set for the next one.
 class ReportControl {
   public:
-    /// `owner` is the main window: it stands behind a preview when no other window is active. Reports read
-    /// the database on a connection of their own, made with `connectionString` for each run.
+    /// `owner` is the main window, the parent of a preview when no other window is active. A preview is
+    /// closed with the screen that has shown it. Reports read the database on a connection of their own, made
+    /// with `connectionString` for each run.
     explicit ReportControl(QWidget* owner, QString connectionString = QStringLiteral("dsn=QDX"));
     ~ReportControl();
     ReportControl(const ReportControl&) = delete;
@@ -49,20 +51,24 @@ class ReportControl {
     void setReportFileName(const QString& path) { m_fileName = path; }
     QString reportFileName() const { return m_fileName; }
 
-    /// 1 runs the report and shows the preview; returns when the first page can be seen. Other values do
+    /// The name, without suffix, proposed for the files that the next report is saved to; the report's title
+    /// without one. It is used up by setAction(1).
+    void setDocumentName(const QString& name) { m_documentName = name; }
+
+    /// 1 runs the report and shows the preview; returns when the first page can be shown. Other values do
     /// nothing. Raises RuntimeError: layout file missing or not valid (file, line and problem in the text), a
-    /// formula text that is none, a column that the query lacks, any error of the database.
+    /// malformed formula, a query that does more than read, a column that the query lacks, any error of the
+    /// database.
     void setAction(int action);
 
     /// The moment printed as date and time of printing; the machine's clock unless another is given.
     void setClock(std::function<QDateTime()> clock) { m_clock = std::move(clock); }
 
-    /// The report of the last setAction(1) that succeeded; null before. Gives the pages and data without any
-    /// dialog (Report::savePdf, Report::saveCsv).
+    /// The report of the last setAction(1) that succeeded; null before.
     std::shared_ptr<report::Report> lastReport() const { return m_report; }
 
   private:
-    void showPreview(const std::shared_ptr<report::Report>& report);
+    void showPreview(const std::shared_ptr<report::Report>& report, const QString& documentName);
 
     QWidget* m_owner;
     QString m_connectionString;
@@ -72,6 +78,8 @@ class ReportControl {
     int m_windowState = 0;
     QString m_fileName;
     std::function<QDateTime()> m_clock;
+    std::shared_ptr<report::PreviewChoices> m_choices;
+    QString m_documentName;
     std::shared_ptr<report::Report> m_report;
 };
 

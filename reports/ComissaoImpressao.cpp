@@ -19,8 +19,9 @@ void Comissao::imprime() {
     for (int row = 1; row <= sellerRows(); ++row)
         inserts.append(insertOf(row));
     fillStaging(u"Truncate Relat2"_s, inserts);
-    printLayout(u"COMISSAO.RPT"_s, {u"Titulo='PERÍODO DE "_s + m_periodo->inicioTela() + u" À "_s +
-                                    m_periodo->fimTela() + u"'"_s});
+    printLayout(
+        u"COMISSAO.RPT"_s, u"Comissão - "_s + m_periodo->inFileName(),
+        {u"Titulo='PERÍODO DE "_s + m_periodo->inicioTela() + u" À "_s + m_periodo->fimTela() + u"'"_s});
 }
 
 QString Comissao::insertOf(int row) const {

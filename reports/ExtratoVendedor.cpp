@@ -4,6 +4,7 @@
 #include "base/Numeros.h"
 #include "core/AcessoDados.h"
 #include "core/Esquema.h"
+#include "core/Periodo.h"
 #include "core/Teclado.h"
 #include "reports/ExtratoVendedorColumns.h"
 #include "ui/BusyPointer.h"
@@ -63,6 +64,8 @@ void ExtratoVendedor::Carrega(qint32 codigoVendedor, const QString& nomeVendedor
         const BusyPointer busy;
         ui->Label1->setText(QString::number(codigoVendedor) + u" - "_s + nomeVendedor +
                             u"    -   PERÍODO DE "_s + dataInicial + u" A "_s + dataFinal);
+        m_documentName = u"Extrato - %1 - %2"_s.arg(
+            nomeVendedor, periodInFileName(DataDaTela(dataInicial), DataDaTela(dataFinal)));
         resetGrid();
         TemRegistro = AbreRS(
             queryOf(codigoVendedor, TextoSQL(DataDaTela(dataInicial)), TextoSQL(DataDaTela(dataFinal))));

@@ -46,6 +46,7 @@ class ExtratoVendedor : public QDialog {
     QString insertOf(int row) const;
     void defineFormulas();
 
+    QString m_documentName; // proposed when the paper is saved
     std::unique_ptr<Ui::ExtratoVendedor> ui;
 };
 

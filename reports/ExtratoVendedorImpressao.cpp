@@ -25,7 +25,7 @@ void ExtratoVendedor::imprime() {
         inserts.append(insertOf(row));
     fillStaging(u"truncate relat2"_s, inserts);
     defineFormulas();
-    printLayout(u"ExtratoVendedorDistribuidora.RPT"_s);
+    printLayout(u"ExtratoVendedorDistribuidora.RPT"_s, m_documentName);
     // The returns and their percentage stay set: layouts of other reports may use them.
     constexpr int titleAndRates = 3;
     clearFormulas(titleAndRates);

@@ -46,7 +46,7 @@ void RelatNivelPreco::geraRelatorio() {
         ui->TabelaPreco->setFocus();
         return;
     }
-    printLayout(u"RelatNivelPreco.RPT"_s, {},
+    printLayout(u"RelatNivelPreco.RPT"_s, u"Clientes do nível de preço %1"_s.arg(nivel), {},
                 u"SELECT clientes1.`codigo`, clientes1.`nome`, clientes1.`fantasia`, "
                 "clientes1.`colunapreco` From `clientes` clientes1 Where clientes1.`colunapreco`="_s +
                     QString::number(nivel) + u" And clientes1.ativocad='S' order By clientes1.`nome` ASC"_s);

@@ -21,8 +21,9 @@ void MetasQuadro::imprime() {
         const BusyLabel wait(ui->Label7);
         fillStaging(u"Truncate Relat2"_s, boardInserts());
     }
-    printLayout(u"Metas.RPT"_s, {u"Titulo='PERÍODO DE "_s + m_period->inicioTela() + u" A "_s +
-                                 m_period->fimTela() + u"'"_s});
+    printLayout(
+        u"Metas.RPT"_s, u"Metas - "_s + m_period->inFileName(),
+        {u"Titulo='PERÍODO DE "_s + m_period->inicioTela() + u" A "_s + m_period->fimTela() + u"'"_s});
     clearFormulas(1);
 }
 

@@ -133,7 +133,7 @@ Text BandReader::textFrame(const Band& band) const {
     return text;
 }
 
-// "Total de {Vendedor}: {Valor1|###,##0.00}"; "{{" stands for the brace itself.
+// Splits "Total de {Vendedor}: {Valor1|###,##0.00}" at its values; "{{" is a literal brace.
 std::vector<Piece> BandReader::pieces(const QString& text) {
     std::vector<Piece> result;
     QString fixed;
@@ -191,7 +191,7 @@ Format BandReader::defaultFormat(ValueRef value) const {
     }
 }
 
-// A total is complete only where its rows end.
+// A total is complete only after the last of its rows.
 void BandReader::checkAllowed(const QString& name, ValueRef value) const {
     const bool needsTotals =
         value.source == Source::Total || (value.source == Source::Calculation &&
@@ -201,7 +201,7 @@ void BandReader::checkAllowed(const QString& name, ValueRef value) const {
 }
 
 void BandReader::checkInside(const Band& band, const QRectF& place) const {
-    // Sizes are typed with few decimals; a rounding is no mistake.
+    // Sizes are typed with few decimals, so a rounding difference is accepted.
     constexpr double tolerance = dotsPerMillimetre / 10;
     if (place.right() > m_layout.printable().width() + tolerance)
         m_xml.fail(u"o elemento passa da largura da página entre as margens (%1 mm)."_s.arg(

@@ -8,14 +8,14 @@ namespace tarvessa::report {
 /// Reads a band of a layout, and the texts, fields, lines and boxes on it.
 class BandReader {
   public:
-    /// Adds the columns that elements use to `layout`; its page, fonts, columns, totals and calculations must
-    /// have been read.
+    /// Columns that elements use are added to `layout`, whose page, fonts, columns, totals and calculations
+    /// must have been read.
     BandReader(LayoutXml& xml, const LayoutNames& names, Layout& layout)
         : m_xml(xml), m_names(names), m_layout(layout) {}
 
     enum class Kind { Page, Head, Detail, Foot };
 
-    /// Reads the band whose element is open, to its end. Raises RuntimeError (InvalidLayout).
+    /// Reads the band whose element is open, up to its end. Raises RuntimeError (InvalidLayout).
     Band read(Kind kind);
 
   private:

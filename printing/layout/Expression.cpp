@@ -65,7 +65,16 @@ class Expression::Parser {
         }
     }
 
+    // Parentheses and signs within each other take a call each.
     void factor() {
+        if (++m_depth > deepest)
+            m_problem = u"a expressão tem mais de %1 níveis"_s.arg(deepest);
+        else
+            operand();
+        --m_depth;
+    }
+
+    void operand() {
         if (atEnd()) {
             m_problem = u"a expressão termina antes do fim"_s;
         } else if (take(u'-')) {
@@ -105,10 +114,13 @@ class Expression::Parser {
             m_steps.push_back({Operation::Value, {}, m_names(m_text.sliced(start, m_at - start).toString())});
     }
 
+    static constexpr int deepest = 200;
+
     QStringView m_text;
     const NameLookup& m_names;
     std::vector<Step>& m_steps;
     qsizetype m_at = 0;
+    int m_depth = 0;
     QString m_problem;
 };
 

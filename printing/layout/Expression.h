@@ -11,20 +11,22 @@
 
 namespace tarvessa::report {
 
-/// An arithmetic expression over values of a report: numbers in point form, names, + - * / and parentheses.
+/// An arithmetic expression over values of a report: numbers in point form, names, + - * / and parentheses,
+/// at most 200 of them (signs included) within each other.
 class Expression {
   public:
     using NameLookup = std::function<ValueRef(const QString& name)>;
     using ValueLookup = std::function<std::optional<Dinheiro>(ValueRef value)>;
 
-    /// Reads the text; gives the problem in Portuguese when it is none, an empty text when it is.
+    /// Reads the text. Gives the problem in Portuguese, without a full stop, when it is not an expression; an
+    /// empty text when it is.
     QString parse(const QString& text, const NameLookup& names);
 
-    /// The exact result, rounded once to so many decimal places (0 to 4), halves away from zero; nothing when
-    /// a value is missing or something is divided by zero. Raises RuntimeError (overflow).
+    /// The exact result, rounded once to this many decimal places (0 to 4), halves away from zero; nothing
+    /// when a value is missing or a divisor is zero. Raises RuntimeError (overflow).
     std::optional<Dinheiro> evaluate(const ValueLookup& values, int decimals) const;
 
-    /// The values it is made of.
+    /// The values it uses, in the order of the text.
     std::vector<ValueRef> values() const;
 
   private:
@@ -36,7 +38,7 @@ class Expression {
     };
     class Parser;
 
-    std::vector<Step> m_steps; // operands before their operation
+    std::vector<Step> m_steps; // in postfix order
 };
 
 } // namespace tarvessa::report

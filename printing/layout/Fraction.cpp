@@ -1,7 +1,8 @@
 #include "printing/layout/Fraction.h"
 
 #include "base/RuntimeError.h"
-#include "printing/layout/RoundedRatio.h"
+
+#include <limits>
 
 using namespace Qt::StringLiterals;
 
@@ -9,14 +10,18 @@ namespace tarvessa::report {
 
 namespace {
 
-constexpr __int128 leastNumber = static_cast<__int128>(1) << 127;
+// A long division multiplies a remainder by ten, which must still fit into 127 bits.
+constexpr __int128 largest = static_cast<__int128>(1) << 123;
 
-// In ten-thousandths, from a number in units of which `unit` ten-thousandths make one.
-Dinheiro amount(std::optional<long long> value, long long unit) {
-    long long result = 0;
-    if (!value || __builtin_mul_overflow(*value, unit, &result))
-        throw RuntimeError(ErrorNumber::Overflow, u"Estouro: o cálculo passa do maior número possível."_s);
-    return Dinheiro::deDecimosMilesimos(result);
+// The product of two numbers of so many digits fits into `largest`, and so does the sum of two such products.
+constexpr __int128 largestShort = 1'000'000'000'000'000'000;
+
+[[noreturn]] void overflow() {
+    throw RuntimeError(ErrorNumber::Overflow, u"Estouro: o cálculo passa do maior número possível."_s);
+}
+
+__int128 sizeOf(__int128 value) {
+    return value < 0 ? -value : value;
 }
 
 } // namespace
@@ -34,50 +39,65 @@ Fraction::Wide Fraction::common(Wide a, Wide b) {
         a = b;
         b = rest;
     }
-    return a < 0 ? -a : a;
+    return sizeOf(a);
 }
 
 std::optional<Fraction::Wide> Fraction::product(Wide a, Wide b) {
     Wide result = 0;
-    if (__builtin_mul_overflow(a, b, &result) || result == leastNumber)
+    if (__builtin_mul_overflow(a, b, &result) || result > largest || result < -largest)
         return {};
     return result;
 }
 
 std::optional<Fraction::Wide> Fraction::sum(std::optional<Wide> a, std::optional<Wide> b) {
-    Wide result = 0;
-    if (!a || !b || __builtin_add_overflow(*a, *b, &result) || result == leastNumber)
+    if (!a || !b)
+        return {};
+    const Wide result = *a + *b; // 124 bits at most
+    if (sizeOf(result) > largest)
         return {};
     return result;
 }
 
+// Cut to a decimal number of at most 18 digits, which is far more than the rounding that follows needs.
+Fraction Fraction::shortened() const {
+    if (sizeOf(m_above) < largestShort && m_below < largestShort)
+        return *this;
+    Wide digits = m_above / m_below;
+    if (sizeOf(digits) >= largestShort)
+        overflow();
+    Wide rest = m_above % m_below;
+    Wide scale = 1;
+    while (scale < largestShort / 10 && sizeOf(digits) < largestShort / 10) {
+        digits = digits * 10 + rest * 10 / m_below;
+        rest = rest * 10 % m_below;
+        scale *= 10;
+    }
+    return {digits, scale};
+}
+
 Fraction Fraction::operator+(const Fraction& other) const {
     const Wide shared = common(m_below, other.m_below);
-    const WideProduct left{m_above, other.m_below / shared};
-    const WideProduct right{other.m_above, m_below / shared};
-    const WideProduct divisor{m_below / shared, other.m_below};
-    const auto above = sum(product(left.left, left.right), product(right.left, right.right));
-    const auto below = product(divisor.left, divisor.right);
+    const auto above =
+        sum(product(m_above, other.m_below / shared), product(other.m_above, m_below / shared));
+    const auto below = product(m_below / shared, other.m_below);
     if (above && below)
         return {*above, *below};
-    return Fraction(amount(roundedRatio(left, right, divisor, Dinheiro::casas), 1));
+    return Fraction((shortened() + other.shortened()).rounded(4));
 }
 
 Fraction Fraction::operator-(const Fraction& other) const {
     return *this + Fraction(-other.m_above, other.m_below);
 }
 
-// Shortened crosswise before, so that only what is really too large is rounded.
+// Common divisors go first, so that only a product that is really too large is rounded.
 Fraction Fraction::operator*(const Fraction& other) const {
     const Wide left = common(m_above, other.m_below);
     const Wide right = common(other.m_above, m_below);
-    const WideProduct dividend{m_above / left, other.m_above / right};
-    const WideProduct divisor{m_below / right, other.m_below / left};
-    const auto above = product(dividend.left, dividend.right);
-    const auto below = product(divisor.left, divisor.right);
+    const auto above = product(m_above / left, other.m_above / right);
+    const auto below = product(m_below / right, other.m_below / left);
     if (above && below)
         return {*above, *below};
-    return Fraction(amount(roundedRatio(dividend, {}, divisor, Dinheiro::casas), 1));
+    return Fraction((shortened() * other.shortened()).rounded(4));
 }
 
 Fraction Fraction::operator/(const Fraction& other) const {
@@ -86,14 +106,25 @@ Fraction Fraction::operator/(const Fraction& other) const {
 
 Dinheiro Fraction::rounded(int decimals) const {
     constexpr int places = 4;
-    unsigned scale = 1;
-    long long unit = 1; // in ten-thousandths
-    for (int i = 0; i < places; ++i)
-        if (i < decimals)
-            scale *= 10;
-        else
-            unit *= 10;
-    return amount(roundedRatio({m_above, 1}, {}, {m_below, 1}, scale), unit);
+    constexpr Wide greatest = std::numeric_limits<qint64>::max();
+    Wide digits = m_above / m_below;
+    Wide rest = m_above % m_below;
+    for (int place = 0; place < decimals; ++place) {
+        if (sizeOf(digits) > greatest)
+            overflow();
+        digits = digits * 10 + rest * 10 / m_below;
+        rest = rest * 10 % m_below;
+    }
+    if (2 * sizeOf(rest) >= m_below)
+        digits += m_above < 0 ? -1 : 1;
+    for (int place = decimals; place < places; ++place) {
+        if (sizeOf(digits) > greatest)
+            overflow();
+        digits *= 10;
+    }
+    if (sizeOf(digits) > greatest)
+        overflow();
+    return Dinheiro::deDecimosMilesimos(static_cast<qint64>(digits));
 }
 
 } // namespace tarvessa::report

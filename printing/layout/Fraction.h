@@ -6,9 +6,10 @@
 
 namespace tarvessa::report {
 
-/// A ratio of two whole numbers: what a calculation is worth before it is rounded. It is exact as long as 127
-/// bits above and below the line hold it; a result that they do not hold is rounded to four decimal places,
-/// halves away from zero. Every operation raises RuntimeError (overflow) for one too large even so.
+/// A ratio of two whole numbers: the value of a calculation before it is rounded. It is exact while numerator
+/// and denominator fit into 123 bits; a result that does not fit is rounded to four decimal places, halves
+/// away from zero. Every operation raises RuntimeError (overflow) when that rounded value is beyond the range
+/// of Dinheiro.
 class Fraction {
   public:
     explicit Fraction(Dinheiro value) : Fraction(value.decimosMilesimos(), Dinheiro::casas) {}
@@ -22,19 +23,19 @@ class Fraction {
 
     bool isZero() const { return m_above == 0; }
 
-    /// Rounded to so many decimal places (0 to 4), halves away from zero.
+    /// Rounded to this many decimal places (0 to 4), halves away from zero. Raises RuntimeError (overflow).
     Dinheiro rounded(int decimals) const;
 
   private:
     using Wide = __int128;
 
     Fraction(Wide above, Wide below);
+    Fraction shortened() const;
     static Wide common(Wide a, Wide b);
     static std::optional<Wide> product(Wide a, Wide b);
     static std::optional<Wide> sum(std::optional<Wide> a, std::optional<Wide> b);
 
-    // Without common divisors; the sign is above the line. Neither is the least number of 128 bits, which has
-    // no opposite.
+    // Without common divisors; the sign is in the numerator.
     Wide m_above = 0;
     Wide m_below = 1;
 };

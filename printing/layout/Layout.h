@@ -17,15 +17,15 @@ namespace tarvessa {
 class RuntimeError;
 }
 
-/// What a layout file says, read once and not changed while its report lives. Lengths are in dots.
+/// The contents of a layout file, which do not change while its report exists. Lengths are in dots.
 namespace tarvessa::report {
 
-/// The unit of all places and sizes on a page, whatever it is later painted on.
+/// The dot is the unit of all places and sizes on a page, whatever device it is painted on.
 inline constexpr int dotsPerInch = 1200;
 inline constexpr double dotsPerMillimetre = dotsPerInch / 25.4;
 inline constexpr double dotsPerPoint = dotsPerInch / 72.0;
 
-/// How a value becomes text: as it stands, a number by a display mask, or a date by one ("dd/mm/yyyy").
+/// How a value becomes text: unchanged, or by a display mask for numbers or for dates ("dd/mm/yyyy").
 struct Format {
     enum class Kind { AsItStands, Number, Date };
     Kind kind = Kind::AsItStands;
@@ -45,9 +45,9 @@ struct Text {
     int font = 0;
     QColor colour;
     bool wraps = false;
-    /// Squeezed when too wide: a number with digits cut off would lie. Other texts are cut.
+    /// Squeezed when too wide, because a number with digits cut off is wrong. Other texts are cut.
     bool shrinks = false;
-    /// Left out where a value in it is empty.
+    /// Not printed where one of its values is empty.
     bool isOptional = false;
     std::vector<Piece> pieces;
     int line = 0;
@@ -67,14 +67,14 @@ struct Box {
     double radius = 0;
 };
 
-/// When a detail band stands for a row: the value is equal to, or begins with, the text.
+/// Decides whether a detail band is printed for a row: the value is equal to, or begins with, the text.
 struct Condition {
     ValueRef value;
     QString text;
     bool begins = false;
 };
 
-/// A strip across the page with what is drawn on it; places are from its top left corner.
+/// A strip across the page and what is drawn on it; places count from its top left corner.
 struct Band {
     double height = 0;
     QColor fill;
@@ -88,7 +88,7 @@ struct Band {
     bool hasWrappingText() const;
 };
 
-/// Rows that follow each other with the same value of a column, or the same first letter of it.
+/// Consecutive rows with the same value of a column, or with the same first letter of it.
 struct Group {
     QString name;
     ValueRef by;
@@ -121,7 +121,8 @@ struct Column {
     QString name;
     QString heading; // caption in the CSV file; the column's name when empty
     Format format;
-    bool required = false; // used by an element; one only described may be missing
+    bool required = false; // used by an element; a column that is only described may be missing
+    bool isFixed = false;  // without rows its value is the one that the query compares it with
     int line = 0;          // of the first mention
 };
 
@@ -144,12 +145,12 @@ struct Layout {
     std::vector<Group> groups; // outermost first
     std::optional<Band> reportHead;
     std::optional<Band> pageHead;
-    std::vector<Band> details; // the first whose condition holds stands for a row
+    std::vector<Band> details; // a row is printed by the first whose condition holds
     std::optional<Band> noData;
     std::optional<Band> reportFoot;
     std::optional<Band> pageFoot;
 
-    /// Paper, and what its margins leave, in dots.
+    /// The paper, and the area inside its margins.
     QSizeF paper() const;
     QRectF printable() const;
 };
@@ -157,8 +158,8 @@ struct Layout {
 /// Raises RuntimeError (InvalidLayout) that names file, line and problem.
 [[noreturn]] void raiseLayoutError(const QString& fileName, qint64 line, const QString& problem);
 
-/// Raises the error once more under its own number, with file, line and name of what was being calculated
-/// before its text.
+/// Raises the error again under its own number; file, line and name of what was being calculated precede its
+/// text.
 [[noreturn]] void raiseAtLine(const QString& fileName, qint64 line, const QString& name,
                               const RuntimeError& error);
 

@@ -1,5 +1,7 @@
 #include "printing/layout/LayoutNames.h"
 
+#include "printing/layout/LayoutXml.h"
+
 #include <QXmlStreamReader>
 
 #include <algorithm>
@@ -20,7 +22,6 @@ LayoutNames::LayoutNames(const QString& fileName, const QByteArray& contents)
                                               {u"group"_s, Source::Group}};
     QHash<Source, int> count;
     QXmlStreamReader reader(contents);
-    // Mistakes in the XML itself are told by the reading that follows.
     while (!reader.atEnd()) {
         if (reader.readNext() != QXmlStreamReader::StartElement)
             continue;
@@ -32,6 +33,9 @@ LayoutNames::LayoutNames(const QString& fileName, const QByteArray& contents)
             raiseLayoutError(fileName, reader.lineNumber(), u"o nome \"%1\" já está em uso."_s.arg(name));
         m_declared.insert(name.toLower(), {*source, count[*source]++});
     }
+    // Told before anything else: in a truncated file names are missing that other elements use.
+    if (reader.hasError())
+        raiseXmlError(fileName, reader);
 }
 
 ValueRef LayoutNames::lookup(const QString& name, int line, std::vector<Column>& columns) const {
@@ -56,7 +60,7 @@ int columnPlace(const QString& name, int line, std::vector<Column>& columns) {
     });
     const auto place = static_cast<int>(found - columns.begin());
     if (found == columns.end())
-        columns.push_back({name, {}, {}, false, line});
+        columns.push_back({name, {}, {}, false, false, line});
     return place;
 }
 

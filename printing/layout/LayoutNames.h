@@ -6,12 +6,13 @@
 
 namespace tarvessa::report {
 
-/// The names that a layout's elements may use. Letter case does not matter. What is declared nowhere is a
-/// column of the query, and whether the query has it shows when it is run.
+/// The names that a layout's elements may use; letter case does not matter. A name that is not declared is a
+/// column of the query, which is looked for when the query is run.
 class LayoutNames {
   public:
-    /// Notes the names of all formulas, totals, calculations and groups in the file, so that an element can
-    /// use what is declared further down. Raises RuntimeError (InvalidLayout) for a name given twice.
+    /// Collects the names of all formulas, totals, calculations and groups of the file, so that an element
+    /// can use one that is declared further down. Raises RuntimeError (InvalidLayout) for a name given twice
+    /// and for contents that are not well-formed XML.
     LayoutNames(const QString& fileName, const QByteArray& contents);
 
     /// The value of this name; adds a column to `columns` for an undeclared one. `line` is where it is used.

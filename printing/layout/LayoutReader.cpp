@@ -1,12 +1,10 @@
 #include "printing/layout/LayoutReader.h"
 
-#include "base/RuntimeError.h"
 #include "printing/layout/BandReader.h"
+#include "printing/layout/LayoutFile.h"
 #include "printing/layout/LayoutNames.h"
 #include "printing/layout/LayoutXml.h"
-
-#include <QDir>
-#include <QFile>
+#include "printing/layout/QueryText.h"
 
 #include <algorithm>
 
@@ -18,9 +16,8 @@ namespace {
 
 constexpr double defaultMarginMillimetres = 10;
 constexpr double defaultFontPoints = 9;
-constexpr qint64 largestFile = 4 * 1024 * 1024;
 
-// The elements below <report>, in the order in which they stand.
+// The elements inside <report>, in their order.
 enum class Part {
     Page,
     Font,
@@ -51,18 +48,6 @@ constexpr PartRule parts[] = {
     {u"group", false, true},       {u"detail", true, true},       {u"noData", false, false},
     {u"reportFoot", false, false}, {u"pageFoot", false, false},
 };
-
-QByteArray contentsOf(const QString& path) {
-    QFile file(path);
-    if (!file.exists())
-        throw RuntimeError(ErrorNumber::FileNotFound, u"O layout de relatório não foi encontrado: %1"_s.arg(
-                                                          QDir::toNativeSeparators(path)));
-    if (!file.open(QIODevice::ReadOnly))
-        throw RuntimeError(ErrorNumber::FileNotFound,
-                           u"O layout de relatório não pode ser lido: %1: %2"_s.arg(
-                               QDir::toNativeSeparators(path), file.errorString()));
-    return file.read(largestFile);
-}
 
 class Reader {
   public:
@@ -119,11 +104,7 @@ class Reader {
         case Part::Font:
             return readFont();
         case Part::Query:
-            m_xml.expectAttributes({});
-            m_layout.query = m_xml.readText().trimmed();
-            if (m_layout.query.isEmpty())
-                m_xml.fail(u"a consulta está vazia."_s);
-            return;
+            return readQuery();
         case Part::Column:
             return readColumn();
         case Part::Formula:
@@ -185,15 +166,25 @@ class Reader {
         font.font.setPixelSize(qMax(1, qRound(m_xml.length(u"size", defaultFontPoints, dotsPerPoint))));
         font.font.setBold(m_xml.flag(u"bold"));
         font.font.setItalic(m_xml.flag(u"italic"));
-        // The same widths on the screen, on paper and in a file.
+        // So that a text has the same width on the screen, on paper and in a file.
         font.font.setHintingPreference(QFont::PreferNoHinting);
         font.colour = m_xml.colour(u"colour", QColor(0, 0, 0));
         m_layout.fonts.push_back(font);
         m_xml.expectEmpty();
     }
 
+    void readQuery() {
+        m_xml.expectAttributes({});
+        const int line = m_xml.line();
+        m_layout.query = m_xml.readText().trimmed();
+        if (m_layout.query.isEmpty())
+            m_xml.fail(u"a consulta está vazia."_s);
+        if (const QString problem = queryProblem(m_layout.query); !problem.isEmpty())
+            raiseLayoutError(m_xml.fileName(), line, problem + u'.');
+    }
+
     void readColumn() {
-        m_xml.expectAttributes({u"name", u"heading", u"format"});
+        m_xml.expectAttributes({u"name", u"heading", u"format", u"fixed"});
         const int place = columnPlace(m_xml.requiredText(u"name"), m_xml.line(), m_layout.columns);
         const std::optional<Format> format = formatOfMask(m_xml.text(u"format"));
         if (!format)
@@ -201,6 +192,7 @@ class Reader {
         Column& column = m_layout.columns[static_cast<size_t>(place)];
         column.heading = m_xml.text(u"heading");
         column.format = *format;
+        column.isFixed = m_xml.flag(u"fixed");
         m_xml.expectEmpty();
     }
 
@@ -243,7 +235,7 @@ class Reader {
         for (const ValueRef value : calculation.expression.values()) {
             const auto index = static_cast<size_t>(value.index);
             if (value.source == Source::Calculation) {
-                // Only what is already read, so that no calculation can go round in a circle.
+                // Only those already read, so that no calculation can depend on itself.
                 if (index >= m_layout.calculations.size())
                     m_xml.fail(u"um cálculo só pode usar cálculos declarados antes dele."_s);
                 calculation.usesTotals |= m_layout.calculations[index].usesTotals;
@@ -306,7 +298,7 @@ bool consistsOf(const QString& text, QStringView characters) {
 } // namespace
 
 Layout readLayout(const QString& path) {
-    return Reader(path, contentsOf(path)).run();
+    return Reader(path, contentsOfLayout(path)).run();
 }
 
 std::optional<Format> formatOfMask(const QString& mask) {

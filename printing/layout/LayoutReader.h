@@ -5,11 +5,12 @@
 namespace tarvessa::report {
 
 /// Reads a layout file. Raises RuntimeError: FileNotFound when there is no such file, InvalidLayout with
-/// file, line and problem when it is no layout or says something that no layout can say.
+/// file, line and problem when its contents are not a valid layout, InvalidLayout when it is not a regular
+/// file.
 Layout readLayout(const QString& path);
 
-/// A display format: "" for none, a number mask made of "#", "0", "," and ".", or a date mask. Nothing for
-/// any other text.
+/// The display format that a mask stands for: none for "", a number for one of "#", "0", "," and "." only, a
+/// date for "dd/mm/yyyy" and "dd/mm/yy". Nothing for any other text.
 std::optional<Format> formatOfMask(const QString& mask);
 
 } // namespace tarvessa::report

@@ -10,7 +10,7 @@ namespace tarvessa::report {
 
 namespace {
 
-// With it an editor finds the schema of the file.
+// Editors find the schema of the file through this attribute.
 bool isSchemaHint(const QXmlStreamAttribute& attribute) {
     return attribute.namespaceUri() == "http://www.w3.org/2001/XMLSchema-instance"_L1 &&
            attribute.name() == "noNamespaceSchemaLocation"_L1;
@@ -140,7 +140,11 @@ void LayoutXml::failUnknownElement() const {
 
 void LayoutXml::failOnXmlError() const {
     if (m_reader.hasError())
-        fail(u"o XML está incorreto: %1"_s.arg(m_reader.errorString()));
+        raiseXmlError(m_fileName, m_reader);
+}
+
+void raiseXmlError(const QString& fileName, const QXmlStreamReader& reader) {
+    raiseLayoutError(fileName, reader.lineNumber(), u"o XML está incorreto: %1"_s.arg(reader.errorString()));
 }
 
 } // namespace tarvessa::report

@@ -8,8 +8,8 @@
 
 namespace tarvessa::report {
 
-/// The XML of a layout file with its attributes read as what they mean. Every mistake raises RuntimeError
-/// (InvalidLayout) with file, line and problem.
+/// The XML of a layout file, with typed attributes. Every mistake raises RuntimeError (InvalidLayout) with
+/// file, line and problem.
 class LayoutXml {
   public:
     LayoutXml(QString fileName, const QByteArray& contents);
@@ -43,8 +43,8 @@ class LayoutXml {
     /// "true" or "false"; false when missing.
     bool flag(QStringView attribute) const;
 
-    /// A number in point form, not negative, given in the unit of which one has `dots` dots. Gives `missing`
-    /// (in that unit) for a missing attribute.
+    /// A number in point form, not negative, times `dots`, the dots of its unit. For a missing attribute
+    /// gives `missing` times `dots`.
     double length(QStringView attribute, double missing, double dots = dotsPerMillimetre) const;
     double requiredLength(QStringView attribute) const;
 
@@ -63,5 +63,8 @@ class LayoutXml {
     QString m_fileName;
     QXmlStreamReader m_reader;
 };
+
+/// Raises RuntimeError (InvalidLayout) for contents that are not well-formed XML, with file, line and error.
+[[noreturn]] void raiseXmlError(const QString& fileName, const QXmlStreamReader& reader);
 
 } // namespace tarvessa::report

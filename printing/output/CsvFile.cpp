@@ -1,8 +1,10 @@
 #include "printing/output/CsvFile.h"
 
 #include "base/RuntimeError.h"
+#include "printing/output/CsvText.h"
 #include "printing/pages/DateMask.h"
 #include "printing/pages/NumberMask.h"
+#include "printing/pages/Report.h"
 
 #include <QSaveFile>
 
@@ -14,36 +16,59 @@ namespace {
 
 const QByteArray byteOrderMark("\xEF\xBB\xBF");
 
-QByteArray quoted(const QString& text) {
-    QByteArray bytes = text.toUtf8();
-    if (!bytes.contains(';') && !bytes.contains('"') && !bytes.contains('\n') && !bytes.contains('\r'))
-        return bytes;
-    bytes.replace("\"", "\"\"");
-    return '"' + bytes + '"';
-}
+struct CsvColumn {
+    QString heading;
+    Format format;
+};
 
-// Without points between the thousands, which not every spreadsheet reads.
-QString withoutPoints(QString mask) {
-    return mask.remove(u',');
-}
-
-} // namespace
-
-CsvFile::CsvFile(const Layout& layout, const DataSource& data) : m_data(data) {
-    for (const QString& name : data.columnNames()) {
+std::vector<CsvColumn> columnsOf(const Report& report) {
+    std::vector<CsvColumn> columns;
+    for (const QString& name : report.data().columnNames()) {
         CsvColumn column{name, {}};
-        for (const Column& described : layout.columns) {
+        for (const Column& described : report.layout().columns) {
             if (described.name.compare(name, Qt::CaseInsensitive) != 0)
                 continue;
             column.format = described.format;
             if (!described.heading.isEmpty())
                 column.heading = described.heading;
         }
-        m_columns.push_back(column);
+        columns.push_back(column);
     }
+    return columns;
 }
 
-void CsvFile::save(const QString& path) const {
+QByteArray quoted(const QString& text) {
+    QByteArray bytes = withoutFormula(text).toUtf8();
+    if (!bytes.contains(';') && !bytes.contains('"') && !bytes.contains('\n') && !bytes.contains('\r'))
+        return bytes;
+    bytes.replace("\"", "\"\"");
+    return '"' + bytes + '"';
+}
+
+// Not every spreadsheet reads points between the thousands.
+QString withoutPoints(QString mask) {
+    return mask.remove(u',');
+}
+
+QString cellText(const QString& stored, const Format& format) {
+    if (format.kind == Format::Kind::Number)
+        return numberByMask(stored, withoutPoints(format.mask));
+    if (format.kind == Format::Kind::Date)
+        return dateByMask(stored, format.mask);
+    return stored;
+}
+
+QByteArray lineOf(const RowStore& rows, qsizetype row, const std::vector<CsvColumn>& columns) {
+    QByteArray line;
+    for (size_t i = 0; i < columns.size(); ++i)
+        line += (i > 0 ? ";" : "") + quoted(cellText(rows.text(row, static_cast<int>(i)), columns[i].format));
+    return line + "\r\n";
+}
+
+} // namespace
+
+void saveCsv(Report& report, const QString& path) {
+    report.readAll();
     QSaveFile file(path);
     const auto fail = [&] {
         throw RuntimeError(ErrorNumber::FileNotWritable,
@@ -51,28 +76,17 @@ void CsvFile::save(const QString& path) const {
     };
     if (!file.open(QIODevice::WriteOnly))
         fail();
+    const std::vector<CsvColumn> columns = columnsOf(report);
     QByteArrayList headings;
-    for (const CsvColumn& column : m_columns)
+    for (const CsvColumn& column : columns)
         headings.append(quoted(column.heading));
     file.write(byteOrderMark + headings.join(';') + "\r\n");
-    for (qsizetype row = 0; row < m_data.rows().size(); ++row)
-        file.write(line(row));
-    // Tells of any write that has failed.
+    const RowStore& rows = report.data().rows();
+    for (qsizetype row = 0; row < rows.size(); ++row)
+        file.write(lineOf(rows, row, columns));
+    // Also fails when one of the writes has failed.
     if (!file.commit())
         fail();
-}
-
-QByteArray CsvFile::line(qsizetype row) const {
-    QByteArray result;
-    for (size_t i = 0; i < m_columns.size(); ++i) {
-        QString text = m_data.rows().text(row, static_cast<int>(i));
-        if (m_columns[i].format.kind == Format::Kind::Number)
-            text = numberByMask(text, withoutPoints(m_columns[i].format.mask));
-        else if (m_columns[i].format.kind == Format::Kind::Date)
-            text = dateByMask(text, m_columns[i].format.mask);
-        result += (i > 0 ? ";" : "") + quoted(text);
-    }
-    return result + "\r\n";
 }
 
 } // namespace tarvessa::report

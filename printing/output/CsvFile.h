@@ -1,31 +1,16 @@
 #pragma once
 
-#include "printing/layout/Layout.h"
-#include "printing/pages/DataSource.h"
+class QString;
 
 namespace tarvessa::report {
 
-/// The data of a report as a spreadsheet takes it: every column of the query, headed as the layout says.
-/// Columns with a format stand as they are printed with it, only without points between the thousands; all
-/// others as in the database.
-class CsvFile {
-  public:
-    /// All rows must have been read.
-    CsvFile(const Layout& layout, const DataSource& data);
+class Report;
 
-    /// Raises RuntimeError when the file cannot be written.
-    void save(const QString& path) const;
-
-  private:
-    struct CsvColumn {
-        QString heading;
-        Format format;
-    };
-
-    QByteArray line(qsizetype row) const;
-
-    const DataSource& m_data;
-    std::vector<CsvColumn> m_columns;
-};
+/// Writes the report's rows as a CSV file, after reading those that are still missing: every column of the
+/// query under the heading that the layout gives it. UTF-8 with byte order mark, ";" between the cells, lines
+/// ended by CR LF. Columns with a format are written as printed but without points between the thousands, all
+/// others as the database has them. Raises RuntimeError: FileNotWritable, or what reading raises; no file is
+/// left then.
+void saveCsv(Report& report, const QString& path);
 
 } // namespace tarvessa::report

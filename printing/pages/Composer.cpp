@@ -36,7 +36,7 @@ void Composer::composeBand(const Item& item, const Context& context, PageSink& s
                   {},
                   fill,
                   0});
-    // Below a text that has grown, the rest of the band moves down with it.
+    // What lies below a text that has grown moves down by the growth.
     const double growth = static_cast<double>(item.height) - band.height;
     double grownFrom = std::numeric_limits<double>::max();
     if (growth > 1)
@@ -85,10 +85,10 @@ void Composer::composeText(const Text& text, QPointF origin, const Context& cont
 
 PlacedText Composer::placeLine(const Text& text, const QString& content, const QRectF& place) const {
     PlacedText placed{content, {}, place, text.font, text.colour, 1, {}, 1};
-    double width = 0; // needed only where it decides something
+    double width = 0; // measured only where it is needed
     if (text.alignment != Qt::AlignLeft || !m_fonts.surelyFits(text.font, content, place.width())) {
         width = m_fonts.width(text.font, content);
-        if (width > place.width() && text.shrinks) {
+        if (width > place.width() && (text.shrinks || text.wraps)) {
             placed.squeeze = place.width() / width;
             width = place.width();
         } else if (width > place.width()) {

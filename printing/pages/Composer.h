@@ -5,13 +5,13 @@
 
 namespace tarvessa::report {
 
-/// Puts together what one page shows, when it is shown, printed or searched.
+/// Composes a page when it is shown, printed or searched.
 class Composer {
   public:
     Composer(const Layout& layout, const Values& values, const FontSet& fonts, const Paginator& paginator)
         : m_layout(layout), m_values(values), m_fonts(fonts), m_paginator(paginator) {}
 
-    /// Hands a page (from 0) to the sink. Raises RuntimeError.
+    /// Hands what a page (from 0) shows to the sink. Raises RuntimeError when a value cannot be calculated.
     void compose(int page, PageSink& sink) const;
 
   private:

@@ -1,8 +1,16 @@
 #include "printing/pages/DataSource.h"
 
+#include "base/RuntimeError.h"
+#include "printing/layout/QueryText.h"
+
+using namespace Qt::StringLiterals;
+
 namespace tarvessa::report {
 
-DataSource::DataSource(const QString& connectionString, const QString& sql) {
+DataSource::DataSource(const QString& connectionString, const QString& sql) : m_query(sql) {
+    if (const QString problem = queryProblem(sql); !problem.isEmpty())
+        throw RuntimeError(static_cast<int>(ErrorNumber::InvalidLayout),
+                           u"A consulta do relatório foi recusada: %1."_s.arg(problem), {}, sql);
     m_connection.open(connectionString);
     m_result.open(m_connection, sql);
     m_names = m_result.columnNames();

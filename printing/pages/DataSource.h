@@ -7,18 +7,21 @@
 
 namespace tarvessa::report {
 
-/// Runs a report's query on a connection of its own and reads the rows on, part by part.
+/// Runs a report's query on a connection of its own and reads the rows in parts.
 class DataSource {
   public:
-    /// Connects and runs the query. Raises RuntimeError.
+    /// Connects and runs the query. Raises RuntimeError: InvalidLayout for a query that does more than read
+    /// (see queryProblem), before anything is sent; any error of the database.
     DataSource(const QString& connectionString, const QString& sql);
+
+    const QString& query() const { return m_query; }
 
     const QStringList& columnNames() const { return m_names; }
 
     /// The place of a column, letter case ignored; -1 when the query has no such column.
     int column(const QString& name) const;
 
-    /// Reads up to so many rows more; closes the connection after the last one. Raises RuntimeError.
+    /// Reads up to this many more rows; closes the connection after the last one. Raises RuntimeError.
     void read(qsizetype rows);
 
     /// True when every row has been read.
@@ -27,6 +30,7 @@ class DataSource {
     const RowStore& rows() const { return m_rows; }
 
   private:
+    QString m_query;
     odbc::Connection m_connection;
     odbc::ResultSet m_result;
     QStringList m_names;

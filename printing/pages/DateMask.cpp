@@ -11,6 +11,8 @@ QString dateByMask(const QString& text, const QString& mask) {
     const QRegularExpressionMatch match = form.match(text);
     if (!match.hasMatch())
         return text;
+    if (match.captured(1) == "0000"_L1 && match.captured(2) == "00"_L1 && match.captured(3) == "00"_L1)
+        return {};
     QString result = mask;
     result.replace("yyyy"_L1, match.captured(1));
     result.replace("yy"_L1, match.captured(1).last(2));

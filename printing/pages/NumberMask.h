@@ -4,9 +4,9 @@
 
 namespace tarvessa::report {
 
-/// A number of the database in point form ("1234.50"; with a per cent sign at its end, which stays) by a mask
-/// such as "###,##0.00". One that is too large for four decimal places keeps its digits and gets the decimal
-/// comma only. Any other text comes back as it is.
+/// A number of the database in point form ("1234.50") by a mask such as "###,##0.00"; a per cent sign at its
+/// end is kept. A number beyond the range of Dinheiro keeps its digits and gets a decimal comma. Any other
+/// text is returned unchanged.
 QString numberByMask(const QString& text, const QString& mask);
 
 } // namespace tarvessa::report

@@ -8,15 +8,15 @@ namespace tarvessa::report {
 struct PlacedText {
     QString text;
     QPointF baseline;
-    QRectF place; // of the element; one line of it for a text of several
+    QRectF place; // of the element, or of this line of it
     int font = 0;
     QColor colour;
     double squeeze = 1; // horizontal scale
-    QString whole;      // on the first line of a text of several: all of it
-    int lines = 1;      // and how many there are
+    QString whole;      // the whole text, on the first of several lines
+    int lines = 1;      // of the whole text, on its first line
 };
 
-/// Takes what a page shows, in the order of drawing. Places are in dots from the paper's top left corner.
+/// Receives what a page shows, in the order of drawing. Places are in dots from the paper's top left corner.
 class PageSink {
   public:
     virtual ~PageSink() = default;

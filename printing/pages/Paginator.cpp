@@ -8,7 +8,7 @@ namespace tarvessa::report {
 
 namespace {
 
-// Millimetres turned into dots do not add up exactly.
+// Lengths converted from millimetres do not add up exactly.
 constexpr double roundingDots = 2;
 
 double heightOfBand(const std::optional<Band>& band) {
@@ -40,10 +40,26 @@ double Paginator::footTop() const {
 }
 
 void Paginator::advance() {
-    while (m_taken < m_data.rows().size())
-        takeRow(m_taken++);
+    if (!m_layout.groups.empty() && m_layout.groups.front().byInitial) {
+        if (m_data.complete() && !m_complete)
+            takeRowsByInitial();
+    } else {
+        while (m_taken < m_data.rows().size())
+            takeRow(m_taken++);
+    }
     if (m_data.complete() && !m_complete)
         finish();
+}
+
+void Paginator::takeRowsByInitial() {
+    std::vector<qint32> withInitial;
+    for (qint32 row = 0; row < m_data.rows().size(); ++row)
+        if (m_values.groupKey(0, row) == Values::noInitial)
+            takeRow(row);
+        else
+            withInitial.push_back(row);
+    for (const qint32 row : withInitial)
+        takeRow(row);
 }
 
 int Paginator::pageCount() const {
@@ -63,46 +79,48 @@ const Dinheiro* Paginator::totals(const Item& item) const {
 void Paginator::takeRow(qint32 row) {
     const int changed = firstChangedGroup(row);
     const auto groups = static_cast<int>(m_layout.groups.size());
-    if (row > 0) {
-        closeGroups(changed, row - 1);
+    const bool isFirst = m_lastRow < 0;
+    if (!isFirst) {
+        closeGroups(changed, m_lastRow);
         endBlock();
         if (changed <= m_keptGroup)
             endChunk();
     }
     m_block = {};
     m_block.openGroups = changed;
-    if (changed < groups || row == 0)
+    if (changed < groups || isFirst)
         m_detailsInGroup = 0;
     for (int group = changed; group < groups; ++group) {
         const Group& described = m_layout.groups[static_cast<size_t>(group)];
-        m_block.startsPage |= described.startsPage && row > 0;
+        m_block.startsPage |= described.startsPage && !isFirst;
         if (described.head)
             addItem(*described.head, row);
     }
     addTotals(row);
     if (const Band* detail = detailFor(row))
         addItem(*detail, row);
+    m_lastRow = row;
 }
 
 void Paginator::finish() {
-    if (m_taken > 0)
-        closeGroups(0, m_taken - 1);
+    if (m_lastRow >= 0)
+        closeGroups(0, m_lastRow);
     else if (m_layout.noData)
         addItem(*m_layout.noData, -1);
     if (m_layout.reportFoot)
-        addItem(*m_layout.reportFoot, m_taken - 1, noteTotals());
+        addItem(*m_layout.reportFoot, m_lastRow, noteTotals());
     endBlock();
     endChunk();
     m_complete = true;
 }
 
-// The outermost group that begins anew with this row; the number of groups when none does.
+// The outermost group that this row begins; the number of groups when it begins none.
 int Paginator::firstChangedGroup(qint32 row) {
     auto changed = static_cast<int>(m_layout.groups.size());
     for (int group = static_cast<int>(m_layout.groups.size()) - 1; group >= 0; --group) {
         QString key = m_values.groupKey(group, row);
         QString& last = m_groupKeys[static_cast<size_t>(group)];
-        if (row == 0 || key != last) {
+        if (m_lastRow < 0 || key != last) {
             last = std::move(key);
             changed = group;
         }
@@ -218,7 +236,7 @@ void Paginator::place(const Block& block) {
     if (m_pageHasItems && (block.startsPage || m_y + block.height > footTop() + roundingDots))
         beginPage(block);
     for (const Item& item : block.items) {
-        // Only a block taller than a page is parted.
+        // Only a block taller than a page is split.
         if (m_pageHasItems && m_y + static_cast<double>(item.height) > footTop() + roundingDots)
             beginPage({{item}, 0, block.openGroups, false});
         put(item);
@@ -226,7 +244,7 @@ void Paginator::place(const Block& block) {
     }
 }
 
-// The heads of groups that go on are repeated before what the page begins with.
+// The heads of groups that continue are repeated at the top of the page.
 void Paginator::beginPage(const Block& block) {
     m_pages.push_back({m_items.size(), -1, -1});
     m_y = bodyTop(1);

@@ -11,37 +11,42 @@ namespace tarvessa::report {
 struct Item {
     const Band* band = nullptr;
     qint32 row = -1;    // -1 on a report without rows
-    qint32 totals = -1; // which set of totals it shows; -1 for none
+    qint32 totals = -1; // its set of totals; -1 for none
     float top = 0;      // from the paper's top edge
     float height = 0;
     bool striped = false;
 };
 
-/// Finds where the pages of a report break, row by row as they are read, from the heights of the bands; adds
-/// up the totals on the way. Nothing is drawn.
+/// Finds the page breaks of a report from the heights of the bands, row by row as rows are read, and adds up
+/// the totals. Nothing is drawn.
 ///
-/// Never parted by a page break: a detail and the heads before it, a detail and the feet after it, and a
-/// group that is to be kept together as long as one page can hold it.
+/// A page break never separates a detail from the heads before it or from the feet after it, nor a group that
+/// is to be kept together and fits on one page.
+///
+/// When the outermost group is one of initials, the rows whose name begins with no letter come first: some
+/// sort before the letters and some after them, and they are one group. Pages are then known only after the
+/// last row.
 class Paginator {
   public:
     Paginator(const Layout& layout, const Values& values, const FontSet& fonts, const DataSource& data);
 
-    /// Takes in the rows that have been read since. Raises RuntimeError (a sum over what is no number).
+    /// Takes in the rows that have been read since the last call. Raises RuntimeError: InvalidLayout for a
+    /// sum over a text that is not a number, overflow.
     void advance();
 
-    /// Pages that are sure not to change; all of them when `complete`.
+    /// The number of pages that will not change any more; all of them when complete().
     int pageCount() const;
     bool complete() const { return m_complete; }
 
-    /// What stands on a page (from 0), without its head and foot.
+    /// The bands on a page (from 0), without its head and foot.
     std::span<const Item> items(int page) const;
     qsizetype firstRow(int page) const { return m_pages[static_cast<size_t>(page)].firstRow; }
     qsizetype lastRow(int page) const { return m_pages[static_cast<size_t>(page)].lastRow; }
 
-    /// The totals that an item shows, in the layout's order; null for none.
+    /// The totals that an item can show, in the layout's order; null for none.
     const Dinheiro* totals(const Item& item) const;
 
-    /// Where the bands of a page begin, and where its foot begins; dots from the paper's top edge.
+    /// The top of the first band and of the foot of a page, in dots from the paper's top edge.
     double bodyTop(int page) const;
     double footTop() const;
 
@@ -52,7 +57,7 @@ class Paginator {
         qint32 lastRow = -1;
     };
 
-    // Items that stay on one page, and how many groups were already open before them.
+    // Items that stay on one page, and the number of groups that were open before them.
     struct Block {
         std::vector<Item> items;
         double height = 0;
@@ -61,6 +66,7 @@ class Paginator {
     };
 
     void takeRow(qint32 row);
+    void takeRowsByInitial();
     void finish();
     int firstChangedGroup(qint32 row);
     void addTotals(qint32 row);
@@ -90,12 +96,13 @@ class Paginator {
     qint32 m_notedSets = 0;
 
     qint32 m_taken = 0;
+    qint32 m_lastRow = -1; // the row taken last
     bool m_complete = false;
     std::vector<QString> m_groupKeys;
     std::vector<Dinheiro> m_totals;
     qsizetype m_detailsInGroup = 0;
     Block m_block;
-    std::vector<Block> m_chunk; // blocks of a group that is being kept together
+    std::vector<Block> m_chunk; // blocks of a group that is to be kept together
     double m_chunkHeight = 0;
     bool m_chunkTooTall = false;
     double m_y = 0;

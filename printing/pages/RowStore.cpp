@@ -9,7 +9,7 @@ namespace {
 
 constexpr size_t blockBytes = size_t{256} * 1024;
 
-// Before the bytes of each cell stands their number plus one, 0 for NULL.
+// Precedes the bytes of each cell: their number plus one, 0 for NULL.
 using Length = quint32;
 
 } // namespace

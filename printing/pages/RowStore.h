@@ -9,15 +9,17 @@
 
 namespace tarvessa::report {
 
-/// The rows of a report, packed into large blocks: a long report stays in memory while its preview is open.
+/// The rows of a report, packed into large blocks because a long report stays in memory while its preview is
+/// open.
 class RowStore {
   public:
-    /// Adds a row; nothing in a cell means NULL.
+    /// Adds a row; an empty optional is NULL.
     void append(const std::vector<std::optional<QByteArray>>& cells);
 
     qsizetype size() const { return static_cast<qsizetype>(m_rows.size()); }
 
-    /// A cell as UTF-8, a null view for NULL; valid as long as the store.
+    /// A cell as UTF-8, a null view for NULL; valid as long as the store. The row must be below size(), the
+    /// column below the number of cells given to append().
     QByteArrayView bytes(qsizetype row, int column) const;
     QString text(qsizetype row, int column) const;
     bool isNull(qsizetype row, int column) const { return bytes(row, column).isNull(); }

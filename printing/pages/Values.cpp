@@ -2,6 +2,7 @@
 
 #include "base/Formata.h"
 #include "base/RuntimeError.h"
+#include "printing/layout/QueryText.h"
 #include "printing/pages/DateMask.h"
 #include "printing/pages/NumberMask.h"
 
@@ -11,11 +12,11 @@ namespace tarvessa::report {
 
 namespace {
 
-// The letter under which a name is filed: without accent, in upper case; "#" when it does not begin with one.
-// A leading blank is none: a query that sorts by the name has put it before all letters.
+// The first letter of a name, without accent and in upper case. A leading blank is not skipped, because a
+// query that sorts by the name puts it before all letters.
 QString initialOf(const QString& text) {
     const QString name = text.normalized(QString::NormalizationForm_D);
-    return name.isEmpty() || !name[0].isLetter() ? u"#"_s : QString(name[0].toUpper());
+    return QString(name.isEmpty() || !name[0].isLetter() ? Values::noInitial : name[0].toUpper());
 }
 
 } // namespace
@@ -28,6 +29,7 @@ Values::Values(const Layout& layout, const DataSource& data, const FormulaValues
             raiseLayoutError(layout.fileName, column.line,
                              u"a consulta não tem a coluna \"%1\"."_s.arg(column.name));
         m_columns.push_back(place);
+        m_withoutRows.push_back(column.isFixed ? comparedValue(data.query(), column.name) : QString());
     }
     for (const QString& name : layout.formulas)
         m_formulas.push_back(formulas.value(name.toLower()));
@@ -67,7 +69,7 @@ QString Values::raw(ValueRef value, const Context& context) const {
     const auto index = static_cast<size_t>(value.index);
     switch (value.source) {
     case Source::Column:
-        return context.row < 0 ? QString() : m_data.rows().text(context.row, m_columns[index]);
+        return context.row < 0 ? m_withoutRows[index] : m_data.rows().text(context.row, m_columns[index]);
     case Source::Formula:
         return m_formulas[index];
     case Source::Group:
@@ -138,7 +140,7 @@ std::optional<Dinheiro> Values::calculated(int calculation, const Context& conte
         return described.expression.evaluate(lookUp, described.decimals);
     } catch (const RuntimeError& error) {
         if (isLookingUp)
-            throw; // tells already where it comes from
+            throw; // already names its place
         raiseAtLine(m_layout.fileName, described.line, described.name, error);
     }
 }

@@ -1,5 +1,7 @@
 #include "printing/preview/PageView.h"
 
+#include "printing/output/PagePainter.h"
+
 #include <QKeyEvent>
 #include <QPainter>
 #include <QScrollBar>
@@ -29,7 +31,7 @@ void PageView::setPage(int page, bool fromBottom) {
         texts.append(text.text);
     m_page = page;
     m_marked = {};
-    // What a screen reader reads out.
+    // For screen readers.
     setAccessibleName(u"Página %1"_s.arg(page + 1));
     setAccessibleDescription(texts.join(u' '));
     verticalScrollBar()->setValue(fromBottom ? verticalScrollBar()->maximum() : 0);
@@ -87,9 +89,9 @@ void PageView::paintEvent(QPaintEvent* event) {
         return;
     painter.translate(paper.topLeft());
     painter.scale(dotsToPixels(), dotsToPixels());
-    m_report.paint(painter, m_page);
+    paintPage(m_report, painter, m_page);
     if (!m_marked.isEmpty()) {
-        // As a marker pen does, over a row's own shade too.
+        // Multiplied like a marker pen, so that the mark also shows on a shaded row.
         constexpr double margin = dotsPerMillimetre / 2;
         painter.setCompositionMode(QPainter::CompositionMode_Multiply);
         painter.fillRect(m_marked.adjusted(-margin, -margin, margin, margin), QColor(255, 221, 87));
@@ -136,7 +138,7 @@ void PageView::keyPressEvent(QKeyEvent* event) {
         QAbstractScrollArea::keyPressEvent(event);
 }
 
-// The paper is drawn where the bars say, so moving what is on the screen would do only half.
+// The paper is drawn at the position of the bars; moving the pixels already on the screen would scroll twice.
 void PageView::scrollContentsBy(int /*dx*/, int /*dy*/) {
     viewport()->update();
 }
@@ -151,7 +153,7 @@ void PageView::scrollOrTurn(int screens) {
 
 void PageView::fitZoom() {
     const QSizeF natural = m_report.layout().paper() * logicalDpiX() / dotsPerInch;
-    // The room is that with no bar, for the bar that a page of this zoom needs is already counted off.
+    // Measured without scroll bars; the bar that a page at this zoom needs is subtracted below.
     const QSizeF room = maximumViewportSize() - QSize(2 * gap, 2 * gap);
     if (m_fit == Fit::Page) {
         m_zoom = 100 * qMin(room.width() / natural.width(), room.height() / natural.height());

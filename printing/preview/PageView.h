@@ -6,7 +6,7 @@
 
 namespace tarvessa::report {
 
-/// Shows one page of a report as it will print, at any zoom.
+/// Shows one page of a report as it is printed, at any zoom.
 class PageView : public QAbstractScrollArea {
     Q_OBJECT
 
@@ -15,7 +15,8 @@ class PageView : public QAbstractScrollArea {
 
     PageView(const Report& report, QWidget* parent);
 
-    /// Shows another page (from 0), from its top or its bottom. Raises RuntimeError.
+    /// Shows another page (from 0), its top or its bottom first. Raises RuntimeError when a value cannot be
+    /// calculated.
     void setPage(int page, bool fromBottom = false);
     int page() const { return m_page; }
 
@@ -33,10 +34,10 @@ class PageView : public QAbstractScrollArea {
     static constexpr double largestZoom = 400;
 
   Q_SIGNALS:
-    /// Scrolling has come to the page's end: `pages` is 1 or -1.
+    /// Scrolling goes beyond the page: `pages` is 1 or -1.
     void turned(int pages);
     void zoomChanged();
-    /// The page stands on the screen.
+    /// The page has been drawn.
     void painted();
 
   protected:

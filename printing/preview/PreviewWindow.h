@@ -1,6 +1,8 @@
 #pragma once
 
 #include "printing/preview/PageView.h"
+#include "printing/preview/PreviewChoices.h"
+#include "printing/preview/TextSearch.h"
 
 #include <QMainWindow>
 #include <QTimer>
@@ -12,17 +14,27 @@ class QToolBar;
 
 namespace tarvessa::report {
 
-/// The preview of a report: its pages as they will print, with turning, zoom, search, printing and saving,
-/// all by mouse and by key. Reads the rest of a long report while the first pages are already looked at.
+class PageList;
+
+/// The preview of a report: its pages as they are printed, with turning, zoom, search, printing and saving,
+/// all by mouse and by keyboard. The rest of a long report is read while its first pages are shown.
 class PreviewWindow : public QMainWindow {
     Q_OBJECT
 
   public:
-    /// `parent` waits behind the preview until it is closed; null for none. The first page must have been
-    /// read. The window frees itself when closed. Raises RuntimeError when the first page cannot be composed.
-    PreviewWindow(std::shared_ptr<Report> report, QWidget* parent);
+    /// `parent` stays usable; the preview is closed with it. Null for none. The first page must have been
+    /// read. The window deletes itself when closed. `choices` are proposed and updated; `fileName`, without
+    /// suffix, is proposed for saved files, the report's title when empty. Raises RuntimeError when the first
+    /// page cannot be composed.
+    PreviewWindow(std::shared_ptr<Report> report, QWidget* parent, std::shared_ptr<PreviewChoices> choices,
+                  const QString& fileName = {});
+
+  protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
+    static QString fitWidthCaption();
+    static QString fitPageCaption();
     void makeFileBar();
     void makePageBar();
     void makeZoom(QToolBar* bar);
@@ -34,9 +46,11 @@ class PreviewWindow : public QMainWindow {
     void readOn();
     void readAll();
     void showPage(int page, bool fromBottom = false);
+    void displayPage(int page, bool fromBottom);
     void turn(int pages);
     void updateControls();
     void updateZoom();
+    void tell(const QString& message);
 
     void firstPage();
     void previousPage();
@@ -54,15 +68,19 @@ class PreviewWindow : public QMainWindow {
     void editSearch();
     void findNext();
     void findPrevious();
-    void find(bool forward);
+    void find(TextSearch::Direction direction);
 
     void print();
+    void preparePrinter(QPrinter& printer) const;
     void savePdf();
     void saveCsv();
     QString askFileName(const QString& title, const QString& suffix, const QString& kind);
 
     std::shared_ptr<Report> m_report;
+    std::shared_ptr<PreviewChoices> m_choices;
+    QString m_fileName;
     PageView* m_view;
+    PageList* m_list;
     QTimer m_reading;
     QAction* m_first = nullptr;
     QAction* m_previous = nullptr;
@@ -72,7 +90,7 @@ class PreviewWindow : public QMainWindow {
     QLabel* m_pageCount = nullptr;
     QComboBox* m_zoom = nullptr;
     QLineEdit* m_sought = nullptr;
-    int m_hitIndex = -1; // among the texts of the page shown
+    TextSearch m_search;
 };
 
 } // namespace tarvessa::report

@@ -30,6 +30,7 @@ class TstPeriodo : public QObject {
     void datesInEitherOrder();
     void datesThatAreNone_data();
     void datesThatAreNone();
+    void periodIsNamedInAFileName();
 
   private:
     static QDateTime noDia(const QString& dia) { return {QDate::fromString(dia, Qt::ISODate), QTime(10, 0)}; }
@@ -56,6 +57,18 @@ void TstPeriodo::cleanup() {
     m_periodo.reset();
     m_form.reset();
     FixaRelogio({});
+}
+
+void TstPeriodo::periodIsNamedInAFileName() {
+    m_dataIni->setDate(QDate(2024, 2, 1));
+    m_dataFin->setDate(QDate(2024, 2, 29));
+    QCOMPARE(m_periodo->inFileName(), u"2024-02"_s);
+    m_dataFin->setDate(QDate(2024, 2, 28));
+    QCOMPARE(m_periodo->inFileName(), u"2024-02-01 a 2024-02-28"_s);
+    m_dataFin->setDate(QDate(2024, 3, 31));
+    QCOMPARE(m_periodo->inFileName(), u"2024-02-01 a 2024-03-31"_s);
+    m_dataFin->setDate(QDate(2024, 2, 1));
+    QCOMPARE(m_periodo->inFileName(), u"2024-02-01"_s);
 }
 
 void TstPeriodo::currentMonth_data() {

@@ -1,6 +1,9 @@
 #pragma once
 
 #include "printing/layout/LayoutReader.h"
+#include "printing/output/CsvFile.h"
+#include "printing/output/PdfFile.h"
+#include "printing/output/Printing.h"
 #include "printing/pages/Report.h"
 #include "support/PrivateServer.h"
 #include "support/Program.h"

@@ -2,9 +2,11 @@
 #include "printing/ReportControl.h"
 #include "printing/preview/PreviewWindow.h"
 #include "support/ErrorOf.h"
+#include "support/Preview.h"
 
 #include <QApplication>
 #include <QDialog>
+#include <QLineEdit>
 #include <QRandomGenerator>
 #include <QTest>
 
@@ -24,7 +26,10 @@ class TstReportControl : public QObject {
 
     void actionShowsThePreviewAndReturns();
     void otherActionsDoNothing();
-    void previewOverAModalScreenTakesInput();
+    void previewAndItsModalScreenTakeInput();
+    void previewIsClosedWithItsScreen();
+    void previewOfAPreviewBelongsToTheScreen();
+    void documentNameIsProposedOnce();
     void windowStateIsFollowed();
     void fileNameTakesEitherSlash();
     void missingLayoutIsAnErrorAndLeavesTheLastReport();
@@ -54,6 +59,7 @@ class TstReportControl : public QObject {
     void statementWithoutPercentagesIsPrinted();
     void customersByLevelArePrinted();
     void customersOfAnEmptyLevelArePrinted();
+    void emptyLevelIsNamed();
     void targetsArePrinted();
     void targetsOfManyProductsArePrinted_data();
     void targetsOfManyProductsArePrinted();
@@ -66,9 +72,7 @@ class TstReportControl : public QObject {
     static QString supplied(const QString& name) {
         return QStringLiteral(TARVESSA_SOURCE_DIR "/rpt/") + name;
     }
-    static report::PreviewWindow* preview() {
-        return qobject_cast<report::PreviewWindow*>(QApplication::activeModalWidget());
-    }
+    static report::PreviewWindow* preview() { return qobject_cast<report::PreviewWindow*>(openPreview()); }
 
     /// Runs the control on a layout, closes the preview and gives the printed text.
     QString printed(const QString& layout);
@@ -107,7 +111,7 @@ QString TstReportControl::printed(const QString& layout) {
     if (QWidget* window = preview())
         window->close();
     const QString path = m_bench.path(u"impresso.pdf"_s);
-    m_control->lastReport()->savePdf(path);
+    report::savePdf(*m_control->lastReport(), path);
     return ReportBench::pdfText(path);
 }
 
@@ -134,8 +138,9 @@ void TstReportControl::otherActionsDoNothing() {
     QVERIFY(!m_control->lastReport());
 }
 
-void TstReportControl::previewOverAModalScreenTakesInput() {
+void TstReportControl::previewAndItsModalScreenTakeInput() {
     QDialog screen(m_owner.get());
+    auto* box = new QLineEdit(&screen);
     screen.setModal(true);
     screen.show();
     m_control->setReportFileName(supplied(u"COMISSAO.RPT"_s));
@@ -144,9 +149,59 @@ void TstReportControl::previewOverAModalScreenTakesInput() {
     QVERIFY(window);
     QCOMPARE(window->parentWidget(), &screen);
     QVERIFY(QTest::qWaitForWindowActive(window));
+    // Paper and screen side by side: neither blocks the other.
+    QCOMPARE(window->windowModality(), Qt::NonModal);
+    QTest::mouseClick(box, Qt::LeftButton);
+    QTest::keyClick(box, Qt::Key_7);
+    QCOMPARE(box->text(), u"7"_s);
     QTest::keyClick(window->centralWidget(), Qt::Key_Escape);
     QTRY_VERIFY(!window);
     QVERIFY(screen.isVisible());
+}
+
+void TstReportControl::previewIsClosedWithItsScreen() {
+    auto screen = std::make_unique<QDialog>(m_owner.get());
+    screen->setModal(true);
+    screen->show();
+    m_control->setReportFileName(supplied(u"COMISSAO.RPT"_s));
+    m_control->setAction(1);
+    const QPointer<report::PreviewWindow> window = preview();
+    QVERIFY(window);
+    screen.reset();
+    QVERIFY(!window);
+}
+
+void TstReportControl::previewOfAPreviewBelongsToTheScreen() {
+    m_control->setReportFileName(supplied(u"COMISSAO.RPT"_s));
+    m_control->setAction(1);
+    QPointer<report::PreviewWindow> first = preview();
+    QVERIFY(QTest::qWaitForWindowActive(first));
+    m_control->setAction(1); // the first preview is the active window
+    const auto all = m_owner->findChildren<report::PreviewWindow*>(Qt::FindDirectChildrenOnly);
+    QCOMPARE(all.size(), 2);
+    first->close();
+    QTRY_VERIFY(!first);
+    QVERIFY(preview());
+    preview()->close();
+}
+
+void TstReportControl::documentNameIsProposedOnce() {
+    m_control->setReportFileName(supplied(u"COMISSAO.RPT"_s));
+    m_control->setDocumentName(u"Comissão - 2024-02"_s);
+    m_control->setAction(1);
+    QCOMPARE(proposedFileName(), u"Comissão - 2024-02.pdf"_s);
+    preview()->close();
+    m_control->setAction(1);
+    QCOMPARE(proposedFileName(), u"Comissão dos vendedores.pdf"_s);
+    preview()->close();
+    // A report that cannot be shown takes its name with it.
+    m_control->setDocumentName(u"Outro"_s);
+    m_control->setReportFileName(m_bench.path(u"nada.RPT"_s));
+    QVERIFY(errorOf([&] { m_control->setAction(1); }));
+    m_control->setReportFileName(supplied(u"Metas.RPT"_s));
+    m_control->setAction(1);
+    QCOMPARE(proposedFileName(), u"Metas por vendedor.pdf"_s);
+    preview()->close();
 }
 
 void TstReportControl::windowStateIsFollowed() {
@@ -359,7 +414,7 @@ void TstReportControl::commissionDataAreSavedAsPrinted() {
         "Texto2='5,00'"_s);
     printed(supplied(u"COMISSAO.RPT"_s));
     const QString path = m_bench.path(u"comissao.csv"_s);
-    m_control->lastReport()->saveCsv(path);
+    report::saveCsv(*m_control->lastReport(), path);
     QFile file(path);
     QVERIFY(file.open(QIODevice::ReadOnly));
     QCOMPARE(QString::fromUtf8(file.readAll()).section(u"\r\n"_s, 1, 1),
@@ -506,6 +561,17 @@ void TstReportControl::customersOfAnEmptyLevelArePrinted() {
     QVERIFY2(!text.contains(u"Nível de preço:"_s), qPrintable(text));
     QVERIFY(text.contains(u"Não há clientes ativos neste nível de preço."_s));
     QVERIFY(text.contains(u"Total de clientes: 0"_s));
+}
+
+void TstReportControl::emptyLevelIsNamed() {
+    m_server->execute(u"DELETE FROM clientes"_s);
+    m_control->setSQLQuery(
+        u"SELECT clientes1.`codigo`, clientes1.`nome`, clientes1.`fantasia`, "
+        "clientes1.`colunapreco` From `clientes` clientes1 Where clientes1.`colunapreco`=4 And "
+        "clientes1.ativocad='S' order By clientes1.`nome` ASC"_s);
+    const QString text = printed(supplied(u"RelatNivelPreco.RPT"_s));
+    QVERIFY2(text.contains(u"Clientes ativos, em ordem alfabética Nível de preço: 4\n"_s), qPrintable(text));
+    QVERIFY(text.contains(u"Não há clientes ativos neste nível de preço."_s));
 }
 
 void TstReportControl::targetsArePrinted() {

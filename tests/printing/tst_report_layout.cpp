@@ -1,9 +1,12 @@
 #include "printing/ReportBench.h"
-#include "printing/layout/RoundedRatio.h"
+#include "printing/layout/QueryText.h"
 #include "support/ErrorOf.h"
 
 #include <QDir>
+#include <QRandomGenerator>
 #include <QTest>
+
+#include <cmath>
 
 using namespace Qt::StringLiterals;
 using namespace tarvessa;
@@ -23,6 +26,14 @@ class TstReportLayout : public QObject {
     void missingFileIsNamed();
     void fileOfAnotherKindIsRefused_data();
     void fileOfAnotherKindIsRefused();
+    void onlyAnOrdinaryFileIsRead_data();
+    void onlyAnOrdinaryFileIsRead();
+    void truncatedLayoutIsToldAsSuch_data();
+    void truncatedLayoutIsToldAsSuch();
+    void queryMayOnlyRead_data();
+    void queryMayOnlyRead();
+    void comparedValueIsFound_data();
+    void comparedValueIsFound();
     void mistakeIsToldWithFileAndLine_data();
     void mistakeIsToldWithFileAndLine();
     void pageAndMarginsAreRead();
@@ -35,8 +46,10 @@ class TstReportLayout : public QObject {
     void expressionIsCalculated();
     void expressionTooLargeIsAnError();
     void leastNumberIsAnErrorToo();
-    void largeRatiosAreRoundedOnce();
+    void quotientsAreRoundedOnce();
+    void sumsTooLongForExactnessStayClose();
     void expressionWithoutAValueHasNone();
+    void expressionMayHaveTwoHundredLevels();
     void wrongExpressionIsTold_data();
     void wrongExpressionIsTold();
 
@@ -192,6 +205,123 @@ void TstReportLayout::fileOfAnotherKindIsRefused() {
              error->what());
 }
 
+void TstReportLayout::onlyAnOrdinaryFileIsRead_data() {
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QString>("problem");
+    const QString good = m_bench.write(u"bom.RPT"_s, ReportBench::layout({}, "<detail height=\"5\"/>"));
+    QVERIFY(!errorOf([&] { report::readLayout(good); }));
+    QVERIFY(QFile::link(good, m_bench.path(u"atalho.RPT"_s)));
+    QTest::newRow("symbolic link") << m_bench.path(u"atalho.RPT"_s) << u"é um atalho (link simbólico)"_s;
+    QVERIFY(QFile::link(m_bench.path(u"nada.RPT"_s), m_bench.path(u"solto.RPT"_s)));
+    QTest::newRow("link to nothing") << m_bench.path(u"solto.RPT"_s) << u"é um atalho (link simbólico)"_s;
+    QVERIFY(QDir().mkdir(m_bench.path(u"pasta.RPT"_s)));
+    QTest::newRow("folder") << m_bench.path(u"pasta.RPT"_s) << u"é uma pasta"_s;
+    const QString large = m_bench.write(u"grande.RPT"_s, "<report>" + QByteArray(4 * 1024 * 1024, ' '));
+    QTest::newRow("too large") << large << u"tem mais de 4 MB"_s;
+#ifndef _WIN32
+    outputOf(u"mkfifo"_s, {m_bench.path(u"canal.RPT"_s)});
+    QTest::newRow("pipe") << m_bench.path(u"canal.RPT"_s) << u"é um dispositivo ou um canal"_s;
+    QTest::newRow("device") << u"/dev/zero"_s << u"é um dispositivo ou um canal"_s;
+#endif
+}
+
+void TstReportLayout::onlyAnOrdinaryFileIsRead() {
+    QFETCH(const QString, name);
+    QFETCH(const QString, problem);
+    const auto error = errorOf([&] { report::readLayout(name); });
+    QVERIFY(error);
+    QCOMPARE(error->number(), number(ErrorNumber::InvalidLayout));
+    QVERIFY2(error->text().contains(QDir::toNativeSeparators(name) + u' ' + problem), error->what());
+}
+
+void TstReportLayout::truncatedLayoutIsToldAsSuch_data() {
+    suppliedLayoutsAreValid_data();
+}
+
+// Wherever it is cut after its first element, the XML error is told, with the line on which the file ends.
+void TstReportLayout::truncatedLayoutIsToldAsSuch() {
+    QFETCH(const QString, name);
+    QFile file(QStringLiteral(TARVESSA_SOURCE_DIR "/rpt/") + name);
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    const QByteArray whole = file.readAll();
+    for (qsizetype length = 1; length < whole.lastIndexOf("</report>"); length += 31) {
+        const QByteArray cut = whole.first(length);
+        const auto error = errorOf([&] { report::readLayout(m_bench.write(u"cortado.RPT"_s, cut)); });
+        QVERIFY2(error, qPrintable(QString::number(length)));
+        QCOMPARE(error->number(), number(ErrorNumber::InvalidLayout));
+        const QString expected = u"cortado.RPT, linha %1: o XML está incorreto: "_s.arg(cut.count('\n') + 1);
+        QVERIFY2(error->text().contains(expected), qPrintable(error->text() + u" <> "_s + expected));
+    }
+}
+
+void TstReportLayout::queryMayOnlyRead_data() {
+    QTest::addColumn<QString>("query");
+    QTest::addColumn<QString>("problem"); // empty for none
+    const QString beginning = u"a consulta deve começar com SELECT ou WITH"_s;
+    const QString single = u"a consulta deve ser um único comando"_s;
+    const QString executable = u"a consulta não pode ter comentários executáveis (/*! */)"_s;
+    const auto changes = [](const QString& word) {
+        return u"a consulta não pode alterar dados (%1)"_s.arg(word);
+    };
+    QTest::newRow("select") << u"select 1"_s << QString();
+    QTest::newRow("with") << u"WITH t AS (SELECT 1 AS n) SELECT n FROM t"_s << QString();
+    QTest::newRow("comment before") << u"-- as vendas\n/* de */ # hoje\nSELECT 1"_s << QString();
+    QTest::newRow("one semicolon") << u"SELECT 1 ; -- fim"_s << QString();
+    QTest::newRow("words in quotes") << u"SELECT 'x; UPDATE a', \"INTO\", `delete` FROM t"_s << QString();
+    QTest::newRow("escaped quote") << u"SELECT 'a\\'; UPDATE b'"_s << QString();
+    QTest::newRow("functions") << u"SELECT REPLACE(a, 'b', 'c'), insert (a, 1, 2, 'x')"_s << QString();
+    QTest::newRow("column of such a name") << u"SELECT t.update FROM t"_s << QString();
+    QTest::newRow("two minus signs") << u"SELECT 5--3"_s << QString();
+    QTest::newRow("update") << u"UPDATE vendedores SET comiss=9"_s << beginning;
+    QTest::newRow("nothing") << u" -- só um comentário"_s << beginning;
+    QTest::newRow("call") << u"CALL apaga()"_s << beginning;
+    QTest::newRow("part of a word") << u"SELECTED"_s << beginning;
+    QTest::newRow("two statements") << u"SELECT 1; UPDATE vendedores SET comiss=9"_s << single;
+    QTest::newRow("two reading ones") << u"SELECT 1; SELECT 2"_s << single;
+    QTest::newRow("into a file") << u"SELECT * INTO OUTFILE '/tmp/x' FROM clientes"_s
+                                 << u"a consulta não pode gravar (INTO)"_s;
+    QTest::newRow("with and update") << u"WITH t AS (SELECT 1) UPDATE clientes SET nome=''"_s
+                                     << changes(u"UPDATE"_s);
+    QTest::newRow("with and delete") << u"with t as (select 1) delete from clientes"_s
+                                     << changes(u"DELETE"_s);
+    QTest::newRow("executable comment") << u"SELECT 1 /*!50000 , f() */"_s << executable;
+    QTest::newRow("of one server only") << u"SELECT 1 /*M!100000 , f() */"_s << executable;
+    QTest::newRow("no comment to the server")
+        << u"SELECT 1 AS x --\u00A0\n INTO OUTFILE 'y'"_s << u"a consulta não pode gravar (INTO)"_s;
+}
+
+void TstReportLayout::queryMayOnlyRead() {
+    QFETCH(const QString, query);
+    QFETCH(const QString, problem);
+    QCOMPARE(report::queryProblem(query), problem);
+    QByteArray layout = ReportBench::layout({}, "<detail height=\"5\"/>");
+    layout.replace("SELECT 1 AS n", query.toHtmlEscaped().toUtf8());
+    const auto error = errorOf([&] { report::readLayout(m_bench.write(u"consulta.RPT"_s, layout)); });
+    QCOMPARE(error.has_value(), !problem.isEmpty());
+    if (error)
+        QVERIFY2(error->text().contains(u"consulta.RPT, linha 4: "_s + problem + u'.'), error->what());
+}
+
+void TstReportLayout::comparedValueIsFound_data() {
+    QTest::addColumn<QString>("query");
+    QTest::addColumn<QString>("value");
+    QTest::newRow("number") << u"SELECT a.`nivel` FROM t a Where a.`nivel`= 2 And b='S'"_s << u"2"_s;
+    QTest::newRow("text") << u"SELECT * FROM t WHERE NIVEL = 'Á'"_s << u"Á"_s;
+    QTest::newRow("twice the same") << u"SELECT * FROM t WHERE nivel=2 AND nivel=2"_s << u"2"_s;
+    QTest::newRow("two values") << u"SELECT * FROM t WHERE nivel=2 OR nivel=3"_s << QString();
+    QTest::newRow("another comparison") << u"SELECT * FROM t WHERE nivel>2"_s << QString();
+    QTest::newRow("another column") << u"SELECT nivel FROM t WHERE niveis=2"_s << QString();
+    QTest::newRow("a column") << u"SELECT * FROM t, u WHERE nivel=codigo"_s << QString();
+    QTest::newRow("within quotes") << u"SELECT * FROM t WHERE obs='nivel=2'"_s << QString();
+    QTest::newRow("end") << u"SELECT * FROM t WHERE nivel="_s << QString();
+}
+
+void TstReportLayout::comparedValueIsFound() {
+    QFETCH(const QString, query);
+    QFETCH(const QString, value);
+    QCOMPARE(report::comparedValue(query, u"nivel"), value);
+}
+
 void TstReportLayout::mistakeIsToldWithFileAndLine_data() {
     QTest::addColumn<QByteArray>("contents");
     QTest::addColumn<int>("line");
@@ -275,6 +405,12 @@ void TstReportLayout::mistakeIsToldWithFileAndLine_data() {
              u"não há grupo com o nome \"Letra\"."_s);
     declared("decimals", "\n<calculation name=\"a\" value=\"1\" decimals=\"5\"/>\n", 6,
              u"\"5\" não é um valor de \"decimals\" (0, 1, 2, 3, 4)."_s);
+    declared("expression too deep",
+             "\n<calculation name=\"a\" value=\"" + QByteArray(50000, '(') + "1" + QByteArray(50000, ')') +
+                 "\"/>\n",
+             6, u"a expressão tem mais de 200 níveis."_s);
+    declared("signs too deep", "<calculation name=\"a\" value=\"" + QByteArray(201, '-') + "1\"/>\n", 5,
+             u"a expressão tem mais de 200 níveis."_s);
     declared("calculation too early",
              "<calculation name=\"a\" value=\"b + 1\"/>\n<calculation name=\"b\" value=\"1\"/>\n", 5,
              u"um cálculo só pode usar cálculos declarados antes dele."_s);
@@ -446,37 +582,85 @@ void TstReportLayout::leastNumberIsAnErrorToo() {
     QCOMPARE(errorNumberOf([&] { expression.evaluate(least, 4); }), number(ErrorNumber::Overflow));
 }
 
-void TstReportLayout::largeRatiosAreRoundedOnce() {
-    using report::roundedRatio;
-    using report::WideProduct;
-    constexpr __int128 large = static_cast<__int128>(1) << 126;
-    const WideProduct divisor{large, large};
-    const auto plus = [&](__int128 part, int sign, unsigned scale) {
-        return roundedRatio({sign * large, large}, {sign * part, large}, divisor, scale).value();
-    };
-    for (const int sign : {1, -1}) {
-        QCOMPARE(plus(large / 2, sign, 1), sign * 2LL); // one and a half
-        QCOMPARE(plus(large / 2 - 1, sign, 1), sign * 1LL);
-        QCOMPARE(plus(large / 4, sign, 10), sign * 13LL); // 12.5
-        QCOMPARE(plus(large / 4 - 1, sign, 10), sign * 12LL);
-        QCOMPARE(plus(large / 4, sign, 10000), sign * 12500LL);
-        QCOMPARE(plus(-large / 2, sign, 10000), sign * 5000LL);
-        QCOMPARE(plus(-large, sign, 10000), 0LL);
+namespace {
+
+// The value of an expression over amounts given in ten-thousandths and named a, b, c, d, e, f.
+std::optional<qint64> tenThousandths(const QString& text, const QList<qint64>& amounts, int decimals) {
+    report::Expression expression;
+    const QString problem = expression.parse(text, [](const QString& name) {
+        return report::ValueRef{report::Source::Column, name[0].unicode() - u'a'};
+    });
+    if (!problem.isEmpty())
+        throw TestError(problem);
+    const auto value = expression.evaluate(
+        [&](report::ValueRef ref) { return Dinheiro::deDecimosMilesimos(amounts[ref.index]); }, decimals);
+    return value ? std::optional(value->decimosMilesimos()) : std::nullopt;
+}
+
+} // namespace
+
+// Compared with the quotient and remainder of whole numbers, of both signs and up to a milliard.
+void TstReportLayout::quotientsAreRoundedOnce() {
+    QRandomGenerator chance(7);
+    const auto amount = [&](qint64 most) { return qint64(chance.bounded(1.0) * double(2 * most)) - most; };
+    for (int i = 0; i < 2000; ++i) {
+        const int decimals = i % 5;
+        const QList<qint64> amounts = {amount(10'000'000'000'000), amount(1'000'000'000),
+                                       qMax(qint64(1), qAbs(amount(1'000'000'000'000))) *
+                                           (i % 2 == 0 ? 1 : -1)};
+        qint64 unit = 1; // of the last place, in ten-thousandths
+        for (int place = decimals; place < 4; ++place)
+            unit *= 10;
+        __int128 above = static_cast<__int128>(amounts[0]) * amounts[1];
+        const __int128 below = static_cast<__int128>(amounts[2] < 0 ? -amounts[2] : amounts[2]) * unit;
+        if (amounts[2] < 0)
+            above = -above;
+        __int128 units = above / below;
+        const __int128 rest = above % below;
+        if (2 * (rest < 0 ? -rest : rest) >= below)
+            units += above < 0 ? -1 : 1;
+        if (units * unit > std::numeric_limits<qint64>::max() ||
+            units * unit < -std::numeric_limits<qint64>::max()) {
+            QCOMPARE(errorNumberOf([&] { tenThousandths(u"a * b / c"_s, amounts, decimals); }),
+                     number(ErrorNumber::Overflow));
+            continue;
+        }
+        QCOMPARE(tenThousandths(u"a * b / c"_s, amounts, decimals), static_cast<qint64>(units * unit));
     }
-    QCOMPARE(roundedRatio({1, 1}, {-3, 1}, {4, 1}, 1).value(), -1LL); // -0.5
-    QCOMPARE(roundedRatio({7, 1}, {}, {3, 1}, 10000).value(), 23333LL);
-    QCOMPARE(roundedRatio({-8, 1}, {}, {3, 1}, 10000).value(), -26667LL);
-    constexpr long long greatest = std::numeric_limits<long long>::max();
-    QCOMPARE(roundedRatio({greatest, large}, {}, {large, 1}, 1).value(), greatest);
-    QVERIFY(!roundedRatio({greatest, large}, {large / 2, 1}, {large, 1}, 1));
-    QVERIFY(!roundedRatio({greatest, 1}, {}, {1, 1}, 10));
-    QVERIFY(!roundedRatio(divisor, {}, {1, 1}, 1));
+}
+
+// Three quotients of amounts of 16 digits: the exact sum has more than 150 bits.
+void TstReportLayout::sumsTooLongForExactnessStayClose() {
+    QRandomGenerator chance(8);
+    const auto amount = [&] { return 1'000'000'000'000'000 + qint64(chance.bounded(8e15)); };
+    for (int i = 0; i < 500; ++i) {
+        const QList<qint64> amounts = {amount(), amount(), amount(), amount(), amount(), amount()};
+        const auto ratio = [&](int above) {
+            return static_cast<long double>(amounts[above]) / static_cast<long double>(amounts[above + 1]);
+        };
+        const auto sum = tenThousandths(u"(a / b + c / d + e / f) * 1000"_s, amounts, 4);
+        // The sum is rounded to four places before it is multiplied.
+        const long double expected = (ratio(0) + ratio(2) + ratio(4)) * 10'000;
+        QVERIFY(sum);
+        QCOMPARE(*sum, std::llround(expected) * 1000);
+    }
 }
 
 void TstReportLayout::expressionWithoutAValueHasNone() {
     report::Expression expression;
     expression.parse(u"1 + x"_s, [](const QString&) { return report::ValueRef(); });
     QVERIFY(!expression.evaluate([](report::ValueRef) { return std::optional<Dinheiro>(); }, 4));
+}
+
+void TstReportLayout::expressionMayHaveTwoHundredLevels() {
+    report::Expression expression;
+    const auto noNames = [](const QString&) { return report::ValueRef(); };
+    const QString levels(199, u'(');
+    QCOMPARE(expression.parse(levels + u"7"_s + QString(199, u')'), noNames), QString());
+    QCOMPARE(expression.evaluate([](report::ValueRef) { return Dinheiro(); }, 0), Dinheiro(7));
+    // Levels that follow each other do not add up.
+    QCOMPARE(expression.parse(QStringList(300, u"(1)"_s).join(u'+'), noNames), QString());
+    QCOMPARE(expression.evaluate([](report::ValueRef) { return Dinheiro(); }, 0), Dinheiro(300));
 }
 
 void TstReportLayout::wrongExpressionIsTold_data() {

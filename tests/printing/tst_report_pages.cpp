@@ -1,6 +1,7 @@
 #include "printing/ReportBench.h"
 #include "printing/preview/TextSearch.h"
 #include "support/ErrorOf.h"
+#include "support/StatementLog.h"
 
 #include <QDir>
 #include <QPrinter>
@@ -42,6 +43,10 @@ class TstReportPages : public QObject {
     void noDataBandStandsForNoRows();
     void groupsHaveHeadsFeetAndSums();
     void groupByInitialIgnoresAccentsAndCase();
+    void rowsWithoutAnInitialAreOneGroup();
+    void fixedColumnIsPrintedWithoutRows();
+    void noLineHasASingleLetter_data();
+    void noLineHasASingleLetter();
     void groupHeadIsRepeatedOnItsNextPage();
     void groupIsKeptTogether();
     void groupTallerThanAPageIsParted();
@@ -73,6 +78,8 @@ class TstReportPages : public QObject {
     void pageThatFailsLeavesNothingOnThePrinter();
     void csvIsWrittenByteForByte();
     void csvOfNoRowsHasItsHeadings();
+    void csvHasNoFormulas();
+    void queryThatWritesIsNotSent();
 
   private:
     std::unique_ptr<PrivateServer> m_server;
@@ -134,7 +141,7 @@ void TstReportPages::firstPageIsThereBeforeTheLastRow() {
 void TstReportPages::everyRowOfALongReportIsPrintedOnce() {
     const auto report = m_bench.run(rows(10000), {}, tenToAPage);
     const QString path = m_bench.path(u"longo.pdf"_s);
-    report->savePdf(path);
+    report::savePdf(*report, path);
     const QStringList pages = ReportBench::pdfText(path).split(u'\f');
     QCOMPARE(pages.size(), 1001); // a form feed ends the last page too
     QStringList numbers;
@@ -211,6 +218,60 @@ void TstReportPages::groupByInitialIgnoresAccentsAndCase() {
     QCOMPARE(ReportBench::texts(*report, 0),
              (QStringList{u"-#-"_s, u" COSTA"_s, u"99 LANCHES"_s, u"-A-"_s, u"ÁGUA"_s, u"alves"_s, u"-C-"_s,
                           u"ÇA VA"_s, u"COSTA"_s}));
+}
+
+void TstReportPages::rowsWithoutAnInitialAreOneGroup() {
+    // "[" and "~" sort after the letters, digits before them.
+    const auto report = m_bench.run(
+        u"SELECT '9' AS nome, 1 AS v UNION ALL SELECT 'ANA', 2 UNION ALL SELECT 'BIA', 4 UNION ALL "
+        "SELECT '[X', 8 UNION ALL SELECT '~Y', 16"_s,
+        "<total name=\"T\" of=\"v\" over=\"Letra\"/><total name=\"Tudo\" of=\"v\" over=\"report\"/>",
+        "<group name=\"Letra\" by=\"nome\" key=\"initial\"><head height=\"5\"><text x=\"0\" y=\"0\" "
+        "width=\"90\">-{Letra}-</text></head><foot height=\"5\"><text x=\"0\" y=\"0\" width=\"90\">"
+        "{Letra}: {T}</text></foot></group>"
+        "<detail height=\"5\"><field x=\"0\" y=\"0\" width=\"90\" value=\"nome\"/></detail>"
+        "<reportFoot height=\"5\"><field x=\"0\" y=\"0\" width=\"90\" value=\"Tudo\"/></reportFoot>");
+    QCOMPARE(ReportBench::texts(*report, 0),
+             (QStringList{u"-#-"_s, u"9"_s, u"[X"_s, u"~Y"_s, u"#: 25,00"_s, u"-A-"_s, u"ANA"_s, u"A: 2,00"_s,
+                          u"-B-"_s, u"BIA"_s, u"B: 4,00"_s, u"31,00"_s}));
+}
+
+void TstReportPages::fixedColumnIsPrintedWithoutRows() {
+    const QByteArray bands = "<pageHead height=\"5\"><text x=\"0\" y=\"0\" width=\"90\" optional=\"true\">"
+                             "Nível {nivel}</text></pageHead><detail height=\"5\"/>";
+    const QString none = u"SELECT t.nivel FROM (SELECT 5 AS nivel) t WHERE t.`nivel`= 2"_s;
+    const QByteArray fixed = "<column name=\"nivel\" fixed=\"true\"/>";
+    QCOMPARE(ReportBench::texts(*m_bench.run(none, fixed, bands), 0), QStringList(u"Nível 2"_s));
+    QCOMPARE(ReportBench::texts(*m_bench.run(none, {}, bands), 0), QStringList());
+    const QString some = u"SELECT t.nivel FROM (SELECT 5 AS nivel) t WHERE t.nivel = 5"_s;
+    QCOMPARE(ReportBench::texts(*m_bench.run(some, fixed, bands), 0), QStringList(u"Nível 5"_s));
+}
+
+void TstReportPages::noLineHasASingleLetter_data() {
+    QTest::addColumn<QString>("text");
+    QTest::newRow("one word") << QString(60, u'W');
+    QTest::newRow("letter at the end") << u"MERCADO BOM PREÇO DA PRAÇA E"_s;
+    QTest::newRow("letter after a long word") << u"SUPERMERCADOS E"_s;
+    QTest::newRow("letters alone") << u"A B C D E F G H I J K L M N O P Q R S T U V"_s;
+}
+
+// In a column of every width.
+void TstReportPages::noLineHasASingleLetter() {
+    QFETCH(const QString, text);
+    report::Font font{u"f"_s, QFont(u"DejaVu Sans"_s), QColor(Qt::black)};
+    font.font.setPixelSize(qRound(8 * report::dotsPerPoint));
+    const report::FontSet fonts({font});
+    int wrapped = 0;
+    for (double width = fonts.width(0, u"WWWW"_s); width < fonts.width(0, text); width += 7) {
+        const QStringList lines = fonts.wrap(0, text, width);
+        wrapped += lines.size() > 1 ? 1 : 0;
+        for (qsizetype line = 1; line < lines.size(); ++line)
+            QVERIFY2(lines[line].size() > 1, qPrintable(lines.join(u'|')));
+        QCOMPARE(lines.join(QString()).remove(u' '), QString(text).remove(u' '));
+        for (const QString& line : lines)
+            QVERIFY2(fonts.width(0, line) <= width + fonts.width(0, u" W"_s), qPrintable(lines.join(u'|')));
+    }
+    QVERIFY(wrapped > 10);
 }
 
 namespace {
@@ -363,9 +424,12 @@ void TstReportPages::errorPastTheFirstPageIsRepeated() {
     report.readPage();
     const QString pdf = m_bench.path(u"soma.pdf"_s);
     const QString csv = m_bench.path(u"soma.csv"_s);
-    const std::vector<std::function<void()>> attempts = {
-        [&] { report.readAll(); }, [&] { report.savePdf(pdf); },   [&] { report.saveCsv(csv); },
-        [&] { report.readAll(); }, [&] { report.readFor(10000); }, [&] { report.readPage(); }};
+    const std::vector<std::function<void()>> attempts = {[&] { report.readAll(); },
+                                                         [&] { report::savePdf(report, pdf); },
+                                                         [&] { report::saveCsv(report, csv); },
+                                                         [&] { report.readAll(); },
+                                                         [&] { report.readFor(10000); },
+                                                         [&] { report.readPage(); }};
     for (const auto& attempt : attempts) {
         const auto error = errorOf(attempt);
         QVERIFY(error);
@@ -426,6 +490,8 @@ void TstReportPages::valuesFollowTheirMasks_data() {
     QTest::newRow("date") << u"DATE '2024-02-29'"_s << QByteArray("dd/mm/yyyy") << u"29/02/2024"_s;
     QTest::newRow("date and time") << u"TIMESTAMP '2024-02-29 10:11:12'"_s << QByteArray("dd/mm/yy")
                                    << u"29/02/24"_s;
+    QTest::newRow("zero date") << u"'0000-00-00'"_s << QByteArray("dd/mm/yyyy") << QString();
+    QTest::newRow("zero date and time") << u"'0000-00-00 00:00:00'"_s << QByteArray("dd/mm/yy") << QString();
     QTest::newRow("date as it is typed") << u"'29/02/2024'"_s << QByteArray("dd/mm/yyyy") << u"29/02/2024"_s;
     QTest::newRow("percentage with a blank") << u"'-12.5 %'"_s << QByteArray("##0.00") << u"-12,50%"_s;
     QTest::newRow("sign without a number") << u"'%'"_s << QByteArray("##0.00") << u"%"_s;
@@ -528,10 +594,10 @@ void TstReportPages::textIsFoundAcrossItsLines() {
     const auto texts = report->texts(0);
     QVERIFY(texts.size() > 3);
     const auto last = static_cast<int>(texts.size()) - 1;
-    using report::TextSearch;
-    const auto found = [&](const QString& sought, int index = -1,
-                           TextSearch::Direction direction = TextSearch::Direction::Forward) {
-        return TextSearch::find(*report, sought, 0, index, direction);
+    using Direction = report::TextSearch::Direction;
+    report::TextSearch search(*report);
+    const auto found = [&](const QString& sought, Direction direction = Direction::Forward) {
+        return search.find(sought, 0, direction);
     };
     QRectF whole;
     for (int i = 0; i < last; ++i)
@@ -539,21 +605,29 @@ void TstReportPages::textIsFoundAcrossItsLines() {
     for (const QString& sought :
          {u"supermercado bom preco de araraquara comercio ltda"_s,
           texts[0].text.section(u' ', -1) + u' ' + texts[1].text.section(u' ', 0, 0)}) {
-        const auto hit = found(sought);
-        QVERIFY2(hit, qPrintable(sought));
-        QCOMPARE(hit->index, 0);
-        QCOMPARE(hit->place, whole);
-        QCOMPARE(found(sought, 0)->index, 0); // nowhere else
-        QCOMPARE(found(sought, -1, TextSearch::Direction::Backward)->index, 0);
+        for (const Direction direction : {Direction::Forward, Direction::Backward}) {
+            search.startAgain();
+            const auto hit = found(sought, direction);
+            QVERIFY2(hit, qPrintable(sought));
+            QCOMPARE(hit->place, whole);
+            QCOMPARE(hit->number, 1);
+            QCOMPARE(hit->count, 1); // nowhere else
+            QVERIFY(!hit->wrapped);
+        }
+        const auto again = found(sought);
+        QCOMPARE(again->place, whole);
+        QVERIFY(again->wrapped);
     }
     // What one line has by itself is found on that line.
     const auto word = found(u"ltda"_s);
     QVERIFY(word);
-    QCOMPARE(word->index, last - 1);
     QCOMPARE(word->place, texts[static_cast<size_t>(last - 1)].place);
     const auto first = found(u"preço"_s);
-    QVERIFY(first && first->index < last);
-    QCOMPARE(found(u"preço"_s, first->index)->index, last);
+    QVERIFY(first && first->place.top() < texts.back().place.top());
+    QCOMPARE(first->count, 2);
+    const auto second = found(u"preço"_s);
+    QCOMPARE(second->place, texts.back().place);
+    QCOMPARE(second->number, 2);
     QVERIFY(!found(u"ltda preço"_s)); // texts of two rows
 }
 
@@ -598,7 +672,7 @@ void TstReportPages::wrongQueryIsTheDatabasesError() {
 void TstReportPages::pdfHasTextFontsAndTitle() {
     const auto report = m_bench.run(u"SELECT 'PÃO & AÇÚCAR' AS n"_s, {}, tenToAPage);
     const QString path = m_bench.path(u"um.pdf"_s);
-    report->savePdf(path);
+    report::savePdf(*report, path);
     QCOMPARE(ReportBench::pdfText(path).simplified(), u"Teste 1/1 PÃO & AÇÚCAR pé 1"_s);
     const QString info = QString::fromUtf8(outputOf(u"pdfinfo"_s, {path}));
     QVERIFY2(info.contains(QRegularExpression(u"Title: +Teste\n"_s)), qPrintable(info));
@@ -614,8 +688,8 @@ void TstReportPages::pdfHasTextFontsAndTitle() {
 void TstReportPages::pdfThatCannotBeWrittenIsAnError() {
     const auto report = m_bench.run(rows(1), {}, tenToAPage);
     const QString path = m_bench.path(u"nao/existe.pdf"_s);
-    QCOMPARE(errorNumberOf([&] { report->savePdf(path); }), number(ErrorNumber::FileNotWritable));
-    QCOMPARE(errorNumberOf([&] { report->saveCsv(path); }), number(ErrorNumber::FileNotWritable));
+    QCOMPARE(errorNumberOf([&] { report::savePdf(*report, path); }), number(ErrorNumber::FileNotWritable));
+    QCOMPARE(errorNumberOf([&] { report::saveCsv(*report, path); }), number(ErrorNumber::FileNotWritable));
 }
 
 void TstReportPages::printingFollowsTheChosenPages() {
@@ -626,7 +700,7 @@ void TstReportPages::printingFollowsTheChosenPages() {
     printer.setOutputFileName(path);
     printer.setPageSize(QPageSize(QPageSize::A5)); // smaller paper: the page is scaled to it
     printer.setPageOrder(QPrinter::LastPageFirst);
-    report->print(printer, 1, 2);
+    report::print(*report, printer, 1, 2);
     const QStringList pages = ReportBench::pdfText(path).split(u'\f');
     QCOMPARE(pages.size(), 3);
     QVERIFY(pages[0].simplified().startsWith(u"Teste 3/4 21 22"_s));
@@ -645,12 +719,12 @@ void TstReportPages::pageThatFailsLeavesNothingOnThePrinter() {
     QPrinter printer(QPrinter::HighResolution);
     printer.setOutputFormat(QPrinter::PdfFormat);
     printer.setOutputFileName(path);
-    QCOMPARE(errorNumberOf([&] { report->print(printer, 0, 3); }), number(ErrorNumber::Overflow));
+    QCOMPARE(errorNumberOf([&] { report::print(*report, printer, 0, 3); }), number(ErrorNumber::Overflow));
     QVERIFY(!QFile::exists(path));
     const QString saved = m_bench.path(u"salvo.pdf"_s);
-    QCOMPARE(errorNumberOf([&] { report->savePdf(saved); }), number(ErrorNumber::Overflow));
+    QCOMPARE(errorNumberOf([&] { report::savePdf(*report, saved); }), number(ErrorNumber::Overflow));
     QVERIFY(!QFile::exists(saved));
-    report->print(printer, 0, 1); // the pages asked for are whole
+    report::print(*report, printer, 0, 1); // the pages asked for are whole
     QVERIFY(QFile::exists(path));
 }
 
@@ -664,7 +738,7 @@ void TstReportPages::csvIsWrittenByteForByte() {
         "format=\"dd/mm/yyyy\"/><column name=\"p\" format=\"##0.0\"/>",
         "<detail height=\"5\"/>");
     const QString path = m_bench.path(u"dados.csv"_s);
-    report->saveCsv(path);
+    report::saveCsv(*report, path);
     QFile file(path);
     QVERIFY(file.open(QIODevice::ReadOnly));
     QCOMPARE(file.readAll(), QByteArray("\xEF\xBB\xBF"
@@ -678,10 +752,41 @@ void TstReportPages::csvIsWrittenByteForByte() {
 void TstReportPages::csvOfNoRowsHasItsHeadings() {
     const auto report = m_bench.run(rows(0), {}, tenToAPage);
     const QString path = m_bench.path(u"vazio.csv"_s);
-    report->saveCsv(path);
+    report::saveCsv(*report, path);
     QFile file(path);
     QVERIFY(file.open(QIODevice::ReadOnly));
     QCOMPARE(file.readAll(), QByteArray("\xEF\xBB\xBFn\r\n"));
+}
+
+// Read back as a spreadsheet would: what begins a formula there is a text, and numbers stay numbers.
+void TstReportPages::csvHasNoFormulas() {
+    const auto report = m_bench.run(u"SELECT '=1+1' AS a, '+55 16 3322' AS b, '-SOMA(A1)' AS c, '@SUM' AS d, "
+                                    u"'\\t=1' AS e, '\\n=1' AS f UNION ALL "
+                                    "SELECT '-1.50', '+2', '-1.234,50', '-12.5%', '-', 'a=1' UNION ALL "
+                                    "SELECT '=\"x\";y', -7, '', NULL, 'D''ÁGUA', '-1e5'"_s,
+                                    "<column name=\"b\" heading=\"=b\"/>", "<detail height=\"5\"/>");
+    const QString path = m_bench.path(u"formulas.csv"_s);
+    report::saveCsv(*report, path);
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QCOMPARE(file.readAll(), QByteArray("\xEF\xBB\xBF"
+                                        "a;'=b;c;d;e;f\r\n"
+                                        "'=1+1;'+55 16 3322;'-SOMA(A1);'@SUM;'\t=1;\"'\n=1\"\r\n"
+                                        "-1.50;+2;-1.234,50;-12.5%;'-;a=1\r\n"
+                                        "\"'=\"\"x\"\";y\";-7;;;D'ÁGUA;'-1e5\r\n"));
+}
+
+void TstReportPages::queryThatWritesIsNotSent() {
+    m_server->execute(u"CREATE TABLE prova (n INT)"_s);
+    StatementLog log(*m_server);
+    for (const QString& query : {u"INSERT INTO prova VALUES (1)"_s, u"SELECT 1 AS n; DROP TABLE prova"_s}) {
+        const auto error = errorOf([&] { m_bench.run(query, {}, tenToAPage); });
+        QVERIFY(error);
+        QCOMPARE(error->number(), number(ErrorNumber::InvalidLayout));
+        QCOMPARE(error->statement(), query);
+    }
+    QCOMPARE(log.texts(), QStringList());
+    QCOMPARE(m_server->query(u"SELECT COUNT(*) FROM prova"_s), QList<QStringList>{{u"0"_s}});
 }
 
 QTEST_MAIN(TstReportPages)

@@ -5,15 +5,19 @@
 #include <QAction>
 #include <QApplication>
 #include <QComboBox>
+#include <QDir>
 #include <QFileDialog>
 #include <QLabel>
 #include <QLineEdit>
+#include <QListView>
 #include <QPrintDialog>
+#include <QPrinter>
 #include <QScrollBar>
 #include <QStatusBar>
 #include <QTest>
 #include <QToolBar>
 #include <QToolButton>
+#include <QWheelEvent>
 
 using namespace Qt::StringLiterals;
 using namespace tarvessa;
@@ -27,6 +31,7 @@ class TstReportPreview : public QObject {
 
   private Q_SLOTS:
     void initTestCase();
+    void init();
     void cleanup();
     void cleanupTestCase();
 
@@ -37,7 +42,16 @@ class TstReportPreview : public QObject {
     void zoomIsChanged();
     void zoomIsChosenFromTheList();
     void textIsSought();
+    void searchTellsWhichOfHowMany();
+    void searchStartsAtThePageInView();
     void textThatIsNowhereIsTold();
+    void dataAreSavedFromEveryControl();
+    void wheelWithControlZooms();
+    void longReportHasAPageList();
+    void shortReportHasNoPageList();
+    void pageListTurnsThePage();
+    void fileNameAndFolderAreProposed();
+    void printerAndRangeAreRemembered();
     void shownPageIsWhatIsPrinted();
     void longReportShowsItsFirstPageAtOnce();
     void lastPageOfALongReportIsReached();
@@ -67,12 +81,19 @@ class TstReportPreview : public QObject {
 
     std::unique_ptr<PrivateServer> m_server;
     ReportBench m_bench;
+    std::shared_ptr<report::PreviewChoices> m_choices;
+    QString m_fileName;
     QPointer<PreviewWindow> m_window;
     PageView* m_view = nullptr;
 };
 
 void TstReportPreview::initTestCase() {
     m_server = std::make_unique<PrivateServer>();
+}
+
+void TstReportPreview::init() {
+    m_choices = std::make_shared<report::PreviewChoices>();
+    m_fileName.clear();
 }
 
 void TstReportPreview::cleanup() {
@@ -96,7 +117,7 @@ void TstReportPreview::show(int rows, const QByteArray& totals, const QString& n
                                          u"SELECT "_s + name + u" AS nome FROM seq_1_to_%1"_s.arg(rows),
                                          report::FormulaValues(), QDateTime::currentDateTime());
     report->readPage();
-    m_window = new PreviewWindow(report, nullptr);
+    m_window = new PreviewWindow(report, nullptr, m_choices, m_fileName);
     m_view = m_window->findChild<PageView*>();
     m_window->show();
     QVERIFY(QTest::qWaitForWindowActive(m_window));
@@ -237,7 +258,7 @@ void TstReportPreview::textIsSought() {
     QVERIFY(m_view->marked().top() > first.top());
     press(Qt::Key_F3);
     QCOMPARE(page(), 2); // line 11
-    QVERIFY(m_window->statusBar()->currentMessage().contains(u"página 2"_s));
+    QCOMPARE(m_window->statusBar()->currentMessage(), u"3 de 11, na página 2"_s);
     press(Qt::Key_F3, Qt::ShiftModifier);
     press(Qt::Key_F3, Qt::ShiftModifier);
     QCOMPARE(page(), 1);
@@ -248,6 +269,44 @@ void TstReportPreview::textIsSought() {
     control<QLineEdit>("Sought")->setText(u"linha no 35"_s);
     press(Qt::Key_Return);
     QCOMPARE(page(), 4);
+}
+
+void TstReportPreview::searchTellsWhichOfHowMany() {
+    show(35);
+    const auto message = [this] { return m_window->statusBar()->currentMessage(); };
+    control<QLineEdit>("Sought")->setText(u"Linha nº 3"_s); // 3, 30 to 35
+    press(Qt::Key_F3);
+    QCOMPARE(message(), u"1 de 7, na página 1"_s);
+    press(Qt::Key_F3, Qt::ShiftModifier);
+    QCOMPARE(message(), u"7 de 7, na página 4 - a busca recomeçou do fim do relatório"_s);
+    press(Qt::Key_F3, Qt::ShiftModifier);
+    QCOMPARE(message(), u"6 de 7, na página 4"_s);
+    press(Qt::Key_F3);
+    press(Qt::Key_F3);
+    QCOMPARE(message(), u"1 de 7, na página 1 - a busca recomeçou do início do relatório"_s);
+    press(Qt::Key_F3);
+    QCOMPARE(message(), u"2 de 7, na página 3"_s);
+}
+
+void TstReportPreview::searchStartsAtThePageInView() {
+    show(35);
+    const auto message = [this] { return m_window->statusBar()->currentMessage(); };
+    auto* sought = control<QLineEdit>("Sought");
+    press(Qt::Key_PageDown, Qt::ControlModifier); // 11 to 20
+    sought->setText(u"Linha nº 2"_s);             // 2, 20 to 29
+    press(Qt::Key_F3);
+    QCOMPARE(message(), u"2 de 11, na página 2"_s);
+    // Another text is looked for from the top of the page, not from below what was found.
+    sought->setText(u"Linha nº 1"_s);
+    press(Qt::Key_F3);
+    QCOMPARE(message(), u"3 de 11, na página 2"_s);
+    press(Qt::Key_End, Qt::ControlModifier);
+    press(Qt::Key_F3);
+    QCOMPARE(message(), u"1 de 11, na página 1 - a busca recomeçou do início do relatório"_s);
+    press(Qt::Key_PageDown, Qt::ControlModifier);
+    press(Qt::Key_PageDown, Qt::ControlModifier);
+    press(Qt::Key_F3, Qt::ShiftModifier);
+    QCOMPARE(message(), u"11 de 11, na página 2"_s);
 }
 
 void TstReportPreview::textThatIsNowhereIsTold() {
@@ -331,6 +390,150 @@ void TstReportPreview::dataAreSavedUnderTheNameGiven() {
     QFile file(path);
     QVERIFY(file.open(QIODevice::ReadOnly));
     QCOMPARE(file.readAll(), QByteArray("\xEF\xBB\xBFNome\r\nLinha nº 1\r\nLinha nº 2\r\n"));
+}
+
+void TstReportPreview::dataAreSavedFromEveryControl() {
+    show(2);
+    for (const char* name : {"PageView", "Sought", "PageNumber", "Zoom", "Print"}) {
+        ModalHelper modal;
+        const QString path = m_bench.path(QString::fromUtf8(name) + u".csv"_s);
+        modal.onOpen([&](QWidget* window) {
+            window->findChild<QLineEdit*>(u"fileNameEdit"_s)->setText(path);
+            QTest::keyClick(window->findChild<QLineEdit*>(u"fileNameEdit"_s), Qt::Key_Return);
+        });
+        auto* widget = control<QWidget>(name);
+        widget->setFocus();
+        press(Qt::Key_E, Qt::ControlModifier);
+        QCOMPARE(modal.problem(), QString());
+        QVERIFY2(QFile::exists(path), name);
+        m_window->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(m_window));
+    }
+}
+
+void TstReportPreview::wheelWithControlZooms() {
+    show(35);
+    press(Qt::Key_2, Qt::ControlModifier);
+    const double whole = m_view->zoom();
+    const auto turn = [this](int delta, Qt::KeyboardModifiers modifiers) {
+        const QPointF place(50, 50);
+        QWheelEvent event(place, m_view->viewport()->mapToGlobal(place), {}, {0, delta}, Qt::NoButton,
+                          modifiers, Qt::NoScrollPhase, false);
+        QApplication::sendEvent(m_view->viewport(), &event);
+    };
+    turn(120, Qt::ControlModifier);
+    QCOMPARE(m_view->zoom(), whole * 1.1);
+    QCOMPARE(page(), 1);
+    turn(-120, Qt::ControlModifier);
+    QCOMPARE(m_view->zoom(), whole);
+    turn(-120, Qt::NoModifier); // the whole page is shown: the wheel turns it
+    QCOMPARE(m_view->zoom(), whole);
+    QCOMPARE(page(), 2);
+}
+
+void TstReportPreview::longReportHasAPageList() {
+    show(20000);
+    auto* list = control<QListView>("PageList");
+    QTRY_COMPARE_WITH_TIMEOUT(list->model()->rowCount(), 2000, 30000);
+    QVERIFY(list->isVisible());
+    QVERIFY(!list->accessibleName().isEmpty());
+    QCOMPARE(list->model()->index(1999, 0).data(Qt::AccessibleTextRole).toString(), u"Página 2000"_s);
+    // What stands on the page stands on its picture: a head, rows and a shaded foot, on white.
+    const auto picture = [list](int row) {
+        return list->model()->index(row, 0).data(Qt::DecorationRole).value<QPixmap>().toImage();
+    };
+    const QImage first = picture(0);
+    QCOMPARE(qRound(first.height() * 210.0 / 297), first.width());
+    QCOMPARE(qGray(first.pixel(first.width() / 2, first.height() * 270 / 297)), 224);
+    QCOMPARE(qGray(first.pixel(first.width() / 2, first.height() * 2 / 297)), 255);
+    QVERIFY(first != picture(1));
+}
+
+void TstReportPreview::shortReportHasNoPageList() {
+    show(40);
+    QTRY_COMPARE(control<QLabel>("PageCount")->text().trimmed(), u"de 4"_s);
+    QVERIFY(!control<QListView>("PageList")->isVisible());
+    delete m_window;
+    show(41);
+    QTRY_COMPARE(control<QLabel>("PageCount")->text().trimmed(), u"de 5"_s);
+    QVERIFY(control<QListView>("PageList")->isVisible());
+}
+
+void TstReportPreview::pageListTurnsThePage() {
+    show(95);
+    auto* list = control<QListView>("PageList");
+    QTRY_COMPARE(list->model()->rowCount(), 10);
+    QCOMPARE(list->currentIndex().row(), 0);
+    press(Qt::Key_PageDown, Qt::ControlModifier);
+    QCOMPARE(list->currentIndex().row(), 1);
+    list->setFocus();
+    press(Qt::Key_Down);
+    QCOMPARE(page(), 3);
+    QCOMPARE(control<QLineEdit>("PageNumber")->text(), u"3"_s);
+    QTest::mouseClick(list->viewport(), Qt::LeftButton, {},
+                      list->visualRect(list->model()->index(1, 0)).center());
+    QCOMPARE(page(), 2);
+    press(Qt::Key_End);
+    QCOMPARE(page(), 10);
+}
+
+void TstReportPreview::fileNameAndFolderAreProposed() {
+    m_fileName = u"Extrato - ANA/BIA: \"1\" - 2026-10"_s;
+    QVERIFY(QDir().mkdir(m_bench.path(u"papéis"_s)));
+    const auto save = [this](const QString& expectedFolder, const QString& name) {
+        ModalHelper modal;
+        modal.onOpen([&](QWidget* window) {
+            auto* dialog = qobject_cast<QFileDialog*>(window);
+            QCOMPARE(dialog->selectedFiles().constFirst().section(u'/', -1), name);
+            if (!expectedFolder.isEmpty())
+                QCOMPARE(dialog->directory().absolutePath(), expectedFolder);
+            auto* edit = dialog->findChild<QLineEdit*>(u"fileNameEdit"_s);
+            edit->setText(m_bench.path(u"papéis/"_s + name));
+            QTest::keyClick(edit, Qt::Key_Return);
+        });
+        press(name.endsWith(u"pdf") ? Qt::Key_S : Qt::Key_E, Qt::ControlModifier);
+        QCOMPARE(modal.problem(), QString());
+        QVERIFY(QFile::exists(m_bench.path(u"papéis/"_s + name)));
+    };
+    show(2);
+    save({}, u"Extrato - ANA-BIA- -1- - 2026-10.pdf"_s);
+    delete m_window;
+    m_fileName.clear();
+    show(2); // another preview of the same run, of a report without a name of its own
+    save(m_bench.path(u"papéis"_s), u"Teste.csv"_s);
+}
+
+void TstReportPreview::printerAndRangeAreRemembered() {
+    const QString path = m_bench.path(u"impresso.pdf"_s);
+    const auto print = [&](const std::function<void(QPrinter&)>& choose) {
+        ModalHelper modal;
+        modal.onOpen([&](QWidget* window) {
+            auto* dialog = qobject_cast<QPrintDialog*>(window);
+            choose(*dialog->printer());
+            dialog->printer()->setOutputFileName(path);
+            dialog->QDialog::done(QDialog::Accepted);
+        });
+        press(Qt::Key_P, Qt::ControlModifier);
+        QCOMPARE(modal.problem(), QString());
+    };
+    show(35);
+    print([](QPrinter& printer) {
+        QCOMPARE(printer.printRange(), QPrinter::AllPages);
+        printer.setPrintRange(QPrinter::PageRange);
+        printer.setFromTo(2, 3);
+    });
+    QCOMPARE(ReportBench::pdfText(path).count(u'\f'), 2);
+    delete m_window;
+    show(35);
+    print([](QPrinter& printer) {
+        QCOMPARE(printer.printRange(), QPrinter::PageRange);
+        QCOMPARE(printer.fromPage(), 2);
+        QCOMPARE(printer.toPage(), 3);
+    });
+    delete m_window;
+    show(15); // has no third page
+    print([](QPrinter& printer) { QCOMPARE(printer.printRange(), QPrinter::AllPages); });
+    QCOMPARE(ReportBench::pdfText(path).count(u'\f'), 2);
 }
 
 void TstReportPreview::fileThatCannotBeWrittenIsReported() {

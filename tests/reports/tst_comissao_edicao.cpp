@@ -2,6 +2,7 @@
 #include "support/Amounts.h"
 #include "support/Bench.h"
 #include "support/ModalHelper.h"
+#include "support/Preview.h"
 #include "ui/DateBox.h"
 #include "ui/grid/Grid.h"
 
@@ -288,7 +289,7 @@ void TstComissaoEdicao::printShortcutSavesFirst() {
     abre(1, 3);
     digita(u"5"_s);
     QTest::keyClick(editor(), Qt::Key_I, Qt::AltModifier);
-    QTRY_VERIFY(QApplication::activeModalWidget()); // the button shows itself pressed for a moment
+    QTRY_VERIFY(openPreview()); // the button shows itself pressed for a moment
     QCOMPARE(m->closePreviews(), 1);
     const QStringList comandos = m->statements();
     QCOMPARE(comandos.value(0), grava(u" 5"_s, u" 1.5"_s));

@@ -5,6 +5,7 @@
 #include "support/Amounts.h"
 #include "support/Bench.h"
 #include "support/ModalHelper.h"
+#include "support/Preview.h"
 #include "ui/DateBox.h"
 #include "ui/grid/Grid.h"
 
@@ -28,6 +29,7 @@ class TstImpressao : public QObject {
 
     void commissionSendsItsStatements();
     void commissionFillsTheStagingTable();
+    void papersProposeTheirFileNames();
     void commissionPrintsEditsAndTypedDates();
     void commissionPages();
     void commissionOnPaperIsTheGrid_data();
@@ -154,6 +156,18 @@ void TstImpressao::commissionSendsItsStatements() {
     QCOMPARE(CRW->formula(0), u"Titulo='PERÍODO DE 01/02/2024 À 29/02/2024'"_s);
     QCOMPARE(CRW->windowState(), 2);
     QVERIFY(CRW->reportFileName().endsWith(u"\\rpt\\COMISSAO.RPT"));
+}
+
+void TstImpressao::papersProposeTheirFileNames() {
+    apura();
+    QTest::mouseClick(control<QPushButton>(comissao.get(), "Command1"), Qt::LeftButton);
+    QCOMPARE(proposedFileName(), u"Comissão - 2024-02.pdf"_s);
+    QCOMPARE(m->closePreviews(), 1);
+    noExtrato([this](QWidget* tela) {
+        QTest::mouseClick(control<QPushButton>(tela, "Command1"), Qt::LeftButton);
+        QCOMPARE(proposedFileName(), u"Extrato - ANA - 2024-02.pdf"_s);
+        QCOMPARE(m->closePreviews(), 1);
+    });
 }
 
 void TstImpressao::commissionFillsTheStagingTable() {

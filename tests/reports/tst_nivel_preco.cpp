@@ -4,6 +4,7 @@
 #include "reports/RelatNivelPreco.h"
 #include "support/Bench.h"
 #include "support/ModalHelper.h"
+#include "support/Preview.h"
 
 #include <QApplication>
 #include <QClipboard>
@@ -52,6 +53,7 @@ class TstNivelPreco : public QObject {
     void leadingNumberCounts();
     void typedTextFollowsTheConvention();
     void printsActiveCustomersOfTheLevel();
+    void paperProposesItsFileName();
     void listedByLetterWithCounts();
     void tenThousandCustomers();
     void queryStaysForItsLayoutAlone();
@@ -195,6 +197,16 @@ void TstNivelPreco::typedTextFollowsTheConvention() {
     QCOMPARE(lista()->currentText(), u"D´ÁGUA"_s);
 }
 
+void TstNivelPreco::paperProposesItsFileName() {
+    titulos(u"A"_s, u"B"_s, u"C"_s, u"D"_s);
+    abre();
+    lista()->setCurrentIndex(2);
+    gera();
+    QTRY_VERIFY(openPreview());
+    QCOMPARE(proposedFileName(), u"Clientes do nível de preço 3.pdf"_s);
+    QCOMPARE(m->closePreviews(), 1);
+}
+
 void TstNivelPreco::printsActiveCustomersOfTheLevel() {
     titulos(u"A"_s, u"B"_s, u"C"_s, u"D"_s);
     m->shop().cliente({.codigo = u"C1"_s,
@@ -330,7 +342,7 @@ void TstNivelPreco::queryStaysForItsLayoutAlone() {
     // Another report in between runs its own query, and this one stays set.
     m->server().execute(u"INSERT INTO relat2 SET Codigo1='1', Texto1='MARIA'"_s);
     m->mark();
-    printLayout(u"COMISSAO.RPT"_s);
+    printLayout(u"COMISSAO.RPT"_s, u"Comissão"_s);
     QCOMPARE(m->closePreviews(), 1);
     const QStringList comandos = m->statements();
     QCOMPARE(comandos.size(), 1);
@@ -359,7 +371,7 @@ void TstNivelPreco::failedReportTakesItsQueryAlong() {
     gera();
     FixaPastaDoPrograma(pasta);
     QCOMPARE(modal.problem(), QString());
-    printLayout(u"COMISSAO.RPT"_s);
+    printLayout(u"COMISSAO.RPT"_s, u"Comissão"_s);
     QCOMPARE(m->closePreviews(), 1);
     QVERIFY(m->reportText().contains(u"MARIA"_s));
 }

@@ -4,6 +4,7 @@
 #include "core/AcessoDados.h"
 #include "core/Pastas.h"
 #include "core/PrintLayout.h"
+#include "printing/output/PdfFile.h"
 #include "printing/pages/Report.h"
 #include "support/Program.h"
 
@@ -108,7 +109,7 @@ int Bench::closePreviews() {
 QString Bench::reportText() const {
     const QTemporaryDir folder;
     const QString file = folder.filePath(u"relatorio.pdf"_s);
-    CRW->lastReport()->savePdf(file);
+    report::savePdf(*CRW->lastReport(), file);
     return pdfText(file);
 }
 

@@ -1,5 +1,7 @@
 #include "support/ModalHelper.h"
 
+#include "support/Preview.h"
+
 #include <QAbstractButton>
 #include <QApplication>
 #include <QEvent>
@@ -58,7 +60,11 @@ bool ModalHelper::eventFilter(QObject* object, QEvent* event) {
 }
 
 void ModalHelper::watch() {
-    QWidget* window = QApplication::activeModalWidget();
+    // The preview of a screen lets that screen go on, but a test answers it like any other window.
+    QWidget* window = openPreview();
+    if (window == nullptr || window->parentWidget() == nullptr || m_handled.contains(window)) {
+        window = QApplication::activeModalWidget();
+    }
     if (window == nullptr || m_handled.contains(window)) {
         return;
     }

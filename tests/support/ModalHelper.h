@@ -37,8 +37,9 @@ class ModalHelper : public QObject {
     /// Announces a message box whose text, informative text or details contain `part`.
     void expectContaining(const QString& part, QMessageBox::StandardButton answer);
 
-    /// Announces a modal window that is no message box. `action` operates it and brings about its end;
-    /// boxes that it causes are announced after it. A window still open after `action` is an error.
+    /// Announces a modal window that is no message box, or a report preview. `action` operates it and brings
+    /// about its end; boxes that it causes are announced after it. A window still open after `action` is an
+    /// error.
     void onOpen(std::function<void(QWidget*)> action);
 
     /// Every message box so far, announced or not, in order.

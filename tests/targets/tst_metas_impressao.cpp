@@ -1,7 +1,9 @@
 #include "core/Pastas.h"
 #include "core/PrintLayout.h"
+#include "printing/output/PdfFile.h"
 #include "printing/pages/Report.h"
 #include "support/ModalHelper.h"
+#include "support/Preview.h"
 #include "support/Program.h"
 #include "support/StatementLog.h"
 #include "targets/MetasQuadro.h"
@@ -43,6 +45,7 @@ class TstMetasImpressao : public QObject {
 
     void stagedRows();
     void reportControl();
+    void paperProposesItsFileName();
     void periodAsItStandsWhenPrinted();
     void captionWithAnApostrophe();
     void missingControl();
@@ -101,6 +104,13 @@ void TstMetasImpressao::stagedRows() {
                                                   u"0,0%"_s, u"0,00"_s, u"0"_s, u"0,0%"_s}));
 }
 
+void TstMetasImpressao::paperProposesItsFileName() {
+    gera();
+    b->press(u"Command2"_s);
+    QCOMPARE(proposedFileName(), u"Metas - 2024-03-01 a 2024-03-15.pdf"_s);
+    openPreview()->close();
+}
+
 void TstMetasImpressao::reportControl() {
     b->reportControl()->setFormula(1, u"Outra='FICA'"_s);
     gera();
@@ -118,7 +128,7 @@ namespace {
 QString textoImpresso(report::Report& relatorio) {
     QTemporaryDir pasta;
     const QString pdf = pasta.filePath(u"metas.pdf"_s);
-    relatorio.savePdf(pdf);
+    report::savePdf(relatorio, pdf);
     return pdfText(pdf).simplified();
 }
 

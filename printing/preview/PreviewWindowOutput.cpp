@@ -1,0 +1,107 @@
+#include "printing/preview/PreviewWindow.h"
+
+#include "printing/output/CsvFile.h"
+#include "printing/output/PdfFile.h"
+#include "printing/output/Printing.h"
+#include "ui/BusyPointer.h"
+
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QPrintDialog>
+#include <QPrinter>
+#include <QPrinterInfo>
+#include <QRegularExpression>
+#include <QStandardPaths>
+
+using namespace Qt::StringLiterals;
+
+namespace tarvessa::report {
+
+namespace {
+
+// No file system accepts all of these in a name, and neither do all screens that show one.
+QString withoutReserved(QString name) {
+    static const QRegularExpression reserved(u"[\\\\/:*?\"<>|\\x00-\\x1F\\x7F]+"_s);
+    return name.replace(reserved, u"-"_s).simplified();
+}
+
+} // namespace
+
+void PreviewWindow::print() {
+    readAll();
+    QPrinter printer(QPrinter::HighResolution);
+    preparePrinter(printer);
+    QPrintDialog dialog(&printer, this);
+    dialog.setMinMax(1, m_report->pageCount());
+    dialog.setOptions(QAbstractPrintDialog::PrintToFile | QAbstractPrintDialog::PrintPageRange |
+                      QAbstractPrintDialog::PrintCurrentPage | QAbstractPrintDialog::PrintCollateCopies);
+    if (dialog.exec() != QDialog::Accepted)
+        return;
+    m_choices->printer = printer.printerName();
+    m_choices->range = printer.printRange();
+    m_choices->firstPage = printer.fromPage();
+    m_choices->lastPage = printer.toPage();
+    int first = 0;
+    int last = m_report->pageCount() - 1;
+    if (printer.printRange() == QPrinter::CurrentPage) {
+        first = last = m_view->page();
+    } else if (printer.printRange() == QPrinter::PageRange && printer.fromPage() > 0) {
+        first = qMin(printer.fromPage() - 1, last);
+        last = qBound(first, printer.toPage() - 1, last);
+    }
+    const BusyPointer busy;
+    report::print(*m_report, printer, first, last);
+    tell(u"Relatório enviado para a impressora."_s);
+}
+
+void PreviewWindow::preparePrinter(QPrinter& printer) const {
+    if (QPrinterInfo::availablePrinterNames().contains(m_choices->printer))
+        printer.setPrinterName(m_choices->printer);
+    printer.setDocName(m_report->title());
+    QPageLayout page(m_report->layout().page);
+    page.setMargins({});
+    printer.setPageLayout(page);
+    printer.setFullPage(true);
+    const bool hasRange =
+        m_choices->range != QPrinter::PageRange || m_choices->lastPage <= m_report->pageCount();
+    if (hasRange) {
+        printer.setPrintRange(m_choices->range);
+        printer.setFromTo(m_choices->firstPage, m_choices->lastPage);
+    }
+}
+
+void PreviewWindow::savePdf() {
+    const QString path = askFileName(u"Salvar como PDF"_s, u"pdf"_s, u"Documento PDF (*.pdf)"_s);
+    if (path.isEmpty())
+        return;
+    readAll();
+    const BusyPointer busy;
+    report::savePdf(*m_report, path);
+    tell(u"Gravado: %1"_s.arg(path));
+}
+
+void PreviewWindow::saveCsv() {
+    const QString path =
+        askFileName(u"Salvar dados (CSV)"_s, u"csv"_s, u"Dados separados por \";\" (*.csv)"_s);
+    if (path.isEmpty())
+        return;
+    readAll();
+    const BusyPointer busy;
+    report::saveCsv(*m_report, path);
+    tell(u"Gravado: %1"_s.arg(path));
+}
+
+QString PreviewWindow::askFileName(const QString& title, const QString& suffix, const QString& kind) {
+    const QString documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+    QFileDialog dialog(this, title, m_choices->folder.isEmpty() ? documents : m_choices->folder, kind);
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setDefaultSuffix(suffix);
+    dialog.selectFile(withoutReserved(m_fileName) + u'.' + suffix);
+    if (dialog.exec() != QDialog::Accepted)
+        return {};
+    const QString path = dialog.selectedFiles().constFirst();
+    m_choices->folder = QFileInfo(path).absolutePath();
+    return path;
+}
+
+} // namespace tarvessa::report
