@@ -53,7 +53,7 @@ PainelFechamento::PainelFechamento(QWidget* parent)
     defineShortcuts();
     preparaEditores();
     auto* keyboard = new Teclado(this, [] { QApplication::quit(); });
-    keyboard->setAntes([this](const QWidget* control, int key) { return teclaDeEditor(control, key); });
+    keyboard->setKeyFilter([this](const QWidget* control, int key) { return teclaDeEditor(control, key); });
     onPress(ui->Command1, &PainelFechamento::Command1_Click);
     onPress(ui->Command2, &PainelFechamento::Command2_Click);
     onPress(ui->Command3, &PainelFechamento::Command3_Click);

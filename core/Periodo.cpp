@@ -2,7 +2,7 @@
 
 #include "base/Datas.h"
 #include "ui/DateBox.h"
-#include "ui/MessageBoxes.h"
+#include "ui/Refusal.h"
 
 using namespace Qt::StringLiterals;
 
@@ -36,15 +36,15 @@ bool Periodo::confere() const {
         return false;
     if (m_dataIni->date() <= m_dataFin->date())
         return true;
-    recusa(m_dataIni, m_mensagens.foraDeOrdem);
+    refuse(m_dataIni, m_mensagens.foraDeOrdem);
     return false;
 }
 
 bool Periodo::confereDatas() const {
     if (!m_dataIni->date().isValid())
-        recusa(m_dataIni, m_mensagens.inicioInvalido);
+        refuse(m_dataIni, m_mensagens.inicioInvalido);
     else if (!m_dataFin->date().isValid())
-        recusa(m_dataFin, m_mensagens.fimInvalido);
+        refuse(m_dataFin, m_mensagens.fimInvalido);
     else
         return true;
     return false;
@@ -59,11 +59,11 @@ QString Periodo::fimSQL() const {
 }
 
 QString Periodo::inicioTela() const {
-    return m_dataIni->text();
+    return TextoTela(m_dataIni->date());
 }
 
 QString Periodo::fimTela() const {
-    return m_dataFin->text();
+    return TextoTela(m_dataFin->date());
 }
 
 QString Periodo::inFileName() const {
@@ -75,11 +75,6 @@ QString periodInFileName(const QDate& start, const QDate& end) {
     if (isMonth)
         return start.toString(u"yyyy-MM");
     return start == end ? TextoSQL(start) : TextoSQL(start) + u" a "_s + TextoSQL(end);
-}
-
-void Periodo::recusa(DateBox* caixa, const QString& mensagem) {
-    boxes::inform(caixa->window(), mensagem);
-    caixa->setFocus();
 }
 
 } // namespace tarvessa

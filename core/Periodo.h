@@ -30,8 +30,8 @@ class Periodo {
     /// The whole month before the current one.
     void mesAnterior();
 
-    /// True when the period stands. Otherwise the operator has been told of the first mistake and the focus
-    /// is back in its box.
+    /// True when both dates are valid and in order. Otherwise the operator has been told of the first mistake
+    /// and the focus is back in its box, the text selected.
     bool confere() const;
 
     /// True when both boxes hold a date, whatever their order; otherwise as `confere`.
@@ -41,7 +41,7 @@ class Periodo {
     QString inicioSQL() const;
     QString fimSQL() const;
 
-    /// The bounds as they stand in the boxes, dd/mm/yyyy.
+    /// The bounds as the operator reads them, dd/mm/yyyy; empty while the box holds no date.
     QString inicioTela() const;
     QString fimTela() const;
 
@@ -49,8 +49,6 @@ class Periodo {
     QString inFileName() const;
 
   private:
-    static void recusa(DateBox* caixa, const QString& mensagem);
-
     DateBox* m_dataIni;
     DateBox* m_dataFin;
     Mensagens m_mensagens;

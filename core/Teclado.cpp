@@ -5,6 +5,7 @@
 #include "ui/TextBox.h"
 
 #include <QApplication>
+#include <QComboBox>
 #include <QKeyEvent>
 #include <QMenuBar>
 
@@ -12,48 +13,65 @@ using namespace Qt::StringLiterals;
 
 namespace tarvessa {
 
-Teclado::Teclado(QWidget* form, std::function<void()> aoEscape)
-    : QObject(form), m_form(form), m_aoEscape(std::move(aoEscape)) {
+Teclado::Teclado(QWidget* form, std::function<void()> onEscape)
+    : QObject(form), m_form(form), m_onEscape(std::move(onEscape)) {
     qApp->installEventFilter(this);
 }
 
-bool Teclado::eventFilter(QObject* receptor, QEvent* evento) {
-    if (evento->type() != QEvent::KeyPress || evento == m_reenviada)
+bool Teclado::eventFilter(QObject* receiver, QEvent* event) {
+    auto* control = qobject_cast<QWidget*>(receiver);
+    if (!control)
         return false;
-    auto* controle = qobject_cast<QWidget*>(receptor);
+    if (event->type() == QEvent::Wheel && control->window() == m_form && qobject_cast<QComboBox*>(control)) {
+        // Not accepted, it goes on to what can scroll.
+        event->ignore();
+        return true;
+    }
+    return event->type() == QEvent::KeyPress && event != m_resent &&
+           keyPressed(control, static_cast<QKeyEvent*>(event));
+}
+
+bool Teclado::keyPressed(QWidget* control, QKeyEvent* event) {
+    // In whichever window the press began, that one has been closed; the next must not follow.
+    if (event->key() == Qt::Key_Escape && event->isAutoRepeat())
+        return true;
     // A drop-down list or a message box is a window of its own and keeps its keys; so does an open menu bar.
-    if (!controle || controle->window() != m_form || qobject_cast<QMenuBar*>(controle))
+    if (control->window() != m_form || qobject_cast<QMenuBar*>(control))
         return false;
-    auto* tecla = static_cast<QKeyEvent*>(evento);
-    if (m_antes) {
+    if (m_keyFilter) {
         // A key whose handler failed has had its effect: an Escape must not close the form on top of it.
-        bool engolida = true;
-        guarded(m_form, [&] { engolida = m_antes(controle, tecla->key()); });
-        if (engolida)
+        bool swallowed = true;
+        guarded(m_form, [&] { swallowed = m_keyFilter(control, event->key()); });
+        if (swallowed)
             return true;
     }
-    if (tecla->key() == Qt::Key_Return || tecla->key() == Qt::Key_Enter) {
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
         Shell->sendKeys(u"{TAB}"_s);
         return true;
     }
-    if (tecla->key() == Qt::Key_Escape) {
-        guarded(m_form, m_aoEscape);
+    if (event->key() == Qt::Key_Escape) {
+        guarded(m_form, m_onEscape);
         return true;
     }
-    const QString texto = tecla->text();
+    return typed(control, event);
+}
+
+// True when the character was sent on as the convention has it.
+bool Teclado::typed(QWidget* control, const QKeyEvent* event) {
+    const QString text = event->text();
     // Ctrl and Alt together are AltGr, which types characters; alone each makes a shortcut.
-    const bool ctrl = tecla->modifiers().testFlag(Qt::ControlModifier);
-    const bool alt = tecla->modifiers().testFlag(Qt::AltModifier);
-    if (texto.isEmpty() || !texto[0].isPrint() || ctrl != alt)
+    const bool ctrl = event->modifiers().testFlag(Qt::ControlModifier);
+    const bool alt = event->modifiers().testFlag(Qt::AltModifier);
+    if (text.isEmpty() || !text[0].isPrint() || ctrl != alt)
         return false;
-    const QString conforme = TextBox::conventional(texto);
-    if (conforme == texto)
+    const QString conventional = TextBox::conventional(text);
+    if (conventional == text)
         return false;
-    QKeyEvent trocada(QEvent::KeyPress, tecla->key(), tecla->modifiers(), conforme, tecla->isAutoRepeat(),
-                      static_cast<quint16>(tecla->count()));
-    m_reenviada = &trocada;
-    QApplication::sendEvent(controle, &trocada);
-    m_reenviada = nullptr;
+    QKeyEvent changed(QEvent::KeyPress, event->key(), event->modifiers(), conventional, event->isAutoRepeat(),
+                      static_cast<quint16>(event->count()));
+    m_resent = &changed;
+    QApplication::sendEvent(control, &changed);
+    m_resent = nullptr;
     return true;
 }
 

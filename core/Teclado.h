@@ -8,26 +8,33 @@
 namespace tarvessa {
 
 /// The keyboard convention of a form, which sees keys before its controls: Enter moves to the next control,
-/// an apostrophe is typed as "´", other characters in upper case, Escape runs the given action.
+/// an apostrophe is typed as "´", other characters in upper case, Escape runs the given action. Escape acts
+/// once however long it is held, and the wheel changes no list whose drop-down is closed.
 class Teclado : public QObject {
     Q_OBJECT
 
   public:
     /// Serves `form` for as long as the form lives.
-    Teclado(QWidget* form, std::function<void()> aoEscape);
+    Teclado(QWidget* form, std::function<void()> onEscape);
 
-    /// Keys of this control's form come here first: true swallows the key. Used by cell editors, whose Enter
-    /// and Escape mean something of their own.
-    using Antes = std::function<bool(QWidget* controle, int tecla)>;
-    void setAntes(Antes antes) { m_antes = std::move(antes); }
+    /// Takes a control of the form and the key pressed in it; true swallows the key.
+    using KeyFilter = std::function<bool(QWidget* control, int key)>;
 
-    bool eventFilter(QObject* receptor, QEvent* evento) override;
+    /// Lets `filter` see the form's keys before the convention does. Used by cell editors, whose Enter and
+    /// Escape mean something of their own. A filter that raises RuntimeError has swallowed its key; the error
+    /// is reported.
+    void setKeyFilter(KeyFilter filter) { m_keyFilter = std::move(filter); }
+
+    bool eventFilter(QObject* receiver, QEvent* event) override;
 
   private:
+    bool keyPressed(QWidget* control, QKeyEvent* event);
+    bool typed(QWidget* control, const QKeyEvent* event);
+
     QWidget* m_form;
-    std::function<void()> m_aoEscape;
-    Antes m_antes;
-    const QEvent* m_reenviada = nullptr;
+    std::function<void()> m_onEscape;
+    KeyFilter m_keyFilter;
+    const QEvent* m_resent = nullptr;
 };
 
 } // namespace tarvessa

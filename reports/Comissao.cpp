@@ -49,7 +49,7 @@ Comissao::Comissao(QWidget* parent)
 
     prepareEditor();
     auto* teclado = new Teclado(this, [this] { reject(); });
-    teclado->setAntes([this](const QWidget* control, int key) { return editorKey(control, key); });
+    teclado->setKeyFilter([this](const QWidget* control, int key) { return editorKey(control, key); });
     onSignal(ui->Command4, &QPushButton::clicked, this, [this](bool) { geraRelatorio(); });
     onSignal(ui->Command1, &QPushButton::clicked, this, [this](bool) { imprime(); });
     onSignal(ui->Grid1, &Grid::cellClicked, this, [this](int row, int column) { cellClicked(row, column); });

@@ -91,7 +91,7 @@ void MetasQuadro::setUpShortcuts() {
 
 void MetasQuadro::connectControls() {
     auto* keyboard = new Teclado(this, [this] { reject(); });
-    keyboard->setAntes([this](QWidget* control, int key) { return editorKey(control, key); });
+    keyboard->setKeyFilter([this](QWidget* control, int key) { return editorKey(control, key); });
     onSignal(ui->SSTab1, &QTabWidget::currentChanged, this, [this](int tab) { SSTab1_Click(tab); });
     onSignal(ui->Vendedores, &QComboBox::activated, this, [this](int) { AjustaGrid(); });
     onSignal(ui->Grid1, &Grid::cellClicked, this, [this](int row, int column) { Grid1_Click(row, column); });

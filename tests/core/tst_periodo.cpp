@@ -127,6 +127,10 @@ void TstPeriodo::acceptedPeriods() {
     QTEST(m_periodo->fimSQL(), "endSql");
     QCOMPARE(m_periodo->inicioTela(), start);
     QCOMPARE(m_periodo->fimTela(), end);
+    // Typed with single digits it reads the same.
+    m_dataIni->setText(start.sliced(1));
+    if (start.startsWith(u'0'))
+        QCOMPARE(m_periodo->inicioTela(), start);
 }
 
 void TstPeriodo::refusedPeriods_data() {
@@ -164,7 +168,14 @@ void TstPeriodo::refusedPeriods() {
     QCOMPARE(modal.boxes()[0].title, u"Atenção!!!"_s);
     QCOMPARE(modal.boxes()[0].icon, QMessageBox::Information);
     QCOMPARE(modal.boxes()[0].buttons, QMessageBox::StandardButtons(QMessageBox::Ok));
-    QCOMPARE(m_form->focusWidget(), focusAtStart ? m_dataIni : m_dataFin);
+    DateBox* box = focusAtStart ? m_dataIni : m_dataFin;
+    QCOMPARE(m_form->focusWidget(), box);
+    // The next date takes the place of the refused one, also after the window has become active again.
+    m_form->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(m_form.get()));
+    for (const char digit : {'1', '7', '0', '8', '2', '0', '2', '5'})
+        QTest::keyClick(m_form->windowHandle(), digit);
+    QCOMPARE(box->date(), QDate(2025, 8, 17));
 }
 
 void TstPeriodo::datesInEitherOrder_data() {

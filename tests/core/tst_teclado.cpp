@@ -86,6 +86,8 @@ class TstTeclado : public QObject {
     void lettersAreTypedInUpperCase_data();
     void lettersAreTypedInUpperCase();
     void escapeRunsTheActionOnce();
+    void heldEscapeClosesOneWindow();
+    void wheelLeavesAListWithItsDropDownClosed();
     void combinationsWithCtrlAreLeftAlone();
     void combinationsWithAltAreLeftAlone();
     void altGrTypesItsCharacter();
@@ -202,6 +204,52 @@ void TstTeclado::escapeRunsTheActionOnce() {
     QVERIFY(m_form->isVisible());
 }
 
+void TstTeclado::heldEscapeClosesOneWindow() {
+    QDialog above(m_form.get());
+    new Teclado(&above, [&] { above.reject(); });
+    above.show();
+    QVERIFY(QTest::qWaitForWindowActive(&above));
+    const auto escape = [](QWidget* window, bool repeated) {
+        QTest::simulateEvent(window, true, Qt::Key_Escape, Qt::NoModifier, QString(), repeated);
+    };
+    escape(&above, false);
+    QVERIFY(!above.isVisible());
+    escape(m_form->texto, true);
+    QCOMPARE(m_form->escapes, 0);
+    // A box that no convention serves is no other.
+    QMessageBox box(QMessageBox::Information, u"Atenção!!!"_s, u"Verifique!!!"_s, QMessageBox::Ok,
+                    m_form.get());
+    box.open();
+    QVERIFY(QTest::qWaitForWindowActive(&box));
+    escape(&box, true);
+    QVERIFY(box.isVisible());
+    escape(&box, false);
+    QVERIFY(!box.isVisible());
+    escape(m_form->texto, false);
+    QCOMPARE(m_form->escapes, 1);
+}
+
+void TstTeclado::wheelLeavesAListWithItsDropDownClosed() {
+    m_form->lista->setFocus();
+    const QPoint middle = m_form->lista->rect().center();
+    const auto turn = [&](QWidget* under) {
+        QWheelEvent event(middle, under->mapToGlobal(middle), QPoint(), QPoint(0, -120), Qt::NoButton,
+                          Qt::NoModifier, Qt::NoScrollPhase, false);
+        QApplication::sendEvent(under, &event);
+    };
+    turn(m_form->lista);
+    QCOMPARE(m_form->lista->currentText(), u"DINHEIRO"_s);
+    tecla(m_form.get(), Qt::Key_Down);
+    QCOMPARE(m_form->lista->currentText(), u"BOLETO"_s);
+    // Outside the form it still turns lists.
+    QComboBox other;
+    other.addItems({u"A"_s, u"B"_s});
+    other.show();
+    QVERIFY(QTest::qWaitForWindowActive(&other));
+    turn(&other);
+    QCOMPARE(other.currentText(), u"B"_s);
+}
+
 void TstTeclado::combinationsWithCtrlAreLeftAlone() {
     m_form->simples->setFocus();
     m_form->simples->setText(u"abc"_s);
@@ -232,7 +280,7 @@ void TstTeclado::altGrTypesItsCharacter() {
 }
 
 void TstTeclado::hookSwallowsKeysFirst() {
-    m_form->teclado->setAntes([this](QWidget* controle, int qual) {
+    m_form->teclado->setKeyFilter([this](QWidget* controle, int qual) {
         return controle == m_form->texto && (qual == Qt::Key_Return || qual == Qt::Key_Escape);
     });
     tecla(m_form.get(), Qt::Key_Return);
@@ -251,7 +299,7 @@ void TstTeclado::hookSwallowsKeysFirst() {
 
 void TstTeclado::hookSeesTheControlAndTheKey() {
     QList<QPair<QWidget*, int>> vistos;
-    m_form->teclado->setAntes([&](QWidget* controle, int qual) {
+    m_form->teclado->setKeyFilter([&](QWidget* controle, int qual) {
         vistos.append({controle, qual});
         return true;
     });
@@ -265,7 +313,7 @@ void TstTeclado::hookSeesTheControlAndTheKey() {
 
 void TstTeclado::errorInTheHookEndsTheKeyThere() {
     int chamadas = 0;
-    m_form->teclado->setAntes([&](QWidget*, int) -> bool {
+    m_form->teclado->setKeyFilter([&](QWidget*, int) -> bool {
         ++chamadas;
         throw RuntimeError(ErrorNumber::DivisionByZero, u"Divisão por zero."_s);
     });
