@@ -8,6 +8,8 @@
 #include <QKeyEvent>
 #include <QStyle>
 
+#include <array>
+
 using namespace Qt::StringLiterals;
 
 namespace tarvessa {
@@ -15,6 +17,7 @@ namespace tarvessa {
 namespace {
 
 const QString dateMask = u"00/00/0000;_"_s;
+constexpr QChar blank = u'_';
 const QString dateFormat = u"dd/MM/yyyy"_s;
 // What the line edit itself keeps free around its text and its picture.
 constexpr int paddings = 6;
@@ -27,13 +30,17 @@ DateBox::DateBox(QWidget* parent) : QLineEdit(parent) {
     auto* calendar = addAction(pictures::calendar(), QLineEdit::TrailingPosition);
     calendar->setText(u"Calendário"_s);
     calendar->setToolTip(u"Calendário (Alt+Seta para baixo)"_s);
+    connect(this, &QLineEdit::textEdited, this, &DateBox::padParts);
     connect(calendar, &QAction::triggered, this, &DateBox::openCalendar);
 }
 
 QDate DateBox::date() const {
-    // The mask drops blanks from the text; only all ten characters make a date.
-    const QString typed = text();
-    return typed.size() == dateFormat.size() ? QDate::fromString(typed, dateFormat) : QDate();
+    // The text comes without the mask's blanks: one digit of a day or month is all there is.
+    constexpr qsizetype yearDigits = 4;
+    const QStringList parts = text().split(u'/');
+    if (parts.size() != 3 || parts[2].size() != yearDigits)
+        return {};
+    return {parts[2].toInt(), parts[1].toInt(), parts[0].toInt()};
 }
 
 void DateBox::setDate(QDate date) {
@@ -60,10 +67,6 @@ void DateBox::keyPressEvent(QKeyEvent* event) {
     const Qt::KeyboardModifiers modifiers = event->modifiers() & ~Qt::KeypadModifier;
     if (event->key() == Qt::Key_Down && modifiers == Qt::AltModifier)
         openCalendar();
-    else if (event->key() == Qt::Key_Up && modifiers == Qt::NoModifier)
-        stepDay(1);
-    else if (event->key() == Qt::Key_Down && modifiers == Qt::NoModifier)
-        stepDay(-1);
     else
         QLineEdit::keyPressEvent(event);
 }
@@ -78,13 +81,29 @@ void DateBox::focusInEvent(QFocusEvent* event) {
         selectAll();
 }
 
-void DateBox::stepDay(int days) {
-    const QDate stepped = date().addDays(days);
-    constexpr int lastYear = 9999; // four digits
-    if (!stepped.isValid() || stepped.year() < 1 || stepped.year() > lastYear)
+void DateBox::focusOutEvent(QFocusEvent* event) {
+    QLineEdit::focusOutEvent(event);
+    if (date().isValid() && text().size() < dateFormat.size())
+        setDate(date());
+}
+
+// The cursor has left the day or the month with one digit in it.
+void DateBox::padParts() {
+    constexpr int digits = 2;
+    constexpr std::array<int, 2> starts = {0, 3};
+    const int cursor = cursorPosition();
+    QString padded = displayText();
+    for (const int start : starts) {
+        QString part = padded.sliced(start, digits);
+        part.remove(blank);
+        if (cursor > start + digits && part.size() == 1)
+            padded.replace(start, digits, u'0' + part);
+    }
+    if (padded == displayText())
         return;
-    setDate(stepped);
-    selectAll();
+    setText(padded);
+    setModified(true);
+    setCursorPosition(cursor);
 }
 
 } // namespace tarvessa

@@ -5,15 +5,16 @@
 
 namespace tarvessa {
 
-/// A date typed as dd/mm/yyyy behind the mask "##/##/####". Up and Down step a shown date by a day, Alt+Down
-/// or the picture at its end offers a calendar; neither changes what may be typed.
+/// A date typed as dd/mm/yyyy behind the mask "##/##/####"; a day or month typed with one digit gets its
+/// zero. Alt+Down or the picture at its end offers a calendar.
 class DateBox : public QLineEdit {
     Q_OBJECT
 
   public:
     explicit DateBox(QWidget* parent = nullptr);
 
-    /// The date shown; invalid while nothing, half a date or a day that does not exist stands there.
+    /// The date shown; invalid while nothing, half a date, a year of less than four digits or a day that does
+    /// not exist stands there.
     QDate date() const;
 
     /// Shows a date; an invalid one empties the box.
@@ -29,9 +30,10 @@ class DateBox : public QLineEdit {
   protected:
     void keyPressEvent(QKeyEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
 
   private:
-    void stepDay(int days);
+    void padParts();
 };
 
 } // namespace tarvessa
