@@ -1,3 +1,4 @@
+#include "ui/Pictures.h"
 #include "ui/Twips.h"
 #include "ui/grid/Grid.h"
 
@@ -7,8 +8,10 @@
 #include <QScrollBar>
 #include <QSignalSpy>
 #include <QTest>
+#include <QTextDocumentFragment>
 #include <QVBoxLayout>
 
+#include <cmath>
 #include <memory>
 
 using namespace Qt::StringLiterals;
@@ -20,6 +23,19 @@ QIcon figura(const QColor& cor) {
     QPixmap pixmap(16, 16);
     pixmap.fill(cor);
     return QIcon(pixmap);
+}
+
+double luminance(const QColor& color) {
+    const auto linear = [](double part) {
+        return part <= 0.03928 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
+    };
+    return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) + 0.0722 * linear(color.blueF());
+}
+
+/// The ratio of two colours' luminances as accessibility guidelines count it, 1 to 21.
+double contrast(const QColor& one, const QColor& other) {
+    const auto [darker, lighter] = std::minmax({luminance(one), luminance(other)});
+    return (lighter + 0.05) / (darker + 0.05);
 }
 
 } // namespace
@@ -35,7 +51,11 @@ class TstGrid : public QObject {
     void formatGivesCaptionsAndAlignments();
     void formatEmptiesTheGrid();
     void captionsAreTheHeaderRow();
-    void captionsAreNeverCut();
+    void captionsWrapAtTheirNormalWidth();
+    void captionWithNoRoomIsElidedAndTold();
+    void textsAreElidedNeverNarrowed();
+    void headerIsAtLeastAsHighAsARow();
+    void oneColumnTakesTheFreeWidth();
     void headerIsBold();
     void widthsAreInTwips();
     void widthZeroHidesAColumn();
@@ -46,6 +66,9 @@ class TstGrid : public QObject {
     void oddCharactersStayInTheirCell();
     void coloursBoldAndPicturesBelongToTheirCell();
     void pictureIsPaintedInTheMiddleOfItsCell();
+    void picturesStandOutInTheCurrentCell_data();
+    void picturesStandOutInTheCurrentCell();
+    void markupIsShownLetterByLetter();
     void colourIsPainted();
     void cutRowsTakeTheirLooksAlong();
     void tickIsASingleBlankWithThePicture();
@@ -150,15 +173,83 @@ void TstGrid::captionsAreTheHeaderRow() {
     QCOMPARE(m_grid->text(1, 1), u"1b"_s);
 }
 
-void TstGrid::captionsAreNeverCut() {
-    m_grid->setFormat(u"Legenda comprida|Curta"_s);
+void TstGrid::captionsWrapAtTheirNormalWidth() {
+    m_grid->setFormat(u"Uma legenda comprida|Curta"_s);
     m_grid->setHeaderBold();
-    for (const int twips : {3000, 1500, 1100}) {
-        m_grid->setColumnTwips(0, twips);
-        const auto fonte = m_grid->model()->headerData(0, Qt::Horizontal, Qt::FontRole).value<QFont>();
-        QVERIFY2(QFontMetrics(fonte).horizontalAdvance(u"Legenda comprida"_s) <= m_grid->columnWidth(0),
-                 qPrintable(u"%1 twips: font of %2"_s.arg(twips).arg(fonte.pointSizeF())));
-    }
+    QFont font = m_grid->font();
+    font.setBold(true);
+    const auto twips = [this, &font](const QString& text) {
+        return pixelsToTwips(m_grid, QFontMetrics(font).horizontalAdvance(text) + 12);
+    };
+    m_grid->setColumnTwips(1, 3000);
+    m_grid->setColumnTwips(0, twips(u"Uma legenda comprida"_s));
+    const int oneLine = m_grid->horizontalHeader()->height();
+    m_grid->setColumnTwips(0, twips(u"Uma legenda"_s));
+    const int line = QFontMetrics(font).lineSpacing();
+    QVERIFY(m_grid->horizontalHeader()->height() >= 2 * line);
+    QVERIFY(m_grid->horizontalHeader()->height() > oneLine);
+    m_grid->setColumnTwips(0, twips(u"comprida"_s));
+    QVERIFY(m_grid->horizontalHeader()->height() >= 3 * line);
+    QCOMPARE(m_grid->model()->headerData(0, Qt::Horizontal, Qt::FontRole).value<QFont>(), font);
+    // A hidden caption needs no room.
+    m_grid->setColumnTwips(0, 0);
+    QCOMPARE(m_grid->horizontalHeader()->height(), oneLine);
+}
+
+void TstGrid::captionWithNoRoomIsElidedAndTold() {
+    m_grid->setFormat(u"<Comprida|<Comprida"_s);
+    m_grid->setColumnTwips(0, 500);
+    m_grid->setColumnTwips(1, 3000);
+    const QImage header = m_grid->horizontalHeader()->grab().toImage();
+    // The first letters look the same in both columns.
+    const int letters = m_grid->fontMetrics().horizontalAdvance(u"C"_s) + 4;
+    const QRect first(0, 2, letters, header.height() - 4);
+    QCOMPARE(header.copy(first), header.copy(first.translated(m_grid->columnWidth(0), 0)));
+    QCOMPARE(m_grid->model()->headerData(0, Qt::Horizontal, Qt::ToolTipRole).toString(), u"Comprida"_s);
+}
+
+void TstGrid::textsAreElidedNeverNarrowed() {
+    m_grid->setFormat(u"<A|<B"_s);
+    m_grid->addItem(u"0000000789123\t0000000789123"_s);
+    m_grid->setColumnTwips(0, 700);
+    m_grid->setColumnTwips(1, 3000);
+    const QImage cells = pintado();
+    const QPoint grid = m_grid->mapTo(m_form.get(), QPoint());
+    const int letters = m_grid->fontMetrics().horizontalAdvance(u"00"_s) + 4;
+    const auto start = [&](int column) {
+        const QRect cell = m_grid->cellRect(1, column).translated(grid);
+        return cells.copy(cell.left(), cell.top(), letters, cell.height());
+    };
+    QCOMPARE(start(0), start(1));
+    QCOMPARE(papel(1, 0, Qt::ToolTipRole).toString(), u"0000000789123"_s);
+}
+
+void TstGrid::headerIsAtLeastAsHighAsARow() {
+    preenche(2);
+    m_grid->setMinimumRowTwips(900);
+    QCOMPARE(m_grid->horizontalHeader()->height(), twipsToPixels(m_grid, 900));
+    m_grid->setMinimumRowTwips(360);
+    QCOMPARE(m_grid->horizontalHeader()->height(),
+             qMax(twipsToPixels(m_grid, 360), m_grid->horizontalHeader()->sizeHint().height()));
+    QVERIFY(m_grid->horizontalHeader()->height() < twipsToPixels(m_grid, 900));
+}
+
+void TstGrid::oneColumnTakesTheFreeWidth() {
+    preenche(2);
+    for (int column = 0; column < 3; ++column)
+        m_grid->setColumnTwips(column, 1000);
+    m_grid->setStretchedColumn(1);
+    QCOMPARE(m_grid->columnTwips(1), 1000);
+    QCOMPARE(m_grid->columnWidth(0), twipsToPixels(m_grid, 1000));
+    QCOMPARE(m_grid->columnWidth(0) + m_grid->columnWidth(1) + m_grid->columnWidth(2),
+             m_grid->viewport()->width());
+    m_form->resize(900, 400);
+    QTRY_COMPARE(m_grid->horizontalHeader()->length(), m_grid->viewport()->width());
+    // Never narrower than its own width.
+    m_grid->setColumnTwips(0, 20000);
+    QCOMPARE(m_grid->columnWidth(1), twipsToPixels(m_grid, 1000));
+    m_grid->setColumnTwips(0, 500);
+    QCOMPARE(m_grid->horizontalHeader()->length(), m_grid->viewport()->width());
 }
 
 void TstGrid::headerIsBold() {
@@ -307,6 +398,43 @@ void TstGrid::pictureIsPaintedInTheMiddleOfItsCell() {
     QCOMPARE(corEm(imagem, celula.center()), QColor(Qt::blue));
     QVERIFY(corEm(imagem, celula.center() - QPoint(celula.width() / 2 - 4, 0)) != QColor(Qt::blue));
     QVERIFY(corEm(imagem, m_grid->cellRect(1, 1).center()) != QColor(Qt::blue));
+}
+
+void TstGrid::picturesStandOutInTheCurrentCell_data() {
+    QTest::addColumn<QIcon>("picture");
+    QTest::addColumn<QColor>("stroke");
+    QTest::newRow("tick") << pictures::check() << QColor(0x1B, 0x87, 0x3B);
+    QTest::newRow("bin") << pictures::trash() << QColor(0xC6, 0x28, 0x28);
+}
+
+void TstGrid::picturesStandOutInTheCurrentCell() {
+    QFETCH(QIcon, picture);
+    QFETCH(QColor, stroke);
+    preenche(3);
+    m_grid->setMinimumRowTwips(420);
+    m_grid->setText(2, 1, QString());
+    m_grid->setPicture(2, 1, picture);
+    m_grid->setFocus();
+    m_grid->setCurrentCell(2, 1);
+    const QRect cell = m_grid->cellRect(2, 1);
+    const QImage image = pintado();
+    // The corners of the picture's square are its ground.
+    QVERIFY(contrast(corEm(image, cell.center() - QPoint(9, 9)), stroke) >= 4.5);
+    int drawn = 0;
+    for (int x = -10; x <= 10; ++x)
+        for (int y = -10; y <= 10; ++y)
+            drawn += corEm(image, cell.center() + QPoint(x, y)) == stroke ? 1 : 0;
+    QVERIFY2(drawn > 10, qPrintable(QString::number(drawn)));
+}
+
+void TstGrid::markupIsShownLetterByLetter() {
+    const QString name = u"<img src=\"x\"> & <b>FILHOS</b>"_s;
+    m_grid->setFormat(u"A"_s);
+    m_grid->addRow({name});
+    m_grid->setText(0, 0, name);
+    for (const QString& tip : {papel(1, 0, Qt::ToolTipRole).toString(),
+                               m_grid->model()->headerData(0, Qt::Horizontal, Qt::ToolTipRole).toString()})
+        QCOMPARE(QTextDocumentFragment::fromHtml(tip).toPlainText(), name);
 }
 
 void TstGrid::colourIsPainted() {

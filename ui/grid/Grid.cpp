@@ -2,8 +2,8 @@
 
 #include "ui/Twips.h"
 #include "ui/grid/GridDelegate.h"
+#include "ui/grid/GridHeader.h"
 
-#include <QHeaderView>
 #include <QKeyEvent>
 #include <QScrollBar>
 
@@ -37,6 +37,8 @@ ColumnFormat columnFormat(const QString& part) {
 Grid::Grid(QWidget* parent) : QTableView(parent), m_model(new GridModel(this)) {
     setModel(m_model);
     setItemDelegate(new GridDelegate(this));
+    setHorizontalHeader(new GridHeader(this));
+    m_model->setHeaderFont(font());
     setSelectionMode(QAbstractItemView::SingleSelection);
     setEditTriggers(QAbstractItemView::NoEditTriggers);
     setTabKeyNavigation(false);
@@ -47,10 +49,6 @@ Grid::Grid(QWidget* parent) : QTableView(parent), m_model(new GridModel(this)) {
     setWordWrap(true);
     verticalHeader()->hide();
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-    horizontalHeader()->setSectionsClickable(false);
-    horizontalHeader()->setHighlightSections(false);
-    horizontalHeader()->setMinimumSectionSize(0);
-    horizontalHeader()->setTextElideMode(Qt::ElideRight);
     connect(horizontalHeader(), &QHeaderView::sectionResized, this, &Grid::cellsMoved);
     connect(this, &QTableView::clicked, this,
             [this](const QModelIndex& index) { Q_EMIT cellClicked(index.row() + 1, index.column()); });
@@ -81,7 +79,14 @@ void Grid::setColumnTwips(int column, int twips) {
     setColumnHidden(column, twips == 0);
     if (twips > 0)
         setColumnWidth(column, twipsToPixels(this, twips));
-    fitCaptions();
+    stretchColumn();
+    // A narrower caption may need another line.
+    updateGeometries();
+}
+
+void Grid::setStretchedColumn(int column) {
+    m_stretchedColumn = column;
+    stretchColumn();
 }
 
 void Grid::setPreferredRows(int rows) {
@@ -102,6 +107,8 @@ void Grid::setMinimumRowTwips(int twips) {
     m_minimumRowTwips = twips;
     verticalHeader()->setMinimumSectionSize(minimumRowPixels());
     verticalHeader()->setDefaultSectionSize(minimumRowPixels());
+    horizontalHeader()->setMinimumHeight(twips > 0 ? minimumRowPixels() : 0);
+    updateGeometries();
 }
 
 void Grid::setRowTwips(int row, int twips) {
@@ -199,6 +206,7 @@ void Grid::keyPressEvent(QKeyEvent* event) {
 
 void Grid::resizeEvent(QResizeEvent* event) {
     QTableView::resizeEvent(event);
+    stretchColumn();
     Q_EMIT cellsMoved();
 }
 
@@ -210,6 +218,7 @@ void Grid::scrollContentsBy(int dx, int dy) {
 void Grid::changeEvent(QEvent* event) {
     QTableView::changeEvent(event);
     if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) {
+        m_model->setHeaderFont(font());
         applyWidths();
         setMinimumRowTwips(m_minimumRowTwips);
     }
@@ -220,25 +229,13 @@ void Grid::applyWidths() {
         setColumnTwips(static_cast<int>(column), m_columnTwips[column]);
 }
 
-// Captions are never cut: the widths are fixed, so the header's font gives way, all columns alike.
-void Grid::fitCaptions() {
-    constexpr double step = 0.25;
-    constexpr double smallest = 5.0;
-    const int margin = 2 * (style()->pixelMetric(QStyle::PM_HeaderMargin, nullptr, this) + 1);
-    QFont chosen = font();
-    for (double size = chosen.pointSizeF(); size >= smallest; size -= step) {
-        chosen.setPointSizeF(size);
-        QFont bold = chosen;
-        bold.setBold(true);
-        const QFontMetrics metrics(bold);
-        bool fits = true;
-        for (int column = 0; column < columns(); ++column)
-            fits = fits && (isColumnHidden(column) ||
-                            metrics.horizontalAdvance(text(0, column)) + margin <= columnWidth(column));
-        if (fits)
-            break;
-    }
-    m_model->setHeaderFont(chosen);
+// Takes up what the other columns leave of the viewport's width.
+void Grid::stretchColumn() {
+    if (m_stretchedColumn < 0 || m_stretchedColumn >= columns() || isColumnHidden(m_stretchedColumn))
+        return;
+    const int own = twipsToPixels(this, columnTwips(m_stretchedColumn));
+    const int others = horizontalHeader()->length() - columnWidth(m_stretchedColumn);
+    setColumnWidth(m_stretchedColumn, qMax(own, viewport()->width() - others));
 }
 
 int Grid::minimumRowPixels() const {

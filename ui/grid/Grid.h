@@ -6,8 +6,12 @@
 
 namespace tarvessa {
 
-/// A table of text cells with one fixed header row, row 0; data rows count from 1. Widths and heights are in
-/// twips. Space on the current cell does what a click does.
+/// A table of text cells with one fixed header row, row 0; data rows count from 1, columns from 0. Widths and
+/// heights are in twips. Space on the current cell does what a click does.
+///
+/// A row or column must exist: reading or writing outside is a mistake of the caller, undefined as for a
+/// vector. Two things are safe: cellRect of a missing cell is empty, and setCurrentCell of one leaves no
+/// current cell.
 class Grid : public QTableView {
     Q_OBJECT
 
@@ -25,12 +29,16 @@ class Grid : public QTableView {
     void setColumnTwips(int column, int twips);
     int columnTwips(int column) const { return m_columnTwips[static_cast<size_t>(column)]; }
 
+    /// Lets one column grow beyond its width into what the other columns leave free of the grid; its width in
+    /// twips stays what was set.
+    void setStretchedColumn(int column);
+
     /// The number of rows, header included, that the grid's preferred size has room for; its width then shows
     /// all columns beside the scroll bar. Without it the size is the view's usual one.
     void setPreferredRows(int rows);
     QSize sizeHint() const override;
 
-    /// Height in twips that every row has at least.
+    /// Height in twips that every row has at least, the header row included.
     void setMinimumRowTwips(int twips);
 
     /// Height in twips of one data row.
@@ -126,12 +134,13 @@ class Grid : public QTableView {
 
   private:
     void applyWidths();
-    void fitCaptions();
+    void stretchColumn();
     int minimumRowPixels() const;
     void changeLook(int row, int column, const std::function<void(GridModel::Look&)>& change);
 
     GridModel* m_model;
     std::vector<int> m_columnTwips;
+    int m_stretchedColumn = -1;
     int m_minimumRowTwips = 0;
     int m_preferredRows = 0;
 };

@@ -8,21 +8,8 @@ namespace tarvessa {
 namespace {
 constexpr int largestPicture = 20;
 constexpr int pictureMargin = 3;
-constexpr int wholePercent = 100;
-constexpr int narrowestPercent = 60;
-constexpr int percentStep = 4;
-
-// Tried step by step, since a narrowed font's advances are rounded.
-void narrowWord(QStyleOptionViewItem* option) {
-    const int margin =
-        option->widget->style()->pixelMetric(QStyle::PM_FocusFrameHMargin, option, option->widget);
-    const int room = option->rect.width() - 2 * (margin + 1);
-    const auto needed = [option] { return option->fontMetrics.horizontalAdvance(option->text); };
-    for (int percent = wholePercent; needed() >= room && percent > narrowestPercent; percent -= percentStep) {
-        option->font.setStretch(percent - percentStep);
-        option->fontMetrics = QFontMetrics(option->font);
-    }
-}
+constexpr int plateMargin = 2;
+constexpr double plateRadius = 3.0;
 
 } // namespace
 
@@ -42,6 +29,16 @@ void GridDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
     const int side = qMin(largestPicture, option.rect.height() - pictureMargin);
     QRect place(0, 0, side, side);
     place.moveCenter(option.rect.center());
+    // The pictures are made for a light ground; the selection's colour may be as dark as they are.
+    if (option.state.testFlag(QStyle::State_Selected)) {
+        painter->save();
+        painter->setRenderHint(QPainter::Antialiasing);
+        painter->setPen(Qt::NoPen);
+        painter->setBrush(Qt::white);
+        painter->drawRoundedRect(place.adjusted(-plateMargin, -plateMargin, plateMargin, plateMargin),
+                                 plateRadius, plateRadius);
+        painter->restore();
+    }
     qvariant_cast<QIcon>(decoration).paint(painter, place);
 }
 
@@ -50,8 +47,6 @@ void GridDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelInd
     QStyledItemDelegate::initStyleOption(option, index);
     if (option->rect.height() < 2 * option->fontMetrics.lineSpacing())
         option->features &= ~QStyleOptionViewItem::WrapText;
-    if (!option->text.isEmpty() && !option->text.contains(u' '))
-        narrowWord(option);
 }
 
 } // namespace tarvessa

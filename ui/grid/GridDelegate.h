@@ -4,8 +4,8 @@
 
 namespace tarvessa {
 
-/// Draws a grid's cell: a picture stands in the middle of its cell, long texts wrap where the row has room,
-/// and a single word (a code, a number) is drawn narrower rather than cut.
+/// Draws a grid's cell: a picture stands in the middle of its cell, on a light plate where the cell is
+/// selected; long texts wrap where the row has room and are elided where it has not.
 class GridDelegate : public QStyledItemDelegate {
   public:
     using QStyledItemDelegate::QStyledItemDelegate;

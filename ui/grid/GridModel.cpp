@@ -1,7 +1,8 @@
 #include "ui/grid/GridModel.h"
 
+#include "ui/PlainText.h"
+
 #include <QFont>
-#include <QTextDocument>
 
 #include <algorithm>
 
@@ -10,11 +11,6 @@ using namespace Qt::StringLiterals;
 namespace tarvessa {
 
 namespace {
-
-// A tool tip takes what looks like markup for markup.
-QString plainToolTip(const QString& text) {
-    return Qt::mightBeRichText(text) ? text.toHtmlEscaped() : text;
-}
 
 // A noncharacter: no text of a database or a keyboard holds it, so a tab inside a name shifts no column.
 constexpr QChar cellEnd = QChar(0xFFFF);
@@ -49,7 +45,7 @@ QVariant GridModel::data(const QModelIndex& index, int role) const {
     case Qt::DisplayRole:
         return text(row, column);
     case Qt::ToolTipRole:
-        return column == m_tickColumn ? QString() : plainToolTip(text(row, column));
+        return column == m_tickColumn ? QString() : plain::toolTip(text(row, column));
     case Qt::AccessibleTextRole:
         if (column == m_tickColumn)
             return text(row, column) == u" " ? u"Selecionado"_s : u"Não selecionado"_s;
@@ -85,6 +81,8 @@ QVariant GridModel::headerData(int section, Qt::Orientation orientation, int rol
         return {};
     if (role == Qt::DisplayRole)
         return caption(section);
+    if (role == Qt::ToolTipRole)
+        return plain::toolTip(caption(section));
     if (role == Qt::TextAlignmentRole)
         return QVariant::fromValue(alignment(section));
     if (role == Qt::FontRole) {
