@@ -8,6 +8,7 @@
 #include <QComboBox>
 #include <QHeaderView>
 #include <QLineEdit>
+#include <QMenuBar>
 #include <QPushButton>
 #include <QScrollBar>
 #include <QSignalSpy>
@@ -74,6 +75,8 @@ class TstCellEditor : public QObject {
     void isCutToTheCellsInSight();
     void leftOnceByKey();
     void leftOnceByMouse();
+    void menuBarKeepsTheFocusUntilItIsLeft();
+    void openPaintsAtOnce();
     void clickOnAnotherCellLeavesIt();
     void notLeftWhenClosed();
     void messageBoxIsNoLeaving();
@@ -229,6 +232,40 @@ void TstCellEditor::leftOnceByMouse() {
     QTest::mouseClick(m_form->windowHandle(), Qt::LeftButton, {}, m_form->botao->geometry().center());
     QVERIFY(m_form->botao->hasFocus());
     QCOMPARE(saidas.size(), 1);
+}
+
+void TstCellEditor::menuBarKeepsTheFocusUntilItIsLeft() {
+    auto* bar = new QMenuBar(m_form.get());
+    bar->addMenu(u"&Menu"_s)->addAction(u"Ação"_s);
+    bar->setGeometry(0, 0, 450, 20);
+    bar->show();
+    connect(m_form->editor, &CellEditor::left, m_form->editor, &CellEditor::close);
+    QSignalSpy left(m_form->editor, &CellEditor::left);
+    m_form->editor->open(3, 1);
+    QTest::keyClick(m_form->caixa, Qt::Key_Alt);
+    QTRY_COMPARE(m_form->focusWidget(), bar);
+    QCOMPARE(left.size(), 1);
+    QVERIFY(!m_form->editor->isOpen());
+    QVERIFY(!m_form->caixa->isVisible());
+    QTest::keyClick(bar, Qt::Key_Escape);
+    QTRY_COMPARE(m_form->focusWidget(), m_form->grid);
+    QVERIFY(m_form->isVisible());
+    // The control takes the focus itself when it is opened next.
+    m_form->editor->open(4, 1);
+    QVERIFY(m_form->caixa->hasFocus());
+}
+
+void TstCellEditor::openPaintsAtOnce() {
+    struct Paints : QObject {
+        bool eventFilter(QObject*, QEvent* event) override {
+            count += event->type() == QEvent::Paint ? 1 : 0;
+            return false;
+        }
+        int count = 0;
+    } paints;
+    m_form->caixa->installEventFilter(&paints);
+    m_form->editor->open(3, 1);
+    QVERIFY(paints.count > 0);
 }
 
 void TstCellEditor::clickOnAnotherCellLeavesIt() {

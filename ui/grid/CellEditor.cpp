@@ -3,6 +3,9 @@
 #include "ui/FieldLeave.h"
 #include "ui/grid/Grid.h"
 
+#include <QApplication>
+#include <QMenuBar>
+
 namespace tarvessa {
 
 CellEditor::CellEditor(Grid* grid, QWidget* control) : QObject(grid), m_grid(grid), m_control(control) {
@@ -18,6 +21,7 @@ void CellEditor::open(int row, int column) {
     m_row = row;
     m_column = column;
     m_open = true;
+    m_control->setFocusProxy(nullptr);
     place();
     m_control->show();
     m_control->raise();
@@ -29,8 +33,12 @@ void CellEditor::close() {
     if (!m_open)
         return;
     m_open = false;
-    m_grid->setFocus();
+    // A menu bar gives the focus back when it is left, to the control that had it: that is hidden by then,
+    // and the grid stands in for it.
+    if (!qobject_cast<QMenuBar*>(QApplication::focusWidget()))
+        m_grid->setFocus();
     m_control->hide();
+    m_control->setFocusProxy(m_grid);
 }
 
 // Clipped to the grid's cells; scrolled out of sight it has no size left but keeps the focus.

@@ -20,7 +20,8 @@ class CellEditor : public QObject {
     /// Shows the control over the data cell, paints it at once and gives it the focus.
     void open(int row, int column);
 
-    /// Hides the control and gives the focus to the grid; nothing is told. Does nothing when it is not open.
+    /// Hides the control and gives the focus to the grid, or leaves it in the menu bar until that is left;
+    /// `left` is not sent. Does nothing when it is not open.
     void close();
 
     bool isOpen() const { return m_open; }
