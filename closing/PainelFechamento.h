@@ -11,6 +11,7 @@
 #include <QHash>
 #include <QMainWindow>
 
+#include <map>
 #include <memory>
 #include <optional>
 
@@ -61,7 +62,6 @@ class PainelFechamento : public QMainWindow {
 
   private:
     enum class Layout { Dav, Pv };
-    enum class Desfecho { Grava, Desiste };
 
     // Start-up and listing (PainelFechamentoListagem.cpp)
     void carregaInicio();
@@ -94,16 +94,27 @@ class PainelFechamento : public QMainWindow {
     void visualiza(int row);
     void abreMetas();
 
-    // Customer terms in the grid (EdicaoTermos.cpp)
+    // Customer terms in the grid (PainelFechamentoTermos.cpp). What commits gives false when nothing, or not
+    // what was entered, has been stored; the operator has been told.
     void preparaEditores();
-    void abreEditor(int linha, int coluna);
-    bool teclaDeEditor(const QWidget* controle, int tecla);
+    void abreEditor(int row, int column);
+
+    /// Takes a key pressed in a control; true when it was an editor's Enter or Escape.
+    bool teclaDeEditor(const QWidget* control, int key);
+
+    /// Commits what is being edited; true also when nothing is.
     bool concluiEdicao();
-    bool TextGrid_LostFocus(Desfecho desfecho = Desfecho::Grava);
-    void Combo1_LostFocus();
-    bool gravaTabela(int linha, const QString& texto);
-    void gravaDias(int linha, const QString& texto);
-    void gravaTermos(int linha, Dinheiro dias, const QString& forma);
+    bool TextGrid_LostFocus();
+    bool Combo1_LostFocus();
+    bool gravaTabela(int row, const QString& text);
+    bool gravaDias(int row, const QString& text);
+
+    /// Writes days and method to the row's customer (`clientes`). Raises RuntimeError, also for a method
+    /// whose name would break the statement.
+    bool gravaTermos(int row, Dinheiro dias, const QString& forma);
+
+    /// Reads the row's customer (`clientes`) and shows what it holds in the columns of `sent`.
+    bool mostraGravado(int row, const std::map<int, QString>& sent);
 
     // DAV to pre-sale (PainelFechamentoConversao.cpp)
     void converteDavs();
