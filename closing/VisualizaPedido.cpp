@@ -7,6 +7,8 @@
 #include "core/Teclado.h"
 #include "ui/FitToScreen.h"
 #include "ui/MessageBoxes.h"
+#include "ui/PlainText.h"
+#include "ui/Shortcuts.h"
 #include "ui_VisualizaPedido.h"
 
 #include <QScrollBar>
@@ -19,16 +21,17 @@ namespace {
 
 enum Coluna { Codigo, Descricao, Quantidade, Unitario, Total };
 
-// Twips.
+// Twips
 constexpr std::array<int, 5> larguras = {1700, 5400, 1300, 1300, 1400};
 constexpr int alturaDaLinha = 340;
 
+// One row per line of the document, also where a customer's or a product's code is there twice.
 QString consulta(qint32 numero, const QString& tipo) {
     return u"SELECT o.nrpedido, o.TipoOperacao, o.situacaoorc, o.codigocli, o.nomevendedor, o.dataabertura, "
            "o.codigo, o.quantidade, o.unitario, o.totalped, c.nome, c.fantasia, c.cidade, c.prazo, "
            "c.formapg, c.colunapreco, p.descricao FROM orcamento AS o LEFT JOIN clientes AS c ON "
            "o.codigocli=c.codigo LEFT JOIN produtos AS p ON o.codigo=p.codfabr WHERE o.nrpedido="_s +
-           QString::number(numero) + u" AND o.TipoOperacao='"_s + tipo + u"' ORDER BY o.id"_s;
+           QString::number(numero) + u" AND o.TipoOperacao='"_s + tipo + u"' GROUP BY o.id ORDER BY o.id"_s;
 }
 
 QString nomeDoTipo(const QString& tipo) {
@@ -45,7 +48,7 @@ QString nomeDaSituacao(const QString& situacao) {
 
 void mostra(QLineEdit* campo, const QString& texto) {
     campo->setText(texto);
-    campo->setToolTip(texto);
+    plain::setToolTip(campo, texto);
     // A text longer than its field shows its beginning.
     campo->setCursorPosition(0);
 }
@@ -66,15 +69,33 @@ void VisualizaPedido::abre(QWidget* pai, qint32 numero, const QString& tipo) {
 VisualizaPedido::VisualizaPedido(QWidget* pai, odbc::ResultSet& documento)
     : QDialog(pai), ui(std::make_unique<Ui::VisualizaPedido>()) {
     ui->setupUi(this);
+    preparaCampos();
     preparaGrade();
     mostraCabecalho(documento);
     mostraItens(documento);
     ui->GridItens->setFocus();
-    new Teclado(this, [this] { reject(); });
+    // There is nothing to fill in and so no next field.
+    auto* teclado = new Teclado(this, [this] { reject(); });
+    teclado->setKeyFilter([this](const QWidget*, int key) {
+        const bool enter = key == Qt::Key_Return || key == Qt::Key_Enter;
+        if (enter)
+            accept();
+        return enter;
+    });
+    setAltKey(ui->Fechar, Qt::Key_F);
     connect(ui->Fechar, &QPushButton::clicked, this, &QDialog::accept);
 }
 
 VisualizaPedido::~VisualizaPedido() = default;
+
+// A field that cannot be written in has the window's ground, not that of a text box.
+void VisualizaPedido::preparaCampos() {
+    for (QLineEdit* campo : findChildren<QLineEdit*>()) {
+        QPalette cores = campo->palette();
+        cores.setColor(QPalette::Base, palette().color(QPalette::Window));
+        campo->setPalette(cores);
+    }
+}
 
 void VisualizaPedido::preparaGrade() {
     ui->GridItens->setFormat(u"<CÓDIGO|<DESCRIÇÃO|>QUANTIDADE|>R$ UNITÁRIO|>R$ TOTAL"_s);

@@ -14,7 +14,7 @@ namespace odbc {
 class ResultSet;
 }
 
-/// A document to look at: head, lines and total, nothing to change. Escape closes it.
+/// A document to look at: head, lines and total, nothing to change. Escape and Enter close it.
 class VisualizaPedido : public QDialog {
     Q_OBJECT
 
@@ -29,6 +29,7 @@ class VisualizaPedido : public QDialog {
   private:
     VisualizaPedido(QWidget* pai, odbc::ResultSet& documento);
 
+    void preparaCampos();
     void preparaGrade();
     void mostraCabecalho(const odbc::ResultSet& documento);
     void mostraItens(odbc::ResultSet& documento);

@@ -7,6 +7,7 @@
 
 #include <QDialog>
 #include <QLabel>
+#include <QScopeGuard>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -230,6 +231,117 @@ class TstVisualiza : public QObject {
             QTest::keyClick(tela, Qt::Key_Escape);
         });
         m.clickTwice(1, colunas::Pedido);
+        QCOMPARE(janelas.problem(), QString());
+    }
+
+    void settledDocumentAndNoMethod() {
+        prepara();
+        m.server().execute(
+            u"UPDATE orcamento SET situacaoorc = 'B'; UPDATE clientes SET formapg = '(Nenhuma)'"_s);
+        ModalHelper janelas;
+        janelas.onOpen([](QWidget* tela) {
+            QCOMPARE(campo(tela, "Situacao"), u"Fechado"_s);
+            QCOMPARE(campo(tela, "FormaPagto"), u"DINHEIRO"_s);
+            QTest::keyClick(tela, Qt::Key_Escape);
+        });
+        m.doubleClick(1, colunas::Pedido);
+        QCOMPARE(janelas.problem(), QString());
+    }
+
+    void methodNoneByExactCase() {
+        prepara();
+        m.server().execute(u"UPDATE clientes SET formapg = '(NENHUMA)'"_s);
+        ModalHelper janelas;
+        janelas.onOpen([](QWidget* tela) {
+            QCOMPARE(campo(tela, "FormaPagto"), u"(NENHUMA)"_s);
+            QTest::keyClick(tela, Qt::Key_Escape);
+        });
+        m.doubleClick(1, colunas::Pedido);
+        QCOMPARE(janelas.problem(), QString());
+    }
+
+    void doubleRowsOfACodeDoNotDoubleTheLines() {
+        prepara();
+        const auto semChaves = [this](const QString& tabela) {
+            for (const QStringList& chave : m.server().query(
+                     u"SELECT DISTINCT INDEX_NAME FROM information_schema.STATISTICS WHERE "
+                     u"TABLE_SCHEMA=DATABASE() "
+                     "AND TABLE_NAME='%1' AND NON_UNIQUE=0 AND COLUMN_NAME IN ('codigo','codfabr')"_s.arg(
+                         tabela)))
+                m.server().execute(u"ALTER TABLE %1_dobro DROP KEY `%2`"_s.arg(tabela, chave[0]));
+        };
+        // Copies without unique codes stand in for the tables.
+        for (const QString& tabela : {u"clientes"_s, u"produtos"_s}) {
+            m.server().execute(u"CREATE TABLE %1_dobro LIKE %1"_s.arg(tabela));
+            semChaves(tabela);
+            m.server().execute(
+                u"INSERT INTO %1_dobro SELECT * FROM %1; INSERT INTO %1_dobro SELECT * FROM %1; "
+                "RENAME TABLE %1 TO %1_fora, %1_dobro TO %1"_s.arg(tabela));
+        }
+        const auto volta = qScopeGuard([this] {
+            for (const QString& tabela : {u"clientes"_s, u"produtos"_s})
+                m.server().execute(u"DROP TABLE %1; RENAME TABLE %1_fora TO %1"_s.arg(tabela));
+        });
+        ModalHelper janelas;
+        janelas.onOpen([](QWidget* tela) {
+            QCOMPARE(itens(tela).size(), 5);
+            QCOMPARE(campo(tela, "Total"), u"1.373,95"_s);
+            QTest::keyClick(tela, Qt::Key_Escape);
+        });
+        m.doubleClick(1, colunas::Pedido);
+        QCOMPARE(janelas.problem(), QString());
+    }
+
+    void enterCloses_data() {
+        QTest::addColumn<Qt::Key>("key");
+        QTest::addColumn<QString>("from");
+        QTest::newRow("in the lines") << Qt::Key_Return << u"GridItens"_s;
+        QTest::newRow("in a field") << Qt::Key_Enter << u"Cliente"_s;
+    }
+
+    void enterCloses() {
+        QFETCH(Qt::Key, key);
+        QFETCH(QString, from);
+        prepara();
+        ModalHelper janelas;
+        janelas.onOpen([&](QWidget* tela) {
+            auto* control = tela->findChild<QWidget*>(from);
+            control->setFocus();
+            QTest::keyClick(control, key);
+            QVERIFY(!tela->isVisible());
+        });
+        m.doubleClick(1, colunas::Pedido);
+        QCOMPARE(janelas.problem(), QString());
+    }
+
+    void readOnlyFieldsLookReadOnly() {
+        prepara();
+        ModalHelper janelas;
+        janelas.onOpen([](QWidget* tela) {
+            const QImage imagem = tela->grab().toImage();
+            const auto cor = [&](const QWidget* controle, QPoint ponto) {
+                return imagem.pixelColor(controle->mapTo(tela, ponto) * imagem.devicePixelRatio());
+            };
+            const auto* fantasia = tela->findChild<QLineEdit*>(u"Fantasia"_s);
+            const QPoint vazio = fantasia->rect().center() + QPoint(fantasia->width() / 4, 0);
+            QCOMPARE(cor(fantasia, vazio), tela->palette().color(QPalette::Window));
+            QVERIFY(tela->palette().color(QPalette::Window) != tela->palette().color(QPalette::Base));
+            QTest::keyClick(tela, Qt::Key_Escape);
+        });
+        m.doubleClick(1, colunas::Pedido);
+        QCOMPARE(janelas.problem(), QString());
+    }
+
+    void altFCloses() {
+        prepara();
+        ModalHelper janelas;
+        janelas.onOpen([](QWidget* tela) {
+            QVERIFY(QTest::qWaitForWindowActive(tela));
+            QVERIFY(tela->findChild<QPushButton*>(u"Fechar"_s)->toolTip().contains(u"Alt+F"_s));
+            QTest::keyClick(tela->windowHandle(), Qt::Key_F, Qt::AltModifier);
+            QTRY_VERIFY(!tela->isVisible());
+        });
+        m.doubleClick(1, colunas::Pedido);
         QCOMPARE(janelas.problem(), QString());
     }
 
