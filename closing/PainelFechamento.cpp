@@ -16,6 +16,7 @@
 #include "ui/Guard.h"
 #include "ui/MessageBoxes.h"
 #include "ui/Pictures.h"
+#include "ui/Shortcuts.h"
 #include "ui/Twips.h"
 #include "ui_PainelFechamento.h"
 
@@ -48,6 +49,7 @@ PainelFechamento::PainelFechamento(QWidget* parent)
     ui->picErro->setPixmap(pictures::error().pixmap(pictureSize));
     ui->Grid1->setFormat(u"PEDIDO|^TIPO|<CLIENTE|<VENDEDOR|<CIDADE|>R$ TOTAL|>DIAS VENC|>FORMA PAGTO|^TABELA|"
                          "^SELEÇÃO|CODIGOCLI"_s);
+    ui->Grid1->setStretchedColumn(colunas::Vendedor);
     ui->Grid1->setTickColumn(colunas::Selecao, m_picSucesso);
 
     defineShortcuts();
@@ -75,17 +77,12 @@ PainelFechamento::~PainelFechamento() {
 
 // The captions are fixed and have no mnemonics, so the tool tips tell the keys.
 void PainelFechamento::defineShortcuts() {
-    const auto define = [](QPushButton* button, Qt::Key letter) {
-        const QKeySequence keys(Qt::ALT | letter);
-        button->setShortcut(keys);
-        button->setToolTip(u"Tecla de atalho: "_s + keys.toString(QKeySequence::NativeText));
-    };
-    define(ui->Command1, Qt::Key_S);
-    define(ui->Command2, Qt::Key_T);
-    define(ui->Command3, Qt::Key_C);
-    define(ui->Command4, Qt::Key_E);
-    define(ui->Command5, Qt::Key_A);
-    define(ui->Command6, Qt::Key_D);
+    setAltKey(ui->Command1, Qt::Key_S);
+    setAltKey(ui->Command2, Qt::Key_T);
+    setAltKey(ui->Command3, Qt::Key_C);
+    setAltKey(ui->Command4, Qt::Key_E);
+    setAltKey(ui->Command5, Qt::Key_A);
+    setAltKey(ui->Command6, Qt::Key_D);
     const auto* menu = new QShortcut(Qt::ALT | Qt::Key_R, this);
     connect(menu, &QShortcut::activated, this, [this] {
         ui->menuBar->setActiveAction(ui->MnRelatorio->menuAction());
@@ -186,9 +183,8 @@ void PainelFechamento::alternaSelecao() {
     const bool unselect = ui->Command1->text().startsWith(startOfUnselect);
     for (int row = 1; row < ui->Grid1->rows(); ++row)
         ui->Grid1->setTicked(row, !unselect);
-    const QKeySequence shortcut = ui->Command1->shortcut();
-    ui->Command1->setText(unselect ? u"Seleciona todos os registros"_s : u"Desmarcar todos os registros"_s);
-    ui->Command1->setShortcut(shortcut); // setText clears it
+    setCaption(ui->Command1,
+               unselect ? u"Seleciona todos os registros"_s : u"Desmarcar todos os registros"_s);
     TotalSelecionado();
 }
 

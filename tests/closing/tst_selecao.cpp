@@ -3,11 +3,13 @@
 #include "closing/PanelBench.h"
 #include "support/ModalHelper.h"
 #include "support/StatementLog.h"
+#include "ui/Twips.h"
 #include "ui/grid/Grid.h"
 
 #include <QAccessible>
 #include <QApplication>
 #include <QComboBox>
+#include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
@@ -83,6 +85,7 @@ class TstSelecao : public QObject {
     void escapeInABoxOnlyClosesTheBox();
     void closingTheWindowEndsTheProgram();
     void gridGrowsWithTheWindow();
+    void sellerTakesTheFreeWidth();
 
   private:
     std::unique_ptr<PanelBench> b;
@@ -398,6 +401,15 @@ void TstSelecao::gridGrowsWithTheWindow() {
     b->panel()->resize(b->panel()->size() + QSize(200, 150));
     QTRY_COMPARE(b->grid()->size(), antes + QSize(200, 150));
     QCOMPARE(b->grid()->columnWidth(colunas::Cliente), larguraDaColuna);
+}
+
+void TstSelecao::sellerTakesTheFreeWidth() {
+    const int own = twipsToPixels(b->grid(), b->grid()->columnTwips(colunas::Vendedor));
+    b->panel()->resize(1300, b->panel()->height());
+    QTRY_VERIFY(b->grid()->columnWidth(colunas::Vendedor) > own);
+    QCOMPARE(b->grid()->horizontalHeader()->length(), b->grid()->viewport()->width());
+    b->panel()->resize(700, b->panel()->height());
+    QTRY_COMPARE(b->grid()->columnWidth(colunas::Vendedor), own);
 }
 
 QTEST_MAIN(TstSelecao)
