@@ -13,6 +13,18 @@ using namespace Qt::StringLiterals;
 
 namespace tarvessa {
 
+namespace {
+
+// The press has closed the window in which it began; its repetitions must not close the next one.
+bool repeatsEscape(const QEvent* event) {
+    if (event->type() != QEvent::KeyPress && event->type() != QEvent::ShortcutOverride)
+        return false;
+    const auto* key = static_cast<const QKeyEvent*>(event);
+    return key->key() == Qt::Key_Escape && key->isAutoRepeat();
+}
+
+} // namespace
+
 Teclado::Teclado(QWidget* form, std::function<void()> onEscape)
     : QObject(form), m_form(form), m_onEscape(std::move(onEscape)) {
     qApp->installEventFilter(this);
@@ -27,14 +39,16 @@ bool Teclado::eventFilter(QObject* receiver, QEvent* event) {
         event->ignore();
         return true;
     }
+    if (repeatsEscape(event)) {
+        // An accepted override keeps the key from becoming a shortcut.
+        event->accept();
+        return true;
+    }
     return event->type() == QEvent::KeyPress && event != m_resent &&
            keyPressed(control, static_cast<QKeyEvent*>(event));
 }
 
 bool Teclado::keyPressed(QWidget* control, QKeyEvent* event) {
-    // In whichever window the press began, that one has been closed; the next must not follow.
-    if (event->key() == Qt::Key_Escape && event->isAutoRepeat())
-        return true;
     // A drop-down list or a message box is a window of its own and keeps its keys; so does an open menu bar.
     if (control->window() != m_form || qobject_cast<QMenuBar*>(control))
         return false;

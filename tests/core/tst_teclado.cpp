@@ -13,6 +13,7 @@
 #include <QMainWindow>
 #include <QMenuBar>
 #include <QPushButton>
+#include <QShortcut>
 #include <QTest>
 #include <QVBoxLayout>
 
@@ -227,6 +228,16 @@ void TstTeclado::heldEscapeClosesOneWindow() {
     QVERIFY(!box.isVisible());
     escape(m_form->texto, false);
     QCOMPARE(m_form->escapes, 1);
+    // Nor is one that closes by a shortcut.
+    QDialog byShortcut(m_form.get());
+    auto* shortcut = new QShortcut(QKeySequence(Qt::Key_Escape), &byShortcut);
+    connect(shortcut, &QShortcut::activated, &byShortcut, &QDialog::reject);
+    byShortcut.show();
+    QVERIFY(QTest::qWaitForWindowActive(&byShortcut));
+    escape(&byShortcut, true);
+    QVERIFY(byShortcut.isVisible());
+    escape(&byShortcut, false);
+    QVERIFY(!byShortcut.isVisible());
 }
 
 void TstTeclado::wheelLeavesAListWithItsDropDownClosed() {
