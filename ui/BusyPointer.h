@@ -4,7 +4,7 @@
 
 namespace tarvessa {
 
-/// Shows the busy (hourglass) pointer while it lives.
+/// Shows the busy (hourglass) pointer for as long as it lives. May be nested.
 class BusyPointer {
   public:
     BusyPointer() { QApplication::setOverrideCursor(Qt::WaitCursor); }

@@ -23,7 +23,7 @@ CalendarPopup::CalendarPopup(QDate date, QWidget* parent)
     m_calendar->setFirstDayOfWeek(Qt::Sunday);
     m_calendar->setVerticalHeaderFormat(QCalendarWidget::NoVerticalHeader);
     m_calendar->setGridVisible(true);
-    // Typing belongs to the box.
+    // Dates are typed in the box, not in the calendar.
     m_calendar->setDateEditEnabled(false);
     m_calendar->setMinimumDate(QDate(1, 1, 1));
     m_calendar->setSelectedDate(date);
@@ -48,7 +48,7 @@ void CalendarPopup::showBelow(const QWidget* box) {
     setFocus();
 }
 
-// The calendar takes Escape for itself, to undo a choice; here it ends the popup.
+// QCalendarWidget uses Escape to undo a choice; here it closes the popup.
 bool CalendarPopup::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() != QEvent::KeyPress || static_cast<QKeyEvent*>(event)->key() != Qt::Key_Escape)
         return QFrame::eventFilter(watched, event);
@@ -56,7 +56,7 @@ bool CalendarPopup::eventFilter(QObject* watched, QEvent* event) {
     return true;
 }
 
-// A click on a day sends both signals when it is a double one; the first has closed the popup.
+// A double click sends both signals; the first has already closed the popup.
 void CalendarPopup::take(QDate date) {
     if (!isVisible())
         return;

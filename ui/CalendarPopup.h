@@ -7,16 +7,17 @@ class QCalendarWidget;
 
 namespace tarvessa {
 
-/// A month's calendar that drops down from a box: arrows and the mouse choose a day, Page Up and Page Down
-/// turn the month, Enter or a click takes the day, Escape and a click elsewhere take none. Frees itself when
-/// closed.
+/// A calendar that drops down from a box. The arrow keys move between days, Page Up and Page Down between
+/// months; Enter or a click chooses a day, Escape or a click elsewhere closes it without a choice. It deletes
+/// itself when closed.
 class CalendarPopup : public QFrame {
     Q_OBJECT
 
   public:
+    /// Opens on `date`, which must be valid.
     CalendarPopup(QDate date, QWidget* parent);
 
-    /// Opens below `box`, or above it where the screen ends.
+    /// Shows the popup below `box`, or above it when there is no room below, and gives it the focus.
     void showBelow(const QWidget* box);
 
   Q_SIGNALS:

@@ -19,7 +19,7 @@ namespace {
 const QString dateMask = u"00/00/0000;_"_s;
 constexpr QChar blank = u'_';
 const QString dateFormat = u"dd/MM/yyyy"_s;
-// What the line edit itself keeps free around its text and its picture.
+// Pixels that QLineEdit keeps free around its text and its picture.
 constexpr int paddings = 6;
 
 } // namespace
@@ -71,8 +71,8 @@ void DateBox::keyPressEvent(QKeyEvent* event) {
         QLineEdit::keyPressEvent(event);
 }
 
-// What is typed next replaces the date, as in any other box; coming back to the window leaves half a date as
-// it was.
+// The next typed character replaces the date. A half-typed date is not selected when its window becomes
+// active again.
 void DateBox::focusInEvent(QFocusEvent* event) {
     QLineEdit::focusInEvent(event);
     const Qt::FocusReason reason = event->reason();

@@ -20,8 +20,8 @@ void FieldLeave::focusChanged(QWidget* old, QWidget* now) {
     const bool byMouse = QGuiApplication::mouseButtons() != Qt::NoButton;
     const QPointer<QAbstractButton> button = qobject_cast<QAbstractButton*>(now);
     Q_EMIT left();
-    // The press that moved the focus is delivered only now. If a message took its release meanwhile, the
-    // button would stay down.
+    // The press that moved the focus reaches the button after this. If a message has consumed its release
+    // meanwhile, the button would stay down.
     if (button && byMouse && QGuiApplication::mouseButtons() == Qt::NoButton)
         QMetaObject::invokeMethod(
             button, [button] { button->setDown(false); }, Qt::QueuedConnection);

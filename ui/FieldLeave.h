@@ -6,14 +6,14 @@ class QWidget;
 
 namespace tarvessa {
 
-/// Tells when a field is left: the focus went to another control of the same form, by key or mouse. A message
-/// box, a drop-down or popup of the field, another window, another program or the closing of the form is no
-/// leaving.
+/// Tells when a field is left: the focus moves to another control of the same form, by key or mouse. The
+/// field is not left when the focus goes to a message box, to a drop-down or popup of the field, to another
+/// window or program, or when the form closes.
 class FieldLeave : public QObject {
     Q_OBJECT
 
   public:
-    /// Watches `field` for as long as it lives.
+    /// Watches `field`, which owns this object.
     explicit FieldLeave(QWidget* field);
 
   Q_SIGNALS:

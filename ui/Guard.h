@@ -9,8 +9,8 @@
 
 namespace tarvessa {
 
-/// Runs a handler of a form. A run-time error below ends it there and becomes the error report; the program
-/// stays usable. True when it ran to its end.
+/// Runs a handler of a form. A RuntimeError ends the handler and is shown as the error report; the program
+/// stays usable. True when the handler ran to its end.
 template <typename Body>
 bool guarded(QWidget* form, Body&& body) {
     try {
@@ -22,7 +22,7 @@ bool guarded(QWidget* form, Body&& body) {
     }
 }
 
-/// Connects a signal to a handler of `form` through the guard; the way every handler is connected.
+/// Connects a signal to a handler of `form` through `guarded`. Every handler of a form is connected this way.
 template <typename Sender, typename Signal, typename Handler>
 void onSignal(Sender* sender, Signal signal, QWidget* form, Handler handler) {
     QObject::connect(sender, signal, form, [form, handler](auto&&... arguments) {

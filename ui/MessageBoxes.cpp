@@ -14,8 +14,8 @@ namespace {
 
 const QString usualTitle = u"Atenção!!!"_s;
 
-// The box's own label keeps the whole text, for a screen reader too; only what shows of it at once is
-// bounded, so that the buttons never leave the screen.
+// The label keeps the whole text, also for a screen reader. Only its visible part is limited, so that the
+// buttons stay on the screen.
 void scrollLongText(QMessageBox& box) {
     constexpr int screenParts = 2;
     auto* label = box.findChild<QLabel*>(u"qt_msgbox_label"_s);
@@ -23,7 +23,7 @@ void scrollLongText(QMessageBox& box) {
     const QSize room = box.screen()->availableSize() / screenParts;
     if (!label || !layout)
         return;
-    // Measuring hundreds of lines is dear: it is done once.
+    // Measuring hundreds of lines takes long, so it is done once.
     const QSize text = label->sizeHint();
     if (text.height() <= room.height())
         return;

@@ -2,14 +2,14 @@
 
 #include <QMessageBox>
 
-/// The program's modal boxes, titled "Atenção!!!". Texts are shown as they are, never as rich text; one that
-/// would fill the screen scrolls within its box.
+/// The program's modal boxes, titled "Atenção!!!". Texts are shown as plain text, and a long text scrolls
+/// within its box.
 namespace tarvessa::boxes {
 
 /// Information icon, OK.
 void inform(QWidget* parent, const QString& text);
 
-/// Exclamation icon, OK; titled `title` in place of the usual one where given.
+/// Exclamation icon, OK. A `title` replaces the usual one.
 void exclaim(QWidget* parent, const QString& text, const QString& title = {});
 
 /// Yes and No; true for Yes. Escape and closing the box mean No.

@@ -24,14 +24,14 @@ bool openWithDesktop(const QString& path) {
     const std::wstring parameters = (u"\""_s + QDir::toNativeSeparators(path) + u"\""_s).toStdWString();
     const auto result =
         ShellExecuteW(nullptr, L"open", L"notepad.exe", parameters.c_str(), nullptr, SW_SHOWMAXIMIZED);
-    return reinterpret_cast<INT_PTR>(result) > 32; // the call's own limit between errors and success
+    return reinterpret_cast<INT_PTR>(result) > 32; // values up to 32 are error codes
 }
 
 #else
 
 constexpr int viewerQueryMs = 3000;
 
-// xdg-open answers only after it has tried; asking first for a text viewer tells whether it will find one.
+// xdg-open does not report whether it found a viewer, so the desktop is asked for one first.
 bool openWithDesktop(const QString& path) {
     if (QStandardPaths::findExecutable(u"xdg-open"_s).isEmpty())
         return false;

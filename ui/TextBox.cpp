@@ -8,7 +8,7 @@
 
 namespace tarvessa {
 
-/// Brings every text into the box's form, whichever way it came in.
+/// Applies the convention to every text, whichever way it is entered.
 class TextBoxValidator : public QValidator {
   public:
     using QValidator::QValidator;
@@ -27,16 +27,16 @@ class TextBoxValidator : public QValidator {
     void setActive(bool active) { m_active = active; }
     void setDecimal() { m_decimal = true; }
 
-    /// What the next text put in replaces: told after every change of the selection, which is after the text
-    /// that took a selection's place has been validated.
+    /// The part that the next entered text replaces. Set after every change of the selection, which Qt
+    /// reports after it has validated the text that replaced a selection.
     void setSelection(qsizetype start, qsizetype length) {
         m_selectionStart = start;
         m_selectionLength = length;
     }
 
   private:
-    // Only what is new is read: a point that stands between thousands must not turn into a comma when a digit
-    // behind it is deleted.
+    // Only the new part is converted: a point between thousands must not become a comma when a digit behind
+    // it is deleted.
     void putDecimalForm(QString& input, int& cursor) const {
         const qsizetype shorter = std::min(input.size(), m_before.size());
         const bool replaces = m_selectionLength > 0;
@@ -131,7 +131,7 @@ void TextBox::focusInEvent(QFocusEvent* event) {
         selectAll();
 }
 
-// The press that brought the focus has put the cursor somewhere since; a drag means a selection of its own.
+// The press that gave the focus has also placed the cursor. A drag makes a selection of its own, which stays.
 void TextBox::mouseReleaseEvent(QMouseEvent* event) {
     QLineEdit::mouseReleaseEvent(event);
     if (m_selectsOnFocus && m_focusedByPress && !hasSelectedText())

@@ -14,26 +14,27 @@ class TextBox : public QLineEdit {
   public:
     explicit TextBox(QWidget* parent = nullptr);
 
-    /// Shows a text of the program's own, such as a stored description, letter by letter.
+    /// Shows a text that the program supplies, such as a stored description, unchanged.
     void showText(const QString& text);
 
-    /// The text without apostrophes, "´" in their place, for a look-up: a shown text may hold some.
+    /// The text with "´" for each apostrophe, for a look-up: a text given to showText may hold apostrophes.
     QString lookUpText() const;
 
-    /// Makes the box one for decimal numbers: what is put in by hand takes the comma as its decimal separator
-    /// (see decimalForm). What was in the box before is left as it is; no other text is refused.
+    /// Makes the box one for decimal numbers: what the operator enters takes the comma as its decimal
+    /// separator (see decimalForm). Text that is already in the box stays unchanged, and no text is refused.
     void setDecimal();
 
     /// Makes the box select its whole text when the focus comes by key, by mouse or from the program.
     void setSelectsOnFocus();
 
-    /// The text as the convention has it.
+    /// A text in upper case, with "´" for apostrophes and without control characters or line breaks.
     static QString conventional(const QString& text);
 
-    /// A text put into a decimal box in one go: a lone point becomes a comma, a number in point form
-    /// ("1234.56", "1,234.56", "0.125") its comma form ("1234,56", "1234,56", "0,125"). A number that reads
-    /// in Brazilian form
-    /// ("1.234,56", "1.234", "12,5") and what is no number stay.
+    /// A text that is put into a decimal box in one go. A lone point becomes a comma, and a number in point
+    /// form
+    /// ("1234.56", "1,234.56", "0.125") takes comma form ("1234,56", "1234,56", "0,125"). A number that is
+    /// already in Brazilian form ("1.234,56", "1.234", "12,5") and any text that is not a number stay
+    /// unchanged.
     static QString decimalForm(const QString& piece);
 
   protected:

@@ -30,7 +30,6 @@ TextViewer::TextViewer(const QString& path) {
                            : u"Não foi possível ler %1: %2"_s.arg(path, file.errorString()));
     setCentralWidget(text);
     auto* escape = new QShortcut(QKeySequence(Qt::Key_Escape), this);
-    escape->setAutoRepeat(false);
     connect(escape, &QShortcut::activated, this, &QWidget::close);
     resize(800, 600);
 }

@@ -4,13 +4,13 @@
 
 namespace tarvessa {
 
-/// A plain read-only window for a text file, where the desktop has no viewer of its own.
+/// A read-only window for a text file, used where the desktop has no text viewer.
 class TextViewer : public QMainWindow {
     Q_OBJECT
 
   public:
-    /// Shows the UTF-8 file maximised and returns at once; the window frees itself when closed. A file that
-    /// cannot be read shows as the reason in its place.
+    /// Shows a UTF-8 file in a maximised window and returns at once; the window deletes itself when closed.
+    /// If the file cannot be read, the window shows the reason.
     static void open(const QString& path);
 
   private:

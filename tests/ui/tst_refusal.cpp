@@ -11,7 +11,7 @@
 
 using namespace Qt::StringLiterals;
 using namespace tarvessa;
-using tarvessa::teste::ModalHelper;
+using tarvessa::test::ModalHelper;
 
 /// After a refusal the next text typed replaces the refused one.
 class TstRefusal : public QObject {
@@ -55,9 +55,9 @@ void TstRefusal::init() {
 void TstRefusal::pressRefusing(QLineEdit* field, const std::function<void()>& press) {
     connect(m_button, &QPushButton::clicked, m_form.get(), [field] { refuse(field, u"Verifique!!!"_s); });
     ModalHelper modal;
-    modal.espera(u"Verifique!!!"_s, QMessageBox::Ok);
+    modal.expect(u"Verifique!!!"_s, QMessageBox::Ok);
     press();
-    QTRY_COMPARE(modal.confere(), QString());
+    QTRY_COMPARE(modal.problem(), QString());
     m_form->activateWindow();
     QVERIFY(QTest::qWaitForWindowActive(m_form.get()));
     QCOMPARE(m_form->focusWidget(), field);

@@ -41,7 +41,7 @@ void CellEditor::close() {
     m_control->setFocusProxy(m_grid);
 }
 
-// Clipped to the grid's cells; scrolled out of sight it has no size left but keeps the focus.
+// The control is clipped to the visible cells. Scrolled out of sight it has no size, but it keeps the focus.
 void CellEditor::place() {
     if (!m_open)
         return;

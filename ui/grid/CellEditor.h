@@ -9,7 +9,7 @@ namespace tarvessa {
 class Grid;
 
 /// Lays a control of the form over a grid's cell and keeps it there while the grid scrolls or changes its
-/// size. What the control commits is its form's affair.
+/// size. The form commits what the control holds.
 class CellEditor : public QObject {
     Q_OBJECT
 
@@ -17,7 +17,7 @@ class CellEditor : public QObject {
     /// `control` is a sibling of `grid`, hidden and in no layout; both outlive this object's use.
     CellEditor(Grid* grid, QWidget* control);
 
-    /// Shows the control over the data cell, paints it at once and gives it the focus.
+    /// Shows the control over an existing data cell, paints it at once and gives it the focus.
     void open(int row, int column);
 
     /// Hides the control and gives the focus to the grid, or leaves it in the menu bar until that is left;
@@ -26,7 +26,7 @@ class CellEditor : public QObject {
 
     bool isOpen() const { return m_open; }
 
-    /// The cell it was opened on.
+    /// The cell of the last open; 0 and 0 before the first.
     int row() const { return m_row; }
     int column() const { return m_column; }
 

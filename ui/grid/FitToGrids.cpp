@@ -20,7 +20,7 @@ QSize wholeSize(const Grid* grid, int rows, int besides) {
     return QSize(width, height) + 2 * QSize(grid->frameWidth(), grid->frameWidth());
 }
 
-// A page of a tab hands a new minimum up by events only, which come too late here.
+// A tab's page tells its parents of a new minimum size by events, which are delivered too late here.
 void activateLayouts(QWidget* form, QWidget* grid) {
     for (QWidget* widget = grid->parentWidget(); widget != form; widget = widget->parentWidget()) {
         if (widget->layout())

@@ -24,7 +24,7 @@ void GridDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
     initStyleOption(&background, index);
     background.features &= ~QStyleOptionViewItem::HasDecoration;
     background.text.clear();
-    background.icon = QIcon(); // the style would still draw it, in no room
+    background.icon = QIcon(); // without the feature the style would still draw it
     option.widget->style()->drawControl(QStyle::CE_ItemViewItem, &background, painter, option.widget);
     const int side = qMin(largestPicture, option.rect.height() - pictureMargin);
     QRect place(0, 0, side, side);
@@ -42,7 +42,8 @@ void GridDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
     qvariant_cast<QIcon>(decoration).paint(painter, place);
 }
 
-// In a row of one line a wrapped text would lose its whole last word instead of its last letters.
+// In a row of one line a wrapped text would lose its whole second line; elided it loses only its last
+// letters.
 void GridDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const {
     QStyledItemDelegate::initStyleOption(option, index);
     if (option->rect.height() < 2 * option->fontMetrics.lineSpacing())

@@ -12,7 +12,7 @@ namespace tarvessa {
 
 namespace {
 
-// A noncharacter: no text of a database or a keyboard holds it, so a tab inside a name shifts no column.
+// A noncharacter, which neither the database nor the keyboard can supply.
 constexpr QChar cellEnd = QChar(0xFFFF);
 
 QString packed(std::span<const QString> cells, size_t columns) {

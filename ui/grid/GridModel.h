@@ -11,8 +11,9 @@
 
 namespace tarvessa {
 
-/// The texts and the looks of a grid's cells. Rows count from 0 here; the grid's header row is not among
-/// them. A row is one packed text, so that a hundred thousand rows stay small; looks are kept only where set.
+/// The texts and looks of a grid's cells. Rows count from 0 and do not include the grid's header row. Each
+/// row is stored as one packed text, so that 100,000 rows stay small; looks are stored only for cells that
+/// have one.
 class GridModel : public QAbstractTableModel {
     Q_OBJECT
 
