@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <optional>
 #include <tuple>
+#include <utility>
 
 namespace tarvessa::test {
 
@@ -90,6 +91,11 @@ void FaultProxy::cutBefore(int k) {
     m_texts.clear();
     m_cutAt = QByteArray();
     m_remaining = k;
+}
+
+void FaultProxy::onStatement(std::function<void(const QByteArray&)> watcher) {
+    const std::lock_guard lock(m_mutex);
+    m_watcher = std::move(watcher);
 }
 
 void FaultProxy::mark() {
@@ -201,6 +207,9 @@ bool FaultProxy::letPass(const QByteArray& command) {
         return false;
     }
     m_texts += text;
+    if (m_watcher) {
+        m_watcher(text);
+    }
     return true;
 }
 

@@ -7,6 +7,7 @@
 #include <QString>
 #include <QTemporaryDir>
 #include <atomic>
+#include <functional>
 #include <mutex>
 #include <thread>
 #include <vector>
@@ -34,6 +35,10 @@ class FaultProxy {
     /// k-th statement from now (the first is 1) reaches the server. It cuts once; connections opened
     /// after that pass.
     void cutBefore(int k);
+
+    /// Calls `watcher` with every statement before it goes on, in the proxy's thread: the program waits for
+    /// its answer meanwhile, so what it shows can be looked at. An empty function ends that.
+    void onStatement(std::function<void(const QByteArray&)> watcher);
 
     /// Forgets what was seen and any cut still to come.
     void mark();
@@ -74,6 +79,7 @@ class FaultProxy {
     mutable std::mutex m_mutex;
     QList<QByteArray> m_texts;
     QByteArray m_cutAt;
+    std::function<void(const QByteArray&)> m_watcher;
     int m_remaining = 0; // statements until the cut, that one included; 0 for no cut
 
     std::thread m_thread;
