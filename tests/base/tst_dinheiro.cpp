@@ -36,6 +36,8 @@ class TstDinheiro : public QObject {
     void addsAndSubtracts();
     void multipliesRoundingHalvesToEven_data();
     void multipliesRoundingHalvesToEven();
+    void proportionRoundsHalvesAwayFromZero_data();
+    void proportionRoundsHalvesAwayFromZero();
     void dividesRoundingHalvesToEven_data();
     void dividesRoundingHalvesToEven();
     void divisionByZeroIsAnError();
@@ -176,6 +178,30 @@ void TstDinheiro::multipliesRoundingHalvesToEven() {
     QFETCH(QString, produto);
     QCOMPARE(d(a) * d(b), d(produto));
     QCOMPARE(d(b) * d(a), d(produto));
+}
+
+void TstDinheiro::proportionRoundsHalvesAwayFromZero_data() {
+    QTest::addColumn<QString>("a");
+    QTest::addColumn<QString>("b");
+    QTest::addColumn<QString>("c");
+    QTest::addColumn<int>("places");
+    QTest::addColumn<QString>("proportion");
+    QTest::newRow("half up") << u"1"_s << u"1"_s << u"200"_s << 2 << u"0.01"_s;
+    QTest::newRow("half of an even cent") << u"5"_s << u"5"_s << u"1000"_s << 2 << u"0.03"_s;
+    QTest::newRow("negative half") << u"-1"_s << u"1"_s << u"200"_s << 2 << u"-0.01"_s;
+    QTest::newRow("negative divisor") << u"1"_s << u"1"_s << u"-200"_s << 2 << u"-0.01"_s;
+    QTest::newRow("below the half") << u"1"_s << u"1"_s << u"201"_s << 2 << u"0"_s;
+    QTest::newRow("three places") << u"100"_s << u"1"_s << u"3"_s << 3 << u"33.333"_s;
+    QTest::newRow("half of a thousandth") << u"1"_s << u"1"_s << u"2000"_s << 3 << u"0.001"_s;
+}
+
+void TstDinheiro::proportionRoundsHalvesAwayFromZero() {
+    QFETCH(QString, a);
+    QFETCH(QString, b);
+    QFETCH(QString, c);
+    QFETCH(int, places);
+    QFETCH(QString, proportion);
+    QCOMPARE(Proporcao(d(a), d(b), d(c), places), d(proportion));
 }
 
 void TstDinheiro::dividesRoundingHalvesToEven_data() {
