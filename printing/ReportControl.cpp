@@ -83,7 +83,7 @@ void ReportControl::showPreview(const std::shared_ptr<report::Report>& report, c
     else
         preview->show();
     preview->activateWindow();
-    preview.release(); // deletes itself when closed
+    static_cast<void>(preview.release()); // deletes itself when closed
 }
 
 } // namespace tarvessa

@@ -12,7 +12,7 @@ namespace tarvessa::report {
 
 namespace {
 
-constexpr qint64 largestFile = 4 * 1024 * 1024;
+constexpr qint64 largestFile = qint64{4} * 1024 * 1024;
 
 // Why what lies at this path is no file that can be a layout; empty when it may be one.
 QString problemOf(const QFileInfo& file) {

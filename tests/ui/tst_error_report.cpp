@@ -97,6 +97,7 @@ void TstErrorReport::errorIsAnException() {
     const RuntimeError erro(7, u"Não há memória"_s, u"HY001"_s, u"SELECT 1"_s);
     const std::exception& base = erro;
     QCOMPARE(QString::fromUtf8(base.what()), u"Não há memória"_s);
+    // NOLINTNEXTLINE(performance-unnecessary-copy-initialization): the copy is what is tested
     const RuntimeError copia = erro;
     QCOMPARE(copia.number(), 7);
     QCOMPARE(copia.sqlState(), u"HY001"_s);

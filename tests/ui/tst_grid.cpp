@@ -376,7 +376,7 @@ void TstGrid::coloursBoldAndPicturesBelongToTheirCell() {
     QVERIFY(m_grid->isBold(2, 1));
     QVERIFY(m_grid->hasPicture(2, 1));
     QVERIFY(papel(2, 1, Qt::FontRole).value<QFont>().bold());
-    for (const auto& [linha, coluna] : {QPair(1, 1), QPair(3, 1), QPair(2, 0), QPair(2, 2)}) {
+    for (const auto& [linha, coluna] : {std::pair(1, 1), std::pair(3, 1), std::pair(2, 0), std::pair(2, 2)}) {
         QVERIFY(!m_grid->backColor(linha, coluna).isValid());
         QVERIFY(!m_grid->foreColor(linha, coluna).isValid());
         QVERIFY(!m_grid->isBold(linha, coluna));
