@@ -4,6 +4,7 @@
 #include "core/Esquema.h"
 #include "core/FieldText.h"
 #include "products/ProductQuery.h"
+#include "products/RowHeight.h"
 #include "products/SelecionaProd.h"
 #include "products/SelecionaProdColumns.h"
 #include "ui/BusyPointer.h"
@@ -13,8 +14,6 @@
 
 #include <QApplication>
 
-#include <cmath>
-
 using namespace Qt::StringLiterals;
 
 namespace tarvessa {
@@ -22,10 +21,6 @@ namespace tarvessa {
 QString CodigoSelecionado;
 
 namespace {
-
-// Twips
-constexpr double lineWidth = 3700;
-constexpr int lineHeight = 240;
 
 constexpr QColor purple(0x80, 0x00, 0x80);
 
@@ -72,13 +67,6 @@ void addProduct(Grid* grid, const odbc::ResultSet& products, const ProductColumn
         grid->setForeColor(grid->rows() - 1, selecionaprod::Descricao, purple);
 }
 
-// Room for a description that is printed on more than one line; 0 for the usual height.
-int wrappedHeight(double descriptionWidth) {
-    if (descriptionWidth <= lineWidth)
-        return 0;
-    return static_cast<int>(std::nearbyint((descriptionWidth / lineWidth + 1) * lineHeight));
-}
-
 // Screens are opened from one another; the first of them is the main window.
 QFont mainWindowFont(const QWidget* form) {
     if (!form)
@@ -103,7 +91,7 @@ int fill(Grid* grid, odbc::ResultSet& products, const QString& text, TextMeasure
             const QStringView description = grid->textView(row, selecionaprod::Descricao);
             if (oneWord && preselected == 0 && description.startsWith(text))
                 preselected = row;
-            if (const int height = wrappedHeight(printed.twips(description)))
+            if (const int height = wrappedRowHeight(printed.twips(description)))
                 heights.emplace_back(row, height);
         }
     }

@@ -18,7 +18,8 @@ namespace tarvessa {
 
 namespace {
 constexpr const char* tag = "tag";
-}
+constexpr qsizetype longestText = 200;
+} // namespace
 
 ProductBox::ProductBox(TextBox* box, QWidget* form, LookUp lookUp)
     : QObject(form), m_box(box), m_form(form), m_lookUp(std::move(lookUp)) {
@@ -55,6 +56,8 @@ bool ProductBox::search() {
     QString text = m_box->lookUpText();
     if (text.isEmpty())
         return true;
+    if (text.size() > longestText)
+        text = cut(text);
     const QString chosen = PesquisaProduto(text, m_form);
     TemRegistro =
         AbreRS(u"Select "_s + m_lookUp.columns + u" from produtos where CodFabr='"_s + chosen + u"'"_s);
@@ -71,6 +74,14 @@ bool ProductBox::search() {
     rs.close();
     show(code, description);
     return true;
+}
+
+QString ProductBox::cut(const QString& text) {
+    const QString kept = text.left(longestText);
+    m_box->showText(kept);
+    boxes::inform(m_form,
+                  u"O texto da pesquisa foi cortado em %1 caracteres. Verifique!!!"_s.arg(longestText));
+    return kept;
 }
 
 void ProductBox::show(const QString& code, const QString& description) {

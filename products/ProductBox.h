@@ -11,8 +11,9 @@ namespace tarvessa {
 
 class TextBox;
 
-/// A box in which the operator enters a product. Leaving it searches for what was typed; the box then shows
-/// the product's description and its property "tag" holds the product's code, empty when there is no product.
+/// A box in which the operator enters a product. Leaving it searches for what was typed, cut at 200
+/// characters with a message; the box then shows the product's description and its property "tag" holds the
+/// product's code, empty when there is no product.
 class ProductBox : public QObject {
     Q_OBJECT
 
@@ -52,6 +53,7 @@ class ProductBox : public QObject {
 
   private:
     bool search();
+    QString cut(const QString& text);
     void show(const QString& code, const QString& description);
 
     TextBox* m_box;

@@ -14,9 +14,8 @@ constexpr qsizetype longestCode = 15;
 constexpr qsizetype barCodeDigits = 13;
 constexpr qsizetype mostBarCodeDigits = 14;
 
-// No code is longer, so a longer text is not looked for among the codes.
-QString orCode(const QString& text) {
-    return text.size() <= longestCode ? u" or CodFabr like '%"_s + text + u"%'"_s : QString();
+bool hasPrefix(const QString& text, QChar prefix) {
+    return text.startsWith(prefix) && text.size() >= shortestPrefixedText;
 }
 
 void normalizeBarCode(QString& text) {
@@ -24,6 +23,11 @@ void normalizeBarCode(QString& text) {
         text.truncate(mostBarCodeDigits);
     else
         text = (u"000000000000"_s + text).last(barCodeDigits);
+}
+
+// A backslash that LIKE is to find: the literal takes one of two away, and the pattern once more.
+QString escaped(const QString& text) {
+    return QString(text).replace(u'\\', uR"(\\\\)"_s);
 }
 
 // Two blanks in a row make an empty word, which every description contains.
@@ -35,6 +39,25 @@ QString allWords(const QString& text) {
     return terms;
 }
 
+// The statement of every text that is not a bar code. What it looks for is decided by `text`; `pattern` is
+// what stands for it in the SQL.
+QString likeStatement(const QString& text, const QString& pattern) {
+    if (hasPrefix(text, u'='))
+        return u"Select * from Produtos where aplicacao like '%"_s + pattern.sliced(1) +
+               u"%' and ativo='S' order by descricao"_s;
+    if (hasPrefix(text, u'*'))
+        return u"Select * from Produtos where observacao like '%"_s + pattern.sliced(1) +
+               u"%' and ativo='S' order by descricao"_s;
+    // No code is longer, so a longer text is not looked for among the codes.
+    const QString orCode =
+        text.size() <= longestCode ? u" or CodFabr like '%"_s + pattern + u"%'"_s : QString();
+    if (text.contains(u' '))
+        return u"Select * from Produtos where ("_s + allWords(pattern) + orCode +
+               u") and ativo='S' order by descricao"_s;
+    return u"Select * from Produtos where (Descricao like '%"_s + pattern + u"%'"_s + orCode +
+           u") and ativo='S' order by Descricao"_s;
+}
+
 } // namespace
 
 ProductQuery productQuery(QString& text, QStringView barCodeType) {
@@ -44,34 +67,20 @@ ProductQuery productQuery(QString& text, QStringView barCodeType) {
     const bool numeric = EhNumero(text);
     if (text.size() < shortestText && !numeric)
         return {u"Pesquisa com no mínimo 2 caracteres. Verifique!!!"_s, {}, {}};
-    if (text.startsWith(u'=') && text.size() >= shortestPrefixedText)
-        return {{},
-                u"Select * from Produtos where aplicacao like '%"_s + text.sliced(1) +
-                    u"%' and ativo='S' order by descricao"_s,
-                {}};
-    if (text.startsWith(u'*') && text.size() >= shortestPrefixedText)
-        return {{},
-                u"Select * from Produtos where observacao like '%"_s + text.sliced(1) +
-                    u"%' and ativo='S' order by descricao"_s,
-                {}};
-    if (barCodeType == u"NUMÉRICO" && numeric)
+    if (numeric && barCodeType == u"NUMÉRICO")
         return {{},
                 u"Select * from Produtos where CodFabr='"_s + text + u"' and ativo='S' order by descricao"_s,
                 u"Select * from Produtos where Descricao like '%"_s + text +
                     u"%' and ativo='S' order by Descricao"_s};
-    if (text.contains(u' '))
+    if (numeric && barCodeType == u"EAN-13" && !text.contains(u' ')) {
+        normalizeBarCode(text);
         return {{},
-                u"Select * from Produtos where ("_s + allWords(text) + orCode(text) +
-                    u") and ativo='S' order by descricao"_s,
+                u"Select * from Produtos where CodFabr='"_s + text + u"' and ativo='S' order by descricao"_s,
                 {}};
-    if (barCodeType != u"EAN-13" || !numeric)
-        return {{},
-                u"Select * from Produtos where (Descricao like '%"_s + text + u"%'"_s + orCode(text) +
-                    u") and ativo='S' order by Descricao"_s,
-                {}};
-    normalizeBarCode(text);
-    return {
-        {}, u"Select * from Produtos where CodFabr='"_s + text + u"' and ativo='S' order by descricao"_s, {}};
+    }
+    // As typed, a backslash escapes what follows it and a text that ends in one finds something else.
+    const QString alternative = text.contains(u'\\') ? likeStatement(text, escaped(text)) : QString();
+    return {{}, likeStatement(text, text), alternative};
 }
 
 } // namespace tarvessa

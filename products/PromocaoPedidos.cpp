@@ -12,6 +12,8 @@
 #include "ui/FitToScreen.h"
 #include "ui/Guard.h"
 #include "ui/MessageBoxes.h"
+#include "ui/Refusal.h"
+#include "ui/Shortcuts.h"
 #include "ui_PromocaoPedidos.h"
 
 using namespace Qt::StringLiterals;
@@ -44,6 +46,8 @@ PromocaoPedidos::PromocaoPedidos(QWidget* parent, const QIcon& tick)
     ui->Venda->setDecimal();
     ui->Venda->showText(FormataDinheiro(Dinheiro()));
     setUpGrid(tick);
+    setAltKey(ui->Command2, Qt::Key_S);
+    setAltKey(ui->Command1, Qt::Key_G);
     m_product = new ProductBox(ui->Descricao, this,
                                {u"Descricao"_s, u"Descricao inexistente. Verifique!!!"_s,
                                 ProductBox::Unknown::KeepText, [this](const QString& codigo) {
@@ -103,7 +107,7 @@ void PromocaoPedidos::listaPedidos(const QString& codigo) {
     }
     rs.close();
     if (ui->Grid1->rows() > 1) {
-        ui->Command2->setText(selectAllCaption);
+        setCaption(ui->Command2, selectAllCaption);
         ui->Command2->setEnabled(true);
     }
     ui->Grid1->setColumnTwips(Fantasia, ui->Grid1->rows() >= rowsThatScroll ? tradeNameWidthBesideScrollBar
@@ -117,12 +121,13 @@ void PromocaoPedidos::Grid1_Click(int row, int column) {
 }
 
 void PromocaoPedidos::marcaTodos() {
+    ui->Command2->setFocus();
     if (!m_product->settle())
         return;
     const bool clears = ui->Command2->text().startsWith(clearAllMark);
     for (int row = 1; row < ui->Grid1->rows(); ++row)
         ui->Grid1->setTicked(row, !clears);
-    ui->Command2->setText(clears ? selectAllCaption : clearAllCaption);
+    setCaption(ui->Command2, clears ? selectAllCaption : clearAllCaption);
 }
 
 QStringList PromocaoPedidos::idsMarcados() const {
@@ -139,17 +144,19 @@ void PromocaoPedidos::formataVenda() {
 }
 
 void PromocaoPedidos::atualizaPrecos() {
+    // The Alt key does not move the focus, and the search for a product just typed waits for it.
+    ui->Command1->setFocus();
     if (!m_product->settle())
         return;
-    // An assistive tool presses the button without leaving the price box; the price that the box shows once
-    // it is left is the one applied.
+    // An assistive tool may press the button while the form is not active, and no box is left then; the price
+    // applied is the one that the box shows once it is left.
     formataVenda();
     const Dinheiro venda = ValorNumerico(ui->Venda->text());
     const QStringList ids = idsMarcados();
     if (venda <= Dinheiro())
-        refuse(u"Valor inválido. Verifique!!!"_s);
+        refuse(ui->Venda, u"Valor inválido. Verifique!!!"_s);
     else if (ids.isEmpty())
-        refuse(u"Não há nenhum pedido selecionado. Verifique!!!"_s);
+        refuse(ui->Venda, u"Não há nenhum pedido selecionado. Verifique!!!"_s);
     else if (boxes::ask(this, u"Deseja realmente realizar esse processo?"_s, QMessageBox::Information))
         gravaPrecos(ids, venda);
 }
@@ -162,11 +169,6 @@ void PromocaoPedidos::gravaPrecos(const QStringList& ids, Dinheiro venda) {
                     u", TotalPed=Round(Unitario*quantidade,2) Where ID="_s + id);
     }
     accept();
-}
-
-void PromocaoPedidos::refuse(const QString& reason) {
-    boxes::inform(this, reason);
-    ui->Venda->setFocus();
 }
 
 } // namespace tarvessa

@@ -45,7 +45,6 @@ class PromocaoPedidos : public QDialog {
     void Command1_Click() { atualizaPrecos(); }
     void atualizaPrecos();
     void gravaPrecos(const QStringList& ids, Dinheiro venda);
-    void refuse(const QString& reason);
 
     std::unique_ptr<Ui::PromocaoPedidos> ui;
     ProductBox* m_product;

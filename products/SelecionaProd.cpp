@@ -10,6 +10,7 @@
 #include "ui/grid/Grid.h"
 #include "ui_SelecionaProd.h"
 
+#include <QScrollBar>
 #include <QShortcut>
 #include <QShowEvent>
 
@@ -48,8 +49,8 @@ SelecionaProd::SelecionaProd(QWidget* parent) : QDialog(parent), ui(std::make_un
     const QFont font = detailFont();
     for (QLabel* detail : {ui->Label1, ui->Label2, ui->Label3, ui->Label4, ui->Label5, ui->Label7})
         detail->setFont(font);
-    // Room for the longest remark, so that nothing moves from row to row.
-    ui->Label4->setFixedHeight(remarkLines * QFontMetrics(font).lineSpacing());
+    // A longer remark scrolls, so that nothing moves from row to row.
+    ui->rolagem->setFixedHeight(remarkLines * QFontMetrics(font).lineSpacing());
     setUpGrid();
     setUpKeys();
     onSignal(ui->Grid, &Grid::cellClicked, this, [this](int, int) { escolhe(); });
@@ -99,6 +100,8 @@ void SelecionaProd::setUpKeys() {
     onKey(Qt::Key_Enter, [this] { escolhe(); });
     onKey(Qt::Key_Escape, [this] { desiste(); });
     onKey(Qt::Key_F2, [this] { cmbVisualizarImagem_Click(); });
+    // Its tool tip tells F2 alone.
+    ui->cmbVisualizarImagem->setShortcut(Qt::ALT | Qt::Key_V);
 }
 
 void SelecionaProd::showRow(int row) {
@@ -138,6 +141,17 @@ void SelecionaProd::atualizaDetalhes() {
     ui->Label3->setText(u"DEPÓSITO    : "_s + detail(Deposito).remove(u",000"_s));
     ui->Label5->setText(u"UNIDADE     : "_s + detail(Unidade));
     ui->Label4->setText(detail(Observacao));
+    ui->rolagem->verticalScrollBar()->setValue(0);
+    keepRowVisible();
+}
+
+// Details that wrap take room from the grid. Under a pressed mouse button no row may move, or the click is
+// lost.
+void SelecionaProd::keepRowVisible() {
+    if (QGuiApplication::mouseButtons() != Qt::NoButton)
+        return;
+    layout()->activate();
+    ui->Grid->scrollTo(ui->Grid->currentIndex());
 }
 
 void SelecionaProd::cmbVisualizarImagem_Click() {

@@ -51,6 +51,7 @@ class SelecionaProd : public QDialog {
     void escolhe();
     void desiste();
     void atualizaDetalhes();
+    void keepRowVisible();
     void mostraImagem();
 
     std::unique_ptr<Ui::SelecionaProd> ui;

@@ -64,7 +64,7 @@ class TstTextoPesquisa : public QObject {
     void refusalsQueryNothing();
     void letterCaseGoesAsTyped();
     void apostropheInTheRoutineReachesTheServer();
-    void backslashDoesNotEndTheLiteral();
+    void backslashFindsItself();
     void percentAndUnderscoreMatchAnything();
     void numericCodeKindIsKnown();
     void otherKindsSearchNumbersAsText();
@@ -191,7 +191,10 @@ void TstTextoPesquisa::statementOfEachTypedText() {
     QTest::keyClick(caixa, Qt::Key_Tab);
     QCoreApplication::processEvents();
     QCOMPARE(modais.problem(), QString());
-    QCOMPARE(b->statements(), comando.isEmpty() ? QStringList(semCodigo) : QStringList({comando, semCodigo}));
+    QStringList esperados = comando.isEmpty() ? QStringList() : QStringList(comando);
+    if (digitado.contains(u'\\'))
+        esperados.append(descricaoOuCodigo(u"A\\\\\\\\"_s));
+    QCOMPARE(b->statements(), esperados + QStringList(semCodigo));
     QCOMPARE(caixa->text(), mostrado);
 }
 
@@ -263,16 +266,29 @@ void TstTextoPesquisa::apostropheInTheRoutineReachesTheServer() {
     }
 }
 
-void TstTextoPesquisa::backslashDoesNotEndTheLiteral() {
+// As typed it makes the percent sign that follows it one of the text; what it says is searched when that
+// finds nothing.
+void TstTextoPesquisa::backslashFindsItself() {
     b->shop().produto(u"1"_s, u"CAIXA A% B"_s);
     b->shop().produto(u"2"_s, u"CAIXA A B"_s);
-    QString texto = u"A\\"_s; // makes the percent sign behind it one of the text, at its end
+    QString texto = u"A\\"_s;
     ModalHelper modais;
     modais.expect(naoCadastrada, QMessageBox::Ok);
     QCOMPARE(PesquisaProduto(texto, nullptr), QString());
     QCOMPARE(modais.problem(), QString());
-    b->shop().produto(u"3"_s, u"CAIXA A%"_s);
+    b->server().execute(u"INSERT INTO produtos SET codfabr='3', descricao=CONCAT('CAIXA A', CHAR(92), ' B'), "
+                        "aplicacao=CONCAT('X', CHAR(92)), observacao=CONCAT('Y', CHAR(92))"_s);
+    b->mark();
     QCOMPARE(PesquisaProduto(texto, nullptr), u"3"_s);
+    QCOMPARE(texto, u"A\\"_s);
+    QCOMPARE(b->statements(), QStringList({descricaoOuCodigo(u"A\\"_s), descricaoOuCodigo(u"A\\\\\\\\"_s)}));
+    for (const QString& outro : {u"=X\\"_s, u"*Y\\"_s, u"A\\ CAIXA"_s}) {
+        texto = outro;
+        QCOMPARE(PesquisaProduto(texto, nullptr), u"3"_s);
+    }
+    b->shop().produto(u"4"_s, u"CAIXA A%"_s);
+    texto = u"A\\"_s;
+    QCOMPARE(PesquisaProduto(texto, nullptr), u"4"_s);
 }
 
 void TstTextoPesquisa::percentAndUnderscoreMatchAnything() {
