@@ -7,13 +7,12 @@
 #include "ui/BusyLabel.h"
 #include "ui/DateBox.h"
 #include "ui/Guard.h"
+#include "ui/Shortcuts.h"
 #include "ui/TextBox.h"
 #include "ui/Twips.h"
 #include "ui/grid/CellEditor.h"
 #include "ui/grid/FitToGrids.h"
 #include "ui_MetasQuadro.h"
-
-#include <QShortcut>
 
 using namespace Qt::StringLiterals;
 
@@ -73,20 +72,10 @@ void MetasQuadro::setUpGrids() {
 }
 
 void MetasQuadro::setUpShortcuts() {
-    const auto shortcut = [this](const QKeySequence& keys, auto action) {
-        connect(new QShortcut(keys, this), &QShortcut::activated, ui->SSTab1, action);
-    };
-    for (int tab = 0; tab < ui->SSTab1->count(); ++tab) {
-        const QKeySequence keys(Qt::ALT | static_cast<Qt::Key>(Qt::Key_1 + tab));
-        ui->SSTab1->setTabToolTip(tab, u"Tecla de atalho: "_s + keys.toString(QKeySequence::NativeText));
-        shortcut(keys, [this, tab] { ui->SSTab1->setCurrentIndex(tab); });
-    }
-    // The tab control knows these keys itself, but a list that has the focus would keep them for its search.
-    const auto nextTab = [this] {
-        ui->SSTab1->setCurrentIndex((ui->SSTab1->currentIndex() + 1) % ui->SSTab1->count());
-    };
-    shortcut(Qt::CTRL | Qt::Key_Tab, nextTab);
-    shortcut(Qt::CTRL | Qt::SHIFT | Qt::Key_Tab, nextTab);
+    setTabKeys(ui->SSTab1);
+    setAltKey(ui->Command1, Qt::Key_A);
+    setAltKey(ui->Command2, Qt::Key_I);
+    setAltKey(ui->Command4, Qt::Key_G);
 }
 
 void MetasQuadro::connectControls() {

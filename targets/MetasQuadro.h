@@ -67,6 +67,8 @@ class MetasQuadro : public QDialog {
     void restoreText();
     void closeEditor();
     void gravaQuantidade(int row, Dinheiro quantidade);
+    void mostraGravada(int row, Dinheiro quantidade);
+    static QString plainNumber(Dinheiro quantidade);
     static Dinheiro typedQuantity(const QString& text);
 
     // Computation (MetasQuadroCalculo.cpp)

@@ -1,10 +1,12 @@
 // Editing of a target's quantity in its cell.
 
 #include "base/Numeros.h"
+#include "base/Textos.h"
 #include "core/AcessoDados.h"
 #include "core/Rotinas.h"
 #include "targets/MetasQuadro.h"
 #include "targets/MetasQuadroColumns.h"
+#include "ui/MessageBoxes.h"
 #include "ui/grid/CellEditor.h"
 #include "ui_MetasQuadro.h"
 
@@ -14,6 +16,11 @@ namespace tarvessa {
 
 namespace {
 using namespace metasquadro::grid1;
+}
+
+// The statements of a target take the number without the leading blank that others have.
+QString MetasQuadro::plainNumber(Dinheiro quantidade) {
+    return SemBrancos(quantidade.ponto());
 }
 
 // A text counts as 0 unless the whole of it is a number, so no part of "1.5" or "12 CX" is stored.
@@ -47,9 +54,27 @@ void MetasQuadro::closeEditor() {
 }
 
 void MetasQuadro::gravaQuantidade(int row, Dinheiro quantidade) {
-    Executa(u"Update metavendedoritem Set Quantidade="_s + quantidade.ponto() + u" Where ID="_s +
+    Executa(u"Update metavendedoritem Set Quantidade="_s + plainNumber(quantidade) + u" Where ID="_s +
             ui->Grid1->text(row, Id));
-    ui->Grid1->setText(row, Quantidade, FormataQuantidade(quantidade));
+    mostraGravada(row, quantidade);
+}
+
+// The target may be gone, and the column may hold less than what was typed: the cell shows what the record
+// has.
+void MetasQuadro::mostraGravada(int row, Dinheiro quantidade) {
+    const odbc::ResultSet record =
+        NovoRS(u"Select Quantidade From metavendedoritem Where ID="_s + ui->Grid1->text(row, Id));
+    if (record.atEnd()) {
+        boxes::inform(this, u"A meta do produto "_s + ui->Grid1->text(row, Codigo) +
+                                u" não existe mais, nada foi gravado. Verifique!!!"_s);
+        AjustaGrid();
+        return;
+    }
+    const QString stored = FormataQuantidade(record.field(u"Quantidade").decimal());
+    ui->Grid1->setText(row, Quantidade, stored);
+    if (stored != FormataQuantidade(quantidade))
+        boxes::inform(this,
+                      u"A quantidade não coube no cadastro. Foi gravado "_s + stored + u". Verifique!!!"_s);
 }
 
 } // namespace tarvessa

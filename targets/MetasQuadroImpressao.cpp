@@ -2,6 +2,7 @@
 
 #include "core/Periodo.h"
 #include "core/PrintLayout.h"
+#include "core/Rotinas.h"
 #include "core/Staging.h"
 #include "targets/MetasQuadro.h"
 #include "targets/MetasQuadroColumns.h"
@@ -38,9 +39,9 @@ QStringList MetasQuadro::boardInserts() const {
             vendedor = cell(Descricao);
             continue;
         }
-        QString values = u"'"_s + vendedor + u"'"_s;
+        QString values = u"'"_s + LimpaTexto(vendedor) + u"'"_s;
         for (int column = 0; column < ui->Grid2->columns(); ++column)
-            values += u", '"_s + cell(column) + u"'"_s;
+            values += u", '"_s + LimpaTexto(cell(column)) + u"'"_s;
         inserts.append(
             u"Insert into relat2 (codigo1,codigo2,texto1,texto2,texto3,texto4,texto5,texto6,texto7) "
             "Values ("_s +

@@ -9,6 +9,7 @@
 #include "targets/MetasQuadroColumns.h"
 #include "ui/MessageBoxes.h"
 #include "ui/Pictures.h"
+#include "ui/Refusal.h"
 #include "ui/TextBox.h"
 #include "ui_MetasQuadro.h"
 
@@ -21,12 +22,6 @@ namespace {
 using namespace metasquadro::grid1;
 
 constexpr Dinheiro quantityLimit(1000000);
-
-// After a message the form may not be active again yet, and a box that then gets the focus selects nothing.
-void focusSelected(TextBox* box) {
-    box->setFocus();
-    box->selectAll();
-}
 
 struct ColumnWidth {
     Column column;
@@ -84,14 +79,11 @@ void MetasQuadro::adicionaMeta() {
     const qint32 vendedor = CodigoDaLista(ui->Vendedores->currentText());
     const QString produto = m_product->code();
     if (vendedor == 0) {
-        boxes::inform(this, u"Vendedor não selecionado corretamente. Verifique!!!"_s);
-        ui->Vendedores->setFocus();
+        refuse(ui->Vendedores, u"Vendedor não selecionado corretamente. Verifique!!!"_s);
     } else if (produto.isEmpty()) {
-        boxes::inform(this, u"Produto não selecionado corretamente. Verifique!!!"_s);
-        focusSelected(ui->Descricao);
+        refuse(ui->Descricao, u"Produto não selecionado corretamente. Verifique!!!"_s);
     } else if (const Dinheiro quantidade = quantidadeDaMeta(); quantidade <= Dinheiro()) {
-        boxes::inform(this, u"Quantidade inválida. Verifique!!!"_s);
-        focusSelected(ui->Quantidade);
+        refuse(ui->Quantidade, u"Quantidade inválida. Verifique!!!"_s);
     } else {
         insereMeta(vendedor, produto, quantidade);
     }
@@ -113,12 +105,11 @@ void MetasQuadro::insereMeta(qint32 vendedor, const QString& produto, Dinheiro q
     const bool exists = !rs.atEnd();
     rs.close();
     if (exists) {
-        boxes::inform(this, u"Já existe uma meta de venda para o produto\n\n"_s + ui->Descricao->text());
-        focusSelected(ui->Descricao);
+        refuse(ui->Descricao, u"Já existe uma meta de venda para o produto\n\n"_s + ui->Descricao->text());
         return;
     }
     Executa(u"Insert Into metavendedoritem Set CodVendedor="_s + QString::number(vendedor) +
-            u", CodigoProduto='"_s + produto + u"', Quantidade="_s + quantidade.ponto());
+            u", CodigoProduto='"_s + produto + u"', Quantidade="_s + plainNumber(quantidade));
     m_product->clear();
     ui->Quantidade->setText(u"0"_s);
     AjustaGrid();

@@ -274,7 +274,7 @@ void TstMetasManutencao::addingSends() {
     QCOMPARE(registro.texts(),
              StatementLog::expected(
                  {u"Select * from metavendedoritem Where CodVendedor=1 and CodigoProduto='P1'"_s,
-                  u"Insert Into metavendedoritem Set CodVendedor=1, CodigoProduto='P1', Quantidade= 1234.5"_s,
+                  u"Insert Into metavendedoritem Set CodVendedor=1, CodigoProduto='P1', Quantidade=1234.5"_s,
                   sqlLista}));
     QCOMPARE(b->shop().metas(),
              QList<QStringList>({{u"1"_s, u"P1"_s, u"1234.500"_s, u"0.000"_s, u"0.00"_s, u"0.000"_s}}));

@@ -98,6 +98,7 @@ class TstMetasProgresso : public QObject {
     void periodWithoutInvoices();
     void noTargetsAtAll();
     void earlierFiguresAreOverwritten();
+    void secondComputationStartsAnew();
     void figuresAgainstRawRows();
 
     void widthForTheScrollBar_data();
@@ -579,6 +580,26 @@ void TstMetasProgresso::aparencia(int linha, int coluna, const Aparencia& espera
     QCOMPARE(grade->backColor(linha, coluna), esperada.fundo);
     QCOMPARE(grade->foreColor(linha, coluna), esperada.letra);
     QCOMPARE(grade->isBold(linha, coluna), esperada.negrito);
+}
+
+void TstMetasProgresso::secondComputationStartsAnew() {
+    b->shop().meta(1, u"P1"_s, u"10"_s);
+    gera();
+    const QList<QStringList> first = b->rows(u"Grid2"_s);
+    QCOMPARE(first.size(), 4);
+    b->grid(u"Grid2"_s)->setColumnTwips(metasquadro::grid2::Meta, 2000);
+    gera();
+    QCOMPARE(b->rows(u"Grid2"_s), first);
+    QCOMPARE(b->grid(u"Grid2"_s)->columnTwips(metasquadro::grid2::Meta), 1100);
+    // Refused by the server at once, it leaves nothing of the earlier board to be printed.
+    b->server().execute(u"RENAME TABLE metavendedoritem TO guardada"_s);
+    ModalHelper caixas;
+    caixas.expectContaining(u"Erro em tempo de execução"_s, QMessageBox::Ok);
+    gera();
+    b->server().execute(u"RENAME TABLE guardada TO metavendedoritem"_s);
+    QCOMPARE(caixas.problem(), QString());
+    QCOMPARE(b->rows(u"Grid2"_s), QList<QStringList>());
+    QVERIFY(!b->button(u"Command2"_s)->isEnabled());
 }
 
 void TstMetasProgresso::figuresAgainstRawRows() {
