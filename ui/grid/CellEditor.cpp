@@ -4,12 +4,14 @@
 #include "ui/grid/Grid.h"
 
 #include <QApplication>
+#include <QEvent>
 #include <QMenuBar>
 
 namespace tarvessa {
 
 CellEditor::CellEditor(Grid* grid, QWidget* control) : QObject(grid), m_grid(grid), m_control(control) {
     m_control->hide();
+    grid->viewport()->installEventFilter(this);
     connect(grid, &Grid::cellsMoved, this, &CellEditor::place);
     connect(new FieldLeave(control), &FieldLeave::left, this, [this] {
         if (m_open)
@@ -39,6 +41,13 @@ void CellEditor::close() {
         m_grid->setFocus();
     m_control->hide();
     m_control->setFocusProxy(m_grid);
+}
+
+// A disabled grid takes no focus, so a press in it would not make the control lose it.
+bool CellEditor::eventFilter(QObject* watched, QEvent* event) {
+    if (m_open && !m_grid->isEnabled() && event->type() == QEvent::MouseButtonPress)
+        Q_EMIT left();
+    return QObject::eventFilter(watched, event);
 }
 
 // The control is clipped to the visible cells. Scrolled out of sight it has no size, but it keeps the focus.

@@ -31,8 +31,12 @@ class CellEditor : public QObject {
     int column() const { return m_column; }
 
   Q_SIGNALS:
-    /// The open control was left for another one of the form.
+    /// The open control was left for another one of the form, or a cell of the grid is about to be clicked:
+    /// the click then acts on that cell, even when the form had disabled the grid and enables it here.
     void left();
+
+  protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
     void place();
