@@ -2,6 +2,7 @@
 
 #include "base/Numeros.h"
 #include "core/PrintLayout.h"
+#include "core/Rotinas.h"
 #include "core/Staging.h"
 #include "reports/Comissao.h"
 #include "reports/ComissaoColumns.h"
@@ -28,7 +29,7 @@ QString Comissao::insertOf(int row) const {
     const auto text = [this, row](int column) { return ui->Grid1->text(row, column); };
     const auto ponto = [&text](int column) { return ValorNumerico(text(column)).ponto(); };
     return u"Insert into relat2 Set Codigo1='"_s + text(comissao::Codigo) + u"',Texto1='"_s +
-           text(comissao::Nome) + u"',Valor1="_s + ponto(comissao::Pao) + u", Valor2="_s +
+           LimpaTexto(text(comissao::Nome)) + u"',Valor1="_s + ponto(comissao::Pao) + u", Valor2="_s +
            ponto(comissao::PorcPao) + u", Valor3="_s + ponto(comissao::ComissaoPao) + u", Valor4="_s +
            ponto(comissao::Outros) + u", Valor5="_s + ponto(comissao::PorcOutros) + u", Valor6="_s +
            ponto(comissao::ComissaoOutros) + u", Valor7="_s + ponto(comissao::TotalVendas) + u", Valor8="_s +

@@ -2,6 +2,7 @@
 
 #include "base/Numeros.h"
 #include "core/PrintLayout.h"
+#include "core/Rotinas.h"
 #include "core/Staging.h"
 #include "reports/ExtratoVendedor.h"
 #include "reports/ExtratoVendedorColumns.h"
@@ -36,14 +37,14 @@ QString ExtratoVendedor::insertOf(int row) const {
     const auto value = [&text](int column) { return ValorNumerico(text(column)).ponto(); };
     return u"Insert into relat2 (Data1,Valor1,Texto1,Valor2,valor3,valor4) values ('"_s +
            text(extratovendedor::Data) + u"', "_s + value(extratovendedor::Numero) + u" , '"_s +
-           text(extratovendedor::Cliente) + u"', "_s + value(extratovendedor::Pao) + u" , "_s +
+           LimpaTexto(text(extratovendedor::Cliente)) + u"', "_s + value(extratovendedor::Pao) + u" , "_s +
            value(extratovendedor::Outros) + u" , "_s + value(extratovendedor::Total) + u")"_s;
 }
 
 // The percentage comes last: when it is a division by zero, the slots before it are set all the same.
 void ExtratoVendedor::defineFormulas() {
     constexpr int decimals = 2;
-    const QStringList first = {u"Titulo='"_s + ui->Label1->text() + u"'"_s,
+    const QStringList first = {u"Titulo='"_s + LimpaTexto(ui->Label1->text()) + u"'"_s,
                                u"PorcComissaoPao="_s + ponto(ui->PorcComissPao),
                                u"PorcComissaoOutros="_s + ponto(ui->PorcComissOutros),
                                u"TotalDevolucoes="_s + ponto(ui->TotalDevolucoes)};
