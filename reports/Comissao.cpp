@@ -59,6 +59,7 @@ Comissao::~Comissao() = default;
 
 void Comissao::AjustaGrid() {
     ui->Grid1->setRows(1);
+    m_hasTotals = false;
     ui->Command1->setEnabled(false);
     for (size_t column = 0; column < columnWidths.size(); ++column)
         ui->Grid1->setColumnTwips(static_cast<int>(column), columnWidths[column]);
@@ -66,7 +67,7 @@ void Comissao::AjustaGrid() {
 }
 
 int Comissao::sellerRows() const {
-    return ui->Grid1->rows() - 1 - comissao::footerRows;
+    return ui->Grid1->rows() - 1 - (m_hasTotals ? comissao::footerRows : 0);
 }
 
 void Comissao::SomaGrid() {
@@ -92,6 +93,8 @@ void Comissao::SomaGrid() {
         for (const int column : summed)
             sums[static_cast<size_t>(column)] += value(row, column);
     }
+    if (!m_hasTotals)
+        return;
     const int totals = ui->Grid1->rows() - 1;
     for (const int column : summed)
         show(totals, column, sums[static_cast<size_t>(column)]);

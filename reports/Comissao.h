@@ -20,7 +20,7 @@ class CellEditor;
 /// returns. The percentages can be changed in the grid; the statement of a seller opens from it. Reads
 /// movsaient, nfsaida, Orcamento_Troca and produtos; empties and fills relat2; updates the percentages of
 /// vendedores. A run ends in the error report when a statement fails, a sum overflows, or sales of 0 (of a
-/// seller or of all together) make a percentage a division by zero.
+/// seller or of all together) make a percentage a division by zero; the sellers listed until then stay.
 class Comissao : public QDialog {
     Q_OBJECT
 
@@ -46,8 +46,9 @@ class Comissao : public QDialog {
     // The run (ComissaoApuracao.cpp)
     void geraRelatorio();
     void preparaRelat2();
+    void listaVendedores();
     static QList<Vendedor> somaPorVendedor(odbc::ResultSet& lines);
-    static QStringList cells(const Vendedor& vendedor);
+    void listaVendedor(const Vendedor& vendedor);
     void mostraTotais();
 
     // The percentages (ComissaoEdicao.cpp)
@@ -57,6 +58,7 @@ class Comissao : public QDialog {
     void commitEditor();
     void closeEditor();
     void gravaPercentual(int row, int column, const QString& text);
+    void mostraGravado(int row, int column, Dinheiro percentual);
 
     // Printing (ComissaoImpressao.cpp)
     void imprime();
@@ -66,6 +68,7 @@ class Comissao : public QDialog {
     std::unique_ptr<Periodo> m_periodo;
     CellEditor* m_editor = nullptr;
     QIcon m_printPicture;
+    bool m_hasTotals = false; // a run that ended in an error leaves rows without totals below them
 };
 
 } // namespace tarvessa

@@ -1,12 +1,14 @@
 // The run of the commission screen: staging, sums by seller, totals.
 
 #include "base/Numeros.h"
+#include "base/RuntimeError.h"
 #include "core/AcessoDados.h"
 #include "core/Esquema.h"
 #include "core/FieldText.h"
 #include "reports/Comissao.h"
 #include "reports/ComissaoColumns.h"
 #include "ui/BusyLabel.h"
+#include "ui/BusyPointer.h"
 #include "ui/grid/CellEditor.h"
 #include "ui_Comissao.h"
 
@@ -50,23 +52,12 @@ void Comissao::geraRelatorio() {
         commitEditor();
     if (!m_periodo->confere())
         return;
-    const BusyLabel busy(ui->Label3);
-    AjustaGrid();
-    preparaRelat2();
-    TemRegistro = AbreRS(
-        u"SELECT r.codigo2, r.texto2, r.texto3, SUM(r.valor1) as TotVenda, v.ComissEsp1, v.ComissEsp2 FROM "
-        "relat2 as r left join vendedores as v on r.codigo2=v.codigovend GROUP BY r.codigo2,r.texto3 ORDER "
-        "BY r.TEXTO2, r.texto2"_s);
-    const QList<Vendedor> vendedores = somaPorVendedor(rs);
-    rs.close();
-    // All cells are computed before the first row is added: after an error the grid is empty, not half
-    // filled.
-    QList<QStringList> rows;
-    for (const Vendedor& vendedor : vendedores)
-        rows.append(cells(vendedor));
-    for (const QStringList& row : rows) {
-        ui->Grid1->addRow(row);
-        ui->Grid1->setPicture(ui->Grid1->rows() - 1, comissao::Imprime, m_printPicture);
+    const BusyPointer pointer;
+    {
+        const BusyLabel label(ui->Label3);
+        AjustaGrid();
+        preparaRelat2();
+        listaVendedores();
     }
     if (ui->Grid1->rows() > 1)
         mostraTotais();
@@ -92,6 +83,17 @@ void Comissao::preparaRelat2() {
     Executa(u"UPDATE relat2 AS r, produtos AS p SET r.TEXTO1=p.descricao WHERE r.CODIGO1=p.codfabr"_s);
     Executa(u"UPDATE relat2 AS r, vendedores AS v SET r.TEXTO2=v.vendedor WHERE r.CODIGO2=v.codigovend"_s);
     Executa(u"UPDATE relat2 SET TEXTO3='PÃO' WHERE TEXTO1 LIKE '%PÃO%' OR TEXTO1 LIKE '%PAO%'"_s);
+}
+
+void Comissao::listaVendedores() {
+    TemRegistro = AbreRS(
+        u"SELECT r.codigo2, r.texto2, r.texto3, SUM(r.valor1) as TotVenda, v.ComissEsp1, v.ComissEsp2 FROM "
+        "relat2 as r left join vendedores as v on r.codigo2=v.codigovend GROUP BY r.codigo2,r.texto3 ORDER "
+        "BY r.TEXTO2, r.texto2"_s);
+    const QList<Vendedor> vendedores = somaPorVendedor(rs);
+    rs.close();
+    for (const Vendedor& vendedor : vendedores)
+        listaVendedor(vendedor);
 }
 
 // The query orders by name only, so the lines of sellers with the same name, or without one, may alternate: a
@@ -125,27 +127,25 @@ QList<Comissao::Vendedor> Comissao::somaPorVendedor(odbc::ResultSet& lines) {
     return vendedores;
 }
 
-QStringList Comissao::cells(const Vendedor& vendedor) {
+void Comissao::listaVendedor(const Vendedor& vendedor) {
     constexpr int decimals = 2;
-    const Dinheiro vendas = vendedor.pao + vendedor.outros;
-    const Dinheiro porcDevolucoes = Proporcao(Dinheiro(100), vendedor.devolucoes, vendas, decimals);
-    return {vendedor.codigo,
-            vendedor.nome,
-            FormataDinheiro(vendedor.pao),
-            vendedor.porcPao,
-            zero,
-            FormataDinheiro(vendedor.outros),
-            vendedor.porcOutros,
-            zero,
-            FormataDinheiro(vendas),
-            zero,
-            FormataDinheiro(vendedor.devolucoes),
-            Formata(porcDevolucoes, u"##0.00")};
+    try {
+        const Dinheiro vendas = vendedor.pao + vendedor.outros;
+        const Dinheiro porcDevolucoes = Proporcao(Dinheiro(100), vendedor.devolucoes, vendas, decimals);
+        ui->Grid1->addRow({vendedor.codigo, vendedor.nome, FormataDinheiro(vendedor.pao), vendedor.porcPao,
+                           zero, FormataDinheiro(vendedor.outros), vendedor.porcOutros, zero,
+                           FormataDinheiro(vendas), zero, FormataDinheiro(vendedor.devolucoes),
+                           Formata(porcDevolucoes, u"##0.00")});
+    } catch (const RuntimeError& error) {
+        throw error.about(u"Vendedor "_s + vendedor.codigo + u" - "_s + vendedor.nome);
+    }
+    ui->Grid1->setPicture(ui->Grid1->rows() - 1, comissao::Imprime, m_printPicture);
 }
 
 void Comissao::mostraTotais() {
     ui->Grid1->addRow({});
     ui->Grid1->addRow({QString(), u"***TOTAL-***"_s});
+    m_hasTotals = true;
     SomaGrid();
     ui->Command1->setEnabled(true);
     for (int row = 1; row < ui->Grid1->rows(); ++row) {

@@ -2,9 +2,12 @@
 
 #include "base/Numeros.h"
 #include "core/AcessoDados.h"
+#include "core/Esquema.h"
+#include "core/FieldText.h"
 #include "reports/Comissao.h"
 #include "reports/ComissaoColumns.h"
 #include "ui/Guard.h"
+#include "ui/MessageBoxes.h"
 #include "ui/grid/CellEditor.h"
 #include "ui_Comissao.h"
 
@@ -75,16 +78,37 @@ void Comissao::closeEditor() {
     m_editor->close();
 }
 
-// The cell changes after the update, so that it still shows what is stored when that fails.
 void Comissao::gravaPercentual(int row, int column, const QString& text) {
-    const QString percentual = Formata(ValorNumerico(text), u"##0.0");
+    const Dinheiro percentual = ValorNumerico(Formata(ValorNumerico(text), u"##0.0"));
     const auto ponto = [&](int which) {
-        return ValorNumerico(which == column ? percentual : ui->Grid1->text(row, which)).ponto();
+        return (which == column ? percentual : ValorNumerico(ui->Grid1->text(row, which))).ponto();
     };
     Executa(u"Update Vendedores Set ComissEsp1="_s + ponto(comissao::PorcPao) + u",ComissEsp2="_s +
             ponto(comissao::PorcOutros) + u" Where Codigovend='"_s + ui->Grid1->text(row, comissao::Codigo) +
             u"'"_s);
-    ui->Grid1->setText(row, column, percentual);
+    mostraGravado(row, column, percentual);
+}
+
+// The seller may be gone, and the column may hold less than what was typed: the cell shows what the record
+// has.
+void Comissao::mostraGravado(int row, int column, Dinheiro percentual) {
+    const QString codigo = ui->Grid1->text(row, comissao::Codigo);
+    const odbc::ResultSet record =
+        NovoRS(u"Select ComissEsp1,ComissEsp2 From Vendedores Where Codigovend='"_s + codigo + u"'"_s);
+    if (record.atEnd()) {
+        boxes::inform(this, codigo.isEmpty()
+                                ? u"Esta linha não é de um vendedor, nada foi gravado. Verifique!!!"_s
+                                : u"O vendedor "_s + codigo +
+                                      u" não está mais no cadastro, nada foi gravado. Verifique!!!"_s);
+        return;
+    }
+    const QStringView name =
+        column == comissao::PorcPao ? esquema::vendedores::comissEsp1 : esquema::vendedores::comissEsp2;
+    const QString stored = maskedText(record.field(name), u"##0.0###");
+    ui->Grid1->setText(row, column, stored);
+    if (record.field(name).decimal() != percentual)
+        boxes::inform(this, u"O percentual não coube no cadastro do vendedor. Foi gravado "_s + stored +
+                                u". Verifique!!!"_s);
 }
 
 } // namespace tarvessa

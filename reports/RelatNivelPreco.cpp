@@ -44,6 +44,7 @@ void RelatNivelPreco::geraRelatorio() {
     if (nivel == 0) {
         boxes::inform(this, u"Obrigatória a seleção de um nível de preço. Verifique!!!"_s);
         ui->TabelaPreco->setFocus();
+        ui->TabelaPreco->lineEdit()->selectAll();
         return;
     }
     printLayout(u"RelatNivelPreco.RPT"_s, u"Clientes do nível de preço %1"_s.arg(nivel), {},

@@ -4,6 +4,7 @@
 #include "core/Teclado.h"
 #include "ui/BusyLabel.h"
 #include "ui/Guard.h"
+#include "ui/Shortcuts.h"
 #include "ui/grid/FitToGrids.h"
 #include "ui/grid/Grid.h"
 #include "ui_ResumoVendas.h"
@@ -31,10 +32,9 @@ ResumoVendas::ResumoVendas(QWidget* parent) : QDialog(parent), ui(std::make_uniq
                            u"Data inicial superior a final. Verifique!!!"_s});
     m_periodo->mesCorrente();
     BusyLabel::prepare(ui->Label3);
-    ui->Command4->setShortcut(Qt::ALT | Qt::Key_G);
-    ui->Command4->setToolTip(u"Tecla de atalho: "_s +
-                             ui->Command4->shortcut().toString(QKeySequence::NativeText));
+    setAltKey(ui->Command4, Qt::Key_G);
     makeTabs();
+    setTabKeys(ui->TabPreco);
     FormataGrid();
     QList<Grid*> grids;
     for (const Tab& tab : m_tabs)

@@ -6,6 +6,7 @@
 #include "reports/ResumoVendas.h"
 #include "reports/ResumoVendasColumns.h"
 #include "ui/BusyLabel.h"
+#include "ui/BusyPointer.h"
 #include "ui/grid/Grid.h"
 #include "ui_ResumoVendas.h"
 
@@ -26,7 +27,8 @@ const std::array<QString, 4> orderings = {u"Texto1"_s, u"valor1 desc"_s, u"valor
 void ResumoVendas::geraRelatorio() {
     if (!m_periodo->confere())
         return;
-    const BusyLabel busy(ui->Label3);
+    const BusyPointer pointer;
+    const BusyLabel label(ui->Label3);
     FormataGrid();
     preparaRelat();
     TemRegistro = AbreRS(u"Select * From Relat Order By "_s +

@@ -74,10 +74,15 @@ class TstComissao : public QObject {
     void rowCounts();
     void nothingInThePeriod();
     void onlyExchangesIsADivisionByZero();
+    void sellersLeftByAnErrorCanBeEdited();
     void totalSalesOfZeroIsADivisionByZero();
     void percentagesAreExact();
     void failingStatementLeavesTheScreenUsable();
     void busyLabelIsSeenWhileRunning();
+    void masksFromAThousandOn();
+    void refusedDatesAreTypedOver_data();
+    void refusedDatesAreTypedOver();
+    void altKeysAreTold();
     void runsAgainFromEmpty();
     void byKeyboardAlone();
 
@@ -581,6 +586,38 @@ void TstComissao::nothingInThePeriod() {
 void TstComissao::onlyExchangesIsADivisionByZero() {
     m->shop().vendedor(1, u"ANA"_s, u"1"_s, u"1"_s);
     m->shop().vendedor(2, u"BETO"_s, u"1"_s, u"1"_s);
+    m->shop().vendedor(3, u"CARLA"_s, u"1"_s, u"1"_s);
+    venda(1, u"100.00"_s, u"PÃO"_s);
+    venda(3, u"100.00"_s, u"PÃO"_s);
+    m->shop().devolucao({.vendedor = 2,
+                         .produto = u"P1"_s,
+                         .quantidade = u"1"_s,
+                         .baixa = u"2024-02-10"_s,
+                         .cliente = u"C1"_s,
+                         .custo = u"30.00"_s});
+    ModalHelper modal;
+    modal.expectContaining(u"Vendedor 2 - BETO: Divisão por zero."_s, QMessageBox::Ok);
+    gera();
+    QCOMPARE(modal.problem(), QString());
+    QVERIFY(!imprime()->isEnabled());
+    QVERIFY(control<QLabel>(tela.get(), "Label3")->isHidden());
+    // The seller before him as the run had listed her.
+    QCOMPARE(allCells(grade()),
+             QList<QStringList>({{u"1"_s, u"ANA"_s, u"100,00"_s, u"1,0"_s, u"0,00"_s, u"0,00"_s, u"1,0"_s,
+                                  u"0,00"_s, u"100,00"_s, u"0,00"_s, u"0,00"_s, u"0,00"_s, QString()}}));
+    QVERIFY(grade()->hasPicture(1, 12));
+    // The staging table as far as it was filled.
+    QCOMPARE(m->server().query(u"SELECT COUNT(*) FROM relat2"_s)[0][0], u"3"_s);
+    m->server().execute(u"DELETE FROM Orcamento_Troca"_s);
+    gera();
+    QCOMPARE(grade()->rows(), 5);
+    QVERIFY(imprime()->isEnabled());
+}
+
+// There is no row of totals to write into.
+void TstComissao::sellersLeftByAnErrorCanBeEdited() {
+    m->shop().vendedor(1, u"ANA"_s, u"1"_s, u"1"_s);
+    m->shop().vendedor(2, u"BETO"_s, u"1"_s, u"1"_s);
     venda(1, u"100.00"_s, u"PÃO"_s);
     m->shop().devolucao({.vendedor = 2,
                          .produto = u"P1"_s,
@@ -589,18 +626,17 @@ void TstComissao::onlyExchangesIsADivisionByZero() {
                          .cliente = u"C1"_s,
                          .custo = u"30.00"_s});
     ModalHelper modal;
-    modal.expectContaining(u"Divisão por zero."_s, QMessageBox::Ok);
+    modal.expectContaining(u"Vendedor 2 - BETO"_s, QMessageBox::Ok);
     gera();
     QCOMPARE(modal.problem(), QString());
-    QVERIFY(!imprime()->isEnabled());
-    QCOMPARE(grade()->rows(), 1);
-    QVERIFY(control<QLabel>(tela.get(), "Label3")->isHidden());
-    // The staging table as far as it was filled.
-    QCOMPARE(m->server().query(u"SELECT COUNT(*) FROM relat2"_s)[0][0], u"2"_s);
-    m->server().execute(u"DELETE FROM Orcamento_Troca"_s);
-    gera();
-    QCOMPARE(grade()->rows(), 4);
-    QVERIFY(imprime()->isEnabled());
+    QCOMPARE(grade()->rows(), 2);
+    const Hands hands(tela.get());
+    hands.click(1, 3);
+    hands.type(u"5"_s);
+    hands.key(Qt::Key_Return);
+    QCOMPARE(allCells(grade()),
+             QList<QStringList>({{u"1"_s, u"ANA"_s, u"100,00"_s, u"5,0"_s, u"5,00"_s, u"0,00"_s, u"1,0"_s,
+                                  u"0,00"_s, u"100,00"_s, u"5,00"_s, u"0,00"_s, u"0,00"_s, QString()}}));
 }
 
 void TstComissao::totalSalesOfZeroIsADivisionByZero() {
@@ -654,19 +690,88 @@ void TstComissao::failingStatementLeavesTheScreenUsable() {
 }
 
 void TstComissao::busyLabelIsSeenWhileRunning() {
+    venda(1, u"10.00"_s, u"BOLO"_s);
+    gera();
+    QCOMPARE(grade()->rows(), 4);
+    m->mark();
     auto* rotulo = control<QLabel>(tela.get(), "Label3");
-    QList<qsizetype> pintado;   // how many statements the server had when the label was painted,
-    QList<qsizetype> escondido; // and when it went
-    const EventWatcher observador(rotulo, [&](QEvent::Type evento) {
-        if (evento == QEvent::Paint)
-            pintado.append(m->statements().size());
-        else if (evento == QEvent::Hide)
-            escondido.append(m->statements().size());
+    struct Moment {
+        qsizetype statements; // that the server had received
+        int rows;
+        bool busyPointer;
+        bool operator==(const Moment&) const = default;
+    };
+    const auto now = [this] {
+        const QCursor* pointer = QApplication::overrideCursor();
+        return Moment{m->texts().size(), grade()->rows(), pointer && pointer->shape() == Qt::WaitCursor};
+    };
+    QList<Moment> painted;
+    QList<Moment> hidden;
+    const EventWatcher watcher(rotulo, [&](QEvent::Type event) {
+        if (event == QEvent::Paint)
+            painted.append(now());
+        else if (event == QEvent::Hide)
+            hidden.append(now());
     });
     control<QPushButton>(tela.get(), "Command4")->click(); // without letting the event loop run
-    QCOMPARE(pintado, QList<qsizetype>({0}));
-    QCOMPARE(escondido, QList<qsizetype>({8}));
+    // The last run's rows are there when the label comes, the sellers but no totals when it goes.
+    QCOMPARE(painted, QList<Moment>({{0, 4, true}}));
+    QCOMPARE(hidden, QList<Moment>({{8, 2, true}}));
     QVERIFY(rotulo->isHidden());
+    QVERIFY(!QApplication::overrideCursor());
+    QCOMPARE(grade()->rows(), 4);
+}
+
+// Amounts have points for the thousands, a seller's percentages have not.
+void TstComissao::masksFromAThousandOn() {
+    m->shop().vendedor(1, u"ANA"_s, u"999.99"_s, u"999.99"_s);
+    venda(1, u"1234.50"_s, u"PÃO"_s);
+    venda(1, u"2345.60"_s, u"BOLO"_s);
+    m->shop().devolucao({.vendedor = 1,
+                         .produto = u"P1"_s,
+                         .quantidade = u"1"_s,
+                         .baixa = u"2024-02-10"_s,
+                         .cliente = u"C1"_s,
+                         .custo = u"50000.00"_s});
+    gera();
+    QCOMPARE(cells(grade(), 1), QStringList({u"1"_s, u"ANA"_s, u"1.234,50"_s, u"1000,0"_s, u"12.345,00"_s,
+                                             u"2.345,60"_s, u"1000,0"_s, u"23.456,00"_s, u"3.580,10"_s,
+                                             u"35.801,00"_s, u"50.000,00"_s, u"1396,61"_s, QString()}));
+    QCOMPARE(cells(grade(), 3),
+             QStringList({QString(), u"***TOTAL-***"_s, u"1.234,50"_s, QString(), u"12.345,00"_s,
+                          u"2.345,60"_s, QString(), u"23.456,00"_s, u"3.580,10"_s, u"35.801,00"_s,
+                          u"50.000,00"_s, u"1.396,61"_s, QString()}));
+}
+
+void TstComissao::refusedDatesAreTypedOver_data() {
+    QTest::addColumn<QString>("caixa");
+    QTest::addColumn<QString>("recusada");
+    QTest::addColumn<QString>("mensagem");
+    QTest::newRow("start") << u"DataIni"_s << u"31/02/2024"_s << u"Data inicial inválida. Verifique!!!"_s;
+    QTest::newRow("end") << u"DataFin"_s << u"31/04/2024"_s << u"Data final inválida. Verifique!!!"_s;
+    QTest::newRow("order") << u"DataIni"_s << u"01/03/2024"_s
+                           << u"Data inicial superior a data final. Verifique!!!"_s;
+}
+
+void TstComissao::refusedDatesAreTypedOver() {
+    QFETCH(QString, caixa);
+    QFETCH(QString, recusada);
+    QFETCH(QString, mensagem);
+    auto* box = control<DateBox>(tela.get(), qPrintable(caixa));
+    box->setText(recusada);
+    const Hands hands(tela.get());
+    ModalHelper modal;
+    modal.expect(mensagem, QMessageBox::Ok);
+    hands.press(u"Command4"_s);
+    QCOMPARE(modal.problem(), QString());
+    QCOMPARE(Hands::focus(), caixa);
+    hands.type(u"15022024"_s);
+    QCOMPARE(box->text(), u"15/02/2024"_s);
+}
+
+void TstComissao::altKeysAreTold() {
+    QCOMPARE(control<QPushButton>(tela.get(), "Command4")->toolTip(), u"Tecla de atalho: Alt+G"_s);
+    QCOMPARE(imprime()->toolTip(), u"Tecla de atalho: Alt+I"_s);
 }
 
 void TstComissao::runsAgainFromEmpty() {

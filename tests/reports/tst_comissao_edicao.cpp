@@ -47,6 +47,13 @@ class TstComissaoEdicao : public QObject {
     void failedSaveKeepsTheCell();
     void emptyAndTotalsRowsUpdateNobody_data();
     void emptyAndTotalsRowsUpdateNobody();
+    void sellerRemovedMeanwhile();
+    void clippedRateIsTold_data();
+    void clippedRateIsTold();
+    void clickOnAnotherCellSavesFirst();
+    void clickElsewhereInTheGridSaves();
+    void recomputesWithoutASave_data();
+    void recomputesWithoutASave();
     void recomputesOnlyOnceAndOnlyTheSum();
     void closingTheFormSavesNothing();
     void editorFollowsTheGrid();
@@ -58,6 +65,11 @@ class TstComissaoEdicao : public QObject {
     void abre(int linha, int coluna) { m->click(grade(), linha, coluna); }
     void digita(const QString& texto) { QTest::keyClicks(editor(), texto); }
     void tecla(Qt::Key qual) { QTest::keyClick(editor(), qual); }
+    /// What an entry sends: the update and the reading of what was stored.
+    static QStringList gravaEConfere(const QString& um, const QString& dois, const QString& codigo = u"1"_s) {
+        return {grava(um, dois, codigo),
+                u"Select ComissEsp1,ComissEsp2 From Vendedores Where Codigovend='"_s + codigo + u"'"_s};
+    }
     static QString grava(const QString& um, const QString& dois, const QString& codigo = u"1"_s) {
         return u"Update Vendedores Set ComissEsp1="_s + um + u",ComissEsp2="_s + dois +
                u" Where Codigovend='"_s + codigo + u"'"_s;
@@ -137,24 +149,24 @@ void TstComissaoEdicao::enterSaves_data() {
     QTest::addColumn<int>("coluna");
     QTest::addColumn<QString>("digitado");
     QTest::addColumn<QString>("celula");
-    QTest::addColumn<QString>("comando");
+    QTest::addColumn<QStringList>("comandos");
     QTest::addColumn<QStringList>("derivadas"); // columns 4, 7, 9 of the row, 4, 7, 9 of the totals
-    QTest::newRow("bread 5") << 3 << u"5"_s << u"5,0"_s << grava(u" 5"_s, u" 1.5"_s)
+    QTest::newRow("bread 5") << 3 << u"5"_s << u"5,0"_s << gravaEConfere(u" 5"_s, u" 1.5"_s)
                              << QStringList(
                                     {u"50,00"_s, u"3,00"_s, u"53,00"_s, u"50,00"_s, u"3,00"_s, u"53,00"_s});
-    QTest::newRow("others 2,5") << 6 << u"2,5"_s << u"2,5"_s << grava(u" 3"_s, u" 2.5"_s)
+    QTest::newRow("others 2,5") << 6 << u"2,5"_s << u"2,5"_s << gravaEConfere(u" 3"_s, u" 2.5"_s)
                                 << QStringList({u"30,00"_s, u"5,00"_s, u"35,00"_s, u"30,00"_s, u"5,00"_s,
                                                 u"35,00"_s});
-    QTest::newRow("negative") << 3 << u"-1"_s << u"-1,0"_s << grava(u"-1"_s, u" 1.5"_s)
+    QTest::newRow("negative") << 3 << u"-1"_s << u"-1,0"_s << gravaEConfere(u"-1"_s, u" 1.5"_s)
                               << QStringList({u"-10,00"_s, u"3,00"_s, u"-7,00"_s, u"-10,00"_s, u"3,00"_s,
                                               u"-7,00"_s});
-    QTest::newRow("over a hundred") << 3 << u"100,55"_s << u"100,6"_s << grava(u" 100.6"_s, u" 1.5"_s)
+    QTest::newRow("over a hundred") << 3 << u"100,55"_s << u"100,6"_s << gravaEConfere(u" 100.6"_s, u" 1.5"_s)
                                     << QStringList({u"1.006,00"_s, u"3,00"_s, u"1.009,00"_s, u"1.006,00"_s,
                                                     u"3,00"_s, u"1.009,00"_s});
-    QTest::newRow("unchanged") << 3 << u"3,0"_s << u"3,0"_s << grava(u" 3"_s, u" 1.5"_s)
+    QTest::newRow("unchanged") << 3 << u"3,0"_s << u"3,0"_s << gravaEConfere(u" 3"_s, u" 1.5"_s)
                                << QStringList(
                                       {u"30,00"_s, u"3,00"_s, u"33,00"_s, u"30,00"_s, u"3,00"_s, u"33,00"_s});
-    QTest::newRow("zero") << 6 << u"0"_s << u"0,0"_s << grava(u" 3"_s, u" 0"_s)
+    QTest::newRow("zero") << 6 << u"0"_s << u"0,0"_s << gravaEConfere(u" 3"_s, u" 0"_s)
                           << QStringList(
                                  {u"30,00"_s, u"0,00"_s, u"30,00"_s, u"30,00"_s, u"0,00"_s, u"30,00"_s});
 }
@@ -162,12 +174,12 @@ void TstComissaoEdicao::enterSaves_data() {
 void TstComissaoEdicao::enterSaves() {
     QFETCH(int, coluna);
     QFETCH(QString, digitado);
-    QFETCH(QString, comando);
+    QFETCH(QStringList, comandos);
     abre(1, coluna);
     digita(digitado);
     tecla(Qt::Key_Return);
     QTEST(grade()->text(1, coluna), "celula");
-    QCOMPARE(m->statements(), StatementLog::expected({comando}));
+    QCOMPARE(m->statements(), StatementLog::expected(comandos));
     QVERIFY(editor()->isHidden());
     QVERIFY(grade()->isEnabled());
     QVERIFY(grade()->hasFocus());
@@ -207,7 +219,7 @@ void TstComissaoEdicao::typedPointBecomesAComma() {
     digita(u"5.5"_s);
     QCOMPARE(editor()->text(), u"5,5"_s);
     tecla(Qt::Key_Return);
-    QCOMPARE(m->statements(), StatementLog::expected({grava(u" 5.5"_s, u" 1.5"_s)}));
+    QCOMPARE(m->statements(), StatementLog::expected(gravaEConfere(u" 5.5"_s, u" 1.5"_s)));
 }
 
 void TstComissaoEdicao::pastedPointBecomesAComma() {
@@ -243,7 +255,7 @@ void TstComissaoEdicao::emptyOtherPercentageIsSavedAsZero() {
     abre(2, 3);
     digita(u"4"_s);
     tecla(Qt::Key_Return);
-    QCOMPARE(m->statements(), StatementLog::expected({grava(u" 4"_s, u" 0"_s, u"2"_s)}));
+    QCOMPARE(m->statements(), StatementLog::expected(gravaEConfere(u" 4"_s, u" 0"_s, u"2"_s)));
     QCOMPARE(grade()->text(2, 4), u"4,00"_s);
     QCOMPARE(grade()->text(2, 6), QString());
     QCOMPARE(grade()->text(4, 9), u"37,00"_s);
@@ -263,7 +275,7 @@ void TstComissaoEdicao::leavingSaves() {
         tecla(Qt::Key_Tab);
     else
         QTest::mouseClick(control<QLineEdit>(tela.get(), "DataIni"), Qt::LeftButton);
-    QCOMPARE(m->statements(), StatementLog::expected({grava(u" 5"_s, u" 1.5"_s)}));
+    QCOMPARE(m->statements(), StatementLog::expected(gravaEConfere(u" 5"_s, u" 1.5"_s)));
     QVERIFY(editor()->isHidden());
     QVERIFY(grade()->isEnabled());
     QCOMPARE(grade()->text(1, 3), u"5,0"_s);
@@ -277,7 +289,7 @@ void TstComissaoEdicao::shortcutSavesFirst() {
     QTRY_VERIFY(editor()->isHidden()); // the button shows itself pressed for a moment
     const QStringList comandos = m->statements();
     QCOMPARE(comandos.value(0), grava(u" 5"_s, u" 1.5"_s));
-    QCOMPARE(comandos.value(1), u"TRUNCATE relat2"_s);
+    QCOMPARE(comandos.value(2), u"TRUNCATE relat2"_s);
     QCOMPARE(comandos.filter(u"Update Vendedores"_s).size(), 1);
     QVERIFY(editor()->isHidden());
     QVERIFY(grade()->isEnabled());
@@ -293,7 +305,7 @@ void TstComissaoEdicao::printShortcutSavesFirst() {
     QCOMPARE(m->closePreviews(), 1);
     const QStringList comandos = m->statements();
     QCOMPARE(comandos.value(0), grava(u" 5"_s, u" 1.5"_s));
-    QCOMPARE(comandos.value(1), u"Truncate Relat2"_s);
+    QCOMPARE(comandos.value(2), u"Truncate Relat2"_s);
     QCOMPARE(comandos.filter(u"Update Vendedores"_s).size(), 1);
     QVERIFY(editor()->isHidden());
     QVERIFY(grade()->isEnabled());
@@ -319,7 +331,7 @@ void TstComissaoEdicao::failedSaveKeepsTheCell() {
     abre(1, 3);
     digita(u"6"_s);
     tecla(Qt::Key_Return);
-    QCOMPARE(m->statements(), StatementLog::expected({grava(u" 6"_s, u" 1.5"_s)}));
+    QCOMPARE(m->statements(), StatementLog::expected(gravaEConfere(u" 6"_s, u" 1.5"_s)));
 }
 
 void TstComissaoEdicao::emptyAndTotalsRowsUpdateNobody_data() {
@@ -333,11 +345,112 @@ void TstComissaoEdicao::emptyAndTotalsRowsUpdateNobody() {
     const auto vendedores = m->server().query(u"SELECT * FROM vendedores ORDER BY codigovend"_s);
     abre(linha, 3);
     digita(u"9"_s);
+    ModalHelper modal;
+    modal.expect(u"Esta linha não é de um vendedor, nada foi gravado. Verifique!!!"_s, QMessageBox::Ok);
     tecla(Qt::Key_Return);
-    QCOMPARE(m->statements(), StatementLog::expected({grava(u" 9"_s, u" 0"_s, QString())}));
+    QCOMPARE(modal.problem(), QString());
+    QCOMPARE(m->statements(), StatementLog::expected(gravaEConfere(u" 9"_s, u" 0"_s, QString())));
     QCOMPARE(m->server().query(u"SELECT * FROM vendedores ORDER BY codigovend"_s), vendedores);
+    QCOMPARE(grade()->text(linha, 3), QString());
     QCOMPARE(grade()->text(4, 4), u"30,00"_s);
     QCOMPARE(grade()->text(4, 9), u"33,00"_s);
+}
+
+void TstComissaoEdicao::sellerRemovedMeanwhile() {
+    m->server().execute(u"DELETE FROM vendedores WHERE codigovend=1"_s);
+    const QList<QStringList> antes = allCells(grade());
+    abre(1, 6);
+    digita(u"9"_s);
+    ModalHelper modal;
+    modal.expect(u"O vendedor 1 não está mais no cadastro, nada foi gravado. Verifique!!!"_s,
+                 QMessageBox::Ok);
+    tecla(Qt::Key_Return);
+    QCOMPARE(modal.problem(), QString());
+    QCOMPARE(modal.boxes()[0].title, u"Atenção!!!"_s);
+    QCOMPARE(allCells(grade()), antes);
+    QVERIFY(grade()->isEnabled());
+}
+
+void TstComissaoEdicao::clippedRateIsTold_data() {
+    QTest::addColumn<int>("coluna");
+    QTest::addColumn<QString>("digitado");
+    QTest::addColumn<QString>("gravado");
+    QTest::addColumn<QString>("comissao");
+    QTest::newRow("bread, too large") << 3 << u"99999"_s << u"999,99"_s << u"9.999,90"_s;
+    QTest::newRow("others, too small") << 6 << u"-99999"_s << u"-999,99"_s << u"-1.999,98"_s;
+}
+
+void TstComissaoEdicao::clippedRateIsTold() {
+    QFETCH(int, coluna);
+    QFETCH(QString, digitado);
+    QFETCH(QString, gravado);
+    abre(1, coluna);
+    digita(digitado);
+    ModalHelper modal;
+    modal.expect(u"O percentual não coube no cadastro do vendedor. Foi gravado "_s + gravado +
+                     u". Verifique!!!"_s,
+                 QMessageBox::Ok);
+    tecla(Qt::Key_Return);
+    QCOMPARE(modal.problem(), QString());
+    QCOMPARE(grade()->text(1, coluna), gravado);
+    QTEST(grade()->text(1, coluna + 1), "comissao");
+    // The next entry of the row sends what is stored.
+    m->mark();
+    abre(1, coluna == 3 ? 6 : 3);
+    digita(u"1"_s);
+    tecla(Qt::Key_Return);
+    const QString ponto = coluna == 3 ? u" 999.99"_s : u"-999.99"_s;
+    QCOMPARE(m->statements(), StatementLog::expected(coluna == 3 ? gravaEConfere(ponto, u" 1"_s)
+                                                                 : gravaEConfere(u" 1"_s, ponto)));
+}
+
+// The grid is disabled while a cell is edited: the click ends that and then counts.
+void TstComissaoEdicao::clickOnAnotherCellSavesFirst() {
+    abre(1, 3);
+    digita(u"7"_s);
+    abre(2, 3);
+    QCOMPARE(m->statements(), StatementLog::expected(gravaEConfere(u" 7"_s, u" 1.5"_s)));
+    QCOMPARE(grade()->text(1, 3), u"7,0"_s);
+    QVERIFY(editor()->isVisible());
+    QVERIFY(editor()->hasFocus());
+    QCOMPARE(editor()->geometry().topLeft(), grade()->mapTo(tela.get(), grade()->cellRect(2, 3).topLeft()));
+    m->type(u"8"_s);
+    m->key(Qt::Key_Return);
+    QCOMPARE(grade()->text(1, 3), u"7,0"_s);
+    QCOMPARE(grade()->text(2, 3), u"8,0"_s);
+    QCOMPARE(m->server().query(u"SELECT ComissEsp1 FROM vendedores ORDER BY codigovend"_s),
+             QList<QStringList>({{u"7.00"_s}, {u"8.00"_s}}));
+}
+
+void TstComissaoEdicao::clickElsewhereInTheGridSaves() {
+    abre(1, 3);
+    digita(u"7"_s);
+    abre(2, 1); // nothing opens there
+    QCOMPARE(m->statements(), StatementLog::expected(gravaEConfere(u" 7"_s, u" 1.5"_s)));
+    QVERIFY(editor()->isHidden());
+    QVERIFY(grade()->isEnabled());
+    QCOMPARE(grade()->text(1, 3), u"7,0"_s);
+}
+
+void TstComissaoEdicao::recomputesWithoutASave_data() {
+    QTest::addColumn<QString>("digitado");
+    QTest::addColumn<Qt::Key>("fim");
+    QTest::newRow("Escape") << u"9"_s << Qt::Key_Escape;
+    QTest::newRow("no number, Enter") << u"abc"_s << Qt::Key_Return;
+}
+
+void TstComissaoEdicao::recomputesWithoutASave() {
+    QFETCH(QString, digitado);
+    QFETCH(Qt::Key, fim);
+    const QList<QStringList> antes = allCells(grade());
+    for (const int coluna : {4, 7, 9}) {
+        grade()->setText(1, coluna, u"0,01"_s);
+        grade()->setText(4, coluna, u"0,01"_s);
+    }
+    abre(1, 3);
+    digita(digitado);
+    tecla(fim);
+    QCOMPARE(allCells(grade()), antes);
 }
 
 void TstComissaoEdicao::recomputesOnlyOnceAndOnlyTheSum() {

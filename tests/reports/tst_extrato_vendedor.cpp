@@ -66,6 +66,8 @@ class TstExtratoVendedor : public QObject {
     void invertedPeriodOpensEmpty();
     void oneDayPeriod();
     void escapeCloses();
+    void masksFromAThousandOn();
+    void altKeyIsTold();
 
   private:
     /// Opens the statement, looks at it, closes it.
@@ -464,6 +466,27 @@ void TstExtratoVendedor::escapeCloses() {
     extrato.Carrega(1, u"ANA"_s, u"01/02/2024"_s, u"29/02/2024"_s, u"3,0"_s, u"1,5"_s, u"0,00"_s);
     QCOMPARE(modal.problem(), QString());
     QVERIFY(!extrato.isVisible());
+}
+
+void TstExtratoVendedor::masksFromAThousandOn() {
+    venda(1234567, u"1234.50"_s, u"PÃO"_s);
+    venda(1234567, u"2345.60"_s, u"BOLO"_s);
+    carrega(
+        [](QWidget* tela) {
+            QCOMPARE(cells(control<Grid>(tela, "Grid1"), 1),
+                     QStringList({u"10/02/2024"_s, u"1234567"_s, u"CLIENTE 1234567"_s, u"1.234,50"_s,
+                                  u"2.345,60"_s, u"3.580,10"_s}));
+            QCOMPARE(valores(tela),
+                     QStringList({u"1.234,50"_s, u"1.000,0"_s, u"12.345,00"_s, u"2.345,60"_s, u"1.000,125"_s,
+                                  u"23.458,93"_s, u"3.580,10"_s, u"35.803,93"_s, u"50.000,00"_s}));
+        },
+        u"1000,0"_s, u"1000,125"_s, u"50.000,00"_s);
+}
+
+void TstExtratoVendedor::altKeyIsTold() {
+    carrega([](QWidget* tela) {
+        QCOMPARE(control<QPushButton>(tela, "Command1")->toolTip(), u"Tecla de atalho: Alt+I"_s);
+    });
 }
 
 QTEST_MAIN(TstExtratoVendedor)

@@ -61,6 +61,8 @@ class TstNivelPreco : public QObject {
     void withoutTheControlIsAnErrorReport();
     void noCompanyIsAnErrorReport();
     void byKeyboardAlone();
+    void refusedLevelIsTypedOver();
+    void altKeyIsTold();
 
   private:
     void abre();
@@ -417,6 +419,25 @@ void TstNivelPreco::byKeyboardAlone() {
     QCOMPARE(CRW->sqlQuery(), consulta(2));
     QTest::keyClick(tela.get(), Qt::Key_Escape);
     QVERIFY(!tela->isVisible());
+}
+
+void TstNivelPreco::refusedLevelIsTypedOver() {
+    abre();
+    const Hands hands(tela.get());
+    lista()->setFocus();
+    hands.type(u"abc"_s);
+    ModalHelper modal;
+    modal.expect(obrigatoria, QMessageBox::Ok);
+    hands.press(u"Command4"_s);
+    QCOMPARE(modal.problem(), QString());
+    QCOMPARE(Hands::focus(), u"TabelaPreco"_s);
+    hands.type(u"3"_s);
+    QCOMPARE(lista()->currentText(), u"3"_s);
+}
+
+void TstNivelPreco::altKeyIsTold() {
+    abre();
+    QCOMPARE(control<QPushButton>(tela.get(), "Command4")->toolTip(), u"Tecla de atalho: Alt+G"_s);
 }
 
 QTEST_MAIN(TstNivelPreco)

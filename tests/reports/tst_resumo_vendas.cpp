@@ -76,6 +76,12 @@ class TstResumoVendas : public QObject {
     void columnNarrowsWithTheScrollBar();
     void tenThousandCustomers();
     void busyLabelIsSeenWhileRunning();
+    void masksFromAThousandOn();
+    void failedRunLeavesTotalsOfZero();
+    void handsTheWholeStatementOver();
+    void refusedDatesAreTypedOver_data();
+    void refusedDatesAreTypedOver();
+    void tabsByKey();
     void runsAgainFromEmpty();
     void failingStatementLeavesTheScreenUsable();
     void byKeyboardAlone();
@@ -711,21 +717,132 @@ void TstResumoVendas::tenThousandCustomers() {
 }
 
 void TstResumoVendas::busyLabelIsSeenWhileRunning() {
-    auto* rotuloDeEspera = control<QLabel>(tela.get(), "Label3");
     m->shop().linhaFiscal({});
+    gera();
+    QCOMPARE(grade(1)->rows(), 2);
     m->mark();
-    QList<qsizetype> pintado;   // how many statements the server had when the label was painted,
-    QList<qsizetype> escondido; // and when it went
-    const EventWatcher observador(rotuloDeEspera, [&](QEvent::Type evento) {
-        if (evento == QEvent::Paint)
-            pintado.append(m->statements().size());
-        else if (evento == QEvent::Hide)
-            escondido.append(m->statements().size());
+    auto* rotuloDeEspera = control<QLabel>(tela.get(), "Label3");
+    struct Moment {
+        qsizetype statements; // that the server had received
+        int rows;
+        bool busyPointer;
+        bool operator==(const Moment&) const = default;
+    };
+    const auto now = [this] {
+        const QCursor* pointer = QApplication::overrideCursor();
+        return Moment{m->texts().size(), grade(1)->rows(), pointer && pointer->shape() == Qt::WaitCursor};
+    };
+    QList<Moment> painted;
+    QList<Moment> hidden;
+    const EventWatcher watcher(rotuloDeEspera, [&](QEvent::Type event) {
+        if (event == QEvent::Paint)
+            painted.append(now());
+        else if (event == QEvent::Hide)
+            hidden.append(now());
     });
+    // Another result than the last run's, so that its rows can be told from this one's.
+    m->shop().linhaFiscal({.cnpj = u"22"_s});
+    m->mark();
     control<QPushButton>(tela.get(), "Command4")->click(); // without letting the event loop run
-    QCOMPARE(pintado, QList<qsizetype>({0}));
-    QCOMPARE(escondido, QList<qsizetype>({13}));
+    QCOMPARE(painted, QList<Moment>({{0, 2, true}}));
+    QCOMPARE(hidden, QList<Moment>({{13, 3, true}}));
     QVERIFY(rotuloDeEspera->isHidden());
+    QVERIFY(!QApplication::overrideCursor());
+}
+
+// A level's share has no points for the thousands, everything else has.
+void TstResumoVendas::masksFromAThousandOn() {
+    m->shop().cliente({.codigo = u"C1"_s, .nome = u"UM"_s, .colunaPreco = u"1"_s, .cnpjCpf = u"11"_s});
+    m->shop().cliente({.codigo = u"C2"_s, .nome = u"DOIS"_s, .colunaPreco = u"2"_s, .cnpjCpf = u"22"_s});
+    m->shop().linhaFiscal({.valorItem = u"5000.00"_s, .cnpj = u"11"_s});
+    m->shop().linhaFiscal(
+        {.entrsai = u"E"_s, .cfop = u"1202"_s, .totalVenda = u"4900.00"_s, .cnpj = u"22"_s});
+    m->shop().devolucao({.vendedor = 1,
+                         .produto = u"P1"_s,
+                         .quantidade = u"1"_s,
+                         .baixa = u"2024-02-10"_s,
+                         .cliente = u"C1"_s,
+                         .custo = u"61728.00"_s});
+    gera();
+    QCOMPARE(cells(grade(1), 1).mid(3), QStringList({u"5.000,00"_s, u"61.728,00"_s, u"1.234,56"_s}));
+    QCOMPARE(cells(grade(2), 1).mid(3), QStringList({u"-4.900,00"_s, u"0,00"_s, u"0,00"_s}));
+    QCOMPARE(rotulo(1), u"(5000,000%)   -   TOTAL R$ 5.000,00"_s);
+    QCOMPARE(rotulo(2), u"(-4900,000%)   -   TOTAL R$ -4.900,00"_s);
+    m->shop().linhaFiscal({.valorItem = u"1134.50"_s, .cnpj = u"33"_s});
+    gera();
+    QCOMPARE(geral(), u"TOTAL GERAL R$ 1.234,50"_s);
+}
+
+void TstResumoVendas::failedRunLeavesTotalsOfZero() {
+    m->shop().linhaFiscal({});
+    gera();
+    QCOMPARE(rotulo(1), u"(100,000%)   -   TOTAL R$ 10,00"_s);
+    m->server().execute(u"RENAME TABLE Orcamento_Troca TO guardada"_s);
+    ModalHelper modal;
+    modal.expectContaining(u"Orcamento_Troca"_s, QMessageBox::Ok);
+    gera();
+    m->server().execute(u"RENAME TABLE guardada TO Orcamento_Troca"_s);
+    QCOMPARE(modal.problem(), QString());
+    for (int n = 1; n <= niveis; ++n) {
+        QCOMPARE(rotulo(n), u"TOTAL R$ 0,00"_s);
+        QCOMPARE(grade(n)->rows(), 1);
+    }
+    QVERIFY(!QApplication::overrideCursor());
+}
+
+// The server's log trims the blanks at a statement's end; the error report shows it as it was sent.
+void TstResumoVendas::handsTheWholeStatementOver() {
+    m->server().execute(u"RENAME TABLE movsaient TO guardada"_s);
+    ModalHelper modal;
+    modal.expectContaining(u"movsaient"_s, QMessageBox::Ok);
+    gera();
+    m->server().execute(u"RENAME TABLE guardada TO movsaient"_s);
+    QCOMPARE(modal.problem(), QString());
+    QVERIFY(modal.boxes()[0].details.endsWith(u"('1202','1411','2202','2411') GROUP BY cnpj_cpf "));
+}
+
+void TstResumoVendas::refusedDatesAreTypedOver_data() {
+    QTest::addColumn<QString>("caixa");
+    QTest::addColumn<QString>("recusada");
+    QTest::addColumn<QString>("mensagem");
+    QTest::newRow("start") << u"DataIni"_s << u"31/02/2024"_s << u"Data inicial inválida. Verifique!!!"_s;
+    QTest::newRow("end") << u"DataFin"_s << u"31/04/2024"_s << u"Data final inválida. Verifique!!!"_s;
+    QTest::newRow("order") << u"DataIni"_s << u"01/03/2024"_s
+                           << u"Data inicial superior a final. Verifique!!!"_s;
+}
+
+void TstResumoVendas::refusedDatesAreTypedOver() {
+    QFETCH(QString, caixa);
+    QFETCH(QString, recusada);
+    QFETCH(QString, mensagem);
+    auto* box = control<DateBox>(tela.get(), qPrintable(caixa));
+    box->setText(recusada);
+    const Hands hands(tela.get());
+    ModalHelper modal;
+    modal.expect(mensagem, QMessageBox::Ok);
+    hands.press(u"Command4"_s);
+    QCOMPARE(modal.problem(), QString());
+    QCOMPARE(Hands::focus(), caixa);
+    hands.type(u"15022024"_s);
+    QCOMPARE(box->text(), u"15/02/2024"_s);
+}
+
+void TstResumoVendas::tabsByKey() {
+    QCOMPARE(control<QPushButton>(tela.get(), "Command4")->toolTip(), u"Tecla de atalho: Alt+G"_s);
+    auto* tabs = control<QTabWidget>(tela.get(), "TabPreco");
+    for (int n = 1; n <= niveis; ++n)
+        QCOMPARE(tabs->tabToolTip(n - 1), u"Tecla de atalho: Alt+%1"_s.arg(n));
+    const Hands hands(tela.get());
+    for (const QString& from : {u"DataIni"_s, u"order"_s, u"Command4"_s, u"TabelaPreco(1)"_s}) {
+        tabs->setCurrentIndex(0);
+        hands.control(from)->setFocus();
+        hands.key(Qt::Key_4, Qt::AltModifier);
+        QCOMPARE(tabs->currentIndex(), 3);
+        hands.key(Qt::Key_Tab, Qt::ControlModifier);
+        QCOMPARE(tabs->currentIndex(), 0);
+        hands.key(Qt::Key_Backtab, Qt::ControlModifier | Qt::ShiftModifier);
+        QCOMPARE(tabs->currentIndex(), 3);
+    }
 }
 
 void TstResumoVendas::runsAgainFromEmpty() {
