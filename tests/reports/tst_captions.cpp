@@ -1,5 +1,5 @@
 #include "core/PrintLayout.h"
-#include "printing/pages/Report.h"
+#include "printing/output/CsvFile.h"
 #include "support/Bench.h"
 
 #include <QFile>
@@ -37,7 +37,7 @@ void TstCaptions::init() {
 }
 
 void TstCaptions::print(const QString& layout, const QStringList& formulas) {
-    printLayout(layout, formulas);
+    printLayout(layout, u"Documento"_s, formulas);
     QCOMPARE(m->closePreviews(), 1);
 }
 
@@ -149,7 +149,7 @@ void TstCaptions::table() {
     m->server().execute(row);
     print(layout, statementFormulas);
     const QString path = m->programFolder() + u"/tabela.csv"_s;
-    m->reportControl()->lastReport()->saveCsv(path);
+    report::saveCsv(*m->reportControl()->lastReport(), path);
     QFile file(path);
     QVERIFY(file.open(QIODevice::ReadOnly));
     const QString text = QString::fromUtf8(file.readAll()).remove(QChar::ByteOrderMark);
