@@ -4,27 +4,6 @@ using namespace Qt::StringLiterals;
 
 namespace tarvessa {
 
-namespace {
-
-QDateTime& relogioFixo() {
-    static QDateTime momento;
-    return momento;
-}
-
-} // namespace
-
-QDate Hoje() {
-    return Agora().date();
-}
-
-QDateTime Agora() {
-    return relogioFixo().isValid() ? relogioFixo() : QDateTime::currentDateTime();
-}
-
-void FixaRelogio(const QDateTime& momento) {
-    relogioFixo() = momento;
-}
-
 QString TextoSQL(QDate data) {
     return data.toString(Qt::ISODate);
 }

@@ -1,19 +1,9 @@
 #pragma once
 
 #include <QDate>
-#include <QDateTime>
 #include <QVariant>
 
 namespace tarvessa {
-
-/// Today, by the machine's clock unless a test has set another.
-QDate Hoje();
-
-/// Now, by the same clock.
-QDateTime Agora();
-
-/// Replaces the clock by a fixed moment; an invalid one gives the machine's clock back.
-void FixaRelogio(const QDateTime& momento);
 
 /// "YYYY-MM-DD" for SQL.
 QString TextoSQL(QDate data);

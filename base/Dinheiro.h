@@ -31,7 +31,7 @@ class Dinheiro {
     constexpr qint64 decimosMilesimos() const { return m_v; }
 
     /// The whole part, cut.
-    constexpr qint64 inteiro() const { return m_v / casas; }
+    constexpr qint64 inteiro() const { return m_v / scale; }
     constexpr bool negativo() const { return m_v < 0; }
     constexpr bool zero() const { return m_v == 0; }
 
@@ -47,14 +47,15 @@ class Dinheiro {
     Dinheiro operator/(Dinheiro b) const;
     Dinheiro& operator+=(Dinheiro b) { return *this = *this + b; }
 
-    static constexpr qint64 casas = 10000;
+    /// How many of its units make one.
+    static constexpr qint64 scale = 10000;
 
   private:
     static constexpr qint64 emDecimosMilesimos(qint64 inteiro) {
-        constexpr qint64 maior = std::numeric_limits<qint64>::max() / casas;
+        constexpr qint64 maior = std::numeric_limits<qint64>::max() / scale;
         if (inteiro > maior || inteiro < -maior)
             estoura();
-        return inteiro * casas;
+        return inteiro * scale;
     }
     [[noreturn]] static void estoura();
 

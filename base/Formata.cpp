@@ -57,8 +57,8 @@ QString Formata(Dinheiro valor, QStringView mascara) {
         unidade *= 10;
     modulo = (modulo + unidade / 2) / unidade * unidade;
 
-    quint64 decimais = modulo % Dinheiro::casas;
-    quint64 inteiros = modulo / Dinheiro::casas;
+    quint64 decimais = modulo % Dinheiro::scale;
+    quint64 inteiros = modulo / Dinheiro::scale;
     int casas = m.casasMaximas;
     for (int i = casas; i < casasDoValor; ++i)
         decimais /= 10;

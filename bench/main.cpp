@@ -9,7 +9,7 @@
 #include "bench/TargetsBench.h"
 #include "bench/support/Machine.h"
 #include "bench/support/Workload.h"
-#include "core/Pastas.h"
+#include "core/ProgramFolder.h"
 #include "support/PrivateServer.h"
 
 #include <QTemporaryDir>
@@ -31,7 +31,7 @@ void measure(const QStringList& subjects) {
         return true;
     };
     const QTemporaryDir logs;
-    FixaPastaDoPrograma(logs.path());
+    setProgramFolder(logs.path());
     test::PrivateServer server;
     const bench::Workload workload(server);
     const QString machine = bench::machineText(server);

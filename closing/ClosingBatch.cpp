@@ -1,5 +1,6 @@
 #include "closing/ClosingBatch.h"
 
+#include "base/Clock.h"
 #include "base/Datas.h"
 #include "base/Numeros.h"
 #include "base/RuntimeError.h"
@@ -76,7 +77,7 @@ void ClosingBatch::close(const ListedPv& pv, QDate vencto) {
 }
 
 void ClosingBatch::cancel(const ListedPv& pv) {
-    Executa(u"Update Orcamento Set SituacaoOrc='X', databaixa='"_s + TextoSQL(Hoje()) +
+    Executa(u"Update Orcamento Set SituacaoOrc='X', databaixa='"_s + TextoSQL(clock::today()) +
             u"' Where nrpedido="_s + pv.pedido + u" And TipoOperacao='P'"_s);
     m_history.settled.insert(ValorInteiro(pv.pedido));
     refuse(pv, u" - O PEDIDO É DE PESSOA FÍSICA E FOI CANCELADO"_s);

@@ -1,8 +1,8 @@
 #include "closing/ClosingChecks.h"
 
-#include "base/Datas.h"
+#include "base/Clock.h"
 #include "base/Numeros.h"
-#include "base/Textos.h"
+#include "base/Text.h"
 #include "core/AcessoDados.h"
 #include "core/Esquema.h"
 #include "core/Rotinas.h"
@@ -33,7 +33,7 @@ StockCheck checkProducts(odbc::ResultSet& products) {
 
 // Compared as the database does, without regard to letter case and blanks at the end.
 bool isOpen(const odbc::Field& situacao) {
-    const QString state = SemBrancos(situacao.text());
+    const QString state = trimBlanks(situacao.text());
     return state.compare(u"A"_s, Qt::CaseInsensitive) == 0 || state.compare(u"C"_s, Qt::CaseInsensitive) == 0;
 }
 
@@ -69,7 +69,7 @@ std::optional<QDate> dueDate(const QString& diasVenc) {
     const qint64 days = ValorNumerico(diasVenc).inteiro();
     if (days > longestTerm || days < -longestTerm)
         return {};
-    const QDate date = Hoje().addDays(days);
+    const QDate date = clock::today().addDays(days);
     return date.isValid() && date.year() <= lastYear ? std::optional(date) : std::nullopt;
 }
 

@@ -2,7 +2,7 @@
 
 #include "base/Datas.h"
 #include "base/Formata.h"
-#include "base/Textos.h"
+#include "base/Text.h"
 #include "core/Esquema.h"
 
 using namespace Qt::StringLiterals;
@@ -74,7 +74,7 @@ QString insertCashRow(const ClosingData& closing, const QString& cashAccount) {
     const QString value = closing.valor.ponto();
     return u"insert into caixa Set cd_cta='"_s + cashAccount + u"', DataCx='"_s + TextoSQL(closing.today) +
            u"', Historico= 'PEDIDO Nº "_s + number + u"-"_s +
-           SemBrancos(firstCharacters(closing.nomeCli, cashRowNameLength)) + u"', Valor="_s + value +
+           trimBlanks(firstCharacters(closing.nomeCli, cashRowNameLength)) + u"', Valor="_s + value +
            u", Finaliza1='"_s + closing.formaPG + u"', ValorFin1="_s + value + u", CodigoLanc='PED:"_s +
            number + u"', NrCaixa=0, USUARIO='PAINEL PV'"_s;
 }

@@ -1,6 +1,5 @@
 #include "closing/PainelFechamento.h"
 
-#include "base/Datas.h"
 #include "base/Numeros.h"
 #include "closing/BatchProgress.h"
 #include "closing/Colunas.h"
@@ -40,7 +39,6 @@ PainelFechamento::PainelFechamento(QWidget* parent)
     : QMainWindow(parent), ui(std::make_unique<Ui::PainelFechamento>()), m_progress(new BatchProgress(this)),
       m_relatorio(std::make_unique<ReportControl>(this)) {
     ui->setupUi(this);
-    m_relatorio->setClock(Agora);
     CRW = m_relatorio.get();
     statusBar()->addPermanentWidget(m_progress, 1);
     fitToScreen(this, size());

@@ -1,5 +1,6 @@
 // Start-up and listing of the panel.
 
+#include "base/Clock.h"
 #include "base/Datas.h"
 #include "base/Numeros.h"
 #include "closing/Colunas.h"
@@ -49,7 +50,7 @@ constexpr int rowHeightDav = 360;
 constexpr int rowHeightPv = 420;
 
 QString periodStart() {
-    return TextoSQL(Hoje().addDays(-listedDays));
+    return TextoSQL(clock::today().addDays(-listedDays));
 }
 
 QString davListing() {

@@ -44,8 +44,8 @@ Dinheiro wholeDays(Dinheiro value, const QString& text) {
     if (value > Dinheiro(std::numeric_limits<qint32>::max()))
         throw RuntimeError(ErrorNumber::Overflow,
                            u"Estouro: o prazo de %1 dias é grande demais."_s.arg(text.trimmed()));
-    constexpr qint64 half = Dinheiro::casas / 2;
-    return Dinheiro((value.decimosMilesimos() + half) / Dinheiro::casas);
+    constexpr qint64 half = Dinheiro::scale / 2;
+    return Dinheiro((value.decimosMilesimos() + half) / Dinheiro::scale);
 }
 
 int exactItem(const QComboBox* list, const QString& text) {

@@ -1,9 +1,9 @@
 #include "closing/PvClosing.h"
 
-#include "base/Datas.h"
+#include "base/Clock.h"
 #include "base/Narrow.h"
 #include "base/RuntimeError.h"
-#include "base/Textos.h"
+#include "base/Text.h"
 #include "closing/ClosingSettings.h"
 #include "core/AcessoDados.h"
 #include "core/Esquema.h"
@@ -20,7 +20,7 @@ constexpr size_t cashAccount = 0;
 constexpr size_t receivablesAccount = 4;
 
 ClosingData closingOf(const Sale& sale, const odbc::ResultSet& lines) {
-    const QDateTime now = Agora();
+    const QDateTime now = clock::now();
     ClosingData closing;
     closing.nrPedido = sale.nrPedido;
     closing.formaPG = sale.formaPG;
@@ -45,7 +45,7 @@ void takeFromStock(odbc::ResultSet& lines, qint32 nrPedido) {
         const QString code = lines.field(codigo).text();
         if (code.startsWith(esquema::notaDoPedido))
             continue;
-        const QString product = SemBrancos(code);
+        const QString product = trimBlanks(code);
         try {
             BaixaEstoque(product, lines.field(quantidade).decimal(), screen);
         } catch (const RuntimeError& error) {

@@ -1,7 +1,7 @@
 #include "core/AcessoDados.h"
 
 #include "base/RuntimeError.h"
-#include "base/Textos.h"
+#include "base/Text.h"
 #include "ui/MessageBoxes.h"
 
 using namespace Qt::StringLiterals;
@@ -53,7 +53,7 @@ void Executa(const QString& sql) {
 }
 
 QString NuloVazio(const odbc::Field& campo) {
-    return SemBrancos(campo.text());
+    return trimBlanks(campo.text());
 }
 
 } // namespace tarvessa

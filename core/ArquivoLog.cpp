@@ -1,7 +1,7 @@
 #include "core/ArquivoLog.h"
 
 #include "base/RuntimeError.h"
-#include "core/Pastas.h"
+#include "core/ProgramFolder.h"
 
 #include <QDir>
 
@@ -21,7 +21,7 @@ namespace {
 
 void ArquivoLog::cria(const QString& nome) {
     fecha();
-    m_arquivo.setFileName(PastaDoPrograma() + u'/' + nome);
+    m_arquivo.setFileName(programFolder() + u'/' + nome);
     if (!m_arquivo.open(QIODevice::WriteOnly | QIODevice::Truncate))
         naoGravou(m_arquivo);
 }

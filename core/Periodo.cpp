@@ -1,5 +1,6 @@
 #include "core/Periodo.h"
 
+#include "base/Clock.h"
 #include "base/Datas.h"
 #include "ui/DateBox.h"
 #include "ui/Refusal.h"
@@ -21,12 +22,12 @@ Periodo::Periodo(DateBox* dataIni, DateBox* dataFin, Mensagens mensagens)
 }
 
 void Periodo::mesCorrente() {
-    m_dataIni->setDate(primeiroDoMes(Hoje()));
-    m_dataFin->setDate(Hoje());
+    m_dataIni->setDate(primeiroDoMes(clock::today()));
+    m_dataFin->setDate(clock::today());
 }
 
 void Periodo::mesAnterior() {
-    const QDate ultimo = primeiroDoMes(Hoje()).addDays(-1);
+    const QDate ultimo = primeiroDoMes(clock::today()).addDays(-1);
     m_dataFin->setDate(ultimo);
     m_dataIni->setDate(primeiroDoMes(ultimo));
 }

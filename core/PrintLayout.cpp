@@ -1,7 +1,7 @@
 #include "core/PrintLayout.h"
 
 #include "base/RuntimeError.h"
-#include "core/Pastas.h"
+#include "core/ProgramFolder.h"
 
 using namespace Qt::StringLiterals;
 
@@ -36,7 +36,7 @@ void printLayout(const QString& layout, const QString& documentName, const QStri
     if (!query.isEmpty())
         control.setSQLQuery(query);
     control.setWindowState(maximised);
-    control.setReportFileName(PastaDoPrograma() + u"\\rpt\\"_s + layout);
+    control.setReportFileName(programFolder() + u"\\rpt\\"_s + layout);
     control.setDocumentName(documentName);
     control.setAction(run);
 }

@@ -1,10 +1,10 @@
 #include "core/Rotinas.h"
 
+#include "base/Clock.h"
 #include "base/Datas.h"
 #include "base/HostUser.h"
 #include "base/Numeros.h"
-#include "base/Textos.h"
-#include "base/Windows1252.h"
+#include "base/Text.h"
 #include "core/AcessoDados.h"
 #include "core/Esquema.h"
 
@@ -17,12 +17,12 @@ namespace tarvessa {
 qint16 BaixaEstoque(const QString& codigo, Dinheiro quantidade, const QString& tela) {
     odbc::ResultSet ficha = NovoRS(
         u"select codigo, codigoprod, quantidade from FichaTecnica where Codigoprod = '"_s + codigo + u"'"_s);
-    const QString hoje = TextoSQL(Hoje());
+    const QString hoje = TextoSQL(clock::today());
     if (ficha.atEnd()) {
         GravaLogEstoque(tela, codigo, -quantidade, Connection);
         Executa(u"update Produtos Set Ultima_Saida='"_s + hoje + u"',Quantidade=Quantidade - "_s +
                 quantidade.ponto() + u", Nitem=Nitem"_s + (quantidade.negativo() ? u"-1"_s : u"+1"_s) +
-                u" Where CodFabr='"_s + SemBrancos(codigo) + u"'"_s);
+                u" Where CodFabr='"_s + trimBlanks(codigo) + u"'"_s);
     }
     while (!ficha.atEnd()) {
         const QString componente = ficha.field(esquema::fichaTecnica::codigo).text();
@@ -38,7 +38,7 @@ qint16 BaixaEstoque(const QString& codigo, Dinheiro quantidade, const QString& t
 
 qint16 GravaLogEstoque(const QString& tela, const QString& codigo, Dinheiro quantidade,
                        odbc::Connection& conexao) {
-    const QDateTime agora = Agora();
+    const QDateTime agora = clock::now();
     // The program has no login of its own, so the log names the desktop's user.
     conexao.execute(u"INSERT INTO logestoque SET data = '"_s + DataSQL(agora.date()) + u"', hora = '"_s +
                     agora.toString(u"HH:mm:ss"_s) + u"', "_s + u"usuario = '"_s + LimpaTexto(hostUserName()) +
@@ -49,7 +49,6 @@ qint16 GravaLogEstoque(const QString& tela, const QString& codigo, Dinheiro quan
 
 QString LimpaTexto(const QString& texto) {
     constexpr char16_t ultimoControle = 31;
-    constexpr unsigned char codigoRetirado = 131;
     QString limpo;
     limpo.reserve(texto.size());
     for (const QChar c : texto) {
@@ -57,7 +56,7 @@ QString LimpaTexto(const QString& texto) {
             limpo += QChar(u'´');
         else if (c == u'\\')
             limpo += u'/';
-        else if (c.unicode() > ultimoControle && windows1252::codeOf(c.unicode()) != codigoRetirado)
+        else if (c.unicode() > ultimoControle && c != u'ƒ')
             limpo += c;
     }
     return limpo;

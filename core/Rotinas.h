@@ -19,8 +19,8 @@ qint16 BaixaEstoque(const QString& codigo, Dinheiro quantidade, const QString& t
 qint16 GravaLogEstoque(const QString& tela, const QString& codigo, Dinheiro quantidade,
                        odbc::Connection& conexao);
 
-/// A text made fit for a quoted SQL literal: "'" becomes "´", "\" becomes "/"; control characters and the one
-/// with code 131 of Windows-1252 are dropped.
+/// A text made fit for a quoted SQL literal: "'" becomes "´", "\" becomes "/"; control characters and "ƒ",
+/// which has code 131 in the code page Windows-1252, are dropped.
 QString LimpaTexto(const QString& texto);
 
 /// The characters of the text that are digits 0 to 9, in order.

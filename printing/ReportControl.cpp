@@ -1,5 +1,6 @@
 #include "printing/ReportControl.h"
 
+#include "base/Clock.h"
 #include "printing/layout/LayoutReader.h"
 #include "printing/pages/Report.h"
 #include "printing/preview/PreviewWindow.h"
@@ -18,7 +19,6 @@ constexpr int maximised = 2;
 
 ReportControl::ReportControl(QWidget* owner, QString connectionString)
     : m_owner(owner), m_connectionString(std::move(connectionString)),
-      m_clock([] { return QDateTime::currentDateTime(); }),
       m_choices(std::make_shared<report::PreviewChoices>()) {
 }
 
@@ -58,7 +58,7 @@ void ReportControl::setAction(int action) {
         const bool isReplaced = !m_query.isEmpty() && m_queryLayout == layoutPath;
         const QString query = isReplaced ? m_query : layout.query;
         report = std::make_shared<report::Report>(std::move(layout), m_connectionString, query, formulas,
-                                                  m_clock());
+                                                  clock::now());
         report->readPage();
     }
     showPreview(report, documentName);

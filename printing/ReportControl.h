@@ -61,9 +61,6 @@ class ReportControl {
     /// database.
     void setAction(int action);
 
-    /// The moment printed as date and time of printing; the machine's clock unless another is given.
-    void setClock(std::function<QDateTime()> clock) { m_clock = std::move(clock); }
-
     /// The report of the last setAction(1) that succeeded; null before.
     std::shared_ptr<report::Report> lastReport() const { return m_report; }
 
@@ -77,7 +74,6 @@ class ReportControl {
     std::optional<QString> m_queryLayout; // the layout file that m_query belongs to
     int m_windowState = 0;
     QString m_fileName;
-    std::function<QDateTime()> m_clock;
     std::shared_ptr<report::PreviewChoices> m_choices;
     QString m_documentName;
     std::shared_ptr<report::Report> m_report;

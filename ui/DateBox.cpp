@@ -1,5 +1,6 @@
 #include "ui/DateBox.h"
 
+#include "base/Clock.h"
 #include "ui/CalendarPopup.h"
 #include "ui/Pictures.h"
 
@@ -49,7 +50,7 @@ void DateBox::setDate(QDate date) {
 
 void DateBox::openCalendar() {
     setFocus(Qt::PopupFocusReason);
-    auto* popup = new CalendarPopup(date().isValid() ? date() : QDate::currentDate(), this);
+    auto* popup = new CalendarPopup(date().isValid() ? date() : clock::today(), this);
     connect(popup, &CalendarPopup::chosen, this, [this](QDate chosen) {
         setDate(chosen);
         selectAll();

@@ -12,7 +12,7 @@ namespace tarvessa::report {
 /// of Dinheiro.
 class Fraction {
   public:
-    explicit Fraction(Dinheiro value) : Fraction(value.decimosMilesimos(), Dinheiro::casas) {}
+    explicit Fraction(Dinheiro value) : Fraction(value.decimosMilesimos(), Dinheiro::scale) {}
 
     Fraction operator+(const Fraction& other) const;
     Fraction operator-(const Fraction& other) const;

@@ -1,3 +1,4 @@
+#include "base/Clock.h"
 #include "base/Datas.h"
 
 #include <QLocale>
@@ -29,20 +30,20 @@ void TstDatas::init() {
 
 void TstDatas::cleanup() {
     QLocale::setDefault(QLocale::system());
-    FixaRelogio({});
+    clock::fix({});
 }
 
 void TstDatas::clockIsTheMachinesUntilFixed() {
     const QDateTime antes = QDateTime::currentDateTime();
-    QVERIFY(Agora() >= antes);
-    QVERIFY(Agora() <= QDateTime::currentDateTime());
+    QVERIFY(clock::now() >= antes);
+    QVERIFY(clock::now() <= QDateTime::currentDateTime());
 
     const QDateTime fixo(QDate(2024, 2, 29), QTime(23, 59, 59));
-    FixaRelogio(fixo);
-    QCOMPARE(Agora(), fixo);
-    QCOMPARE(Hoje(), QDate(2024, 2, 29));
-    FixaRelogio({});
-    QVERIFY(Agora() >= antes);
+    clock::fix(fixo);
+    QCOMPARE(clock::now(), fixo);
+    QCOMPARE(clock::today(), QDate(2024, 2, 29));
+    clock::fix({});
+    QVERIFY(clock::now() >= antes);
 }
 
 void TstDatas::formsForSqlAndScreen_data() {

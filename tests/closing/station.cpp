@@ -1,7 +1,7 @@
 // One workstation of several: converts the DAVs of one seller through the real panel, at a time given to it.
 // Says how many are selected, then waits for a line on its input, so that several can begin together.
 
-#include "base/Datas.h"
+#include "base/Clock.h"
 #include "closing/Colunas.h"
 #include "closing/PainelFechamento.h"
 #include "core/AcessoDados.h"
@@ -19,7 +19,7 @@ using namespace tarvessa;
 int main(int argc, char* argv[]) {
     QApplication aplicacao(argc, argv);
     const QString vendedor = QApplication::arguments().value(1);
-    FixaRelogio(QDateTime::fromString(QApplication::arguments().value(2), Qt::ISODate));
+    clock::fix(QDateTime::fromString(QApplication::arguments().value(2), Qt::ISODate));
     bool converteu = false;
     {
         PainelFechamento painel;

@@ -1,6 +1,6 @@
 // Turning DAVs into pre-sales, and the numbers they get.
 
-#include "base/Datas.h"
+#include "base/Clock.h"
 #include "base/RuntimeError.h"
 #include "closing/Colunas.h"
 #include "closing/PanelBench.h"
@@ -491,7 +491,7 @@ class TstConversao : public QObject {
         QProcess zeca;
         for (auto [processo, vendedor] : {std::pair{&ana, u"ANA"_s}, std::pair{&zeca, u"ZECA"_s}}) {
             processo->setProcessChannelMode(QProcess::ForwardedErrorChannel);
-            processo->start(QStringLiteral(TARVESSA_STATION), {vendedor, Agora().toString(Qt::ISODate)});
+            processo->start(QStringLiteral(TARVESSA_STATION), {vendedor, clock::now().toString(Qt::ISODate)});
         }
         for (QProcess* processo : {&ana, &zeca}) {
             QVERIFY(processo->waitForReadyRead(60000));

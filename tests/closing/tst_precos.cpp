@@ -2,7 +2,7 @@
 
 #include "closing/Colunas.h"
 #include "closing/PanelBench.h"
-#include "core/Pastas.h"
+#include "core/ProgramFolder.h"
 #include "support/ModalHelper.h"
 
 #include <QDir>
@@ -350,7 +350,7 @@ class TstPrecos : public QObject {
     void logThatCannotBeWrittenShowsTheList() {
         pv(1, u"1"_s, {aoPreco(u"A"_s, u"1"_s, u"99"_s)});
         QVERIFY(m.open(PanelBench::wide));
-        FixaPastaDoPrograma(m.programFolder() + u"/missing"_s);
+        setProgramFolder(m.programFolder() + u"/missing"_s);
         ModalHelper caixas;
         caixas.expect(pergunta, QMessageBox::Yes);
         caixas.expectContaining(QDir::toNativeSeparators(u"missing/LogTarvessa.log"_s), QMessageBox::Ok);

@@ -1,5 +1,5 @@
 #include "core/ArquivoLog.h"
-#include "core/Pastas.h"
+#include "core/ProgramFolder.h"
 #include "support/ErrorOf.h"
 
 #include <QCoreApplication>
@@ -42,11 +42,11 @@ class TstArquivoLog : public QObject {
 void TstArquivoLog::init() {
     m_pasta = std::make_unique<QTemporaryDir>();
     QVERIFY(m_pasta->isValid());
-    FixaPastaDoPrograma(m_pasta->path());
+    setProgramFolder(m_pasta->path());
 }
 
 void TstArquivoLog::cleanup() {
-    FixaPastaDoPrograma({});
+    setProgramFolder({});
     m_pasta.reset();
 }
 
@@ -103,7 +103,7 @@ void TstArquivoLog::fileThatCannotBeCreatedIsAnError() {
     QFETCH(QString, pasta);
     QFETCH(QString, nome);
     QVERIFY(QDir(m_pasta->path()).mkdir(u"ocupado"_s));
-    FixaPastaDoPrograma(m_pasta->path() + pasta);
+    setProgramFolder(m_pasta->path() + pasta);
     ArquivoLog log;
     const auto erro = errorOf([&] { log.cria(nome); });
     QVERIFY(erro);
@@ -114,17 +114,17 @@ void TstArquivoLog::fileThatCannotBeCreatedIsAnError() {
 
 void TstArquivoLog::lineThatCannotBeWrittenIsAnError() {
     // A device that is always full.
-    FixaPastaDoPrograma(u"/dev"_s);
+    setProgramFolder(u"/dev"_s);
     ArquivoLog log;
     log.cria(u"full"_s);
     QCOMPARE(errorNumberOf([&] { log.linha(u"perdida"_s); }), number(ErrorNumber::FileNotWritable));
 }
 
 void TstArquivoLog::folderIsTheExecutablesUnlessFixed() {
-    QCOMPARE(PastaDoPrograma(), m_pasta->path());
-    FixaPastaDoPrograma({});
-    QCOMPARE(PastaDoPrograma(), QCoreApplication::applicationDirPath());
-    QVERIFY(!PastaDoPrograma().endsWith(u'/'));
+    QCOMPARE(programFolder(), m_pasta->path());
+    setProgramFolder({});
+    QCOMPARE(programFolder(), QCoreApplication::applicationDirPath());
+    QVERIFY(!programFolder().endsWith(u'/'));
 }
 
 QTEST_GUILESS_MAIN(TstArquivoLog)

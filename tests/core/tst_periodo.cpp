@@ -1,4 +1,4 @@
-#include "base/Datas.h"
+#include "base/Clock.h"
 #include "core/Periodo.h"
 #include "support/ModalHelper.h"
 #include "ui/DateBox.h"
@@ -56,7 +56,7 @@ void TstPeriodo::init() {
 void TstPeriodo::cleanup() {
     m_periodo.reset();
     m_form.reset();
-    FixaRelogio({});
+    clock::fix({});
 }
 
 void TstPeriodo::periodIsNamedInAFileName() {
@@ -82,7 +82,7 @@ void TstPeriodo::currentMonth_data() {
 
 void TstPeriodo::currentMonth() {
     QFETCH(QString, today);
-    FixaRelogio(noDia(today));
+    clock::fix(noDia(today));
     m_periodo->mesCorrente();
     QTEST(m_dataIni->text(), "start");
     QTEST(m_dataFin->text(), "end");
@@ -100,7 +100,7 @@ void TstPeriodo::previousMonth_data() {
 
 void TstPeriodo::previousMonth() {
     QFETCH(QString, today);
-    FixaRelogio(noDia(today));
+    clock::fix(noDia(today));
     m_periodo->mesAnterior();
     QTEST(m_dataIni->text(), "start");
     QTEST(m_dataFin->text(), "end");

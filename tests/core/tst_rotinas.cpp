@@ -1,4 +1,4 @@
-#include "base/Datas.h"
+#include "base/Clock.h"
 #include "core/AcessoDados.h"
 #include "core/Rotinas.h"
 #include "support/ErrorOf.h"
@@ -80,14 +80,14 @@ void TstRotinas::init() {
         "('A', 100, 1), ('B', 100, 2), ('C', 100, 3); "
         "INSERT INTO FichaTecnica (codigoprod, codigo, quantidade) VALUES ('KIT', 'A', 1.500), "
         "('KIT', 'B', 2), ('KIT', 'C', 0.250)"_s);
-    FixaRelogio(QDateTime(QDate(2024, 3, 1), QTime(9, 8, 7)));
+    clock::fix(QDateTime(QDate(2024, 3, 1), QTime(9, 8, 7)));
     QVERIFY(IniciaBanco());
 }
 
 void TstRotinas::cleanup() {
     EncerraBanco();
     m_servidor->useSocket(m_servidor->socket());
-    FixaRelogio({});
+    clock::fix({});
 }
 
 void TstRotinas::cleanupTestCase() {

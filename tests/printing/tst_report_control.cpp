@@ -1,3 +1,4 @@
+#include "base/Clock.h"
 #include "printing/ReportBench.h"
 #include "printing/ReportControl.h"
 #include "printing/preview/PreviewWindow.h"
@@ -91,7 +92,7 @@ void TstReportControl::init() {
     m_owner = std::make_unique<QWidget>();
     m_owner->show();
     m_control = std::make_unique<ReportControl>(m_owner.get());
-    m_control->setClock([] { return QDateTime(QDate(2024, 3, 5), QTime(14, 30)); });
+    clock::fix(QDateTime(QDate(2024, 3, 5), QTime(14, 30)));
     m_control->setWindowState(2);
     m_server->execute(u"TRUNCATE relat2"_s);
 }
@@ -99,6 +100,7 @@ void TstReportControl::init() {
 void TstReportControl::cleanup() {
     m_control.reset();
     m_owner.reset();
+    clock::fix({});
 }
 
 void TstReportControl::cleanupTestCase() {

@@ -1,3 +1,4 @@
+#include "base/Clock.h"
 #include "base/Datas.h"
 #include "closing/PainelFechamento.h"
 #include "support/Bench.h"
@@ -46,7 +47,7 @@ void TstPromocaoNoPainel::init() {
     b->shop().produto(u"0000000000008"_s, u"PÃO DOCE"_s);
     b->shop().cliente({.codigo = u"1"_s, .nome = u"ALFA"_s});
     m_id = b->shop().linhaAberta(u"0000000000007"_s, u"1"_s,
-                                 u"dataabertura='"_s + TextoSQL(Hoje()) + u"', totalped=1"_s);
+                                 u"dataabertura='"_s + TextoSQL(clock::today()) + u"', totalped=1"_s);
 }
 
 bool TstPromocaoNoPainel::abre() {

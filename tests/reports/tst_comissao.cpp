@@ -1,3 +1,4 @@
+#include "base/Clock.h"
 #include "base/Datas.h"
 #include "reports/Comissao.h"
 #include "support/Amounts.h"
@@ -215,10 +216,10 @@ void TstComissao::opensWithThePreviousMonth_data() {
 
 void TstComissao::opensWithThePreviousMonth() {
     QFETCH(QDate, hoje);
-    const QDateTime antes = Agora();
-    FixaRelogio(QDateTime(hoje, QTime(8, 0)));
+    const QDateTime antes = clock::now();
+    clock::fix(QDateTime(hoje, QTime(8, 0)));
     tela = std::make_unique<Comissao>();
-    FixaRelogio(antes);
+    clock::fix(antes);
     QTEST(control<DateBox>(tela.get(), "DataIni")->text(), "inicio");
     QTEST(control<DateBox>(tela.get(), "DataFin")->text(), "fim");
 }

@@ -1,5 +1,5 @@
-#include "core/Pastas.h"
 #include "core/PrintLayout.h"
+#include "core/ProgramFolder.h"
 #include "reports/Comissao.h"
 #include "reports/ExtratoVendedor.h"
 #include "support/Amounts.h"
@@ -341,14 +341,14 @@ void TstImpressao::statementFillsTheStagingTable() {
 // Slots 0 to 2 are empty again when the call returns: they are looked at when the layout is not to be had.
 void TstImpressao::statementFormulas() {
     const QString pasta = m->programFolder();
-    FixaPastaDoPrograma(pasta + u"/docs"_s);
+    setProgramFolder(pasta + u"/docs"_s);
     noExtrato([](QWidget* tela) {
         ModalHelper modal;
         modal.expectContaining(u"ExtratoVendedorDistribuidora.RPT"_s, QMessageBox::Ok);
         QTest::mouseClick(control<QPushButton>(tela, "Command1"), Qt::LeftButton);
         QCOMPARE(modal.problem(), QString());
     });
-    FixaPastaDoPrograma(pasta);
+    setProgramFolder(pasta);
     QCOMPARE(CRW->formula(0), u"Titulo='1 - ANA    -   PERÍODO DE 01/02/2024 A 29/02/2024'"_s);
     QCOMPARE(CRW->formula(1), u"PorcComissaoPao= 3"_s);
     QCOMPARE(CRW->formula(2), u"PorcComissaoOutros= 1.5"_s);
@@ -522,11 +522,11 @@ void TstImpressao::statementIntoADateColumn() {
 void TstImpressao::missingLayoutIsAnErrorReport() {
     apura();
     const QString pasta = m->programFolder();
-    FixaPastaDoPrograma(pasta + u"/docs"_s);
+    setProgramFolder(pasta + u"/docs"_s);
     ModalHelper modal;
     modal.expectContaining(u"COMISSAO.RPT"_s, QMessageBox::Ok);
     QTest::mouseClick(control<QPushButton>(comissao.get(), "Command1"), Qt::LeftButton);
-    FixaPastaDoPrograma(pasta);
+    setProgramFolder(pasta);
     QCOMPARE(modal.problem(), QString());
     QCOMPARE(m->server().query(u"SELECT COUNT(*) FROM relat2"_s)[0][0], u"2"_s);
     imprime(comissao.get());

@@ -1,6 +1,6 @@
 #include "base/RuntimeError.h"
-#include "core/Pastas.h"
 #include "core/PrintLayout.h"
+#include "core/ProgramFolder.h"
 #include "reports/RelatNivelPreco.h"
 #include "support/Bench.h"
 #include "support/ModalHelper.h"
@@ -367,11 +367,11 @@ void TstNivelPreco::failedReportTakesItsQueryAlong() {
     abre();
     lista()->setCurrentIndex(0);
     const QString pasta = m->programFolder();
-    FixaPastaDoPrograma(pasta + u"/docs"_s);
+    setProgramFolder(pasta + u"/docs"_s);
     ModalHelper modal;
     modal.expectContaining(u"RelatNivelPreco.RPT"_s, QMessageBox::Ok);
     gera();
-    FixaPastaDoPrograma(pasta);
+    setProgramFolder(pasta);
     QCOMPARE(modal.problem(), QString());
     printLayout(u"COMISSAO.RPT"_s, u"Comissão"_s);
     QCOMPARE(m->closePreviews(), 1);

@@ -1,9 +1,9 @@
 #include "support/Bench.h"
 
-#include "base/Datas.h"
+#include "base/Clock.h"
 #include "core/AcessoDados.h"
-#include "core/Pastas.h"
 #include "core/PrintLayout.h"
+#include "core/ProgramFolder.h"
 #include "printing/output/PdfFile.h"
 #include "printing/pages/Report.h"
 #include "support/Program.h"
@@ -37,8 +37,8 @@ Bench::~Bench() {
     close();
     closeViewers();
     CRW = nullptr;
-    FixaPastaDoPrograma({});
-    FixaRelogio({});
+    setProgramFolder({});
+    clock::fix({});
 }
 
 void Bench::reset() {
@@ -48,11 +48,10 @@ void Bench::reset() {
     m_server.useCharset({});
     m_server.useSocket(m_server.socket());
     m_shop.esvazia();
-    FixaRelogio(QDateTime(QDate(2024, 3, 15), QTime(14, 7, 9)));
-    FixaPastaDoPrograma(programFolder());
+    clock::fix(QDateTime(QDate(2024, 3, 15), QTime(14, 7, 9)));
+    setProgramFolder(programFolder());
     prepareFolders();
     m_reportControl = std::make_unique<ReportControl>(nullptr);
-    m_reportControl->setClock(Agora);
     CRW = m_reportControl.get();
     mark();
 }

@@ -1,5 +1,6 @@
 #include "support/Shop.h"
 
+#include "base/Clock.h"
 #include "base/Datas.h"
 #include "support/PrivateServer.h"
 
@@ -100,7 +101,7 @@ void Shop::ficha(const QString& composto, const QList<Componente>& componentes) 
 
 void Shop::documento(const Documento& documento) {
     const QString pedido = QString::number(documento.pedido);
-    const QString abertura = TextoSQL(Hoje().addDays(-documento.diasAtras));
+    const QString abertura = TextoSQL(clock::today().addDays(-documento.diasAtras));
     QStringList rows;
     for (const Linha& linha : documento.linhas) {
         const QString total = linha.unitario ? u"ROUND(%1*%2, 2)"_s.arg(*linha.quantidade, *linha.unitario)

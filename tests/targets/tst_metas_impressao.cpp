@@ -1,5 +1,5 @@
-#include "core/Pastas.h"
 #include "core/PrintLayout.h"
+#include "core/ProgramFolder.h"
 #include "printing/output/PdfFile.h"
 #include "printing/pages/Report.h"
 #include "support/EventWatcher.h"
@@ -117,7 +117,7 @@ void TstMetasImpressao::reportControl() {
     b->reportControl()->setFormula(1, u"Outra='FICA'"_s);
     gera();
     imprime();
-    QCOMPARE(b->reportControl()->reportFileName(), PastaDoPrograma() + u"\\rpt\\Metas.RPT"_s);
+    QCOMPARE(b->reportControl()->reportFileName(), programFolder() + u"\\rpt\\Metas.RPT"_s);
     QCOMPARE(b->reportControl()->windowState(), 2);
     QVERIFY(b->reportControl()->lastReport());
     // Its own slot is cleared afterwards, another screen's is left alone.
@@ -201,13 +201,13 @@ void TstMetasImpressao::missingControl() {
 
 void TstMetasImpressao::missingLayout() {
     const QTemporaryDir vazia;
-    const QString pasta = PastaDoPrograma();
-    FixaPastaDoPrograma(vazia.path());
+    const QString pasta = programFolder();
+    setProgramFolder(vazia.path());
     gera();
     ModalHelper caixas;
     caixas.expectContaining(u"Metas.RPT"_s, QMessageBox::Ok);
     imprime();
-    FixaPastaDoPrograma(pasta);
+    setProgramFolder(pasta);
     QCOMPARE(caixas.problem(), QString());
     QCOMPARE(b->shop().estagio().size(), 6);
     QVERIFY(!b->control(u"Label7"_s)->isVisible());

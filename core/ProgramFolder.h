@@ -5,9 +5,9 @@
 namespace tarvessa {
 
 /// The folder of the executable, where the logs are written and `rpt` lies; no slash at its end.
-QString PastaDoPrograma();
+QString programFolder();
 
 /// Takes another folder in its place; an empty text gives the executable's back.
-void FixaPastaDoPrograma(const QString& pasta);
+void setProgramFolder(const QString& folder);
 
 } // namespace tarvessa

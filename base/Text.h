@@ -5,6 +5,6 @@
 namespace tarvessa {
 
 /// The text without the blanks at its ends; tabs and line breaks are no blanks and stay.
-QString SemBrancos(const QString& texto);
+QString trimBlanks(const QString& texto);
 
 } // namespace tarvessa

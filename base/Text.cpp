@@ -1,8 +1,8 @@
-#include "base/Textos.h"
+#include "base/Text.h"
 
 namespace tarvessa {
 
-QString SemBrancos(const QString& texto) {
+QString trimBlanks(const QString& texto) {
     qsizetype inicio = 0;
     qsizetype fim = texto.size();
     while (inicio < fim && texto[inicio] == u' ')
