@@ -4,7 +4,6 @@
 #include <QMap>
 #include <QString>
 
-#include <functional>
 #include <memory>
 #include <optional>
 
