@@ -1,5 +1,6 @@
 #include "core/ArquivoLog.h"
 
+#include "base/RegularFile.h"
 #include "base/RuntimeError.h"
 #include "core/ProgramFolder.h"
 
@@ -11,25 +12,28 @@ namespace tarvessa {
 
 namespace {
 
-[[noreturn]] void naoGravou(const QFile& arquivo) {
-    throw RuntimeError(ErrorNumber::FileNotWritable,
-                       u"Não foi possível gravar o arquivo %1: %2"_s.arg(
-                           QDir::toNativeSeparators(arquivo.fileName()), arquivo.errorString()));
+[[noreturn]] void naoGravou(const QString& caminho, const QString& motivo) {
+    throw RuntimeError(ErrorNumber::FileNotWritable, u"Não foi possível gravar o arquivo %1: %2"_s.arg(
+                                                         QDir::toNativeSeparators(caminho), motivo));
 }
 
 } // namespace
 
 void ArquivoLog::cria(const QString& nome) {
     fecha();
-    m_arquivo.setFileName(programFolder() + u'/' + nome);
-    if (!m_arquivo.open(QIODevice::WriteOnly | QIODevice::Truncate))
-        naoGravou(m_arquivo);
+    m_caminho = programFolder() + u'/' + nome;
+    m_arquivo.setFileName(m_caminho);
+    // Without a buffer, a line whose writing failed cannot turn up in the file later.
+    const QString motivo =
+        openRegularFile(m_arquivo, QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Unbuffered);
+    if (!motivo.isEmpty())
+        naoGravou(m_caminho, motivo);
 }
 
 void ArquivoLog::linha(const QString& texto) {
     const QByteArray bytes = texto.toUtf8() + "\r\n";
-    if (m_arquivo.write(bytes) != bytes.size() || !m_arquivo.flush())
-        naoGravou(m_arquivo);
+    if (m_arquivo.write(bytes) != bytes.size())
+        naoGravou(m_caminho, m_arquivo.errorString());
 }
 
 } // namespace tarvessa

@@ -8,7 +8,8 @@ namespace tarvessa {
 /// written through at once so that a later failure loses none.
 class ArquivoLog {
   public:
-    /// Creates the file empty, or empties it. Raises RuntimeError when it cannot.
+    /// Creates the file empty, or empties it. Raises RuntimeError when it cannot, and when something that is
+    /// no ordinary file has its name (a link, a folder, a device): that is then left alone.
     void cria(const QString& nome);
 
     /// Writes one line. Raises RuntimeError when it cannot.
@@ -16,11 +17,12 @@ class ArquivoLog {
 
     void fecha() { m_arquivo.close(); }
 
-    /// The full path of the last created file.
-    QString caminho() const { return m_arquivo.fileName(); }
+    /// The full path of the last file that was to be created.
+    const QString& caminho() const { return m_caminho; }
 
   private:
     QFile m_arquivo;
+    QString m_caminho;
 };
 
 } // namespace tarvessa

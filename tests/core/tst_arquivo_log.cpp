@@ -9,6 +9,14 @@
 
 #include <memory>
 
+#ifndef _WIN32
+#include <csignal>
+#include <fcntl.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
+#endif
+
 using namespace Qt::StringLiterals;
 using namespace tarvessa;
 using namespace tarvessa::test;
@@ -27,6 +35,8 @@ class TstArquivoLog : public QObject {
     void anotherNameIsAnotherFile();
     void fileThatCannotBeCreatedIsAnError_data();
     void fileThatCannotBeCreatedIsAnError();
+    void whatIsNoOrdinaryFileIsRefusedAndLeftAlone_data();
+    void whatIsNoOrdinaryFileIsRefusedAndLeftAlone();
     void lineThatCannotBeWrittenIsAnError();
     void folderIsTheExecutablesUnlessFixed();
 
@@ -112,12 +122,77 @@ void TstArquivoLog::fileThatCannotBeCreatedIsAnError() {
              qPrintable(erro->text()));
 }
 
-void TstArquivoLog::lineThatCannotBeWrittenIsAnError() {
-    // A device that is always full.
-    setProgramFolder(u"/dev"_s);
+void TstArquivoLog::whatIsNoOrdinaryFileIsRefusedAndLeftAlone_data() {
+    QTest::addColumn<QString>("kind");
+    QTest::addColumn<QString>("reason");
+    QTest::newRow("link to a file") << u"link"_s << u"é um atalho para outro lugar."_s;
+    QTest::newRow("link to nothing") << u"dangling"_s << u"é um atalho para outro lugar."_s;
+    QTest::newRow("folder") << u"folder"_s << u"é uma pasta."_s;
+    QTest::newRow("pipe that nobody reads") << u"pipe"_s << u"não é um arquivo comum."_s;
+    QTest::newRow("pipe with a reader") << u"read pipe"_s << u"não é um arquivo comum."_s;
+    QTest::newRow("device") << u"device"_s << u"não é um arquivo comum."_s;
+}
+
+void TstArquivoLog::whatIsNoOrdinaryFileIsRefusedAndLeftAlone() {
+#ifdef _WIN32
+    QSKIP("made of what only Unix has");
+#else
+    QFETCH(QString, kind);
+    QFETCH(QString, reason);
+    const QString victim = m_pasta->filePath(u"victim"_s);
+    QFile file(victim);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write("precious");
+    file.close();
+    QString name = u"Log.txt"_s;
+    const QString path = m_pasta->filePath(name);
+    const QByteArray bytes = QFile::encodeName(path);
+    int reader = -1;
+    if (kind == u"link") {
+        QVERIFY(QFile::link(victim, path));
+    } else if (kind == u"dangling") {
+        QVERIFY(QFile::link(m_pasta->filePath(u"nothing"_s), path));
+    } else if (kind == u"folder") {
+        QVERIFY(QDir(m_pasta->path()).mkdir(name));
+    } else if (kind == u"device") {
+        setProgramFolder(u"/dev"_s);
+        name = u"null"_s;
+    } else {
+        QCOMPARE(mkfifo(bytes.constData(), 0600), 0);
+        if (kind == u"read pipe")
+            reader = open(bytes.constData(), O_RDONLY | O_NONBLOCK);
+    }
     ArquivoLog log;
-    log.cria(u"full"_s);
+    const auto error = errorOf([&] { log.cria(name); });
+    if (reader >= 0)
+        close(reader);
+    QVERIFY(error);
+    QCOMPARE(error->number(), number(ErrorNumber::FileNotWritable));
+    QVERIFY2(error->text().endsWith(reason), qPrintable(error->text()));
+    QCOMPARE(conteudo(u"victim"_s), QByteArray("precious"));
+    QVERIFY(!QFileInfo::exists(m_pasta->filePath(u"nothing"_s)));
+#endif
+}
+
+void TstArquivoLog::lineThatCannotBeWrittenIsAnError() {
+    ArquivoLog log;
+    log.cria(u"Log.txt"_s);
+    log.linha(u"antes"_s);
+#ifndef _WIN32
+    // As on a full disk.
+    rlimit before{};
+    QCOMPARE(getrlimit(RLIMIT_FSIZE, &before), 0);
+    const rlimit none{static_cast<rlim_t>(conteudo(u"Log.txt"_s).size()), before.rlim_max};
+    const auto signalBefore = std::signal(SIGXFSZ, SIG_IGN);
+    QCOMPARE(setrlimit(RLIMIT_FSIZE, &none), 0);
+    const int error = errorNumberOf([&] { log.linha(u"perdida"_s); });
+    QCOMPARE(setrlimit(RLIMIT_FSIZE, &before), 0);
+    std::signal(SIGXFSZ, signalBefore);
+    QCOMPARE(error, number(ErrorNumber::FileNotWritable));
+#endif
+    log.fecha();
     QCOMPARE(errorNumberOf([&] { log.linha(u"perdida"_s); }), number(ErrorNumber::FileNotWritable));
+    QCOMPARE(conteudo(u"Log.txt"_s), QByteArray("antes\r\n"));
 }
 
 void TstArquivoLog::folderIsTheExecutablesUnlessFixed() {
