@@ -7,12 +7,21 @@
 #include <QLocale>
 #include <QTranslator>
 
+#ifdef _WIN32
+#include <windows.h>
+#endif
+
 using namespace Qt::StringLiterals;
 
 namespace tarvessa {
 
 Application::Application(int& argc, char** argv) : QApplication(argc, argv) {
     setApplicationName(u"Tarvessa"_s);
+#ifdef _WIN32
+    // A long operation runs to its end on the one thread; its window is neither greyed out nor replaced
+    // meanwhile.
+    DisableProcessWindowsGhosting();
+#endif
     setWindowIcon(pictures::application());
     QLocale::setDefault(QLocale(QLocale::Portuguese, QLocale::Brazil));
     auto* texts = new QTranslator(this);

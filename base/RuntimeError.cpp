@@ -9,14 +9,18 @@ namespace tarvessa {
 
 namespace {
 
-// The numbers of client library and server for a connection that is gone; not all of them come with an
-// SQLSTATE that says so.
-constexpr std::array<int, 7> connectionLost = {
+// The numbers of client library and server for a connection that is gone or cannot be had; not all of them
+// come with an SQLSTATE that says so.
+constexpr std::array connectionLost = {
     1053, // server is shutting down
     1927, // killed
+    2002, // no server behind the socket
+    2003, // no server at the address
+    2005, // unknown host
     2006, // server has gone away
-    2013, // lost during a query
+    2013, // lost during a query, or no answer in time
     2055, // lost, with the system's reason
+    4031, // ended by the server after a time without a statement
     5013, // read error
     5014, // write error
 };
@@ -36,7 +40,8 @@ RuntimeError RuntimeError::about(const QString& subject) const {
 }
 
 bool RuntimeError::isConnectionLost() const {
-    return m_sqlState.startsWith("08"_L1) || m_number == static_cast<int>(ErrorNumber::ConnectionClosed) ||
+    return m_sqlState.startsWith("08"_L1) || m_sqlState == "HYT01"_L1 ||
+           m_number == static_cast<int>(ErrorNumber::ConnectionClosed) ||
            std::find(connectionLost.begin(), connectionLost.end(), m_number) != connectionLost.end();
 }
 

@@ -40,7 +40,7 @@ class RuntimeError : public std::exception {
     /// The same error, its text led by what the program was working on ("Pré-venda 0001234").
     RuntimeError about(const QString& subject) const;
 
-    /// True when the connection to the database is gone: only a new start of the program helps.
+    /// True when the connection to the database is gone or could not be made.
     bool isConnectionLost() const;
 
     /// True for an object that the program itself lacks: after the report the program ends.

@@ -1,5 +1,6 @@
 #include "core/AcessoDados.h"
 
+#include "base/DebugOutput.h"
 #include "base/RuntimeError.h"
 #include "base/Text.h"
 #include "ui/MessageBoxes.h"
@@ -18,7 +19,10 @@ bool IniciaBanco() {
     Shell = std::make_unique<ShellHost>();
     try {
         Connection.open(u"dsn=QDX"_s);
-    } catch (const RuntimeError&) {
+    } catch (const RuntimeError& error) {
+        tellDeveloper(
+            u"A conexão com dsn=QDX não foi aberta: %1 [%2, %3]"_s.arg(error.text(), error.sqlState())
+                .arg(error.number()));
         boxes::inform(nullptr, u"Não foi possível conectar ao banco de dados. Verifique!!!"_s);
         return false;
     }

@@ -21,8 +21,9 @@ extern bool TemRegistro;
 /// The desktop's shell, made next to the connection.
 extern std::unique_ptr<ShellHost> Shell;
 
-/// Makes Shell and opens Connection on the data source "dsn=QDX". False after the one message that the
-/// database cannot be reached: the program must then end.
+/// Makes Shell, then opens Connection on the data source "dsn=QDX". False after the one message that the
+/// database cannot be reached: the program must then end. The reason goes to the standard error, on Windows
+/// to the debug output.
 bool IniciaBanco();
 
 /// Releases rs, rs2, Connection and Shell.

@@ -1,5 +1,6 @@
 #include "odbc/Connection.h"
 
+#include "base/Operation.h"
 #include "base/RuntimeError.h"
 
 #include <array>
@@ -20,6 +21,11 @@ constexpr bool narrowCallsCarryAllTexts = true;
 // Of each of the two shared results, of a routine's own one and of a command.
 constexpr size_t enoughIdle = 4;
 
+// A server that does not answer must not hold the operator for longer. Some drivers know the limit as an
+// attribute only, others only as a word of theirs.
+constexpr std::uintptr_t loginSeconds = 15;
+const QString loginLimit = u";CONN_TIMEOUT=%1"_s.arg(loginSeconds);
+
 SQLPOINTER asPointer(std::uintptr_t value) {
     return reinterpret_cast<SQLPOINTER>(value); // NOLINT(performance-no-int-to-ptr): the form ODBC asks for
 }
@@ -30,7 +36,8 @@ Connection& Connection::operator=(Connection&& other) noexcept {
     close();
     m_environment = std::move(other.m_environment);
     m_connection = std::move(other.m_connection);
-    m_idle = std::move(other.m_idle);
+    m_session = std::move(other.m_session);
+    m_connectionString = std::move(other.m_connectionString);
     m_encoding = other.m_encoding;
     return *this;
 }
@@ -69,21 +76,39 @@ void Connection::connectWith(const QString& connectionString, bool useWideCalls)
     check(SQLSetEnvAttr(m_environment.get(), SQL_ATTR_ODBC_VERSION, asPointer(SQL_OV_ODBC3), 0),
           SQL_HANDLE_ENV, m_environment.get());
     m_connection = ConnectionHandle(m_environment.get());
+    SQLSetConnectAttr(m_connection.get(), SQL_ATTR_LOGIN_TIMEOUT, asPointer(loginSeconds), 0);
+    const QString limited = connectionString + loginLimit;
     SQLSMALLINT length = 0;
     SQLRETURN code = SQL_ERROR;
     if (useWideCalls) {
         std::array<SQLWCHAR, 1024> full{};
-        code = SQLDriverConnectW(m_connection.get(), nullptr, wide(connectionString), SQL_NTS, full.data(),
+        code = SQLDriverConnectW(m_connection.get(), nullptr, wide(limited), SQL_NTS, full.data(),
                                  full.size(), &length, SQL_DRIVER_NOPROMPT);
     } else {
-        QByteArray text = connectionString.toUtf8();
+        QByteArray text = limited.toUtf8();
         std::array<SQLCHAR, 1024> full{};
         code = SQLDriverConnect(m_connection.get(), nullptr, reinterpret_cast<SQLCHAR*>(text.data()), SQL_NTS,
                                 full.data(), full.size(), &length, SQL_DRIVER_NOPROMPT);
     }
     check(code, SQL_HANDLE_DBC, m_connection.get());
-    m_idle = std::make_shared<IdleStatements>();
-    m_idle->reserve(enoughIdle);
+    m_session = std::make_shared<Session>();
+    m_session->idle.reserve(enoughIdle);
+    m_connectionString = connectionString;
+}
+
+// The way that led to a connection before needs no trying out. When it fails, the connection stays lost, and
+// the running operation does not try again.
+void Connection::reopen(const QString& sql) {
+    const QString connectionString = m_connectionString;
+    try {
+        connectWith(connectionString, m_encoding == Encoding::Wide);
+    } catch (const RuntimeError& error) {
+        close();
+        m_connectionString = connectionString;
+        m_session = std::make_shared<Session>();
+        m_session->lostDuring = Operation::latest();
+        throw RuntimeError(error.number(), error.text(), error.sqlState(), sql);
+    }
 }
 
 // The driver tells the connection's collation without asking the server, so no statement of ours precedes the
@@ -97,26 +122,38 @@ bool Connection::speaksUtf8mb4() const {
 }
 
 void Connection::close() {
-    m_idle.reset();
+    m_session.reset();
     if (m_connection)
         SQLDisconnect(m_connection.get());
     m_connection = ConnectionHandle();
     m_environment = EnvironmentHandle();
 }
 
-Statement Connection::takeStatement(const QString& sql) const {
-    if (!m_connection)
+Statement Connection::takeStatement(const QString& sql) {
+    if (!m_session)
         throw RuntimeError(static_cast<int>(ErrorNumber::ConnectionClosed),
                            u"A conexão com o banco de dados não está aberta."_s, {}, sql);
-    if (!m_idle->empty()) {
-        Statement statement(std::move(m_idle->back()), m_idle);
-        m_idle->pop_back();
+    if (m_session->lostDuring) {
+        if (Operation::current() <= *m_session->lostDuring)
+            throw RuntimeError(static_cast<int>(ErrorNumber::ConnectionClosed),
+                               u"A conexão com o banco de dados foi perdida."_s, u"08003"_s, sql);
+        reopen(sql);
+    }
+    if (!m_session->idle.empty()) {
+        Statement statement(std::move(m_session->idle.back()), m_session);
+        m_session->idle.pop_back();
         return statement;
     }
     StatementAndRoom body;
     body.rowsFetched = std::make_unique<SQLULEN>(0);
-    body.handle = StatementHandle(m_connection.get(), sql);
-    Statement statement(std::move(body), m_idle);
+    try {
+        body.handle = StatementHandle(m_connection.get(), sql);
+    } catch (const RuntimeError& error) {
+        if (error.isConnectionLost())
+            m_session->lostDuring = Operation::latest();
+        throw;
+    }
+    Statement statement(std::move(body), m_session);
     // Without it every result would seem to be empty.
     statement.check(SQLSetStmtAttr(statement.get(), SQL_ATTR_ROWS_FETCHED_PTR, &statement.rowsFetched(), 0),
                     sql);
@@ -132,14 +169,18 @@ void Connection::execute(const QString& sql) {
     executeOn(takeStatement(sql), sql);
 }
 
+// Null-terminated: drivers count the length of a text in different units, and some cut accents off its end.
 void Connection::executeOn(const Statement& statement, const QString& sql) const {
+    if (sql.contains(QChar(u'\0')))
+        throw RuntimeError(static_cast<int>(ErrorNumber::TypeMismatch),
+                           u"Tipos incompatíveis: o comando contém um caractere nulo e não foi enviado."_s,
+                           {}, sql);
     SQLRETURN code = SQL_ERROR;
     if (m_encoding == Encoding::Wide) {
-        code = SQLExecDirectW(statement.get(), wide(sql), static_cast<SQLINTEGER>(sql.size()));
+        code = SQLExecDirectW(statement.get(), wide(sql), SQL_NTS);
     } else {
         QByteArray bytes = sql.toUtf8();
-        code = SQLExecDirect(statement.get(), reinterpret_cast<SQLCHAR*>(bytes.data()),
-                             static_cast<SQLINTEGER>(bytes.size()));
+        code = SQLExecDirect(statement.get(), reinterpret_cast<SQLCHAR*>(bytes.data()), SQL_NTS);
     }
     statement.check(code, sql);
 }

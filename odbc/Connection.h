@@ -13,6 +13,11 @@ enum class Encoding {
 };
 
 /// One connection to an ODBC data source, closed when the object goes. Statements are committed as they run.
+///
+/// A statement that fails because the server is gone or does not answer leaves the connection lost: all that
+/// follows in the same operation fails too, and nothing is sent. The first statement of a later operation
+/// opens the data source again, once; results of before can then no longer be read. No statement is ever
+/// repeated.
 class Connection {
   public:
     Connection() = default;
@@ -20,37 +25,43 @@ class Connection {
     Connection& operator=(Connection&& other) noexcept;
     ~Connection();
 
-    /// Connects with a connection string such as "dsn=NAME". Raises RuntimeError when it cannot; the object
-    /// is then closed. Whatever character set the data source names, texts come and go as Unicode.
-    /// `preferWide` asks for the wide calls even where narrow ones would do.
+    /// Connects with a connection string such as "dsn=NAME". Raises RuntimeError when it cannot, at the
+    /// latest after 15 seconds without an answer; the object is then closed. Whatever character set the data
+    /// source names, texts come and go as Unicode. `preferWide` asks for the wide calls even where narrow
+    /// ones would do.
     void open(const QString& connectionString, bool preferWide = false);
 
     /// Disconnects; does nothing on a closed connection. Results of it that are still open can no longer be
     /// read, which raises RuntimeError; the same goes for open().
     void close();
 
-    bool isOpen() const { return static_cast<bool>(m_connection); }
+    /// False also while the connection is known to be lost.
+    bool isOpen() const { return m_connection && !m_session->lostDuring; }
 
     /// Runs a statement that changes data; nothing is read back. Raises RuntimeError with the statement.
+    /// Opens a lost connection again where that is due.
     void execute(const QString& sql);
 
     /// A statement of this connection, meant for `sql`: with a static cursor, optimistic concurrency asked
-    /// for and nothing bound. Raises RuntimeError with `sql` when the connection is closed, and when a
-    /// statement has to be made and the connection is known to be lost.
-    Statement takeStatement(const QString& sql) const;
+    /// for and nothing bound. Opens a lost connection again where that is due. Raises RuntimeError with `sql`
+    /// when the connection is closed, or lost and not to be had again.
+    Statement takeStatement(const QString& sql);
 
-    /// Sends `sql` on `statement`, letter by letter (no escape scanning). Raises RuntimeError.
+    /// Sends `sql` on `statement`, letter by letter (no escape scanning). Raises RuntimeError, also for a
+    /// text with a null character in it.
     void executeOn(const Statement& statement, const QString& sql) const;
 
     Encoding encoding() const { return m_encoding; }
 
   private:
     void connectWith(const QString& connectionString, bool useWideCalls);
+    void reopen(const QString& sql);
     bool speaksUtf8mb4() const;
 
     EnvironmentHandle m_environment;
     ConnectionHandle m_connection;
-    std::shared_ptr<IdleStatements> m_idle;
+    std::shared_ptr<Session> m_session;
+    QString m_connectionString; // the one that succeeded
     Encoding m_encoding = Encoding::Wide;
 };
 

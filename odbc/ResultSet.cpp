@@ -49,11 +49,11 @@ SQLLEN cellBytes(Encoding encoding, SQLLEN characters) {
 
 } // namespace
 
-void ResultSet::open(const Connection& connection, const QString& sql) {
+void ResultSet::open(Connection& connection, const QString& sql) {
     close();
-    m_encoding = connection.encoding();
     m_sql = sql;
     m_statement = connection.takeStatement(sql);
+    m_encoding = connection.encoding();
     try {
         connection.executeOn(m_statement, sql);
         describeColumns();

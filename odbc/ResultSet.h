@@ -19,8 +19,8 @@ class ResultSet {
     ResultSet& operator=(ResultSet&&) = default;
 
     /// Runs the query and stands on its first row, or at the end when there is none; an earlier result is
-    /// released. Raises RuntimeError with the statement.
-    void open(const Connection& connection, const QString& sql);
+    /// released. Opens a lost connection again where that is due. Raises RuntimeError with the statement.
+    void open(Connection& connection, const QString& sql);
 
     bool isOpen() const { return m_statement.isAlive(); }
 
@@ -44,7 +44,8 @@ class ResultSet {
     /// All column names as the query gives them.
     const QStringList& columnNames() const { return m_names; }
 
-    /// The cell of the current row. Raises RuntimeError at the end and for an unknown name.
+    /// The cell of the current row. Raises RuntimeError at the end, on a closed result and for an unknown
+    /// name; `column` is one that column() gave.
     Field field(int column) const;
     Field field(QStringView name) const { return field(column(name)); }
 

@@ -1,5 +1,8 @@
 #include "odbc/Statement.h"
 
+#include "base/Operation.h"
+#include "base/RuntimeError.h"
+
 namespace tarvessa::odbc {
 
 namespace {
@@ -11,7 +14,7 @@ constexpr size_t largestIdleBlock = 8 * 1024 * 1024;
 
 void Statement::swap(Statement& other) noexcept {
     std::swap(m_body, other.m_body);
-    std::swap(m_idle, other.m_idle);
+    std::swap(m_session, other.m_session);
     std::swap(m_failed, other.m_failed);
 }
 
@@ -24,20 +27,29 @@ Statement& Statement::operator=(Statement&& other) noexcept {
 Statement::~Statement() {
     if (!m_body.handle)
         return;
-    const std::shared_ptr<IdleStatements> idle = m_idle.lock();
-    if (!idle)
+    const std::shared_ptr<Session> session = m_session.lock();
+    if (!session) {
         m_body.handle.forget(); // freed with the connection, and its place may be another statement's by now
-    else if (!m_failed && idle->size() < idle->capacity() && SQL_SUCCEEDED(SQLFreeStmt(get(), SQL_CLOSE)) &&
-             SQL_SUCCEEDED(SQLFreeStmt(get(), SQL_UNBIND))) {
-        if (m_body.block.bytes() > largestIdleBlock)
-            m_body.block = {};
-        idle->push_back(std::move(m_body));
+        return;
     }
+    if (m_failed || session->lostDuring || session->idle.size() == session->idle.capacity() ||
+        !SQL_SUCCEEDED(SQLFreeStmt(get(), SQL_CLOSE)) || !SQL_SUCCEEDED(SQLFreeStmt(get(), SQL_UNBIND)))
+        return;
+    if (m_body.block.bytes() > largestIdleBlock)
+        m_body.block = {};
+    session->idle.push_back(std::move(m_body));
 }
 
 SQLRETURN Statement::check(SQLRETURN code, const QString& sql) const {
-    m_failed = m_failed || (!SQL_SUCCEEDED(code) && code != SQL_NO_DATA);
-    return odbc::check(code, SQL_HANDLE_STMT, get(), sql);
+    try {
+        return odbc::check(code, SQL_HANDLE_STMT, get(), sql);
+    } catch (const RuntimeError& error) {
+        m_failed = true;
+        const std::shared_ptr<Session> session = m_session.lock();
+        if (session && error.isConnectionLost())
+            session->lostDuring = Operation::latest();
+        throw;
+    }
 }
 
 } // namespace tarvessa::odbc

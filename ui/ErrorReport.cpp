@@ -15,7 +15,7 @@ QString consequence(const RuntimeError& error) {
     const QString stopped = u"A operação foi interrompida; o que já foi executado permanece gravado."_s;
     if (error.isConnectionLost())
         return stopped +
-               u" A conexão com o banco de dados foi perdida: feche o programa e inicie-o novamente."_s;
+               u" A conexão com o banco de dados foi perdida; a próxima operação tentará abri-la novamente."_s;
     return error.endsProgram() ? stopped + u" O programa será encerrado."_s : stopped;
 }
 

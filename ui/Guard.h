@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/Operation.h"
 #include "ui/ErrorReport.h"
 
 #include <QObject>
@@ -9,11 +10,12 @@
 
 namespace tarvessa {
 
-/// Runs a handler of a form. A RuntimeError ends the handler and is shown as the error report; the program
-/// stays usable. True when the handler ran to its end.
+/// Runs a handler of a form as an operation of the operator. A RuntimeError ends the handler and is shown as
+/// the error report; the program stays usable. True when the handler ran to its end.
 template <typename Body>
 bool guarded(QWidget* form, Body&& body) {
     try {
+        const Operation operation;
         std::forward<Body>(body)();
         return true;
     } catch (const RuntimeError& error) {

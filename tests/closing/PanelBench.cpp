@@ -18,7 +18,7 @@ const QString sucesso = u"Processamento efetuado com sucesso."_s;
 const QString semRegistro = u"Não há registro de venda. Verifique!!!"_s;
 const QString semConexao = u"Não foi possível conectar ao banco de dados. Verifique!!!"_s;
 const QString erroDeExecucao = u"Erro em tempo de execução"_s;
-const QString inicieNovamente = u"feche o programa e inicie-o novamente"_s;
+const QString conexaoPerdida = u"a próxima operação tentará abri-la novamente"_s;
 } // namespace mensagens
 
 PanelBench::PanelBench() : m_previousPath(qgetenv("PATH")) {

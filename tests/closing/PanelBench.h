@@ -22,7 +22,7 @@ extern const QString semRegistro;
 extern const QString semConexao;
 /// What every error report says, and what it adds when the connection is gone.
 extern const QString erroDeExecucao;
-extern const QString inicieNovamente;
+extern const QString conexaoPerdida;
 } // namespace mensagens
 
 /// The workbench with the closing panel on it, on a desktop where the program finds no other program to

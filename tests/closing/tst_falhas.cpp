@@ -209,7 +209,7 @@ void TstFalhas::cutBeforeEachStatement() {
         modal.expect(mensagens::lembrete, QMessageBox::Ok);
         if (naListagem)
             modal.expect(mensagens::comErros, QMessageBox::Ok);
-        modal.expectContaining(mensagens::inicieNovamente, QMessageBox::Ok);
+        modal.expectContaining(mensagens::conexaoPerdida, QMessageBox::Ok);
         b->press(u"Command4"_s);
         QCOMPARE(modal.problem(), QString());
         const ModalHelper::Box erro = modal.boxes().last();
@@ -232,10 +232,12 @@ void TstFalhas::cutBeforeEachStatement() {
     QVERIFY(!QApplication::overrideCursor());
     QVERIFY(!b->panel()->findChild<QProgressBar*>()->isVisible());
 
-    // A later press says so again and changes nothing.
-    aperta({mensagens::inicieNovamente});
+    // While no server is to be had, a later press says so again and changes nothing.
+    b->server().useSocket(b->server().socket() + u".nada"_s);
+    aperta({mensagens::conexaoPerdida});
     QCOMPARE(m_corte->texts(), m_comandos.first(k - 1));
     QCOMPARE(b->shop().retrato(), m_estados[k - 1]);
+    b->server().useSocket(m_corte->socket());
 
     // What needs no database still works.
     b->press(u"Command1"_s);
@@ -269,7 +271,7 @@ void TstFalhas::cutBeforeEachStatementOfTheStartUp() {
     const int doDriver = todos - 4;
     m_corte->cutBefore(doDriver + k);
     ModalHelper modal;
-    modal.expectContaining(mensagens::inicieNovamente, QMessageBox::Ok);
+    modal.expectContaining(mensagens::conexaoPerdida, QMessageBox::Ok);
     QVERIFY(b->open());
     QCOMPARE(modal.problem(), QString());
     QVERIFY(m_corte->cutAt().startsWith(inicio.toUtf8()));
@@ -283,10 +285,12 @@ void TstFalhas::connectionsKilledBeforeTheBatch() {
     preparaLote();
     QVERIFY(b->open());
     const NaMensagem morte(1, [this] { b->server().killProgramConnections(); });
-    aperta({mensagens::inicieNovamente});
+    aperta({mensagens::conexaoPerdida});
     QCOMPARE(b->shop().retrato(), m_estados[0]);
-    aperta({mensagens::inicieNovamente});
-    QCOMPARE(b->shop().retrato(), m_estados[0]);
+
+    // Nothing was begun: the next press opens the connection again and closes everything, once.
+    aperta({mensagens::comErros});
+    QCOMPARE(b->shop().retrato(), m_estados.last());
 }
 
 // The statement has reached the server and is being executed.
@@ -295,8 +299,7 @@ void TstFalhas::connectionsKilledInsideAStatement() {
     QVERIFY(b->open());
     b->server().execute(
         u"CREATE TRIGGER falha BEFORE INSERT ON caixa FOR EACH ROW KILL CONNECTION CONNECTION_ID()"_s);
-    aperta({mensagens::inicieNovamente});
-    aperta({mensagens::inicieNovamente});
+    aperta({mensagens::conexaoPerdida});
     b->server().execute(u"DROP TRIGGER falha"_s);
     const auto caixaDaPrimeira =
         std::find_if(m_comandos.begin(), m_comandos.end(),
@@ -310,8 +313,8 @@ void TstFalhas::serverGoneInTheMiddle() {
     b->server().useSocket(servidor->socket());
     QVERIFY(b->open());
     const NaMensagem morte(1, [&servidor] { servidor.reset(); });
-    aperta({mensagens::inicieNovamente});
-    aperta({mensagens::inicieNovamente});
+    aperta({mensagens::conexaoPerdida});
+    aperta({mensagens::conexaoPerdida});
     QCOMPARE(b->shop().retrato(), m_estados[0]);
 
     // Nobody answers at a new start either.

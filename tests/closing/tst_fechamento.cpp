@@ -553,7 +553,7 @@ void TstFechamento::sellerCodeBeyondSixteenBits() {
         b->press(u"Command4"_s);
         QCOMPARE(modal.problem(), QString());
         QVERIFY(modal.boxes()[1].text.startsWith(mensagens::erroDeExecucao));
-        QVERIFY(!modal.boxes()[1].informative.contains(mensagens::inicieNovamente));
+        QVERIFY(!modal.boxes()[1].informative.contains(mensagens::conexaoPerdida));
     }
     QCOMPARE(consulta(u"SELECT Nr_Pedido FROM areceber"_s), (QList<QStringList>{{u"1"_s}}));
     QCOMPARE(consulta(u"SELECT nrpedido FROM orcamento WHERE situacaoorc = 'A' ORDER BY nrpedido"_s),

@@ -1,10 +1,17 @@
+#include "base/Operation.h"
 #include "core/AcessoDados.h"
 #include "support/ErrorOf.h"
 #include "support/ModalHelper.h"
 #include "support/PrivateServer.h"
 #include "support/StatementLog.h"
 
+#include <QTemporaryFile>
 #include <QTest>
+
+#ifndef _WIN32
+#include <cstdio>
+#include <unistd.h>
+#endif
 
 #include <memory>
 
@@ -24,7 +31,9 @@ class TstAcessoDados : public QObject {
 
     void startMakesShellAndConnectionAndSendsNothing();
     void failedConnectionShowsOneMessageAndRunsNothing();
+    void failedConnectionTellsItsReason();
     void failedConnectionThenAnotherStart();
+    void lostConnectionComesBackInTheNextOperation();
     void queryWithRowsAnswersTrueAndStandsOnTheFirst();
     void queryWithNoRowsAnswersFalseAndIsWalkedZeroTimes();
     void newQueryReplacesTheResult();
@@ -86,8 +95,53 @@ void TstAcessoDados::failedConnectionShowsOneMessageAndRunsNothing() {
     QCOMPARE(caixas.boxes()[0].title, u"Atenção!!!"_s);
     QCOMPARE(caixas.boxes()[0].icon, QMessageBox::Information);
     QCOMPARE(caixas.boxes()[0].buttons, QMessageBox::StandardButtons(QMessageBox::Ok));
+    QVERIFY(Shell); // made before the connection
     QVERIFY(!Connection.isOpen());
     QCOMPARE(registro.texts(), QStringList());
+}
+
+void TstAcessoDados::failedConnectionTellsItsReason() {
+#ifdef _WIN32
+    QSKIP("goes to the debug output");
+#else
+    EncerraBanco();
+    const QString nowhere = m_servidor->socket() + u".nada"_s;
+    m_servidor->useSocket(nowhere);
+    ModalHelper caixas;
+    caixas.expect(u"Não foi possível conectar ao banco de dados. Verifique!!!"_s, QMessageBox::Ok);
+    QTemporaryFile told;
+    QVERIFY(told.open());
+    std::fflush(stderr);
+    const int standardError = dup(STDERR_FILENO);
+    QVERIFY(dup2(told.handle(), STDERR_FILENO) >= 0);
+    const bool isConnected = IniciaBanco();
+    std::fflush(stderr);
+    QVERIFY(dup2(standardError, STDERR_FILENO) >= 0);
+    close(standardError);
+    QVERIFY(!isConnected);
+    QCOMPARE(caixas.problem(), QString());
+    QFile reread(told.fileName());
+    QVERIFY(reread.open(QIODevice::ReadOnly));
+    const QString text = QString::fromLocal8Bit(reread.readAll());
+    QVERIFY2(text.contains(nowhere), qPrintable(text));
+    QVERIFY2(text.contains(u"2002"_s), qPrintable(text));
+#endif
+}
+
+void TstAcessoDados::lostConnectionComesBackInTheNextOperation() {
+    QVERIFY(AbreRS(u"SELECT vendedor FROM vendedores"_s));
+    m_servidor->killProgramConnections();
+    const odbc::Connection* const one = &Connection;
+    {
+        const Operation operation;
+        QVERIFY(errorOf([] { Executa(u"UPDATE vendedores SET ComissEsp1 = 1"_s); }));
+        QVERIFY(errorOf([] { AbreRS(u"SELECT 1 AS um"_s); }));
+    }
+    const Operation operation;
+    QVERIFY(AbreRS(u"SELECT COUNT(*) AS n FROM vendedores WHERE ComissEsp1 = 1"_s));
+    QCOMPARE(rs.field(u"n").integer(), Q_INT64_C(0));
+    QVERIFY(AbreRS2(u"SELECT 2 AS dois"_s));
+    QCOMPARE(&Connection, one);
 }
 
 void TstAcessoDados::failedConnectionThenAnotherStart() {

@@ -368,7 +368,7 @@ void TstMetasEdicao::connectionLost() {
     abreEditor();
     proxy.cutBefore(1);
     ModalHelper caixas;
-    caixas.expectContaining(u"feche o programa e inicie-o novamente"_s, QMessageBox::Ok);
+    caixas.expectContaining(u"a próxima operação tentará abri-la novamente"_s, QMessageBox::Ok);
     b->type(u"8"_s);
     b->key(Qt::Key_Return);
     QCOMPARE(caixas.problem(), QString());

@@ -716,7 +716,7 @@ void TstMetasProgresso::cutAtEveryStatement() {
         b->open();
         b->goToTab(1);
         ModalHelper caixas;
-        caixas.expectContaining(u"feche o programa e inicie-o novamente"_s, QMessageBox::Ok);
+        caixas.expectContaining(u"a próxima operação tentará abri-la novamente"_s, QMessageBox::Ok);
         proxy.cutBefore(k);
         b->press(u"Command4"_s);
         QCOMPARE(caixas.problem(), QString());

@@ -83,7 +83,7 @@ void TstErrorReport::lostConnectionAsksForANewStart() {
     QCOMPARE(
         mostrado(RuntimeError(numeroDoErro, u"perdida"_s, estado, u"SELECT 1"_s)).informative,
         u"A operação foi interrompida; o que já foi executado permanece gravado. A conexão com o banco de "
-        "dados foi perdida: feche o programa e inicie-o novamente."_s);
+        "dados foi perdida; a próxima operação tentará abri-la novamente."_s);
 }
 
 void TstErrorReport::escapeClosesIt() {

@@ -1,0 +1,73 @@
+#include "base/Operation.h"
+
+#include <QEventLoop>
+#include <QTest>
+#include <QTimer>
+
+using namespace tarvessa;
+
+/// Which pieces of work belong to one operation of the operator.
+class TstOperation : public QObject {
+    Q_OBJECT
+
+  private Q_SLOTS:
+    void noneRunsOutside();
+    void eachIsNewerThanTheOneBefore();
+    void oneInsideAnotherIsPartOfIt();
+    void oneOfAnInnerEventLoopIsNew();
+};
+
+void TstOperation::noneRunsOutside() {
+    QCOMPARE(Operation::current(), quint64(0));
+    { const Operation operation; }
+    QCOMPARE(Operation::current(), quint64(0));
+}
+
+void TstOperation::eachIsNewerThanTheOneBefore() {
+    quint64 first = 0;
+    {
+        const Operation operation;
+        first = Operation::current();
+        QCOMPARE(Operation::latest(), first);
+    }
+    QVERIFY(first > 0);
+    QCOMPARE(Operation::latest(), first);
+    const Operation operation;
+    QCOMPARE(Operation::current(), first + 1);
+}
+
+void TstOperation::oneInsideAnotherIsPartOfIt() {
+    const Operation outer;
+    const quint64 number = Operation::current();
+    {
+        const Operation inner;
+        QCOMPARE(Operation::current(), number);
+    }
+    QCOMPARE(Operation::current(), number);
+    QCOMPARE(Operation::latest(), number);
+}
+
+void TstOperation::oneOfAnInnerEventLoopIsNew() {
+    const Operation outer;
+    const quint64 number = Operation::current();
+    quint64 inLoop = 0;
+    quint64 insideThatOne = 0;
+    QEventLoop loop;
+    QTimer::singleShot(0, &loop, [&] {
+        {
+            const Operation inner;
+            inLoop = Operation::current();
+            const Operation part;
+            insideThatOne = Operation::current();
+        }
+        loop.quit();
+    });
+    loop.exec();
+    QCOMPARE(inLoop, number + 1);
+    QCOMPARE(insideThatOne, inLoop);
+    QCOMPARE(Operation::current(), number);
+    QCOMPARE(Operation::latest(), inLoop);
+}
+
+QTEST_GUILESS_MAIN(TstOperation)
+#include "tst_operation.moc"
