@@ -96,9 +96,10 @@ QString addressOf(const QString& server) {
 
 #endif
 
-/// Letters and digits only: the name stands in a grant, where "_" would match any character.
+/// Letters and digits only: the name stands in a grant, where "_" would match any character. At most 16,
+/// which is what older servers allow a user.
 QString uniqueName() {
-    return QStringLiteral("test%1x%2")
+    return QStringLiteral("t%1%2")
         .arg(QCoreApplication::applicationPid())
         .arg(QRandomGenerator::system()->generate(), 8, 16, QLatin1Char('0'));
 }

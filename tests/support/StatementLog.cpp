@@ -3,6 +3,16 @@
 #include "support/PrivateServer.h"
 #include "support/TestError.h"
 
+#include <QSet>
+#include <algorithm>
+
+#ifdef _WIN32
+#define SQL_NOUNICODEMAP // a call without W is the narrow one
+#include <windows.h>
+#endif
+#include <sql.h>
+#include <sqlext.h>
+
 namespace tarvessa::test {
 
 namespace {
@@ -21,6 +31,22 @@ QString asServerWrites(const QString& sql) {
         --end;
     }
     return sql.mid(start, end - start);
+}
+
+/// A connection through the data source and its end, without a statement in between.
+void connectAndDisconnect(QByteArray connectionString) {
+    SQLHANDLE environment = SQL_NULL_HANDLE;
+    SQLHANDLE connection = SQL_NULL_HANDLE;
+    SQLAllocHandle(SQL_HANDLE_ENV, SQL_NULL_HANDLE, &environment);
+    SQLSetEnvAttr(environment, SQL_ATTR_ODBC_VERSION, reinterpret_cast<SQLPOINTER>(SQL_OV_ODBC3), 0);
+    SQLAllocHandle(SQL_HANDLE_DBC, environment, &connection);
+    if (SQL_SUCCEEDED(SQLDriverConnect(connection, nullptr,
+                                       reinterpret_cast<SQLCHAR*>(connectionString.data()), SQL_NTS, nullptr,
+                                       0, nullptr, SQL_DRIVER_NOPROMPT))) {
+        SQLDisconnect(connection);
+    }
+    SQLFreeHandle(SQL_HANDLE_DBC, connection);
+    SQLFreeHandle(SQL_HANDLE_ENV, environment);
 }
 
 } // namespace
@@ -53,20 +79,50 @@ void StatementLog::connect() {
                                         "DO RELEASE_LOCK('tarvessa_general_log')"));
 }
 
+QString StatementLog::lastEntry() {
+    return m_connection.query(QStringLiteral("SELECT COALESCE(MAX(ordem), 0) FROM mysql.general_log"))[0][0];
+}
+
 void StatementLog::mark() {
-    m_mark =
-        m_connection.query(QStringLiteral("SELECT COALESCE(MAX(ordem), 0) FROM mysql.general_log"))[0][0];
+    m_mark = lastEntry();
+}
+
+/// Connection, kind and text of what the log has of the program's user.
+QList<QStringList> StatementLog::rowsSince(const QString& mark) {
+    return m_connection.query(
+        QStringLiteral("SELECT thread_id, command_type, argument FROM mysql.general_log WHERE ordem > %1 AND "
+                       "command_type IN ('Connect', 'Query', 'Execute') AND "
+                       "(SUBSTRING_INDEX(user_host, '[', 1) = '%2' OR argument LIKE '%2@%') ORDER BY ordem")
+            .arg(mark, m_server.user()));
+}
+
+QStringList StatementLog::sentByDriver() {
+    const QString before = lastEntry();
+    for (const char* way : {"dsn=QDX", "dsn=QDX;CHARSET=utf8mb4"}) {
+        connectAndDisconnect(way);
+    }
+    QStringList texts;
+    for (const QStringList& row : rowsSince(before)) {
+        if (row[1] != QLatin1String("Connect")) {
+            texts += row[2];
+        }
+    }
+    return texts;
 }
 
 QStringList StatementLog::texts() {
-    const auto rows = m_connection.query(
-        QStringLiteral("SELECT argument FROM mysql.general_log WHERE ordem > %1 AND command_type IN "
-                       "('Query', 'Execute') AND SUBSTRING_INDEX(user_host, '[', 1) = '%2' ORDER BY ordem")
-            .arg(m_mark, m_server.user()));
+    const QList<QStringList> rows = rowsSince(m_mark);
+    const bool hasConnected = std::any_of(
+        rows.begin(), rows.end(), [](const QStringList& row) { return row[1] == QLatin1String("Connect"); });
+    const QStringList fromDriver = hasConnected ? sentByDriver() : QStringList();
+    QSet<QString> connecting;
     QStringList texts;
     for (const QStringList& row : rows) {
-        if (!fromConnection(row[0])) {
-            texts += row[0];
+        if (row[1] == QLatin1String("Connect")) {
+            connecting.insert(row[0]);
+        } else if (!connecting.contains(row[0]) || !fromDriver.contains(row[2])) {
+            connecting.remove(row[0]);
+            texts += row[2];
         }
     }
     return texts;
@@ -78,14 +134,6 @@ QStringList StatementLog::expected(const QStringList& sqls) {
         texts += asServerWrites(sql);
     }
     return texts;
-}
-
-bool StatementLog::fromConnection(const QString& sql) const {
-    static const QStringList FromDriver{
-        QStringLiteral("SET SESSION SQL_AUTO_IS_NULL=0"), QStringLiteral("SET autocommit=1"),
-        QStringLiteral("SET session_track_schema= ON"),
-        QStringLiteral("SET session_track_system_variables='autocommit,tx_isolation'")};
-    return FromDriver.contains(sql) || sql == asServerWrites(m_server.initStmt());
 }
 
 } // namespace tarvessa::test

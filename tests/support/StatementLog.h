@@ -2,6 +2,7 @@
 
 #include "support/AdminConnection.h"
 
+#include <QList>
 #include <QString>
 #include <QStringList>
 
@@ -25,8 +26,9 @@ class StatementLog {
     /// Forgets what came before. Raises TestError.
     void mark();
 
-    /// The statements since the last mark, one entry each even when prepared and then executed,
-    /// without those that the driver sends on its own account at connect. Raises TestError.
+    /// The statements since the last mark, one entry each even when prepared and then executed, without those
+    /// that the driver sends on its own account at connect: which these are is found out by connecting, in
+    /// the two ways in which the program does. Raises TestError.
     QStringList texts();
 
     /// `sqls` as the server writes them down: blanks and ";" cut off the ends, nothing else.
@@ -34,7 +36,9 @@ class StatementLog {
 
   private:
     void connect();
-    bool fromConnection(const QString& sql) const;
+    QString lastEntry();
+    QList<QStringList> rowsSince(const QString& mark);
+    QStringList sentByDriver();
 
     PrivateServer& m_server;
     AdminConnection m_connection;
