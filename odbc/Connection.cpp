@@ -3,6 +3,8 @@
 #include "base/Operation.h"
 #include "base/RuntimeError.h"
 
+#include <odbcinst.h>
+
 #include <array>
 #include <cstdint>
 
@@ -22,9 +24,24 @@ constexpr bool narrowCallsCarryAllTexts = true;
 constexpr size_t enoughIdle = 4;
 
 // A server that does not answer must not hold the operator for longer. Some drivers know the limit as an
-// attribute only, others only as a word of theirs.
+// attribute only, others only as a word of theirs, which the data source may have set already.
 constexpr std::uintptr_t loginSeconds = 15;
-const QString loginLimit = u";CONN_TIMEOUT=%1"_s.arg(loginSeconds);
+
+bool hasShorterLimit(const QString& connectionString) {
+    const QString name = connectionString.section(u';', 0, 0).section(u'=', 1);
+#ifdef _WIN32
+    std::array<wchar_t, 16> seconds{};
+    SQLGetPrivateProfileStringW(name.toStdWString().c_str(), L"CONN_TIMEOUT", L"", seconds.data(),
+                                static_cast<int>(seconds.size()), L"odbc.ini");
+    const unsigned limit = QString::fromWCharArray(seconds.data()).toUInt();
+#else
+    std::array<char, 16> seconds{};
+    SQLGetPrivateProfileString(name.toUtf8().constData(), "CONN_TIMEOUT", "", seconds.data(),
+                               static_cast<int>(seconds.size()), "odbc.ini");
+    const unsigned limit = QByteArray(seconds.data()).toUInt();
+#endif
+    return limit > 0 && limit <= loginSeconds;
+}
 
 SQLPOINTER asPointer(std::uintptr_t value) {
     return reinterpret_cast<SQLPOINTER>(value); // NOLINT(performance-no-int-to-ptr): the form ODBC asks for
@@ -77,7 +94,9 @@ void Connection::connectWith(const QString& connectionString, bool useWideCalls)
           SQL_HANDLE_ENV, m_environment.get());
     m_connection = ConnectionHandle(m_environment.get());
     SQLSetConnectAttr(m_connection.get(), SQL_ATTR_LOGIN_TIMEOUT, asPointer(loginSeconds), 0);
-    const QString limited = connectionString + loginLimit;
+    const QString limited = hasShorterLimit(connectionString)
+                                ? connectionString
+                                : connectionString + u";CONN_TIMEOUT=%1"_s.arg(loginSeconds);
     SQLSMALLINT length = 0;
     SQLRETURN code = SQL_ERROR;
     if (useWideCalls) {
