@@ -1,7 +1,7 @@
 // Editing of a target's quantity in its cell.
 
 #include "base/Numeros.h"
-#include "base/Textos.h"
+#include "base/Text.h"
 #include "core/AcessoDados.h"
 #include "core/Rotinas.h"
 #include "targets/MetasQuadro.h"
@@ -20,7 +20,7 @@ using namespace metasquadro::grid1;
 
 // The statements of a target take the number without the leading blank that others have.
 QString MetasQuadro::plainNumber(Dinheiro quantidade) {
-    return SemBrancos(quantidade.ponto());
+    return trimBlanks(quantidade.ponto());
 }
 
 // A text counts as 0 unless the whole of it is a number, so no part of "1.5" or "12 CX" is stored.
