@@ -5,6 +5,7 @@
 #include "base/Numeros.h"
 #include "base/RuntimeError.h"
 #include "closing/ClosingChecks.h"
+#include "closing/ClosingJournal.h"
 #include "closing/ClosingLog.h"
 #include "closing/ClosingSettings.h"
 #include "core/AcessoDados.h"
@@ -40,7 +41,8 @@ void ClosingBatch::decide(const ListedPv& pv) {
     }
     if (!pv.selected)
         return;
-    if (m_history.interrupted.contains(ValorInteiro(pv.pedido))) {
+    if (m_begun.contains(ValorInteiro(pv.pedido))) {
+        m_hasInterrupted = true;
         refuse(pv, interrupted);
         return;
     }
@@ -67,11 +69,15 @@ void ClosingBatch::decide(const ListedPv& pv) {
         refuse(pv, u" - CÓDIGO DE PRODUTO INVÁLIDO."_s);
 }
 
-// The list may be older than what other programs and stations have done since.
+// The list may be older than what other programs and stations have done since. The note only spares questions
+// after a cut: one that cannot be written stops nothing.
 void ClosingBatch::close(const ListedPv& pv, QDate vencto) {
-    const QString objection = closePv(
-        {ValorInteiro(pv.pedido), pv.formaPagto, ValorNumerico(pv.total), vencto, pv.cliente}, m_settings,
-        m_history, [&](odbc::ResultSet& lines) { return objectionToLines(lines, pv, m_listedSince); });
+    const Sale sale{ValorInteiro(pv.pedido), pv.formaPagto, ValorNumerico(pv.total), vencto, pv.cliente};
+    closingjournal::begin(sale);
+    const QString objection = closePv(sale, m_settings, m_history, [&](odbc::ResultSet& lines) {
+        return objectionToLines(lines, pv, m_listedSince);
+    });
+    closingjournal::end(sale.nrPedido);
     if (!objection.isEmpty())
         refuse(pv, objection);
 }

@@ -8,14 +8,23 @@ namespace tarvessa {
 class ClosingLog;
 struct ClosingSettings;
 
+/// The lock of the server that a batch holds while it runs, so that two stations never close one pre-sale
+/// both: its name, how long to wait for it, and what the operator is told when it is taken.
+inline const QString closingLockName = QStringLiteral("fechamento");
+inline constexpr int closingLockSeconds = 10;
+inline const QString closingLockTaken =
+    QStringLiteral("Outra estação está encerrando pré-vendas. Tente novamente em instantes. Verifique!!!");
+
 /// Decides on each listed pre-sale and carries the decision out: cancelled, left alone, refused with its
 /// reasons in the log, or closed.
 class ClosingBatch {
   public:
-    /// The list took the open lines since `listedSince` ("YYYY-MM-DD"). The others outlive the batch.
-    ClosingBatch(const ClosingSettings& settings, QString listedSince, ClosingHistory& history,
-                 ClosingLog& log)
-        : m_settings(settings), m_listedSince(std::move(listedSince)), m_history(history), m_log(log) {}
+    /// The list took the open lines since `listedSince` ("YYYY-MM-DD"). `begun`: the pre-sales whose closing
+    /// has moved stock already, on whatever station. The others outlive the batch.
+    ClosingBatch(const ClosingSettings& settings, QString listedSince, QSet<qint32> begun,
+                 ClosingHistory& history, ClosingLog& log)
+        : m_settings(settings), m_listedSince(std::move(listedSince)), m_begun(std::move(begun)),
+          m_history(history), m_log(log) {}
 
     /// Works on one pre-sale. Raises RuntimeError, which names it, after a line in the log; what was executed
     /// before stays.
@@ -23,6 +32,9 @@ class ClosingBatch {
 
     /// True when any pre-sale was cancelled or refused.
     bool hasRefusals() const { return m_hasRefusals; }
+
+    /// True when a pre-sale was refused because its closing had begun before.
+    bool hasInterrupted() const { return m_hasInterrupted; }
 
   private:
     void decide(const ListedPv& pv);
@@ -32,9 +44,11 @@ class ClosingBatch {
 
     const ClosingSettings& m_settings;
     QString m_listedSince;
+    QSet<qint32> m_begun;
     ClosingHistory& m_history;
     ClosingLog& m_log;
     bool m_hasRefusals = false;
+    bool m_hasInterrupted = false;
 };
 
 } // namespace tarvessa

@@ -15,6 +15,9 @@ struct ClosingSettings {
     /// The pieces of `ContaCTB1`.
     std::array<QString, accounts> contaCtb;
 
+    const QString& cashAccount() const { return contaCtb[0]; }
+    const QString& receivablesAccount() const { return contaCtb[4]; }
+
     ClosingSettings();
 
     /// Reads `empresa` through rs. Raises RuntimeError, also when the table is empty.

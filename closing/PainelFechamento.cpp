@@ -21,6 +21,7 @@
 
 #include <QApplication>
 #include <QCloseEvent>
+#include <QLabel>
 #include <QShortcut>
 
 using namespace Qt::StringLiterals;
@@ -37,9 +38,12 @@ const QString startOfUnselect = u"Desmarcar"_s;
 
 PainelFechamento::PainelFechamento(QWidget* parent)
     : QMainWindow(parent), ui(std::make_unique<Ui::PainelFechamento>()), m_progress(new BatchProgress(this)),
-      m_relatorio(std::make_unique<ReportControl>(this)) {
+      m_interrupted(new QLabel(this)), m_relatorio(std::make_unique<ReportControl>(this)) {
     ui->setupUi(this);
     CRW = m_relatorio.get();
+    statusBar()->addWidget(m_interrupted);
+    m_interrupted->setObjectName(u"Interrompidos"_s);
+    m_interrupted->hide();
     statusBar()->addPermanentWidget(m_progress, 1);
     fitToScreen(this, size());
     ui->Text1->setFixedWidth(twipsToPixels(this, totalWidthTwips));
@@ -92,6 +96,11 @@ void PainelFechamento::defineShortcuts() {
     onSignal(view, &QShortcut::activated, this, [this] {
         if (concluiEdicao())
             visualiza(ui->Grid1->currentRow());
+    });
+    const auto* interrupted = new QShortcut(Qt::Key_F7, this);
+    onSignal(interrupted, &QShortcut::activated, this, [this] {
+        if (concluiEdicao())
+            abreInterrompidos();
     });
     ui->LabelVisualiza->setToolTip(u"Tecla de atalho: F3"_s);
 }

@@ -16,6 +16,7 @@
 #include <optional>
 
 class QAbstractButton;
+class QLabel;
 
 namespace Ui {
 class PainelFechamento;
@@ -134,9 +135,15 @@ class PainelFechamento : public QMainWindow {
     void removeSettled();
     ListedPv listedPv(int row) const;
 
+    // Closings that were cut (PainelFechamentoInterrompidos.cpp)
+    void procuraInterrompidos();
+    void abreInterrompidos();
+    void mostraInterrompidos(int quantos);
+
     std::unique_ptr<Ui::PainelFechamento> ui;
     QIcon m_picSucesso = pictures::check();
     BatchProgress* m_progress;
+    QLabel* m_interrupted;
     CellEditor* m_editorTexto = nullptr;
     CellEditor* m_editorForma = nullptr;
     Layout m_layout = Layout::Dav;

@@ -4,7 +4,9 @@
 #include "base/Numeros.h"
 #include "base/RuntimeError.h"
 #include "closing/BatchProgress.h"
+#include "closing/ClosingJournal.h"
 #include "closing/Colunas.h"
+#include "closing/ConversionStatements.h"
 #include "closing/NumberingLock.h"
 #include "closing/PainelFechamento.h"
 #include "core/AcessoDados.h"
@@ -73,12 +75,11 @@ void PainelFechamento::converteSelecionados() {
 void PainelFechamento::converteDav(qint32 nrDav) {
     if (!m_pvNumbers.contains(nrDav))
         m_pvNumbers.insert(nrDav, nextPvNumber());
-    const QString dav = QString::number(nrDav);
-    const QString pv = QString::number(m_pvNumbers.value(nrDav));
-    Executa(u"UPDATE orcamento SET TipoOperacao = 'P', nrPedido = '"_s + pv +
-            u"',situacaoorc = 'A' WHERE nrpedido ="_s + dav + u" and TipoOperacao = 'D'"_s);
-    Executa(u"UPDATE observacao set nrpedido="_s + pv + u" , tipoOperacao = 'P' WHERE nrpedido ="_s + dav +
-            u" and TipoOperacao = 'D'"_s);
+    const qint32 nrPv = m_pvNumbers.value(nrDav);
+    closingjournal::beginConversion({nrDav, nrPv});
+    Executa(conversionstatements::moveLines(nrDav, nrPv));
+    Executa(conversionstatements::moveNotes(nrDav, nrPv));
+    closingjournal::endConversion(nrDav);
 }
 
 qint32 PainelFechamento::Orcamento_NumeroPedido(const QString& tipo) {

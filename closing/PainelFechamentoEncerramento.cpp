@@ -4,14 +4,15 @@
 #include "closing/BatchProgress.h"
 #include "closing/ClosingBatch.h"
 #include "closing/Colunas.h"
+#include "closing/InterruptedClosings.h"
+#include "closing/ListedPeriod.h"
 #include "closing/PainelFechamento.h"
+#include "closing/ServerLock.h"
 #include "core/AcessoDados.h"
 #include "ui/ErrorReport.h"
 #include "ui/Guard.h"
 #include "ui/MessageBoxes.h"
 #include "ui_PainelFechamento.h"
-
-#include <QScopeGuard>
 
 using namespace Qt::StringLiterals;
 
@@ -26,13 +27,26 @@ void PainelFechamento::encerraPvs() {
     }
     boxes::inform(this, u"Lembrando que os pedidos de cliente com CPF serão cancelados."_s);
 
-    ClosingBatch batch(*m_settings, m_listedSince, m_closingHistory, m_closingLog);
-    if (!guarded(this, [&] { processListed(batch); })) {
+    std::optional<ClosingBatch> batch;
+    const bool completed = guarded(this, [&] {
+        const ServerLock lock(closingLockName, closingLockSeconds);
+        if (lock.isTaken())
+            return;
+        batch.emplace(*m_settings, m_listedSince, interruptedclosings::withStockMovements(firstListedDay()),
+                      m_closingHistory, m_closingLog);
+        processListed(*batch);
+    });
+    m_closingLog.close();
+    if (!completed) {
         removeSettled();
         Shell->openText(m_closingLog.path());
         return;
     }
-    if (batch.hasRefusals()) {
+    if (!batch) {
+        boxes::inform(this, closingLockTaken);
+        return;
+    }
+    if (batch->hasRefusals()) {
         boxes::inform(this,
                       u"Processo encerrado com alguns pedidos com erro de processamento. Na sequência será "
                       "aberto um arquivo com as mensagens de erros."_s);
@@ -44,6 +58,8 @@ void PainelFechamento::encerraPvs() {
         showErrorReport(this, *failure);
     if (!guarded(this, [this] { listaPvs(); }))
         removeSettled();
+    else if (batch->hasInterrupted())
+        abreInterrompidos();
 }
 
 // A listing that fails at start-up keeps what comes after it from being read.
@@ -55,7 +71,6 @@ void PainelFechamento::loadWhatStartUpMissed() {
 }
 
 void PainelFechamento::processListed(ClosingBatch& batch) {
-    const auto closeLog = qScopeGuard([this] { m_closingLog.close(); });
     BatchProgress::Run run(m_progress, ui->Grid1->rows() - 1, u"Pré-venda"_s);
     for (int row = 1; row < ui->Grid1->rows(); ++row) {
         run.enter(row);

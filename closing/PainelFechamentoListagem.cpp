@@ -4,6 +4,7 @@
 #include "base/Datas.h"
 #include "base/Numeros.h"
 #include "closing/Colunas.h"
+#include "closing/ListedPeriod.h"
 #include "closing/PainelFechamento.h"
 #include "core/AcessoDados.h"
 #include "core/Esquema.h"
@@ -23,7 +24,6 @@ namespace tarvessa {
 
 namespace {
 
-constexpr int listedDays = 7;
 constexpr int rowsWithoutScrollBar = 16;
 
 struct ColumnWidth {
@@ -50,7 +50,7 @@ constexpr int rowHeightDav = 360;
 constexpr int rowHeightPv = 420;
 
 QString periodStart() {
-    return TextoSQL(clock::today().addDays(-listedDays));
+    return TextoSQL(firstListedDay());
 }
 
 QString davListing() {
@@ -134,6 +134,7 @@ void PainelFechamento::carregaInicio() {
     if (ui->Grid1->rows() == 1)
         listaPvs();
     m_settings = ClosingSettings::read();
+    procuraInterrompidos();
 }
 
 void PainelFechamento::DefineGrid() {

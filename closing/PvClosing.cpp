@@ -16,9 +16,6 @@ namespace tarvessa {
 
 namespace {
 
-constexpr size_t cashAccount = 0;
-constexpr size_t receivablesAccount = 4;
-
 ClosingData closingOf(const Sale& sale, const odbc::ResultSet& lines) {
     const QDateTime now = clock::now();
     ClosingData closing;
@@ -28,8 +25,7 @@ ClosingData closingOf(const Sale& sale, const odbc::ResultSet& lines) {
     closing.vencto = sale.vencto;
     // An apostrophe in the name must not stop the closing between stock and receivable.
     closing.nomeCli = LimpaTexto(sale.nomeCli);
-    closing.codigoVend = narrow<qint16>(lines.field(esquema::orcamento::vendedor).integer(),
-                                        u"o código de vendedor %1 é grande demais"_s);
+    closing.codigoVend = sellerCode(lines.field(esquema::orcamento::vendedor));
     closing.codigoCli = lines.field(esquema::orcamento::codigoCli).text();
     closing.today = now.date();
     closing.hora = now.toString(u"HH:mm"_s);
@@ -38,7 +34,7 @@ ClosingData closingOf(const Sale& sale, const odbc::ResultSet& lines) {
 
 // The deduction queries through a result of its own, so the walk goes on undisturbed.
 void takeFromStock(odbc::ResultSet& lines, qint32 nrPedido) {
-    const QString screen = u"FECHAMENTO DA PV Nº "_s + QString::number(nrPedido);
+    const QString screen = stockLogText(nrPedido);
     const int codigo = lines.column(esquema::orcamento::codigo);
     const int quantidade = lines.column(esquema::orcamento::quantidade);
     for (; !lines.atEnd(); lines.moveNext()) {
@@ -54,6 +50,21 @@ void takeFromStock(odbc::ResultSet& lines, qint32 nrPedido) {
     }
 }
 
+} // namespace
+
+QString stockLogText(qint32 nrPedido) {
+    return stockLogStart + QString::number(nrPedido);
+}
+
+QString linesOfPv(qint32 nrPedido) {
+    return u"select * from orcamento where NrPedido="_s + QString::number(nrPedido) +
+           u" AND tipoOperacao = 'P'"_s;
+}
+
+qint16 sellerCode(const odbc::Field& vendedor) {
+    return narrow<qint16>(vendedor.integer(), u"o código de vendedor %1 é grande demais"_s);
+}
+
 bool isAvista(const QString& formaPG) {
     TemRegistro = AbreRS(u"SELECT avista FROM Finalizadoras WHERE Descricao = '"_s + formaPG + u"'"_s);
     const bool avista = !rs.atEnd() && rs.field(esquema::finalizadoras::avista).text() == esquema::sim;
@@ -61,13 +72,10 @@ bool isAvista(const QString& formaPG) {
     return avista;
 }
 
-} // namespace
-
 QString closePv(const Sale& sale, const ClosingSettings& settings, ClosingHistory& history,
                 const std::function<QString(odbc::ResultSet& lines)>& objection) {
     const BusyPointer pointer;
-    TemRegistro = AbreRS(u"select * from orcamento where NrPedido="_s + QString::number(sale.nrPedido) +
-                         u" AND tipoOperacao = 'P'"_s);
+    TemRegistro = AbreRS(linesOfPv(sale.nrPedido));
     if (objection) {
         const QString reason = objection(rs);
         if (!reason.isEmpty()) {
@@ -76,21 +84,18 @@ QString closePv(const Sale& sale, const ClosingSettings& settings, ClosingHistor
         }
     }
     const ClosingData closing = closingOf(sale, rs);
-    history.interrupted.insert(sale.nrPedido);
     if (!settings.pafEcf)
         takeFromStock(rs, sale.nrPedido);
     rs.close();
 
-    const QString& cash = settings.contaCtb[cashAccount];
     Executa(closingstatements::settleLines(closing));
     history.settled.insert(sale.nrPedido);
     Executa(closingstatements::settleControl(closing));
     const bool avista = isAvista(sale.formaPG);
-    Executa(
-        closingstatements::insertReceivable(closing, avista, cash, settings.contaCtb[receivablesAccount]));
-    Executa(closingstatements::insertCashRow(closing, cash));
+    Executa(closingstatements::insertReceivable(closing, avista, settings.cashAccount(),
+                                                settings.receivablesAccount()));
+    Executa(closingstatements::insertCashRow(closing, settings.cashAccount()));
     Executa(closingstatements::storeLastPv(closing));
-    history.interrupted.remove(sale.nrPedido);
     return {};
 }
 

@@ -11,16 +11,14 @@ namespace tarvessa {
 struct ClosingSettings;
 
 namespace odbc {
+class Field;
 class ResultSet;
-}
+} // namespace odbc
 
 /// What the program knows of the closings that it began since its start.
 struct ClosingHistory {
     /// Lines settled or cancelled since the list was made.
     QSet<qint32> settled;
-    /// Begun and ended by an error: no later press may take their stock out again, not even when a new list
-    /// brings them back.
-    QSet<qint32> interrupted;
 };
 
 /// What a closing is asked for.
@@ -30,7 +28,24 @@ struct Sale {
     Dinheiro valor;
     QDate vencto;
     QString nomeCli;
+
+    bool operator==(const Sale&) const = default;
 };
+
+/// Under what text a closing logs its stock movements (`logestoque`.`tela`): this, and the number of the
+/// pre-sale.
+inline const QString stockLogStart = QStringLiteral("FECHAMENTO DA PV Nº ");
+QString stockLogText(qint32 nrPedido);
+
+/// The query of a pre-sale's lines.
+QString linesOfPv(qint32 nrPedido);
+
+/// `orcamento`.`Vendedor`. Raises RuntimeError (overflow) beyond 16 bits.
+qint16 sellerCode(const odbc::Field& vendedor);
+
+/// Whether `Finalizadoras` has the method as a cash-like one; false when it does not have it at all. Goes
+/// through rs. Raises RuntimeError.
+bool isAvista(const QString& formaPG);
 
 /// Closes one pre-sale: reads its lines (`orcamento`) through rs, takes its products out of the stock
 /// (`produtos`, `logestoque`) unless PAF_ECF is on, settles lines and control row (`orcamento`,

@@ -19,15 +19,22 @@ namespace {
 
 } // namespace
 
-void ArquivoLog::cria(const QString& nome) {
+void ArquivoLog::abre(const QString& nome, QIODevice::OpenMode modo) {
     fecha();
     m_caminho = programFolder() + u'/' + nome;
     m_arquivo.setFileName(m_caminho);
     // Without a buffer, a line whose writing failed cannot turn up in the file later.
-    const QString motivo =
-        openRegularFile(m_arquivo, QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Unbuffered);
+    const QString motivo = openRegularFile(m_arquivo, QIODevice::WriteOnly | QIODevice::Unbuffered | modo);
     if (!motivo.isEmpty())
         naoGravou(m_caminho, motivo);
+}
+
+void ArquivoLog::cria(const QString& nome) {
+    abre(nome, QIODevice::Truncate);
+}
+
+void ArquivoLog::continua(const QString& nome) {
+    abre(nome, QIODevice::Append);
 }
 
 void ArquivoLog::linha(const QString& texto) {

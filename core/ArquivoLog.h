@@ -12,6 +12,9 @@ class ArquivoLog {
     /// no ordinary file has its name (a link, a folder, a device): that is then left alone.
     void cria(const QString& nome);
 
+    /// Opens the file to write behind what it holds, or creates it. Raises RuntimeError as `cria` does.
+    void continua(const QString& nome);
+
     /// Writes one line. Raises RuntimeError when it cannot.
     void linha(const QString& texto);
 
@@ -21,6 +24,8 @@ class ArquivoLog {
     const QString& caminho() const { return m_caminho; }
 
   private:
+    void abre(const QString& nome, QIODevice::OpenMode modo);
+
     QFile m_arquivo;
     QString m_caminho;
 };

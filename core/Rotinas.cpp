@@ -14,36 +14,49 @@ using namespace Qt::StringLiterals;
 
 namespace tarvessa {
 
-qint16 BaixaEstoque(const QString& codigo, Dinheiro quantidade, const QString& tela) {
+QList<MovimentoDeEstoque> MovimentosDeEstoque(const QString& codigo, Dinheiro quantidade) {
     odbc::ResultSet ficha = NovoRS(
         u"select codigo, codigoprod, quantidade from FichaTecnica where Codigoprod = '"_s + codigo + u"'"_s);
+    if (ficha.atEnd())
+        return {{codigo, quantidade, false}};
+    QList<MovimentoDeEstoque> movimentos;
+    for (; !ficha.atEnd(); ficha.moveNext())
+        movimentos.append({ficha.field(esquema::fichaTecnica::codigo).text(),
+                           quantidade * ficha.field(esquema::fichaTecnica::quantidade).decimal(), true});
+    return movimentos;
+}
+
+QString comandoDeBaixa(const MovimentoDeEstoque& movimento) {
     const QString hoje = TextoSQL(clock::today());
-    if (ficha.atEnd()) {
-        GravaLogEstoque(tela, codigo, -quantidade, Connection);
-        Executa(u"update Produtos Set Ultima_Saida='"_s + hoje + u"',Quantidade=Quantidade - "_s +
-                quantidade.ponto() + u", Nitem=Nitem"_s + (quantidade.negativo() ? u"-1"_s : u"+1"_s) +
-                u" Where CodFabr='"_s + trimBlanks(codigo) + u"'"_s);
+    const QString quantidade = movimento.quantidade.ponto();
+    if (movimento.componente)
+        return u"Update Produtos Set Ultima_Saida='"_s + hoje + u"', Quantidade = Quantidade - "_s +
+               quantidade + u" where Codfabr = '"_s + movimento.codigo + u"'"_s;
+    return u"update Produtos Set Ultima_Saida='"_s + hoje + u"',Quantidade=Quantidade - "_s + quantidade +
+           u", Nitem=Nitem"_s + (movimento.quantidade.negativo() ? u"-1"_s : u"+1"_s) +
+           u" Where CodFabr='"_s + trimBlanks(movimento.codigo) + u"'"_s;
+}
+
+qint16 BaixaEstoque(const QString& codigo, Dinheiro quantidade, const QString& tela) {
+    for (const MovimentoDeEstoque& movimento : MovimentosDeEstoque(codigo, quantidade)) {
+        GravaLogEstoque(tela, movimento.codigo, -movimento.quantidade, Connection);
+        Executa(comandoDeBaixa(movimento));
     }
-    while (!ficha.atEnd()) {
-        const QString componente = ficha.field(esquema::fichaTecnica::codigo).text();
-        const Dinheiro parte = quantidade * ficha.field(esquema::fichaTecnica::quantidade).decimal();
-        GravaLogEstoque(tela, componente, -parte, Connection);
-        Executa(u"Update Produtos Set Ultima_Saida='"_s + hoje + u"', Quantidade = Quantidade - "_s +
-                parte.ponto() + u" where Codfabr = '"_s + componente + u"'"_s);
-        ficha.moveNext();
-    }
-    ficha.close();
     return 0;
+}
+
+QString comandoDeLogDeEstoque(const QString& tela, const QString& codigo, Dinheiro quantidade) {
+    const QDateTime agora = clock::now();
+    // The program has no login of its own, so the log names the desktop's user.
+    return u"INSERT INTO logestoque SET data = '"_s + DataSQL(agora.date()) + u"', hora = '"_s +
+           agora.toString(u"HH:mm:ss"_s) + u"', "_s + u"usuario = '"_s + LimpaTexto(hostUserName()) +
+           u"', "_s + u"tela = '"_s + LimpaTexto(tela) + u"', "_s + u"codproduto = '"_s + codigo + u"', "_s +
+           u"qtdLoja = "_s + quantidade.ponto();
 }
 
 qint16 GravaLogEstoque(const QString& tela, const QString& codigo, Dinheiro quantidade,
                        odbc::Connection& conexao) {
-    const QDateTime agora = clock::now();
-    // The program has no login of its own, so the log names the desktop's user.
-    conexao.execute(u"INSERT INTO logestoque SET data = '"_s + DataSQL(agora.date()) + u"', hora = '"_s +
-                    agora.toString(u"HH:mm:ss"_s) + u"', "_s + u"usuario = '"_s + LimpaTexto(hostUserName()) +
-                    u"', "_s + u"tela = '"_s + LimpaTexto(tela) + u"', "_s + u"codproduto = '"_s + codigo +
-                    u"', "_s + u"qtdLoja = "_s + quantidade.ponto());
+    conexao.execute(comandoDeLogDeEstoque(tela, codigo, quantidade));
     return 0;
 }
 

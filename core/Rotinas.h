@@ -3,11 +3,31 @@
 #include "base/Dinheiro.h"
 #include "odbc/ResultSet.h"
 
+#include <QList>
 #include <QString>
 
 class QLineEdit;
 
 namespace tarvessa {
+
+/// A product that leaves the stock: itself, or as a component of what was sold.
+struct MovimentoDeEstoque {
+    QString codigo;
+    Dinheiro quantidade; ///< four places; negative for a return
+    bool componente = false;
+
+    bool operator==(const MovimentoDeEstoque&) const = default;
+};
+
+/// What leaves the stock for a quantity of a product: the product, or the components of its technical sheet
+/// (`FichaTecnica`). Raises RuntimeError.
+QList<MovimentoDeEstoque> MovimentosDeEstoque(const QString& codigo, Dinheiro quantidade);
+
+/// The statement that takes a movement out of `produtos`.
+QString comandoDeBaixa(const MovimentoDeEstoque& movimento);
+
+/// The statement that writes one row of `logestoque`; see GravaLogEstoque.
+QString comandoDeLogDeEstoque(const QString& tela, const QString& codigo, Dinheiro quantidade);
 
 /// Takes a quantity (four places; negative for a return) of a product out of the stock, or its components
 /// when it has a technical sheet, and logs each movement under the screen text. Reads FichaTecnica, writes

@@ -23,11 +23,11 @@ GRANT SELECT ON Finalizadoras TO 'tarvessa'@'%';
 -- Stock.
 GRANT SELECT, UPDATE (quantidade, Ultima_Saida, Nitem) ON produtos TO 'tarvessa'@'%';
 GRANT SELECT ON FichaTecnica TO 'tarvessa'@'%';
-GRANT INSERT ON logestoque TO 'tarvessa'@'%';
+GRANT SELECT, INSERT ON logestoque TO 'tarvessa'@'%';
 
--- What a closing books.
-GRANT INSERT ON areceber TO 'tarvessa'@'%';
-GRANT INSERT ON caixa TO 'tarvessa'@'%';
+-- What a closing books. Both are read, like the stock log, to find closings that were cut.
+GRANT SELECT, INSERT ON areceber TO 'tarvessa'@'%';
+GRANT SELECT, INSERT ON caixa TO 'tarvessa'@'%';
 
 -- Invoices, read by the reports only.
 GRANT SELECT ON movsaient TO 'tarvessa'@'%';

@@ -29,6 +29,14 @@ const QString sqlPvs =
     "ON o.codigocli=c.codigo where o.situacaoorc in ('A','C') and TipoOperacao='P' and "
     "dataabertura>='2024-03-08' group BY o.nrpedido Order By o.nomevendedor, c.nome"_s;
 const QString sqlFormas = u"SELECT * FROM Finalizadoras order by ID "_s;
+const QString sqlInterrompidos =
+    u"Select 'ESTOQUE' As tipo, tela As texto From logestoque Where data>='2024-03-08' And tela Like "
+    u"'FECHAMENTO DA PV Nº "
+    "%' Group By tela Union All Select situacaoorc, nrpedido From orcamento Where TipoOperacao='P' And "
+    "dataabertura>='2024-03-08' Group By nrpedido, situacaoorc Union All Select 'RECEBER', Nr_Pedido From "
+    "areceber Where "
+    "Emissao>='2024-03-08' Group By Nr_Pedido Union All Select 'CAIXA', CodigoLanc From caixa Where "
+    "DataCx>='2024-03-08' And CodigoLanc Like 'PED:%' Group By CodigoLanc"_s;
 const QString sqlEmpresa = u"Select ContaCTB1, PAF_ECF From Empresa"_s;
 
 constexpr int primeiroPedido = 100;
@@ -98,7 +106,7 @@ void TstInicio::statementsWithDavs() {
     documentos(u"P"_s, 1);
     StatementLog registro(b->server());
     QVERIFY(b->open());
-    QCOMPARE(registro.texts(), StatementLog::expected({sqlDavs, sqlFormas, sqlEmpresa}));
+    QCOMPARE(registro.texts(), StatementLog::expected({sqlDavs, sqlFormas, sqlEmpresa, sqlInterrompidos}));
 }
 
 void TstInicio::statementsWithoutDavs() {
@@ -106,7 +114,8 @@ void TstInicio::statementsWithoutDavs() {
     documentos(u"P"_s, 1);
     StatementLog registro(b->server());
     QVERIFY(b->open());
-    QCOMPARE(registro.texts(), StatementLog::expected({sqlDavs, sqlFormas, sqlPvs, sqlEmpresa}));
+    QCOMPARE(registro.texts(),
+             StatementLog::expected({sqlDavs, sqlFormas, sqlPvs, sqlEmpresa, sqlInterrompidos}));
 }
 
 namespace {

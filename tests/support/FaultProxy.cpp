@@ -14,6 +14,7 @@ namespace {
 
 constexpr int ComQuery = 0x03;
 constexpr int ComStmtPrepare = 0x16;
+constexpr int ComStmtExecute = 0x17;
 constexpr qsizetype HeaderSize = 4;        // three bytes of length, one of sequence
 constexpr qsizetype FullPacket = 0xffffff; // a packet this long goes on in the next one
 
@@ -55,6 +56,11 @@ QByteArray textOf(const QByteArray& message) {
     return text.mid(1);
 }
 
+int commandOf(const QByteArray& message) {
+    return message.size() > HeaderSize && message[3] == 0 ? static_cast<unsigned char>(message[HeaderSize])
+                                                          : -1;
+}
+
 /// A unix socket's path may be short only, whatever the machine's folder for temporary files is called.
 QString shortFolder() {
 #ifdef _WIN32
@@ -86,11 +92,20 @@ FaultProxy::~FaultProxy() {
     }
 }
 
-void FaultProxy::cutBefore(int k) {
+void FaultProxy::startCounting(int k, bool execute) {
     const std::lock_guard lock(m_mutex);
     m_texts.clear();
     m_cutAt = QByteArray();
     m_remaining = k;
+    m_execute = execute;
+}
+
+void FaultProxy::cutBefore(int k) {
+    startCounting(k, false);
+}
+
+void FaultProxy::cutAfter(int k) {
+    startCounting(k, true);
 }
 
 void FaultProxy::onStatement(std::function<void(const QByteArray&)> watcher) {
@@ -169,6 +184,9 @@ bool FaultProxy::serve(Pair& pair, bool fromClient, bool fromServer) {
     bool open = true;
     if (fromServer) {
         open = sockets::receive(pair.server, pair.toClient);
+        if (pair.cut == Pair::Cut::AtAnswer) {
+            return false;
+        }
     }
     if (fromClient) {
         const bool clientOpen = sockets::receive(pair.client, pair.received);
@@ -187,7 +205,7 @@ bool FaultProxy::forwardCommands(Pair& pair) {
     while (const auto size = messageSize(pair.received)) {
         const QByteArray message = pair.received.left(*size);
         pair.received.remove(0, *size);
-        if (!letPass(message)) {
+        if (!letPass(pair, message)) {
             sockets::send(pair.server, pair.toServer);
             return false;
         }
@@ -196,7 +214,10 @@ bool FaultProxy::forwardCommands(Pair& pair) {
     return true;
 }
 
-bool FaultProxy::letPass(const QByteArray& command) {
+bool FaultProxy::letPass(Pair& pair, const QByteArray& command) {
+    if (pair.cut == Pair::Cut::WhenExecuted && commandOf(command) == ComStmtExecute) {
+        pair.cut = Pair::Cut::AtAnswer;
+    }
     const QByteArray text = textOf(command);
     if (text.isNull()) {
         return true;
@@ -204,7 +225,10 @@ bool FaultProxy::letPass(const QByteArray& command) {
     const std::lock_guard lock(m_mutex);
     if (m_remaining > 0 && --m_remaining == 0) {
         m_cutAt = text;
-        return false;
+        if (!m_execute) {
+            return false;
+        }
+        pair.cut = commandOf(command) == ComQuery ? Pair::Cut::AtAnswer : Pair::Cut::WhenExecuted;
     }
     m_texts += text;
     if (m_watcher) {

@@ -40,6 +40,10 @@ class FaultProxy {
     /// its answer meanwhile, so what it shows can be looked at. An empty function ends that.
     void onStatement(std::function<void(const QByteArray&)> watcher);
 
+    /// As `cutBefore`, but the server executes the k-th statement, and its answer never reaches the client.
+    /// The server may still be at it when the client learns of the cut.
+    void cutAfter(int k);
+
     /// Forgets what was seen and any cut still to come.
     void mark();
 
@@ -57,13 +61,15 @@ class FaultProxy {
         QByteArray received; // from the client, not yet a whole command
         QByteArray toServer;
         QByteArray toClient;
+        enum class Cut { None, WhenExecuted, AtAnswer } cut = Cut::None;
     };
 
     void run();
     void accept();
     bool serve(Pair& pair, bool fromClient, bool fromServer);
     bool forwardCommands(Pair& pair);
-    bool letPass(const QByteArray& command);
+    void startCounting(int k, bool execute);
+    bool letPass(Pair& pair, const QByteArray& command);
     void wake();
     static void close(Pair& pair);
 
@@ -80,7 +86,8 @@ class FaultProxy {
     QList<QByteArray> m_texts;
     QByteArray m_cutAt;
     std::function<void(const QByteArray&)> m_watcher;
-    int m_remaining = 0; // statements until the cut, that one included; 0 for no cut
+    int m_remaining = 0;    // statements until the cut, that one included; 0 for no cut
+    bool m_execute = false; // the server executes the statement at which the connection is cut
 
     std::thread m_thread;
 };

@@ -1,0 +1,340 @@
+#include "closing/InterruptedClosings.h"
+
+#include "base/Clock.h"
+#include "base/Datas.h"
+#include "base/Numeros.h"
+#include "base/RuntimeError.h"
+#include "base/Text.h"
+#include "closing/ClosingSettings.h"
+#include "closing/ConversionStatements.h"
+#include "closing/PvClosing.h"
+#include "core/AcessoDados.h"
+#include "core/Esquema.h"
+
+#include <QHash>
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace tarvessa::interruptedclosings {
+
+namespace {
+
+// Kinds of rows in the answer to the one question about interrupted closings.
+const QString stockKind = u"ESTOQUE"_s;
+const QString receivableKind = u"RECEBER"_s;
+const QString cashKind = u"CAIXA"_s;
+
+qint32 numberOf(const QString& text) {
+    return text.toInt();
+}
+
+QString cashCode(qint32 number) {
+    return u"PED:"_s + Formata(Dinheiro(number), u"#000,000");
+}
+
+qint32 numberOfCashCode(const QString& code) {
+    return QString(code).remove(u"PED:"_s).remove(u'.').toInt();
+}
+
+/// What the one question says of a document.
+struct Traces {
+    bool open = false;
+    bool settled = false;
+    bool stock = false;
+    bool receivable = false;
+    bool cash = false;
+
+    bool isInterrupted() const { return (open && stock) || (settled && !open && !(receivable && cash)); }
+};
+
+QHash<qint32, Traces> readTraces(QDate since) {
+    const QString day = TextoSQL(since);
+    odbc::ResultSet rows = NovoRS(
+        u"Select 'ESTOQUE' As tipo, tela As texto From logestoque Where data>='"_s + day +
+        u"' And tela Like '"_s + stockLogStart +
+        u"%' Group By tela Union All Select situacaoorc, nrpedido From orcamento Where TipoOperacao='P' "
+        "And dataabertura>='"_s +
+        day +
+        u"' Group By nrpedido, situacaoorc Union All Select 'RECEBER', Nr_Pedido "
+        "From areceber Where Emissao>='"_s +
+        day +
+        u"' Group By Nr_Pedido Union All Select 'CAIXA', CodigoLanc From "
+        "caixa Where DataCx>='"_s +
+        day + u"' And CodigoLanc Like 'PED:%' Group By CodigoLanc"_s);
+    QHash<qint32, Traces> traces;
+    for (; !rows.atEnd(); rows.moveNext()) {
+        const QString kind = rows.field(0).text();
+        const QString text = rows.field(1).text();
+        if (kind == stockKind)
+            traces[numberOf(text.sliced(stockLogStart.size()))].stock = true;
+        else if (kind == receivableKind)
+            traces[numberOf(text)].receivable = true;
+        else if (kind == cashKind)
+            traces[numberOfCashCode(text)].cash = true;
+        else if (kind == esquema::fechado)
+            traces[numberOf(text)].settled = true;
+        else if (kind != esquema::cancelado)
+            traces[numberOf(text)].open = true;
+    }
+    return traces;
+}
+
+/// The lines of a document: their state, and the stock movements of a closing.
+void readLines(InterruptedClosing& closing, bool movesStock) {
+    odbc::ResultSet lines = NovoRS(linesOfPv(closing.sale.nrPedido));
+    if (lines.atEnd()) {
+        closing.unclear = u"o pedido não existe mais"_s;
+        return;
+    }
+    closing.codigoCli = lines.field(esquema::orcamento::codigoCli).text();
+    closing.codigoVend = sellerCode(lines.field(esquema::orcamento::vendedor));
+    bool open = false;
+    for (; !lines.atEnd(); lines.moveNext()) {
+        const QString situation = lines.field(esquema::orcamento::situacao).text();
+        (situation == esquema::fechado ? closing.settled : open) = true;
+        if (situation == esquema::cancelado)
+            closing.unclear = u"o pedido foi cancelado"_s;
+        closing.sale.valor += lines.field(esquema::orcamento::totalPed).decimal();
+        const QString code = lines.field(esquema::orcamento::codigo).text();
+        if (movesStock && !code.startsWith(esquema::notaDoPedido))
+            closing.movements +=
+                MovimentosDeEstoque(trimBlanks(code), lines.field(esquema::orcamento::quantidade).decimal());
+    }
+    if (open && closing.settled)
+        closing.unclear = u"parte dos itens está em outra situação"_s;
+    closing.settled = closing.settled && !open;
+}
+
+using Moved = std::pair<QString, Dinheiro>;
+
+// As the log's column keeps it.
+Moved asLogged(const QString& code, Dinheiro quantity) {
+    constexpr int places = 3;
+    return {trimBlanks(code), Proporcao(quantity, Dinheiro(1), Dinheiro(1), places)};
+}
+
+/// How far the stock came: the log must hold the first movements of the closing and nothing else.
+void readStockLog(InterruptedClosing& closing, QDate since) {
+    odbc::ResultSet rows =
+        NovoRS(u"Select codproduto, qtdLoja From logestoque Where tela='"_s +
+               stockLogText(closing.sale.nrPedido) + u"' And data>='"_s + TextoSQL(since) + u"'"_s);
+    QList<Moved> logged;
+    for (; !rows.atEnd(); rows.moveNext())
+        logged.append(asLogged(rows.field(0).text(), rows.field(1).decimal()));
+    closing.logged = static_cast<int>(logged.size());
+    QList<Moved> expected;
+    for (const MovimentoDeEstoque& movement :
+         closing.movements.first(std::min<qsizetype>(closing.movements.size(), closing.logged)))
+        expected.append(asLogged(movement.codigo, -movement.quantidade));
+    std::sort(logged.begin(), logged.end());
+    std::sort(expected.begin(), expected.end());
+    if (!closing.settled && logged != expected)
+        closing.unclear = u"o log de estoque não corresponde aos itens do pedido"_s;
+}
+
+void readControl(InterruptedClosing& closing) {
+    odbc::ResultSet rows = NovoRS(u"Select Status From orcamento_controle Where NrPedido="_s +
+                                  QString::number(closing.sale.nrPedido) + u" And tipoOperacao='P'"_s);
+    closing.control = rows.atEnd() || rows.field(0).text() == esquema::fechado;
+}
+
+/// The receivable, whose terms are those of the closing, and the cash row.
+void readMoney(InterruptedClosing& closing, QDate since) {
+    const QString day = TextoSQL(since);
+    odbc::ResultSet receivable =
+        NovoRS(u"Select NomeCli, Vencto, Valor, TipoPag From areceber Where Nr_Pedido="_s +
+               QString::number(closing.sale.nrPedido) + u" And Emissao>='"_s + day + u"'"_s);
+    closing.receivable = !receivable.atEnd();
+    if (closing.receivable && closing.termsFrom == InterruptedClosing::TermsFrom::Customer) {
+        closing.termsFrom = InterruptedClosing::TermsFrom::Receivable;
+        closing.sale.nomeCli = receivable.field(u"NomeCli").text();
+        closing.sale.vencto = QDate::fromString(receivable.field(u"Vencto").text(), Qt::ISODate);
+        closing.sale.valor = receivable.field(u"Valor").decimal();
+        closing.sale.formaPG = receivable.field(u"TipoPag").text();
+    }
+    closing.cash = !NovoRS(u"Select CodigoLanc From caixa Where CodigoLanc='"_s +
+                           cashCode(closing.sale.nrPedido) + u"' And DataCx>='"_s + day + u"'"_s)
+                        .atEnd();
+}
+
+void readPresentTerms(InterruptedClosing& closing) {
+    odbc::ResultSet customer =
+        NovoRS(u"Select nome, formapg, prazo From clientes Where codigo='"_s + closing.codigoCli + u"'"_s);
+    if (customer.atEnd()) {
+        closing.unclear = u"o cliente não está cadastrado"_s;
+        return;
+    }
+    closing.sale.nomeCli = customer.field(esquema::clientes::nome).text();
+    const QString method = customer.field(esquema::clientes::formaPg).text();
+    closing.sale.formaPG = method == esquema::nenhumaForma ? esquema::dinheiro.toString() : method;
+    closing.sale.vencto = clock::today().addDays(customer.field(esquema::clientes::prazo).integer());
+}
+
+ClosingData dataOf(const InterruptedClosing& closing) {
+    const QDateTime now = clock::now();
+    ClosingData data;
+    data.nrPedido = closing.sale.nrPedido;
+    data.formaPG = closing.sale.formaPG;
+    data.valor = closing.sale.valor;
+    data.vencto = closing.sale.vencto;
+    data.nomeCli = LimpaTexto(closing.sale.nomeCli);
+    data.codigoCli = closing.codigoCli;
+    data.codigoVend = closing.codigoVend;
+    data.today = now.date();
+    data.hora = now.toString(u"HH:mm"_s);
+    return data;
+}
+
+QString joined(const QStringList& parts) {
+    return parts.isEmpty() ? u"nada"_s : parts.join(u", "_s);
+}
+
+QString movementsText(qsizetype count) {
+    return count == 1 ? u"1 baixa de estoque"_s : u"%1 baixas de estoque"_s.arg(count);
+}
+
+} // namespace
+
+QSet<qint32> withStockMovements(QDate since) {
+    odbc::ResultSet rows = NovoRS(u"Select tela From logestoque Where data>='"_s + TextoSQL(since) +
+                                  u"' And tela Like '"_s + stockLogStart + u"%' Group By tela"_s);
+    QSet<qint32> numbers;
+    for (; !rows.atEnd(); rows.moveNext())
+        numbers.insert(numberOf(rows.field(0).text().sliced(stockLogStart.size())));
+    return numbers;
+}
+
+QList<qint32> find(QDate since) {
+    const QHash<qint32, Traces> traces = readTraces(since);
+    QList<qint32> numbers;
+    for (auto it = traces.cbegin(); it != traces.cend(); ++it)
+        if (it->isInterrupted())
+            numbers.append(it.key());
+    for (const qint32 noted : closingjournal::all()) {
+        const Traces found = traces.value(noted);
+        if (numbers.contains(noted))
+            continue;
+        if (found.settled)
+            numbers.append(noted);
+        else
+            closingjournal::end(noted); // it was noted and then never began, or somebody took it back
+    }
+    std::sort(numbers.begin(), numbers.end());
+    return numbers;
+}
+
+InterruptedClosing examine(qint32 number, QDate since, const ClosingSettings& settings) {
+    InterruptedClosing closing;
+    closing.sale.nrPedido = number;
+    readLines(closing, !settings.pafEcf);
+    const std::optional<Sale> note = closingjournal::find(number);
+    if (note) {
+        closing.sale = *note;
+        closing.termsFrom = InterruptedClosing::TermsFrom::Note;
+        closing.lastNumber = false;
+    }
+    readStockLog(closing, since);
+    readControl(closing);
+    readMoney(closing, since);
+    if (closing.termsFrom == InterruptedClosing::TermsFrom::Customer && closing.unclear.isEmpty())
+        readPresentTerms(closing);
+    return closing;
+}
+
+void conclude(const InterruptedClosing& closing, bool stockDone, const ClosingSettings& settings,
+              const std::function<void(const QString& sql)>& about) {
+    if (!closing.unclear.isEmpty())
+        throw RuntimeError(
+            ErrorNumber::TypeMismatch,
+            u"O fechamento da PV %1 não pode ser concluído pelo programa: %2."_s.arg(closing.sale.nrPedido)
+                .arg(closing.unclear));
+    const auto run = [&about](const QString& sql) {
+        about(sql);
+        Executa(sql);
+    };
+    const ClosingData data = dataOf(closing);
+    if (!closing.settled) {
+        if (closing.asksForStock() && !stockDone)
+            run(comandoDeBaixa(closing.movements[closing.logged - 1]));
+        for (qsizetype i = closing.logged; i < closing.movements.size(); ++i) {
+            const MovimentoDeEstoque& movement = closing.movements[i];
+            run(comandoDeLogDeEstoque(stockLogText(data.nrPedido), movement.codigo, -movement.quantidade));
+            run(comandoDeBaixa(movement));
+        }
+        run(closingstatements::settleLines(data));
+    }
+    if (!closing.settled || !closing.control)
+        run(closingstatements::settleControl(data));
+    if (!closing.receivable)
+        run(closingstatements::insertReceivable(data, isAvista(data.formaPG), settings.cashAccount(),
+                                                settings.receivablesAccount()));
+    if (!closing.cash)
+        run(closingstatements::insertCashRow(data, settings.cashAccount()));
+    run(closingstatements::storeLastPv(data));
+    closingjournal::end(data.nrPedido);
+}
+
+QString doneText(const InterruptedClosing& closing) {
+    QStringList parts;
+    if (closing.logged > 0)
+        parts.append(movementsText(closing.logged));
+    if (closing.settled)
+        parts.append(u"pedido encerrado"_s);
+    if (closing.receivable)
+        parts.append(u"conta a receber"_s);
+    if (closing.cash)
+        parts.append(u"caixa"_s);
+    return joined(parts);
+}
+
+QString missingText(const InterruptedClosing& closing) {
+    if (!closing.unclear.isEmpty())
+        return u"conferir: "_s + closing.unclear;
+    QStringList parts;
+    const qsizetype movements = closing.movements.size() - closing.logged;
+    if (!closing.settled && movements > 0)
+        parts.append(movementsText(movements));
+    if (!closing.settled)
+        parts.append(u"encerrar o pedido"_s);
+    if (closing.settled && !closing.control)
+        parts.append(u"controle do pedido"_s);
+    if (!closing.receivable)
+        parts.append(u"conta a receber"_s);
+    if (!closing.cash)
+        parts.append(u"caixa"_s);
+    if (parts.isEmpty())
+        parts.append(u"número da última PV"_s);
+    return joined(parts);
+}
+
+QList<StrandedNotes> strandedNotes() {
+    QList<StrandedNotes> found;
+    for (const closingjournal::Conversion& conversion : closingjournal::conversions()) {
+        const QString document = QString::number(conversion.document);
+        const bool stranded = !NovoRS(u"Select nrpedido From observacao Where nrpedido="_s + document +
+                                      u" And tipoOperacao='D'"_s)
+                                   .atEnd() &&
+                              NovoRS(u"Select nrpedido From orcamento Where nrpedido="_s + document +
+                                     u" And TipoOperacao='D'"_s)
+                                  .atEnd();
+        const bool converted = !NovoRS(u"Select nrpedido From orcamento Where nrpedido="_s +
+                                       QString::number(conversion.number) + u" And TipoOperacao='P'"_s)
+                                    .atEnd();
+        if (stranded && converted)
+            found.append({conversion.document, conversion.number});
+        else if (!stranded)
+            closingjournal::endConversion(conversion.document);
+    }
+    return found;
+}
+
+void moveNotes(const StrandedNotes& notes, const std::function<void(const QString& sql)>& about) {
+    const QString sql = conversionstatements::moveNotes(notes.document, notes.number);
+    about(sql);
+    Executa(sql);
+    closingjournal::endConversion(notes.document);
+}
+
+} // namespace tarvessa::interruptedclosings

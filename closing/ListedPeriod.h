@@ -1,0 +1,14 @@
+#pragma once
+
+#include "base/Clock.h"
+#include "base/Datas.h"
+
+namespace tarvessa {
+
+/// The first day of the period that the panel lists, which ends today.
+inline QDate firstListedDay() {
+    constexpr int listedDays = 7;
+    return clock::today().addDays(-listedDays);
+}
+
+} // namespace tarvessa

@@ -1,0 +1,46 @@
+// Closings that were cut: the question at the start, the count in the status bar, the window.
+
+#include "base/RuntimeError.h"
+#include "closing/FechamentosInterrompidos.h"
+#include "closing/ListedPeriod.h"
+#include "closing/PainelFechamento.h"
+#include "ui_PainelFechamento.h"
+
+#include <QLabel>
+
+using namespace Qt::StringLiterals;
+
+namespace tarvessa {
+
+// Nobody has asked for anything yet, so a failure is told in the status bar and not in a box; the batch asks
+// again before it closes anything, and reports.
+void PainelFechamento::procuraInterrompidos() {
+    try {
+        mostraInterrompidos(static_cast<int>(interruptedclosings::find(firstListedDay()).size() +
+                                             interruptedclosings::strandedNotes().size()));
+    } catch (const RuntimeError& error) {
+        m_interrupted->setText(u"Fechamentos interrompidos: não foi possível consultar (F7)"_s);
+        m_interrupted->setToolTip(error.text().toHtmlEscaped());
+        m_interrupted->show();
+    }
+}
+
+void PainelFechamento::abreInterrompidos() {
+    if (!m_settings)
+        m_settings = ClosingSettings::read();
+    FechamentosInterrompidos window(firstListedDay(), *m_settings, this);
+    window.carrega();
+    window.exec();
+    mostraInterrompidos(window.quantidade());
+    if (window.concluiu() && m_layout == Layout::Pv)
+        listaPvs();
+}
+
+void PainelFechamento::mostraInterrompidos(int quantos) {
+    m_interrupted->setToolTip({});
+    m_interrupted->setText(quantos == 1 ? u"1 fechamento interrompido (F7)"_s
+                                        : u"%1 fechamentos interrompidos (F7)"_s.arg(quantos));
+    m_interrupted->setVisible(quantos > 0);
+}
+
+} // namespace tarvessa
