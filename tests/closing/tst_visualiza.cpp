@@ -244,7 +244,7 @@ class TstVisualiza : public QObject {
             QCOMPARE(campo(tela, "FormaPagto"), u"DINHEIRO"_s);
             QTest::keyClick(tela, Qt::Key_Escape);
         });
-        m.doubleClick(1, colunas::Pedido);
+        m.clickTwice(1, colunas::Pedido);
         QCOMPARE(janelas.problem(), QString());
     }
 
@@ -256,7 +256,7 @@ class TstVisualiza : public QObject {
             QCOMPARE(campo(tela, "FormaPagto"), u"(NENHUMA)"_s);
             QTest::keyClick(tela, Qt::Key_Escape);
         });
-        m.doubleClick(1, colunas::Pedido);
+        m.clickTwice(1, colunas::Pedido);
         QCOMPARE(janelas.problem(), QString());
     }
 
@@ -288,7 +288,7 @@ class TstVisualiza : public QObject {
             QCOMPARE(campo(tela, "Total"), u"1.373,95"_s);
             QTest::keyClick(tela, Qt::Key_Escape);
         });
-        m.doubleClick(1, colunas::Pedido);
+        m.clickTwice(1, colunas::Pedido);
         QCOMPARE(janelas.problem(), QString());
     }
 
@@ -310,7 +310,7 @@ class TstVisualiza : public QObject {
             QTest::keyClick(control, key);
             QVERIFY(!tela->isVisible());
         });
-        m.doubleClick(1, colunas::Pedido);
+        m.clickTwice(1, colunas::Pedido);
         QCOMPARE(janelas.problem(), QString());
     }
 
@@ -328,7 +328,7 @@ class TstVisualiza : public QObject {
             QVERIFY(tela->palette().color(QPalette::Window) != tela->palette().color(QPalette::Base));
             QTest::keyClick(tela, Qt::Key_Escape);
         });
-        m.doubleClick(1, colunas::Pedido);
+        m.clickTwice(1, colunas::Pedido);
         QCOMPARE(janelas.problem(), QString());
     }
 
@@ -341,7 +341,7 @@ class TstVisualiza : public QObject {
             QTest::keyClick(tela->windowHandle(), Qt::Key_F, Qt::AltModifier);
             QTRY_VERIFY(!tela->isVisible());
         });
-        m.doubleClick(1, colunas::Pedido);
+        m.clickTwice(1, colunas::Pedido);
         QCOMPARE(janelas.problem(), QString());
     }
 
