@@ -304,7 +304,7 @@ void TstFechamento::statementsOfFechaPvAlone() {
     QCOMPARE(modal.problem(), QString());
     QVERIFY(modal.boxes().isEmpty());
     QCOMPARE(
-        withoutFrame(registro.texts()).mid(7),
+        registro.texts().mid(7),
         StatementLog::expected(
             {sqlReceber + u"'C1', 'D´ÁVILA', '2024-03-15', '2024-12-31',  0.05, 'REF.: PRÉ VENDA Nº77', 77, "
                           "'1901-01-01', 0.00, 'A', 'BOLETO', 7, 0, '1.05')"_s,

@@ -14,6 +14,7 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QScreen>
+#include <QScrollArea>
 #include <QTest>
 #include <QTimer>
 
@@ -220,7 +221,11 @@ void TstPesquisaProduto::captionsAndNames() {
             QCOMPARE(tela->findChild<QLabel*>(nome)->font().family(), u"Courier New"_s);
         // Everything is reached by Tab from the grid.
         QVERIFY(gradeDe(tela)->hasFocus());
+        auto* observacao = tela->findChild<QScrollArea*>(u"rolagem"_s);
+        QVERIFY(!nomeAcessivel(observacao).isEmpty());
         QTest::keyClick(gradeDe(tela), Qt::Key_Tab);
+        QVERIFY(observacao->hasFocus());
+        QTest::keyClick(observacao, Qt::Key_Tab);
         QVERIFY(botao->hasFocus());
         QTest::keyClick(botao, Qt::Key_Tab);
         QVERIFY(gradeDe(tela)->hasFocus());

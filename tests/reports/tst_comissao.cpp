@@ -796,7 +796,9 @@ void TstComissao::byKeyboardAlone() {
     control<DateBox>(tela.get(), "DataIni")->setFocus();
     teclaNoFoco(Qt::Key_Return);
     QCOMPARE(QApplication::focusWidget()->objectName(), u"DataFin"_s);
-    teclaNoFoco(Qt::Key_Up); // 1 March
+    for (const Qt::Key tecla :
+         {Qt::Key_1, Qt::Key_Slash, Qt::Key_3, Qt::Key_Slash, Qt::Key_2, Qt::Key_0, Qt::Key_2, Qt::Key_4})
+        teclaNoFoco(tecla);
     QCOMPARE(control<DateBox>(tela.get(), "DataFin")->text(), u"01/03/2024"_s);
     teclaNoFoco(Qt::Key_Return);
     QCOMPARE(QApplication::focusWidget()->objectName(), u"Command4"_s);
