@@ -2,7 +2,7 @@
 
 #include "base/Numeros.h"
 #include "closing/BatchProgress.h"
-#include "closing/Colunas.h"
+#include "closing/PainelFechamentoColumns.h"
 #include "closing/VisualizaPedido.h"
 #include "core/PrintLayout.h"
 #include "core/Teclado.h"

@@ -2,8 +2,8 @@
 
 #include "base/Numeros.h"
 #include "closing/BatchProgress.h"
-#include "closing/Colunas.h"
 #include "closing/PainelFechamento.h"
+#include "closing/PainelFechamentoColumns.h"
 #include "core/AcessoDados.h"
 #include "core/ArquivoLog.h"
 #include "core/Esquema.h"

@@ -2,8 +2,8 @@
 
 #include "base/Numeros.h"
 #include "base/RuntimeError.h"
-#include "closing/Colunas.h"
 #include "closing/PainelFechamento.h"
+#include "closing/PainelFechamentoColumns.h"
 #include "core/AcessoDados.h"
 #include "core/Esquema.h"
 #include "ui/Guard.h"

@@ -2,8 +2,8 @@
 // Says how many are selected, then waits for a line on its input, so that several can begin together.
 
 #include "base/Clock.h"
-#include "closing/Colunas.h"
 #include "closing/PainelFechamento.h"
+#include "closing/PainelFechamentoColumns.h"
 #include "core/AcessoDados.h"
 #include "ui/grid/Grid.h"
 

@@ -1,6 +1,6 @@
 // What a closing does where the list is no longer true, a code is odd or a statement fails.
 
-#include "closing/Colunas.h"
+#include "closing/PainelFechamentoColumns.h"
 #include "closing/PanelBench.h"
 #include "core/AcessoDados.h"
 #include "support/ModalHelper.h"

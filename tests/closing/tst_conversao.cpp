@@ -2,7 +2,7 @@
 
 #include "base/Clock.h"
 #include "base/RuntimeError.h"
-#include "closing/Colunas.h"
+#include "closing/PainelFechamentoColumns.h"
 #include "closing/PanelBench.h"
 #include "core/AcessoDados.h"
 #include "support/AdminConnection.h"

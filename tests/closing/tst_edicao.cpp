@@ -1,6 +1,6 @@
 // Correcting the customers' terms in the listing grid, with real clicks and keys.
 
-#include "closing/Colunas.h"
+#include "closing/PainelFechamentoColumns.h"
 #include "closing/PanelBench.h"
 #include "support/ModalHelper.h"
 #include "ui/TextBox.h"

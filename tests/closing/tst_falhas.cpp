@@ -1,7 +1,7 @@
 // A closing that fails on the way: what was executed stays, nothing is executed twice, the panel lives on.
 
-#include "closing/Colunas.h"
 #include "closing/PainelFechamento.h"
+#include "closing/PainelFechamentoColumns.h"
 #include "closing/PanelBench.h"
 #include "support/FaultProxy.h"
 #include "support/ModalHelper.h"

@@ -2,8 +2,8 @@
 
 #include "base/Dinheiro.h"
 #include "base/HostUser.h"
-#include "closing/Colunas.h"
 #include "closing/PainelFechamento.h"
+#include "closing/PainelFechamentoColumns.h"
 #include "closing/PanelBench.h"
 #include "support/ModalHelper.h"
 #include "support/StatementLog.h"

@@ -1,5 +1,5 @@
-#include "closing/Colunas.h"
 #include "closing/PainelFechamento.h"
+#include "closing/PainelFechamentoColumns.h"
 #include "closing/PanelBench.h"
 #include "support/ModalHelper.h"
 #include "support/StatementLog.h"

@@ -1,6 +1,6 @@
 // Details of the panel that its statements and texts alone do not show.
 
-#include "closing/Colunas.h"
+#include "closing/PainelFechamentoColumns.h"
 #include "closing/PanelBench.h"
 #include "core/AcessoDados.h"
 #include "support/ModalHelper.h"

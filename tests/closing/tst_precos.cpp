@@ -1,6 +1,6 @@
 // Checking the listed pre-sales against the price tables.
 
-#include "closing/Colunas.h"
+#include "closing/PainelFechamentoColumns.h"
 #include "closing/PanelBench.h"
 #include "core/ProgramFolder.h"
 #include "support/ModalHelper.h"

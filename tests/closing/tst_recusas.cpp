@@ -1,6 +1,6 @@
 // What a closing refuses or cancels, and what its log says of it.
 
-#include "closing/Colunas.h"
+#include "closing/PainelFechamentoColumns.h"
 #include "closing/PanelBench.h"
 #include "support/ModalHelper.h"
 #include "ui/grid/Grid.h"

@@ -1,6 +1,6 @@
 // Looking at a document from the panel.
 
-#include "closing/Colunas.h"
+#include "closing/PainelFechamentoColumns.h"
 #include "closing/PanelBench.h"
 #include "core/AcessoDados.h"
 #include "support/ModalHelper.h"
