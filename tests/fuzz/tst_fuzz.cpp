@@ -10,6 +10,7 @@
 #include "support/ErrorOf.h"
 #include "support/PrivateServer.h"
 #include "support/TestError.h"
+#include "ui/TextBox.h"
 
 #include <QDir>
 #include <QElapsedTimer>
@@ -280,6 +281,8 @@ void TstFuzz::productSearchIsOneSelect() {
         QString text = m_chance->once(5) ? m_chance->number() : m_chance->text(30);
         if (m_chance->once(6))
             text += u'\\';
+        // No text reaches the search but through a text box.
+        text = TextBox::conventional(text);
         const QString typed = text;
         const ProductQuery search = productQuery(text);
         QVERIFY2(search.refusal.isEmpty() != search.sql.isEmpty(), qPrintable(typed));
