@@ -69,14 +69,18 @@ QString insertReceivable(const ClosingData& closing, bool avista, const QString&
            u"')"_s;
 }
 
+QString cashCode(qint32 nrPedido) {
+    return u"PED:"_s + Formata(Dinheiro(nrPedido), u"#000,000");
+}
+
 QString insertCashRow(const ClosingData& closing, const QString& cashAccount) {
     const QString number = Formata(Dinheiro(closing.nrPedido), u"#000,000");
     const QString value = closing.valor.ponto();
     return u"insert into caixa Set cd_cta='"_s + cashAccount + u"', DataCx='"_s + TextoSQL(closing.today) +
            u"', Historico= 'PEDIDO Nº "_s + number + u"-"_s +
            trimBlanks(firstCharacters(closing.nomeCli, cashRowNameLength)) + u"', Valor="_s + value +
-           u", Finaliza1='"_s + closing.formaPG + u"', ValorFin1="_s + value + u", CodigoLanc='PED:"_s +
-           number + u"', NrCaixa=0, USUARIO='PAINEL PV'"_s;
+           u", Finaliza1='"_s + closing.formaPG + u"', ValorFin1="_s + value + u", CodigoLanc='"_s +
+           cashCode(closing.nrPedido) + u"', NrCaixa=0, USUARIO='PAINEL PV'"_s;
 }
 
 QString storeLastPv(const ClosingData& closing) {

@@ -35,6 +35,9 @@ QString settleControl(const ClosingData& closing);
 QString insertReceivable(const ClosingData& closing, bool avista, const QString& cashAccount,
                          const QString& receivablesAccount);
 
+/// `caixa`.`CodigoLanc` of a pre-sale: "PED:" and the number in groups of three.
+QString cashCode(qint32 nrPedido);
+
 /// The row of `caixa`.
 QString insertCashRow(const ClosingData& closing, const QString& cashAccount);
 

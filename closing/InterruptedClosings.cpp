@@ -30,10 +30,6 @@ qint32 numberOf(const QString& text) {
     return text.toInt();
 }
 
-QString cashCode(qint32 number) {
-    return u"PED:"_s + Formata(Dinheiro(number), u"#000,000");
-}
-
 qint32 numberOfCashCode(const QString& code) {
     return QString(code).remove(u"PED:"_s).remove(u'.').toInt();
 }
@@ -154,9 +150,10 @@ void readMoney(InterruptedClosing& closing, QDate since) {
         closing.sale.valor = receivable.field(u"Valor").decimal();
         closing.sale.formaPG = receivable.field(u"TipoPag").text();
     }
-    closing.cash = !NovoRS(u"Select CodigoLanc From caixa Where CodigoLanc='"_s +
-                           cashCode(closing.sale.nrPedido) + u"' And DataCx>='"_s + day + u"'"_s)
-                        .atEnd();
+    closing.cash =
+        !NovoRS(u"Select CodigoLanc From caixa Where CodigoLanc='"_s +
+                closingstatements::cashCode(closing.sale.nrPedido) + u"' And DataCx>='"_s + day + u"'"_s)
+             .atEnd();
 }
 
 void readPresentTerms(InterruptedClosing& closing) {
