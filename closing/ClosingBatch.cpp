@@ -24,7 +24,6 @@ void ClosingBatch::process(const ListedPv& pv) {
     try {
         decide(pv);
     } catch (const RuntimeError& error) {
-        m_log.refuse(pv.pedido, interrupted);
         throw error.about(u"Pré-venda %1"_s.arg(pv.pedido));
     }
 }
@@ -73,13 +72,24 @@ void ClosingBatch::decide(const ListedPv& pv) {
 // after a cut: one that cannot be written stops nothing.
 void ClosingBatch::close(const ListedPv& pv, QDate vencto) {
     const Sale sale{ValorInteiro(pv.pedido), pv.formaPagto, ValorNumerico(pv.total), vencto, pv.cliente};
-    closingjournal::begin(sale);
-    const QString objection = closePv(sale, m_settings, m_history, [&](odbc::ResultSet& lines) {
-        return objectionToLines(lines, pv, m_listedSince);
-    });
-    closingjournal::end(sale.nrPedido);
-    if (!objection.isEmpty())
-        refuse(pv, objection);
+    bool begun = false;
+    ClosingHooks hooks;
+    hooks.objection = [&](odbc::ResultSet& lines) { return objectionToLines(lines, pv, m_listedSince); };
+    hooks.beforeFirstWrite = [&] {
+        closingjournal::begin(sale);
+        begun = true;
+    };
+    try {
+        const QString objection = closePv(sale, m_settings, m_history, hooks);
+        if (!objection.isEmpty())
+            refuse(pv, objection);
+    } catch (const RuntimeError&) {
+        if (begun)
+            m_log.refuse(pv.pedido, interrupted);
+        throw;
+    }
+    if (begun)
+        closingjournal::end(sale.nrPedido);
 }
 
 void ClosingBatch::cancel(const ListedPv& pv) {

@@ -26,8 +26,8 @@ class ClosingBatch {
         : m_settings(settings), m_listedSince(std::move(listedSince)), m_begun(std::move(begun)),
           m_history(history), m_log(log) {}
 
-    /// Works on one pre-sale. Raises RuntimeError, which names it, after a line in the log; what was executed
-    /// before stays.
+    /// Works on one pre-sale. Raises RuntimeError, which names it; what was executed before stays, and the
+    /// log has a line when its closing had begun to write.
     void process(const ListedPv& pv);
 
     /// True when any pre-sale was cancelled or refused.

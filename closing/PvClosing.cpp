@@ -33,7 +33,7 @@ ClosingData closingOf(const Sale& sale, const odbc::ResultSet& lines) {
 }
 
 // The deduction queries through a result of its own, so the walk goes on undisturbed.
-void takeFromStock(odbc::ResultSet& lines, qint32 nrPedido) {
+void takeFromStock(odbc::ResultSet& lines, qint32 nrPedido, const std::function<void()>& beforeWrite) {
     const QString screen = stockLogText(nrPedido);
     const int codigo = lines.column(esquema::orcamento::codigo);
     const int quantidade = lines.column(esquema::orcamento::quantidade);
@@ -43,7 +43,7 @@ void takeFromStock(odbc::ResultSet& lines, qint32 nrPedido) {
             continue;
         const QString product = trimBlanks(code);
         try {
-            BaixaEstoque(product, lines.field(quantidade).decimal(), screen);
+            BaixaEstoque(product, lines.field(quantidade).decimal(), screen, beforeWrite);
         } catch (const RuntimeError& error) {
             throw error.about(u"Produto %1"_s.arg(product));
         }
@@ -73,21 +73,28 @@ bool isAvista(const QString& formaPG) {
 }
 
 QString closePv(const Sale& sale, const ClosingSettings& settings, ClosingHistory& history,
-                const std::function<QString(odbc::ResultSet& lines)>& objection) {
+                const ClosingHooks& hooks) {
     const BusyPointer pointer;
     TemRegistro = AbreRS(linesOfPv(sale.nrPedido));
-    if (objection) {
-        const QString reason = objection(rs);
+    if (hooks.objection) {
+        const QString reason = hooks.objection(rs);
         if (!reason.isEmpty()) {
             rs.close();
             return reason;
         }
     }
     const ClosingData closing = closingOf(sale, rs);
+    bool begun = false;
+    const auto beforeWrite = [&] {
+        if (!begun && hooks.beforeFirstWrite)
+            hooks.beforeFirstWrite();
+        begun = true;
+    };
     if (!settings.pafEcf)
-        takeFromStock(rs, sale.nrPedido);
+        takeFromStock(rs, sale.nrPedido, beforeWrite);
     rs.close();
 
+    beforeWrite();
     Executa(closingstatements::settleLines(closing));
     history.settled.insert(sale.nrPedido);
     Executa(closingstatements::settleControl(closing));

@@ -32,6 +32,15 @@ struct Sale {
     bool operator==(const Sale&) const = default;
 };
 
+/// Where the caller of a closing takes part in it; each may be empty.
+struct ClosingHooks {
+    /// Looks at the lines before anything is written and leaves them on their first row. A text that is not
+    /// empty bars the closing.
+    std::function<QString(odbc::ResultSet& lines)> objection;
+    /// Called once, before the first statement that writes.
+    std::function<void()> beforeFirstWrite;
+};
+
 /// Under what text a closing logs its stock movements (`logestoque`.`tela`): this, and the number of the
 /// pre-sale.
 inline const QString stockLogStart = QStringLiteral("FECHAMENTO DA PV Nº ");
@@ -52,9 +61,8 @@ bool isAvista(const QString& formaPG);
 /// `orcamento_controle`), writes receivable (`areceber`), cash row (`caixa`) and last number (`empresa`).
 /// Shows the busy pointer. Raises RuntimeError; what was executed before stays.
 ///
-/// An `objection` looks at the lines before anything is written and leaves them on their first row; a text
-/// that is not empty bars the closing and is given back. Empty when the pre-sale was closed.
+/// Gives the text of the objection that barred it; empty when the pre-sale was closed.
 QString closePv(const Sale& sale, const ClosingSettings& settings, ClosingHistory& history,
-                const std::function<QString(odbc::ResultSet& lines)>& objection = {});
+                const ClosingHooks& hooks = {});
 
 } // namespace tarvessa

@@ -37,8 +37,11 @@ QString comandoDeBaixa(const MovimentoDeEstoque& movimento) {
            u" Where CodFabr='"_s + trimBlanks(movimento.codigo) + u"'"_s;
 }
 
-qint16 BaixaEstoque(const QString& codigo, Dinheiro quantidade, const QString& tela) {
+qint16 BaixaEstoque(const QString& codigo, Dinheiro quantidade, const QString& tela,
+                    const std::function<void()>& antesDeGravar) {
     for (const MovimentoDeEstoque& movimento : MovimentosDeEstoque(codigo, quantidade)) {
+        if (antesDeGravar)
+            antesDeGravar();
         GravaLogEstoque(tela, movimento.codigo, -movimento.quantidade, Connection);
         Executa(comandoDeBaixa(movimento));
     }

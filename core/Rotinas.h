@@ -6,6 +6,8 @@
 #include <QList>
 #include <QString>
 
+#include <functional>
+
 class QLineEdit;
 
 namespace tarvessa {
@@ -31,8 +33,10 @@ QString comandoDeLogDeEstoque(const QString& tela, const QString& codigo, Dinhei
 
 /// Takes a quantity (four places; negative for a return) of a product out of the stock, or its components
 /// when it has a technical sheet, and logs each movement under the screen text. Reads FichaTecnica, writes
-/// Produtos and logestoque. Raises RuntimeError; the status is 0 and no caller uses it.
-qint16 BaixaEstoque(const QString& codigo, Dinheiro quantidade, const QString& tela);
+/// Produtos and logestoque. `antesDeGravar` is called before each movement is written. Raises RuntimeError;
+/// the status is 0 and no caller uses it.
+qint16 BaixaEstoque(const QString& codigo, Dinheiro quantidade, const QString& tela,
+                    const std::function<void()>& antesDeGravar = {});
 
 /// Writes one row of logestoque on the given connection; the quantity is signed, negative for an exit. Raises
 /// RuntimeError; the status is 0 and no caller uses it.

@@ -5,6 +5,7 @@
 #include "core/AcessoDados.h"
 #include "support/ModalHelper.h"
 
+#include <QDir>
 #include <QFile>
 #include <QLabel>
 #include <QScopeGuard>
@@ -75,6 +76,9 @@ class TstBatchGuards : public QObject {
     void productCodeThatBreaksStatements();
     void settingsMissedAtTheStartAreReadWhenClosing();
     void errorNamesPreSaleAndProduct();
+    void errorBeforeTheFirstWriteInterruptsNothing_data();
+    void errorBeforeTheFirstWriteInterruptsNothing();
+    void withoutStockTheOrderLinesAreTheFirstWrite();
     void decimalsInExponentForm();
     void logLineThatCannotBeWrittenStopsNothing();
 
@@ -381,6 +385,57 @@ void TstBatchGuards::errorNamesPreSaleAndProduct() {
     b->server().execute(u"DROP TRIGGER falha"_s);
     QCOMPARE(b->log(), PanelBench::logWith({refused(12, breakOff)}));
     QCOMPARE(b->column(colunas::Pedido), QStringList{u"12"_s});
+}
+
+void TstBatchGuards::errorBeforeTheFirstWriteInterruptsNothing_data() {
+    QTest::addColumn<QString>("breaks");
+    QTest::addColumn<QString>("mends");
+    QTest::addColumn<bool>("selected");
+    const auto renamed = [](const QString& table, const QString& column) {
+        const QString text = u"ALTER TABLE %1 RENAME COLUMN %2 TO %3"_s;
+        return std::pair(text.arg(table, column, column + u"_antiga"_s),
+                         text.arg(table, column + u"_antiga"_s, column));
+    };
+    const auto [document, documentBack] = renamed(u"clientes"_s, u"cnpj_cpf"_s);
+    const auto [stock, stockBack] = renamed(u"produtos"_s, u"quantidade2"_s);
+    const auto [sheet, sheetBack] = renamed(u"fichatecnica"_s, u"codigoprod"_s);
+    QTest::newRow("customer's document") << document << documentBack << true;
+    QTest::newRow("customer's document, not selected") << document << documentBack << false;
+    QTest::newRow("stock test") << stock << stockBack << true;
+    QTest::newRow("seller's code") << u"UPDATE orcamento SET vendedor = '40000' WHERE nrpedido = 2"_s
+                                   << u"UPDATE orcamento SET vendedor = '7' WHERE nrpedido = 2"_s << true;
+    QTest::newRow("technical sheet") << sheet << sheetBack << true;
+}
+
+void TstBatchGuards::errorBeforeTheFirstWriteInterruptsNothing() {
+    QFETCH(QString, breaks);
+    QFETCH(QString, mends);
+    QFETCH(bool, selected);
+    b->shop().documento({.pedido = 2});
+    b->shop().documento({.pedido = 3, .nomeVendedor = u"Z"_s});
+    QVERIFY(b->open());
+    if (!selected)
+        b->click(1, colunas::Selecao);
+    b->server().execute(breaks);
+    const auto mend = qScopeGuard([&] { b->server().execute(mends); });
+    const auto before = b->shop().retrato();
+    closeAll(u"Pré-venda 2: "_s);
+    QCOMPARE(b->log(), PanelBench::logWith({}));
+    QCOMPARE(b->shop().retrato(), before);
+    QCOMPARE(QDir(b->programFolder()).entryList({u"*.andamento"_s}), QStringList());
+    QCOMPARE(b->column(colunas::Pedido), (QStringList{u"2"_s, u"3"_s}));
+}
+
+void TstBatchGuards::withoutStockTheOrderLinesAreTheFirstWrite() {
+    b->server().execute(u"UPDATE empresa SET PAF_ECF = 'SIM'"_s);
+    documents(1);
+    QVERIFY(b->open());
+    b->server().execute(u"CREATE TRIGGER falha BEFORE UPDATE ON orcamento FOR EACH ROW SIGNAL SQLSTATE "
+                        "'45000' SET MESSAGE_TEXT = 'recusado'"_s);
+    closeAll(u"Pré-venda 1: "_s);
+    b->server().execute(u"DROP TRIGGER falha"_s);
+    QCOMPARE(b->log(), PanelBench::logWith({refused(1, breakOff)}));
+    QCOMPARE(QDir(b->programFolder()).entryList({u"*.andamento"_s}), QStringList{u"Fechamento1.andamento"_s});
 }
 
 // What a server makes of 0.1 + 0.2 - 0.3 in columns of another system's type.

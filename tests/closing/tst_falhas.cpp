@@ -196,7 +196,12 @@ void TstFalhas::cutBeforeEachStatement() {
                       [](const QByteArray& comando) { return comando.startsWith("Select CNPJ_CPF"); });
     QStringList log = linhasDoLog(k - 1);
     const bool naPreVenda = pedido > 0 && !naListagem;
-    if (naPreVenda)
+    // A closing is interrupted from its first write on, that of the stock log.
+    const auto dele =
+        std::find_if(m_comandos.begin(), m_comandos.begin() + k, [&](const QByteArray& comando) {
+            return comando.contains(u"FECHAMENTO DA PV Nº %1'"_s.arg(pedido).toUtf8());
+        });
+    if (naPreVenda && dele != m_comandos.begin() + k)
         log.append(u"PRÉ-VENDA: %1 - FECHAMENTO INTERROMPIDO POR ERRO. CONFIRA ESTOQUE E FINANCEIRO."_s.arg(
             pedido, 7, 10, QChar(u'0')));
     preparaLote();
