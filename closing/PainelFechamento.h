@@ -5,6 +5,7 @@
 #include "closing/ClosingSettings.h"
 #include "closing/ListedPv.h"
 #include "closing/PvClosing.h"
+#include "closing/TermsRoom.h"
 #include "ui/Pictures.h"
 
 #include <QDate>
@@ -114,7 +115,10 @@ class PainelFechamento : public QMainWindow {
     /// whose name would break the statement.
     bool gravaTermos(int row, Dinheiro dias, const QString& forma);
 
-    /// Reads the row's customer (`clientes`) and shows what it holds in the columns of `sent`.
+    /// Runs an update of the row's customer (`clientes`) and shows `sent`, texts by column. Where the update
+    /// may have reached no record, or a column may have clipped its value, the record is read and shown.
+    bool gravaCliente(int row, const QString& update, const std::map<int, QString>& sent);
+    bool surelyStored(const std::map<int, QString>& sent) const;
     bool mostraGravado(int row, const std::map<int, QString>& sent);
 
     // DAV to pre-sale (PainelFechamentoConversao.cpp)
@@ -148,7 +152,8 @@ class PainelFechamento : public QMainWindow {
     CellEditor* m_editorForma = nullptr;
     Layout m_layout = Layout::Dav;
     std::unique_ptr<ReportControl> m_relatorio; // CRW
-    QString m_listedSince;                      // "YYYY-MM-DD"
+    TermsRoom m_termsRoom;
+    QString m_listedSince; // "YYYY-MM-DD"
     bool m_methodsLoaded = false;
     std::optional<ClosingSettings> m_settings;
     ClosingHistory m_closingHistory;

@@ -98,6 +98,16 @@ void addDocuments(Grid* grid, odbc::ResultSet& documents, bool withTerms) {
     }
 }
 
+TermsRoom termsRoom(const odbc::ResultSet& documents, bool withTerms) {
+    TermsRoom room;
+    if (withTerms) {
+        room.prazo = documents.room(esquema::clientes::prazo);
+        room.forma = documents.room(esquema::clientes::formaPg);
+    }
+    room.tabela = documents.room(esquema::clientes::colunaPreco);
+    return room;
+}
+
 void addPaymentMethods(QComboBox* list, odbc::ResultSet& methods) {
     for (; !methods.atEnd(); methods.moveNext())
         list->addItem(methods.field(esquema::finalizadoras::descricao).text(),
@@ -190,6 +200,7 @@ void PainelFechamento::lista(Layout layout, const QString& query) {
         rs.close();
         emptyList();
     });
+    m_termsRoom = termsRoom(rs, layout == Layout::Pv);
     addDocuments(ui->Grid1, rs, layout == Layout::Pv);
     rs.close();
     // Leaves room for the scroll bar.

@@ -14,6 +14,7 @@
 #include <QAbstractItemView>
 #include <QScrollBar>
 
+#include <algorithm>
 #include <limits>
 
 using namespace Qt::StringLiterals;
@@ -144,10 +145,11 @@ bool PainelFechamento::gravaTabela(int row, const QString& text) {
         return false;
     }
     const QString tabela = QString::number(value.inteiro());
-    Executa(u"Update Clientes Set colunaPreco='"_s + tabela + u"', tabelas_preco='"_s +
-            flags[static_cast<size_t>(value.inteiro())].toString() + u"' Where Codigo='"_s +
-            ui->Grid1->text(row, colunas::CodigoCli) + u"'"_s);
-    return mostraGravado(row, {{colunas::Tabela, tabela}});
+    return gravaCliente(row,
+                        u"Update Clientes Set colunaPreco='"_s + tabela + u"', tabelas_preco='"_s +
+                            flags[static_cast<size_t>(value.inteiro())].toString() + u"' Where Codigo='"_s +
+                            ui->Grid1->text(row, colunas::CodigoCli) + u"'"_s,
+                        {{colunas::Tabela, tabela}});
 }
 
 bool PainelFechamento::gravaDias(int row, const QString& text) {
@@ -167,14 +169,37 @@ bool PainelFechamento::gravaTermos(int row, Dinheiro dias, const QString& forma)
             u"Tipos incompatíveis: a forma de pagamento %1 tem no nome um caractere que não "
             "pode ser gravado, como o apóstrofo. Corrija o nome nos cadastros de finalizadoras e do cliente."_s
                 .arg(forma));
-    Executa(u"Update Clientes Set Prazo="_s + dias.ponto() + u", FormaPG='"_s + forma +
-            u"' Where Codigo='"_s + ui->Grid1->text(row, colunas::CodigoCli) + u"'"_s);
-    return mostraGravado(
-        row, {{colunas::DiasVenc, QString::number(dias.inteiro())}, {colunas::FormaPagto, forma}});
+    return gravaCliente(row,
+                        u"Update Clientes Set Prazo="_s + dias.ponto() + u", FormaPG='"_s + forma +
+                            u"' Where Codigo='"_s + ui->Grid1->text(row, colunas::CodigoCli) + u"'"_s,
+                        {{colunas::DiasVenc, QString::number(dias.inteiro())}, {colunas::FormaPagto, forma}});
 }
 
-// The number of rows that a statement changed does not tell a missing customer from one who had these terms
-// already, nor a value that the column cut short.
+bool PainelFechamento::gravaCliente(int row, const QString& update, const std::map<int, QString>& sent) {
+    const qint64 changed = Executa(update);
+    // A record that had these values already counts as not changed, as a missing one does.
+    const bool asListed = std::all_of(sent.begin(), sent.end(), [&](const auto& cell) {
+        return ui->Grid1->text(row, cell.first) == cell.second;
+    });
+    if ((changed > 0 || asListed) && surelyStored(sent)) {
+        for (const auto& [column, text] : sent)
+            ui->Grid1->setText(row, column, text);
+        return true;
+    }
+    return mostraGravado(row, sent);
+}
+
+bool PainelFechamento::surelyStored(const std::map<int, QString>& sent) const {
+    return std::all_of(sent.begin(), sent.end(), [this](const auto& cell) {
+        const auto& [column, text] = cell;
+        if (column == colunas::DiasVenc)
+            return m_termsRoom.prazo.holds(ValorNumerico(text));
+        if (column == colunas::FormaPagto)
+            return m_termsRoom.forma.holds(text);
+        return m_termsRoom.tabela.holds(text) || m_termsRoom.tabela.holds(ValorNumerico(text));
+    });
+}
+
 bool PainelFechamento::mostraGravado(int row, const std::map<int, QString>& sent) {
     odbc::ResultSet customer = NovoRS(u"SELECT Prazo, FormaPG, colunaPreco FROM Clientes WHERE Codigo='"_s +
                                       ui->Grid1->text(row, colunas::CodigoCli) + u"'"_s);

@@ -52,8 +52,8 @@ odbc::ResultSet NovoRS(const QString& sql) {
     return proprio;
 }
 
-void Executa(const QString& sql) {
-    Connection.execute(sql);
+qint64 Executa(const QString& sql) {
+    return Connection.execute(sql);
 }
 
 QString NuloVazio(const odbc::Field& campo) {

@@ -38,8 +38,10 @@ bool AbreRS2(const QString& sql);
 /// A result of a routine's own on the shared connection, with the same settings. Raises RuntimeError.
 odbc::ResultSet NovoRS(const QString& sql);
 
-/// Runs a statement that changes data and reads nothing back. Raises RuntimeError.
-void Executa(const QString& sql);
+/// Runs a statement that changes data and reads nothing back. Gives how many records it changed, those that
+/// had these values already not counted by most data sources; -1 when the driver cannot tell. Raises
+/// RuntimeError.
+qint64 Executa(const QString& sql);
 
 /// The text of a field without blanks around it; "" for NULL.
 QString NuloVazio(const odbc::Field& campo);

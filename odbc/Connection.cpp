@@ -184,8 +184,11 @@ Statement Connection::takeStatement(const QString& sql) {
     return statement;
 }
 
-void Connection::execute(const QString& sql) {
-    executeOn(takeStatement(sql), sql);
+qint64 Connection::execute(const QString& sql) {
+    const Statement statement = takeStatement(sql);
+    executeOn(statement, sql);
+    SQLLEN changed = -1;
+    return SQL_SUCCEEDED(SQLRowCount(statement.get(), &changed)) ? changed : -1;
 }
 
 // Null-terminated: drivers count the length of a text in different units, and some cut accents off its end.

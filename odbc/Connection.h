@@ -38,9 +38,10 @@ class Connection {
     /// False also while the connection is known to be lost.
     bool isOpen() const { return m_connection && !m_session->lostDuring; }
 
-    /// Runs a statement that changes data; nothing is read back. Raises RuntimeError with the statement.
-    /// Opens a lost connection again where that is due.
-    void execute(const QString& sql);
+    /// Runs a statement that changes data; nothing is read back. Gives how many records it changed, those
+    /// that had these values already not counted by most data sources; -1 when the driver cannot tell.
+    /// Raises RuntimeError with the statement. Opens a lost connection again where that is due.
+    qint64 execute(const QString& sql);
 
     /// A statement of this connection, meant for `sql`: with a static cursor, optimistic concurrency asked
     /// for and nothing bound. Opens a lost connection again where that is due. Raises RuntimeError with `sql`

@@ -97,6 +97,7 @@ void ResultSet::describeColumns() {
                                           nullptr, &characters),
                           m_sql);
         m_columns[i].cellBytes = cellBytes(m_encoding, std::max<SQLLEN>(characters, 1));
+        m_columns[i].room = ColumnRoom(type, size, digits);
         m_names.append(name);
     }
 }

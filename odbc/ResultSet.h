@@ -1,5 +1,6 @@
 #pragma once
 
+#include "odbc/ColumnRoom.h"
 #include "odbc/Connection.h"
 #include "odbc/Field.h"
 
@@ -44,6 +45,10 @@ class ResultSet {
     /// All column names as the query gives them.
     const QStringList& columnNames() const { return m_names; }
 
+    /// What the column can store where it is a table's own; `column` is one that column() gave.
+    const ColumnRoom& room(int column) const { return m_columns[static_cast<size_t>(column)].room; }
+    const ColumnRoom& room(QStringView name) const { return room(column(name)); }
+
     /// The cell of the current row. Raises RuntimeError at the end, on a closed result and for an unknown
     /// name; `column` is one that column() gave.
     Field field(int column) const;
@@ -53,6 +58,7 @@ class ResultSet {
     struct Column {
         SQLLEN cellBytes = 0; // 0: not bound, every cell is fetched on its own
         size_t cell = 0;      // where it starts in a row
+        ColumnRoom room;
     };
 
     void describeColumns();

@@ -67,6 +67,8 @@ class Comissao : public QDialog {
     std::unique_ptr<Ui::Comissao> ui;
     std::unique_ptr<Periodo> m_periodo;
     CellEditor* m_editor = nullptr;
+    odbc::ColumnRoom m_roomOfPao; // of the sellers' two percentages
+    odbc::ColumnRoom m_roomOfOutros;
     QIcon m_printPicture;
     bool m_hasTotals = false; // a run that ended in an error leaves rows without totals below them
 };

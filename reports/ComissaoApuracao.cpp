@@ -90,6 +90,8 @@ void Comissao::listaVendedores() {
         u"SELECT r.codigo2, r.texto2, r.texto3, SUM(r.valor1) as TotVenda, v.ComissEsp1, v.ComissEsp2 FROM "
         "relat2 as r left join vendedores as v on r.codigo2=v.codigovend GROUP BY r.codigo2,r.texto3 ORDER "
         "BY r.TEXTO2, r.texto2"_s);
+    m_roomOfPao = rs.room(esquema::vendedores::comissEsp1);
+    m_roomOfOutros = rs.room(esquema::vendedores::comissEsp2);
     const QList<Vendedor> vendedores = somaPorVendedor(rs);
     rs.close();
     for (const Vendedor& vendedor : vendedores)

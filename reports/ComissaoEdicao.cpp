@@ -79,14 +79,25 @@ void Comissao::closeEditor() {
 }
 
 void Comissao::gravaPercentual(int row, int column, const QString& text) {
-    const Dinheiro percentual = ValorNumerico(Formata(ValorNumerico(text), u"##0.0"));
+    const QString masked = Formata(ValorNumerico(text), u"##0.0");
+    const Dinheiro percentual = ValorNumerico(masked);
     const auto ponto = [&](int which) {
         return (which == column ? percentual : ValorNumerico(ui->Grid1->text(row, which))).ponto();
     };
-    Executa(u"Update Vendedores Set ComissEsp1="_s + ponto(comissao::PorcPao) + u",ComissEsp2="_s +
-            ponto(comissao::PorcOutros) + u" Where Codigovend='"_s + ui->Grid1->text(row, comissao::Codigo) +
-            u"'"_s);
-    mostraGravado(row, column, percentual);
+    const QString codigo = ui->Grid1->text(row, comissao::Codigo);
+    const qint64 changed =
+        Executa(u"Update Vendedores Set ComissEsp1="_s + ponto(comissao::PorcPao) + u",ComissEsp2="_s +
+                ponto(comissao::PorcOutros) + u" Where Codigovend='"_s + codigo + u"'"_s);
+    const QString listed = ui->Grid1->text(row, column);
+    const odbc::ColumnRoom& room = column == comissao::PorcPao ? m_roomOfPao : m_roomOfOutros;
+    // A record that had this value already counts as not changed, as a missing one does.
+    if (!codigo.isEmpty() && ((changed <= 0 && listed != masked) || !room.holds(percentual))) {
+        mostraGravado(row, column, percentual);
+        return;
+    }
+    ui->Grid1->setText(row, column, masked);
+    if (codigo.isEmpty() && changed <= 0)
+        boxes::inform(this, u"Esta linha não é de um vendedor, nada foi gravado. Verifique!!!"_s);
 }
 
 // The seller may be gone, and the column may hold less than what was typed: the cell shows what the record
@@ -96,10 +107,8 @@ void Comissao::mostraGravado(int row, int column, Dinheiro percentual) {
     const odbc::ResultSet record =
         NovoRS(u"Select ComissEsp1,ComissEsp2 From Vendedores Where Codigovend='"_s + codigo + u"'"_s);
     if (record.atEnd()) {
-        boxes::inform(this, codigo.isEmpty()
-                                ? u"Esta linha não é de um vendedor, nada foi gravado. Verifique!!!"_s
-                                : u"O vendedor "_s + codigo +
-                                      u" não está mais no cadastro, nada foi gravado. Verifique!!!"_s);
+        boxes::inform(this, u"O vendedor "_s + codigo +
+                                u" não está mais no cadastro, nada foi gravado. Verifique!!!"_s);
         return;
     }
     const QStringView name =

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/Dinheiro.h"
+#include "odbc/ColumnRoom.h"
 
 #include <QDialog>
 
@@ -96,6 +97,7 @@ class MetasQuadro : public QDialog {
     ProductBox* m_product;  // tab 0
     ProductBox* m_product2; // tab 1
     CellEditor* m_editor;
+    odbc::ColumnRoom m_quantityRoom;
 };
 
 } // namespace tarvessa

@@ -54,9 +54,14 @@ void MetasQuadro::closeEditor() {
 }
 
 void MetasQuadro::gravaQuantidade(int row, Dinheiro quantidade) {
-    Executa(u"Update metavendedoritem Set Quantidade="_s + plainNumber(quantidade) + u" Where ID="_s +
-            ui->Grid1->text(row, Id));
-    mostraGravada(row, quantidade);
+    const qint64 changed = Executa(u"Update metavendedoritem Set Quantidade="_s + plainNumber(quantidade) +
+                                   u" Where ID="_s + ui->Grid1->text(row, Id));
+    const QString masked = FormataQuantidade(quantidade);
+    // A record that had this value already counts as not changed, as a missing one does.
+    if ((changed > 0 || ui->Grid1->text(row, Quantidade) == masked) && m_quantityRoom.holds(quantidade))
+        ui->Grid1->setText(row, Quantidade, masked);
+    else
+        mostraGravada(row, quantidade);
 }
 
 // The target may be gone, and the column may hold less than what was typed: the cell shows what the record

@@ -58,6 +58,7 @@ void MetasQuadro::listaMetas(qint32 vendedor) {
     const int produto = rs.column(u"codigoproduto");
     const int descricao = rs.column(u"descricao");
     const int quantidade = rs.column(u"Quantidade");
+    m_quantityRoom = rs.room(quantidade);
     const QIcon trash = pictures::trash();
     const Grid::Fill filling(ui->Grid1);
     for (; !rs.atEnd(); rs.moveNext()) {

@@ -73,8 +73,7 @@ void TstMetasEdicao::abreEditor(const QString& codigo) {
 
 QStringList TstMetasEdicao::sent(const QString& numero) {
     const QString id = b->row(u"Grid1"_s, linha())[metasquadro::grid1::Id];
-    return {u"Update metavendedoritem Set Quantidade="_s + numero + u" Where ID="_s + id,
-            u"Select Quantidade From metavendedoritem Where ID="_s + id};
+    return {u"Update metavendedoritem Set Quantidade="_s + numero + u" Where ID="_s + id};
 }
 
 // The editor is gone, the cell shows this, the grid can be used and has the focus.

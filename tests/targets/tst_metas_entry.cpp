@@ -141,10 +141,13 @@ void TstMetasEntry::clippedQuantityIsTold() {
 
 // More decimals than the column has are no mistake to be told.
 void TstMetasEntry::roundedQuantityIsShownAsStored() {
+    const QString id = b->grid(u"Grid1"_s)->text(row(u"P1"_s), metasquadro::grid1::Id);
     edit(u"P1"_s, u"1,2345"_s);
     const ModalHelper modals;
+    b->mark();
     b->key(Qt::Key_Return);
     QCOMPARE(modals.problem(), QString());
+    QCOMPARE(b->statements().value(1), u"Select Quantidade From metavendedoritem Where ID="_s + id);
     QCOMPARE(stored(u"P1"_s), u"1.235"_s);
     QCOMPARE(quantity(u"P1"_s), u"1,235"_s);
 }
