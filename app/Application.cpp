@@ -17,6 +17,7 @@ namespace tarvessa {
 
 Application::Application(int& argc, char** argv) : QApplication(argc, argv) {
     setApplicationName(u"Tarvessa"_s);
+    setApplicationVersion(QStringLiteral(TARVESSA_VERSION));
 #ifdef _WIN32
     // A long operation runs to its end on the one thread; its window is neither greyed out nor replaced
     // meanwhile.

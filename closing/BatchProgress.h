@@ -7,13 +7,18 @@
 
 namespace tarvessa {
 
-/// Shows in the status line which row of how many a batch is working on. It repaints itself without
+/// Shows in the status line which row of how many a batch is working on, and how long it still takes once
+/// that can be told. It repaints itself without
 /// processing other events, and stays hidden for batches of only a few rows.
 class BatchProgress : public QProgressBar {
     Q_OBJECT
 
   public:
     explicit BatchProgress(QWidget* parent);
+
+    /// "2 min" or "35 s": how long the rest of a batch of `rows` takes when `done` of them took that long.
+    /// Empty while too little is done to tell.
+    static QString timeLeft(qint64 elapsedMs, int done, int rows);
 
     /// One batch, from construction to destruction: shows the progress and the busy pointer.
     class Run {
@@ -29,7 +34,10 @@ class BatchProgress : public QProgressBar {
 
       private:
         BatchProgress* m_progress;
+        QString m_text;
+        int m_rows;
         BusyPointer m_pointer;
+        QElapsedTimer m_sinceBegin;
         QElapsedTimer m_sincePaint;
     };
 };

@@ -3,7 +3,9 @@
 #include "base/Numeros.h"
 #include "closing/BatchProgress.h"
 #include "closing/PainelFechamentoColumns.h"
+#include "closing/PanelStatus.h"
 #include "closing/VisualizaPedido.h"
+#include "core/AcessoDados.h"
 #include "core/PrintLayout.h"
 #include "core/Teclado.h"
 #include "products/PromocaoPedidos.h"
@@ -37,10 +39,12 @@ const QString startOfUnselect = u"Desmarcar"_s;
 } // namespace
 
 PainelFechamento::PainelFechamento(QWidget* parent)
-    : QMainWindow(parent), ui(std::make_unique<Ui::PainelFechamento>()), m_progress(new BatchProgress(this)),
-      m_interrupted(new QLabel(this)), m_relatorio(std::make_unique<ReportControl>(this)) {
+    : QMainWindow(parent), ui(std::make_unique<Ui::PainelFechamento>()), m_status(new PanelStatus(this)),
+      m_progress(new BatchProgress(this)), m_interrupted(new QLabel(this)),
+      m_relatorio(std::make_unique<ReportControl>(this)) {
     ui->setupUi(this);
     CRW = m_relatorio.get();
+    statusBar()->addWidget(m_status);
     statusBar()->addWidget(m_interrupted);
     m_interrupted->setObjectName(u"Interrompidos"_s);
     m_interrupted->hide();
@@ -67,6 +71,8 @@ PainelFechamento::PainelFechamento(QWidget* parent)
     onSignal(ui->Grid1, &Grid::cellClicked, this, [this](int row, int column) { Grid1_Click(row, column); });
     onSignal(ui->Grid1, &Grid::cellDoubleClicked, this,
              [this](int row, int column) { Grid1_DblClick(row, column); });
+    connect(ui->Grid1, &Grid::cellEntered, m_status, [this](int row, int) { m_status->showRow(row); });
+    Connection.watch([this] { mostraConexao(); });
     opensFrom<ResumoVendas>(ui->MnResumoVendas);
     opensFrom<RelatNivelPreco>(ui->MnrelAlfaNivel);
     opensFrom<Comissao>(ui->MnComissao);
@@ -75,6 +81,7 @@ PainelFechamento::PainelFechamento(QWidget* parent)
 
 PainelFechamento::~PainelFechamento() {
     CRW = nullptr;
+    Connection.watch({});
 }
 
 // The captions are fixed and have no mnemonics, so the tool tips tell the keys.
@@ -124,10 +131,21 @@ void PainelFechamento::opensFrom(QAction* item) {
 
 void PainelFechamento::TotalSelecionado() {
     Dinheiro total;
+    int selected = 0;
     for (int row = 1; row < ui->Grid1->rows(); ++row)
-        if (ui->Grid1->isTicked(row))
+        if (ui->Grid1->isTicked(row)) {
             total += ValorNumerico(ui->Grid1->textView(row, colunas::Total));
+            ++selected;
+        }
     ui->Text1->setText(FormataDinheiro(total));
+    m_status->showList(ui->Grid1->rows() - 1, selected, ui->Grid1->currentRow());
+}
+
+void PainelFechamento::mostraConexao() {
+    if (Connection.isOpen())
+        m_status->showConnected(Connection.server(), Connection.database());
+    else
+        m_status->showDisconnected();
 }
 
 void PainelFechamento::closeEvent(QCloseEvent* event) {

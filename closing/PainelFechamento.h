@@ -28,6 +28,7 @@ namespace tarvessa {
 class BatchProgress;
 class CellEditor;
 class ClosingBatch;
+class PanelStatus;
 class ReportControl;
 
 /// The main window: lists the sales documents of the last seven days, corrects their customers' terms, turns
@@ -46,7 +47,7 @@ class PainelFechamento : public QMainWindow {
     /// Empties the grid to the header row and applies the layout of the current listing mode.
     void DefineGrid();
 
-    /// Writes the total of the selected rows to Text1.
+    /// Writes the total of the selected rows to Text1, and how many there are to the status bar.
     void TotalSelecionado();
 
     /// Closes one pre-sale: stock, order lines, control row, receivable, cash book, last closed number. Value
@@ -94,6 +95,7 @@ class PainelFechamento : public QMainWindow {
     void alternaSelecao();
     void actOnCell(int row, int column);
     void visualiza(int row);
+    void mostraConexao();
     void abreMetas();
 
     // Customer terms in the grid (PainelFechamentoTermos.cpp). What commits gives false when nothing, or not
@@ -146,6 +148,7 @@ class PainelFechamento : public QMainWindow {
 
     std::unique_ptr<Ui::PainelFechamento> ui;
     QIcon m_picSucesso = pictures::check();
+    PanelStatus* m_status;
     BatchProgress* m_progress;
     QLabel* m_interrupted;
     CellEditor* m_editorTexto = nullptr;

@@ -55,6 +55,9 @@ Connection& Connection::operator=(Connection&& other) noexcept {
     m_connection = std::move(other.m_connection);
     m_session = std::move(other.m_session);
     m_connectionString = std::move(other.m_connectionString);
+    m_server = std::move(other.m_server);
+    m_database = std::move(other.m_database);
+    m_watcher = std::move(other.m_watcher);
     m_encoding = other.m_encoding;
     return *this;
 }
@@ -81,6 +84,7 @@ void Connection::open(const QString& connectionString, bool preferWide) {
             connectWith(connectionString, useWideCalls);
         }
         m_encoding = useWideCalls ? Encoding::Wide : Encoding::Utf8;
+        opened();
     } catch (const RuntimeError&) {
         close();
         throw;
@@ -112,6 +116,7 @@ void Connection::connectWith(const QString& connectionString, bool useWideCalls)
     check(code, SQL_HANDLE_DBC, m_connection.get());
     m_session = std::make_shared<Session>();
     m_session->idle.reserve(enoughIdle);
+    m_session->watcher = m_watcher;
     m_connectionString = connectionString;
 }
 
@@ -121,13 +126,43 @@ void Connection::reopen(const QString& sql) {
     const QString connectionString = m_connectionString;
     try {
         connectWith(connectionString, m_encoding == Encoding::Wide);
+        opened();
     } catch (const RuntimeError& error) {
         close();
         m_connectionString = connectionString;
         m_session = std::make_shared<Session>();
-        m_session->lostDuring = Operation::latest();
+        m_session->lose();
         throw RuntimeError(error.number(), error.text(), error.sqlState(), sql);
     }
+}
+
+// Asked once: a driver may go to the server for what it does not keep itself.
+void Connection::opened() {
+    m_server = information(SQL_SERVER_NAME);
+    m_database = information(SQL_DATABASE_NAME);
+    if (m_watcher)
+        m_watcher();
+}
+
+QString Connection::information(SQLUSMALLINT kind) const {
+    constexpr size_t longest = 256;
+    SQLSMALLINT length = 0;
+    if (m_encoding == Encoding::Wide) {
+        std::array<SQLWCHAR, longest> text{};
+        if (!SQL_SUCCEEDED(SQLGetInfoW(m_connection.get(), kind, text.data(), sizeof(text), &length)))
+            return {};
+        return QString::fromUtf16(reinterpret_cast<const char16_t*>(text.data()));
+    }
+    std::array<char, longest> text{};
+    if (!SQL_SUCCEEDED(SQLGetInfo(m_connection.get(), kind, text.data(), text.size(), &length)))
+        return {};
+    return QString::fromUtf8(text.data());
+}
+
+void Connection::watch(std::function<void()> watcher) {
+    m_watcher = std::move(watcher);
+    if (m_session)
+        m_session->watcher = m_watcher;
 }
 
 // The driver tells the connection's collation without asking the server, so no statement of ours precedes the
@@ -169,7 +204,7 @@ Statement Connection::takeStatement(const QString& sql) {
         body.handle = StatementHandle(m_connection.get(), sql);
     } catch (const RuntimeError& error) {
         if (error.isConnectionLost())
-            m_session->lostDuring = Operation::latest();
+            m_session->lose();
         throw;
     }
     Statement statement(std::move(body), m_session);

@@ -38,6 +38,15 @@ class Connection {
     /// False also while the connection is known to be lost.
     bool isOpen() const { return m_connection && !m_session->lostDuring; }
 
+    /// Where the connection leads (the server of a list that answered) and its database, as the driver tells
+    /// them without asking the server. Empty before the first connect, and where the driver does not know.
+    const QString& server() const { return m_server; }
+    const QString& database() const { return m_database; }
+
+    /// Calls `watcher` whenever the connection has been opened, opened again, or found to be lost; an empty
+    /// function ends that. It must not raise, nor use the connection for a statement.
+    void watch(std::function<void()> watcher);
+
     /// Runs a statement that changes data; nothing is read back. Gives how many records it changed, those
     /// that had these values already not counted by most data sources; -1 when the driver cannot tell.
     /// Raises RuntimeError with the statement. Opens a lost connection again where that is due.
@@ -58,11 +67,16 @@ class Connection {
     void connectWith(const QString& connectionString, bool useWideCalls);
     void reopen(const QString& sql);
     bool speaksUtf8mb4() const;
+    void opened();
+    QString information(SQLUSMALLINT kind) const;
 
     EnvironmentHandle m_environment;
     ConnectionHandle m_connection;
     std::shared_ptr<Session> m_session;
     QString m_connectionString; // the one that succeeded
+    QString m_server;
+    QString m_database;
+    std::function<void()> m_watcher;
     Encoding m_encoding = Encoding::Wide;
 };
 

@@ -12,6 +12,12 @@ constexpr size_t largestIdleBlock = 8 * 1024 * 1024;
 
 } // namespace
 
+void Session::lose() {
+    lostDuring = Operation::latest();
+    if (watcher)
+        watcher();
+}
+
 void Statement::swap(Statement& other) noexcept {
     std::swap(m_body, other.m_body);
     std::swap(m_session, other.m_session);
@@ -47,7 +53,7 @@ SQLRETURN Statement::check(SQLRETURN code, const QString& sql) const {
         m_failed = true;
         const std::shared_ptr<Session> session = m_session.lock();
         if (session && error.isConnectionLost())
-            session->lostDuring = Operation::latest();
+            session->lose();
         throw;
     }
 }

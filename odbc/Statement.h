@@ -3,6 +3,7 @@
 #include "odbc/Buffer.h"
 #include "odbc/Handles.h"
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <vector>
@@ -23,6 +24,12 @@ struct Session {
 
     /// The newest operation at the moment when the connection was found to be lost.
     std::optional<quint64> lostDuring;
+
+    /// Told when the connection is found to be lost; may be empty.
+    std::function<void()> watcher;
+
+    /// Marks the connection as lost.
+    void lose();
 };
 
 /// A statement in use. When it goes, it is laid back among the idle ones of its connection, without its rows

@@ -330,9 +330,11 @@ void TstLote::progressOfALargerBatch() {
         QVERIFY(visto.ponteiroOcupado);
         QVERIFY(visto.valor >= anterior);
         QCOMPARE(visto.maximo, quantas);
-        QCOMPARE(visto.texto, u"Pré-venda %1 de %2"_s.arg(visto.valor).arg(quantas));
+        // Behind it the time left, when the machine is slow.
+        QVERIFY2(visto.texto.startsWith(u"Pré-venda %1 de %2"_s.arg(visto.valor).arg(quantas)),
+                 qPrintable(visto.texto));
         QVERIFY(visto.dentroDaBarraDeEstado);
-        QVERIFY2(visto.largura > b->panel()->statusBar()->width() / 2,
+        QVERIFY2(visto.largura > b->panel()->fontMetrics().horizontalAdvance(visto.texto),
                  qPrintable(QString::number(visto.largura)));
         anterior = visto.valor;
     }
