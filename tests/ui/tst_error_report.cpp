@@ -1,12 +1,51 @@
+#include "base/Clock.h"
 #include "support/ModalHelper.h"
+#include "ui/ErrorAdvice.h"
 #include "ui/ErrorReport.h"
 
+#include <QApplication>
+#include <QClipboard>
+#include <QFile>
+#include <QPushButton>
 #include <QTest>
+#include <QTimer>
 #include <QWidget>
 
 using namespace Qt::StringLiterals;
 using namespace tarvessa;
 using namespace tarvessa::test;
+
+namespace {
+
+/// Acts on the next report once it is shown, and then ends it by Escape.
+class WhileShown {
+  public:
+    explicit WhileShown(std::function<void(QMessageBox*)> act) {
+        m_timer.callOnTimeout([this, act = std::move(act)] {
+            auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+            if (!box)
+                return;
+            m_timer.stop();
+            act(box);
+            // A button pressed by key takes a moment.
+            constexpr int pressMs = 300;
+            QTest::qWait(pressMs);
+            m_stayedOpen = box->isVisible();
+            m_caption = box->findChild<QPushButton*>(u"Copiar"_s)->text();
+            QTest::keyClick(box, Qt::Key_Escape);
+        });
+        m_timer.start(10);
+    }
+    bool stayedOpen() const { return m_stayedOpen; }
+    QString caption() const { return m_caption; }
+
+  private:
+    QTimer m_timer;
+    bool m_stayedOpen = false;
+    QString m_caption;
+};
+
+} // namespace
 
 /// What the operator reads of a run-time error.
 class TstErrorReport : public QObject {
@@ -17,6 +56,12 @@ class TstErrorReport : public QObject {
     void stateAndStatementAreUnderDetails_data();
     void stateAndStatementAreUnderDetails();
     void ownErrorHasNoDetails();
+    void adviceByNumberOrState_data();
+    void adviceByNumberOrState();
+    void guideHasTheSameTable();
+    void everyCodeIsThereOnce();
+    void copyPutsAllIntoTheClipboard();
+    void copyByKeyLeavesTheReportOpen();
     void lostConnectionAsksForANewStart_data();
     void lostConnectionAsksForANewStart();
     void escapeClosesIt();
@@ -40,7 +85,10 @@ void TstErrorReport::numberAndTextAreShown() {
                                              u"SELECT * FROM nenhuma"_s));
     QCOMPARE(caixa.title, u"Erro de execução"_s);
     QCOMPARE(caixa.icon, QMessageBox::Critical);
-    QCOMPARE(caixa.text, u"Erro em tempo de execução 1146:\n\nTable 'x.<b>nenhuma</b>' doesn't exist"_s);
+    QCOMPARE(caixa.text,
+             u"Erro em tempo de execução 1146:\n\nFalta uma tabela no banco de dados. Confira "
+             "DATABASE na fonte de dados QDX e lower_case_table_names no servidor; verifica.sql diz "
+             "quais tabelas faltam.\n\nTable 'x.<b>nenhuma</b>' doesn't exist"_s);
     QCOMPARE(caixa.informative, u"A operação foi interrompida; o que já foi executado permanece gravado."_s);
     QCOMPARE(caixa.buttons, QMessageBox::StandardButtons(QMessageBox::Ok));
 }
@@ -66,6 +114,89 @@ void TstErrorReport::ownErrorHasNoDetails() {
     const auto caixa = mostrado(RuntimeError(ErrorNumber::DivisionByZero, u"Divisão por zero."_s));
     QCOMPARE(caixa.text, u"Erro em tempo de execução 11:\n\nDivisão por zero."_s);
     QCOMPARE(caixa.details, QString());
+}
+
+void TstErrorReport::adviceByNumberOrState_data() {
+    QTest::addColumn<int>("number");
+    QTest::addColumn<QString>("state");
+    QTest::addColumn<QString>("begin");
+    QTest::newRow("wrong password") << 1045 << u"28000"_s << u"O servidor recusou o usuário ou a senha"_s;
+    QTest::newRow("no such database") << 1049 << u"42000"_s << u"O servidor não tem o banco de dados"_s;
+    QTest::newRow("grouping") << 1055 << u"42000"_s << u"O servidor exige agrupamentos completos"_s;
+    QTest::newRow("duplicate") << 1062 << u"23000"_s << u"O banco de dados já tem um registro"_s;
+    QTest::newRow("lock wait") << 1205 << u"HY000"_s << u"Outra estação ou outro programa"_s;
+    QTest::newRow("lost") << 2013 << u"08S01"_s << u"A conexão caiu no meio do comando"_s;
+    QTest::newRow("no data source") << 0 << u"IM002"_s << u"A fonte de dados QDX não existe"_s;
+    QTest::newRow("no driver") << 0 << u"01000"_s << u"O driver ODBC da fonte de dados"_s;
+    QTest::newRow("driver manager") << 0 << u"S1000"_s << u"O gerenciador ODBC não conseguiu"_s;
+    QTest::newRow("a warning's state on a server's error") << 1 << u"01000"_s << QString();
+    QTest::newRow("unknown") << 1064 << u"42000"_s << QString();
+    QTest::newRow("already known to be lost") << 0 << u"08003"_s << QString();
+}
+
+void TstErrorReport::adviceByNumberOrState() {
+    QFETCH(int, number);
+    QFETCH(QString, state);
+    QFETCH(QString, begin);
+    const RuntimeError error(number, u"the driver's own"_s, state, u"SELECT 1"_s);
+    const QString advice = errorAdvice(error);
+    QCOMPARE(advice.isEmpty(), begin.isEmpty());
+    QVERIFY2(advice.startsWith(begin), qPrintable(advice));
+    QCOMPARE(mostrado(error).text, u"Erro em tempo de execução %1:\n\n"_s.arg(number) +
+                                       (advice.isEmpty() ? QString() : advice + u"\n\n"_s) +
+                                       u"the driver's own"_s);
+}
+
+void TstErrorReport::guideHasTheSameTable() {
+    QFile guide(QStringLiteral(TARVESSA_SOURCE_DIR "/docs/instalacao/problemas.md"));
+    QVERIFY(guide.open(QIODevice::ReadOnly));
+    const QString text = QString::fromUtf8(guide.readAll());
+    const qsizetype begin = text.indexOf(u"| Código |"_s);
+    QVERIFY(begin >= 0);
+    QStringList inTheGuide = text.sliced(begin, text.indexOf(u"\n\n"_s, begin) - begin).split(u'\n');
+    inTheGuide.remove(0, 2); // caption and rule
+    QStringList inTheProgram;
+    for (const ErrorAdvice& advice : allErrorAdvice())
+        inTheProgram.append(u"| %1 | %2 |"_s.arg(advice.code, advice.sentence));
+    QCOMPARE(inTheGuide, inTheProgram);
+}
+
+void TstErrorReport::everyCodeIsThereOnce() {
+    QStringList codes;
+    for (const ErrorAdvice& advice : allErrorAdvice())
+        codes.append(advice.code);
+    for (const char* code : {"1045", "1049", "1055", "1062", "1142", "1146", "1205", "1213", "1292", "2002",
+                             "2003", "2006", "2013", "IM002", "S1000"})
+        QCOMPARE(codes.count(QString::fromLatin1(code)), 1);
+    QCOMPARE(codes.removeDuplicates(), 0);
+}
+
+void TstErrorReport::copyPutsAllIntoTheClipboard() {
+    QApplication::clipboard()->clear();
+    clock::fix(QDateTime(QDate(2024, 3, 15), QTime(14, 7, 9)));
+    QCoreApplication::setApplicationName(u"Tarvessa"_s);
+    QCoreApplication::setApplicationVersion(u"9.8.7"_s);
+    WhileShown report([](QMessageBox* box) {
+        QTest::mouseClick(box->findChild<QPushButton*>(u"Copiar"_s), Qt::LeftButton);
+    });
+    showErrorReport(nullptr, RuntimeError(1213, u"Deadlock <found>"_s, u"40001"_s, u"UPDATE x"_s));
+    clock::fix({});
+    QVERIFY(report.stayedOpen());
+    QCOMPARE(report.caption(), u"&Copiado"_s);
+    QCOMPARE(QApplication::clipboard()->text(),
+             u"Tarvessa 9.8.7 - 15/03/2024 14:07:09\n\nErro em tempo de execução 1213:\n\nDuas operações "
+             "disputaram os mesmos registros, e o servidor interrompeu esta. Repita a operação.\n\nDeadlock "
+             "<found>\n\nA operação foi interrompida; o que já foi executado permanece gravado.\n\nSQLSTATE: "
+             "40001\nComando SQL:\nUPDATE x\n"_s);
+}
+
+void TstErrorReport::copyByKeyLeavesTheReportOpen() {
+    QApplication::clipboard()->clear();
+    WhileShown report([](QMessageBox* box) { QTest::keyClick(box, Qt::Key_C, Qt::AltModifier); });
+    showErrorReport(nullptr, RuntimeError(ErrorNumber::DivisionByZero, u"Divisão por zero."_s));
+    QVERIFY(report.stayedOpen());
+    QVERIFY(
+        QApplication::clipboard()->text().contains(u"Erro em tempo de execução 11:\n\nDivisão por zero."_s));
 }
 
 void TstErrorReport::lostConnectionAsksForANewStart_data() {
