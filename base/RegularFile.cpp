@@ -50,14 +50,13 @@ QString openRegularFile(QFile& file, QIODevice::OpenMode mode) {
     }
     struct stat status {};
     QString reason;
-    if (fstat(handle, &status) != 0)
+    if (fstat(handle, &status) != 0 ||
+        (S_ISREG(status.st_mode) && mode.testFlag(QIODevice::Truncate) && ftruncate(handle, 0) != 0))
         reason = qt_error_string(errno);
     else if (S_ISDIR(status.st_mode))
         reason = isFolder;
     else if (!S_ISREG(status.st_mode))
         reason = u"não é um arquivo comum."_s;
-    else if (mode.testFlag(QIODevice::Truncate) && ftruncate(handle, 0) != 0)
-        reason = qt_error_string(errno);
     else if (!file.open(handle, mode, QFileDevice::AutoCloseHandle))
         reason = file.errorString();
     if (!reason.isEmpty())

@@ -8,7 +8,7 @@ namespace tarvessa::odbc {
 namespace {
 
 // A block of the widest rows takes tens of megabytes, which are not kept for what may never come again.
-constexpr size_t largestIdleBlock = 8 * 1024 * 1024;
+constexpr size_t largestIdleBlock = size_t{8} * 1024 * 1024;
 
 } // namespace
 
