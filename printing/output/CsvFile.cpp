@@ -1,14 +1,12 @@
 #include "printing/output/CsvFile.h"
 
-#include "base/RuntimeError.h"
 #include "printing/output/CsvText.h"
+#include "printing/output/WholeFile.h"
 #include "printing/pages/DateMask.h"
 #include "printing/pages/NumberMask.h"
 #include "printing/pages/Report.h"
 
-#include <QSaveFile>
-
-using namespace Qt::StringLiterals;
+#include <QIODevice>
 
 namespace tarvessa::report {
 
@@ -69,24 +67,16 @@ QByteArray lineOf(const RowStore& rows, qsizetype row, const std::vector<CsvColu
 
 void saveCsv(Report& report, const QString& path) {
     report.readAll();
-    QSaveFile file(path);
-    const auto fail = [&] {
-        throw RuntimeError(ErrorNumber::FileNotWritable,
-                           u"Não foi possível gravar %1: %2"_s.arg(path, file.errorString()));
-    };
-    if (!file.open(QIODevice::WriteOnly))
-        fail();
-    const std::vector<CsvColumn> columns = columnsOf(report);
-    QByteArrayList headings;
-    for (const CsvColumn& column : columns)
-        headings.append(quoted(column.heading));
-    file.write(byteOrderMark + headings.join(';') + "\r\n");
-    const RowStore& rows = report.data().rows();
-    for (qsizetype row = 0; row < rows.size(); ++row)
-        file.write(lineOf(rows, row, columns));
-    // Also fails when one of the writes has failed.
-    if (!file.commit())
-        fail();
+    writeWholeFile(path, [&report](QIODevice& file) {
+        const std::vector<CsvColumn> columns = columnsOf(report);
+        QByteArrayList headings;
+        for (const CsvColumn& column : columns)
+            headings.append(quoted(column.heading));
+        file.write(byteOrderMark + headings.join(';') + "\r\n");
+        const RowStore& rows = report.data().rows();
+        for (qsizetype row = 0; row < rows.size(); ++row)
+            file.write(lineOf(rows, row, columns));
+    });
 }
 
 } // namespace tarvessa::report

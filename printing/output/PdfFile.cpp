@@ -1,27 +1,17 @@
 #include "printing/output/PdfFile.h"
 
-#include "base/RuntimeError.h"
 #include "printing/output/PagePainter.h"
+#include "printing/output/WholeFile.h"
 #include "printing/pages/Report.h"
 
 #include <QPainter>
 #include <QPdfWriter>
-#include <QSaveFile>
-
-using namespace Qt::StringLiterals;
 
 namespace tarvessa::report {
 
 void savePdf(Report& report, const QString& path) {
     report.readAll();
-    QSaveFile file(path);
-    const auto fail = [&] {
-        throw RuntimeError(ErrorNumber::FileNotWritable,
-                           u"Não foi possível gravar %1: %2"_s.arg(path, file.errorString()));
-    };
-    if (!file.open(QIODevice::WriteOnly))
-        fail();
-    {
+    writeWholeFile(path, [&report](QIODevice& file) {
         QPdfWriter writer(&file);
         writer.setTitle(report.title());
         writer.setResolution(dotsPerInch);
@@ -34,9 +24,7 @@ void savePdf(Report& report, const QString& path) {
                 writer.newPage();
             paintPage(report, painter, page);
         }
-    }
-    if (!file.commit())
-        fail();
+    });
 }
 
 } // namespace tarvessa::report

@@ -74,6 +74,8 @@ class PreviewWindow : public QMainWindow {
     void preparePrinter(QPrinter& printer) const;
     void savePdf();
     void saveCsv();
+    void save(const QString& title, const QString& suffix, const QString& kind,
+              void (*write)(Report& report, const QString& path));
     QString askFileName(const QString& title, const QString& suffix, const QString& kind);
 
     std::shared_ptr<Report> m_report;

@@ -71,23 +71,21 @@ void PreviewWindow::preparePrinter(QPrinter& printer) const {
 }
 
 void PreviewWindow::savePdf() {
-    const QString path = askFileName(u"Salvar como PDF"_s, u"pdf"_s, u"Documento PDF (*.pdf)"_s);
-    if (path.isEmpty())
-        return;
-    readAll();
-    const BusyPointer busy;
-    report::savePdf(*m_report, path);
-    tell(u"Gravado: %1"_s.arg(path));
+    save(u"Salvar como PDF"_s, u"pdf"_s, u"Documento PDF (*.pdf)"_s, report::savePdf);
 }
 
 void PreviewWindow::saveCsv() {
-    const QString path =
-        askFileName(u"Salvar dados (CSV)"_s, u"csv"_s, u"Dados separados por \";\" (*.csv)"_s);
+    save(u"Salvar dados (CSV)"_s, u"csv"_s, u"Dados separados por \";\" (*.csv)"_s, report::saveCsv);
+}
+
+void PreviewWindow::save(const QString& title, const QString& suffix, const QString& kind,
+                         void (*write)(Report& report, const QString& path)) {
+    const QString path = askFileName(title, suffix, kind);
     if (path.isEmpty())
         return;
     readAll();
     const BusyPointer busy;
-    report::saveCsv(*m_report, path);
+    write(*m_report, path);
     tell(u"Gravado: %1"_s.arg(path));
 }
 
