@@ -14,11 +14,11 @@ QString periodInFileName(const QDate& start, const QDate& end);
 /// The period of a report: two date boxes of a screen, their defaults and their checks.
 class Periodo {
   public:
-    /// What a screen says of a start that is no date, of an end that is none, and of a start after the end.
+    /// What a screen says of a start after the end, of a start that is not a date, and of such an end.
     struct Mensagens {
-        QString inicioInvalido;
-        QString fimInvalido;
         QString foraDeOrdem;
+        QString inicioInvalido = QStringLiteral("Data inicial inválida. Verifique!!!");
+        QString fimInvalido = QStringLiteral("Data final inválida. Verifique!!!");
     };
 
     /// The boxes are the screen's and outlive this object.

@@ -34,9 +34,7 @@ Comissao::Comissao(QWidget* parent)
     : QDialog(parent), ui(std::make_unique<Ui::Comissao>()), m_printPicture(pictures::printer()) {
     ui->setupUi(this);
     m_periodo = std::make_unique<Periodo>(
-        ui->DataIni, ui->DataFin,
-        Periodo::Mensagens{u"Data inicial inválida. Verifique!!!"_s, u"Data final inválida. Verifique!!!"_s,
-                           u"Data inicial superior a data final. Verifique!!!"_s});
+        ui->DataIni, ui->DataFin, Periodo::Mensagens{u"Data inicial superior a data final. Verifique!!!"_s});
     m_periodo->mesAnterior();
     BusyLabel::prepare(ui->Label3);
     ui->Image1->setPixmap(m_printPicture.pixmap(pictureSize));

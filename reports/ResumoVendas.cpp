@@ -27,9 +27,7 @@ constexpr int rowHeight = 340;
 ResumoVendas::ResumoVendas(QWidget* parent) : QDialog(parent), ui(std::make_unique<Ui::ResumoVendas>()) {
     ui->setupUi(this);
     m_periodo = std::make_unique<Periodo>(
-        ui->DataIni, ui->DataFin,
-        Periodo::Mensagens{u"Data inicial inválida. Verifique!!!"_s, u"Data final inválida. Verifique!!!"_s,
-                           u"Data inicial superior a final. Verifique!!!"_s});
+        ui->DataIni, ui->DataFin, Periodo::Mensagens{u"Data inicial superior a final. Verifique!!!"_s});
     m_periodo->mesCorrente();
     BusyLabel::prepare(ui->Label3);
     setAltKey(ui->Command4, Qt::Key_G);

@@ -41,8 +41,8 @@ MetasQuadro::MetasQuadro(QWidget* parent) : QDialog(parent), ui(std::make_unique
     m_product2 = new ProductBox(ui->Descricao2, this, lookUp(u"Descrição inexistente. Verifique!!!"_s));
     m_period = std::make_unique<Periodo>(
         ui->DataIni, ui->DataFin,
-        Periodo::Mensagens{u"Data Inicial inválida. Verifique!!!"_s, u"Data Final inválida. Verifique!!!"_s,
-                           u"Data Inicial superior a Data Final. Verifique!!!"_s});
+        Periodo::Mensagens{u"Data Inicial superior a Data Final. Verifique!!!"_s,
+                           u"Data Inicial inválida. Verifique!!!"_s, u"Data Final inválida. Verifique!!!"_s});
     m_editor = new CellEditor(ui->Grid1, ui->TextGrid);
     ui->Quantidade->setMinimumWidth(twipsToPixels(this, quantityWidth));
     ui->Quantidade->setText(u"0"_s);

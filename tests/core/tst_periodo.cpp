@@ -50,7 +50,7 @@ void TstPeriodo::init() {
     m_form->activateWindow();
     QVERIFY(QTest::qWaitForWindowActive(m_form.get()));
     m_periodo = std::make_unique<Periodo>(m_dataIni, m_dataFin,
-                                          Periodo::Mensagens{u"início"_s, u"fim"_s, u"ordem"_s});
+                                          Periodo::Mensagens{u"ordem"_s, u"início"_s, u"fim"_s});
 }
 
 void TstPeriodo::cleanup() {
