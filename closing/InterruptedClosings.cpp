@@ -169,21 +169,6 @@ void readPresentTerms(InterruptedClosing& closing) {
     closing.sale.vencto = clock::today().addDays(customer.field(esquema::clientes::prazo).integer());
 }
 
-ClosingData dataOf(const InterruptedClosing& closing) {
-    const QDateTime now = clock::now();
-    ClosingData data;
-    data.nrPedido = closing.sale.nrPedido;
-    data.formaPG = closing.sale.formaPG;
-    data.valor = closing.sale.valor;
-    data.vencto = closing.sale.vencto;
-    data.nomeCli = LimpaTexto(closing.sale.nomeCli);
-    data.codigoCli = closing.codigoCli;
-    data.codigoVend = closing.codigoVend;
-    data.today = now.date();
-    data.hora = now.toString(u"HH:mm"_s);
-    return data;
-}
-
 QString joined(const QStringList& parts) {
     return parts.isEmpty() ? u"nada"_s : parts.join(u", "_s);
 }
@@ -251,7 +236,7 @@ void conclude(const InterruptedClosing& closing, bool stockDone, const ClosingSe
         about(sql);
         Executa(sql);
     };
-    const ClosingData data = dataOf(closing);
+    const ClosingData data = closingData(closing.sale, closing.codigoCli, closing.codigoVend);
     if (!closing.settled) {
         if (closing.asksForStock() && !stockDone)
             run(comandoDeBaixa(closing.movements[closing.logged - 1]));

@@ -1,7 +1,8 @@
 #pragma once
 
 #include "base/Clock.h"
-#include "base/Datas.h"
+
+#include <QDate>
 
 namespace tarvessa {
 

@@ -55,8 +55,8 @@ PainelFechamento::PainelFechamento(QWidget* parent)
     ui->picErro->setPixmap(pictures::error().pixmap(pictureSize));
     ui->Grid1->setFormat(u"PEDIDO|^TIPO|<CLIENTE|<VENDEDOR|<CIDADE|>R$ TOTAL|>DIAS VENC|>FORMA PAGTO|^TABELA|"
                          "^SELEÇÃO|CODIGOCLI"_s);
-    ui->Grid1->setStretchedColumn(colunas::Vendedor);
-    ui->Grid1->setTickColumn(colunas::Selecao, m_picSucesso);
+    ui->Grid1->setStretchedColumn(painelfechamento::Vendedor);
+    ui->Grid1->setTickColumn(painelfechamento::Selecao, m_picSucesso);
 
     defineShortcuts();
     preparaEditores();
@@ -134,7 +134,7 @@ void PainelFechamento::TotalSelecionado() {
     int selected = 0;
     for (int row = 1; row < ui->Grid1->rows(); ++row)
         if (ui->Grid1->isTicked(row)) {
-            total += ValorNumerico(ui->Grid1->textView(row, colunas::Total));
+            total += ValorNumerico(ui->Grid1->textView(row, painelfechamento::Total));
             ++selected;
         }
     ui->Text1->setText(FormataDinheiro(total));
@@ -184,7 +184,7 @@ void PainelFechamento::Grid1_Click(int row, int column) {
 // A double click reaches the grid's listeners as one signal in place of its second click, so in the columns
 // where a click acts it counts as that click.
 void PainelFechamento::Grid1_DblClick(int row, int column) {
-    if (column <= colunas::Total)
+    if (column <= painelfechamento::Total)
         visualiza(row);
     else
         actOnCell(row, column);
@@ -215,12 +215,12 @@ void PainelFechamento::alternaSelecao() {
 
 void PainelFechamento::actOnCell(int row, int column) {
     switch (column) {
-    case colunas::DiasVenc:
-    case colunas::FormaPagto:
-    case colunas::Tabela:
+    case painelfechamento::DiasVenc:
+    case painelfechamento::FormaPagto:
+    case painelfechamento::Tabela:
         abreEditor(row, column);
         break;
-    case colunas::Selecao:
+    case painelfechamento::Selecao:
         ui->Grid1->setTicked(row, !ui->Grid1->isTicked(row));
         TotalSelecionado();
         break;
@@ -231,8 +231,8 @@ void PainelFechamento::actOnCell(int row, int column) {
 
 void PainelFechamento::visualiza(int row) {
     if (row > 0)
-        VisualizaPedido::abre(this, ValorInteiro(ui->Grid1->text(row, colunas::Pedido)),
-                              ui->Grid1->text(row, colunas::Tipo));
+        VisualizaPedido::abre(this, ValorInteiro(ui->Grid1->text(row, painelfechamento::Pedido)),
+                              ui->Grid1->text(row, painelfechamento::Tipo));
 }
 
 void PainelFechamento::abreMetas() {

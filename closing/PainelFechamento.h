@@ -72,7 +72,7 @@ class PainelFechamento : public QMainWindow {
     void listaDavs();
     void listaPvs();
     void recarregaPvs();
-    void lista(Layout layout, const QString& query);
+    void lista(Layout layout);
     void showBeforeListing();
     void emptyList();
     void enableOperations();
@@ -156,7 +156,7 @@ class PainelFechamento : public QMainWindow {
     Layout m_layout = Layout::Dav;
     std::unique_ptr<ReportControl> m_relatorio; // CRW
     TermsRoom m_termsRoom;
-    QString m_listedSince; // "YYYY-MM-DD"
+    QDate m_listedSince; // of the list on the screen, which may be from yesterday
     bool m_methodsLoaded = false;
     std::optional<ClosingSettings> m_settings;
     ClosingHistory m_closingHistory;

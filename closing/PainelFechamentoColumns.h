@@ -1,9 +1,9 @@
 #pragma once
 
 /// The columns of the panel's listing grid.
-namespace tarvessa::colunas {
+namespace tarvessa::painelfechamento {
 
-enum Coluna {
+enum Column {
     Pedido,
     Tipo,
     Cliente,
@@ -17,4 +17,4 @@ enum Coluna {
     CodigoCli,
 };
 
-} // namespace tarvessa::colunas
+} // namespace tarvessa::painelfechamento

@@ -67,7 +67,7 @@ void PainelFechamento::converteSelecionados() {
         run.enter(row);
         if (!ui->Grid1->isTicked(row))
             continue;
-        converteDav(ValorInteiro(ui->Grid1->text(row, colunas::Pedido)));
+        converteDav(ValorInteiro(ui->Grid1->text(row, painelfechamento::Pedido)));
         ui->Grid1->setTicked(row, false);
     }
 }

@@ -1,10 +1,10 @@
 // The batch that closes the selected pre-sales.
 
+#include "base/Datas.h"
 #include "base/Numeros.h"
 #include "closing/BatchProgress.h"
 #include "closing/ClosingBatch.h"
 #include "closing/InterruptedClosings.h"
-#include "closing/ListedPeriod.h"
 #include "closing/PainelFechamento.h"
 #include "closing/PainelFechamentoColumns.h"
 #include "closing/ServerLock.h"
@@ -32,8 +32,8 @@ void PainelFechamento::encerraPvs() {
         const ServerLock lock(closingLockName, closingLockSeconds);
         if (lock.isTaken())
             return;
-        batch.emplace(*m_settings, m_listedSince, interruptedclosings::withStockMovements(firstListedDay()),
-                      m_closingHistory, m_closingLog);
+        batch.emplace(*m_settings, TextoSQL(m_listedSince),
+                      interruptedclosings::withStockMovements(m_listedSince), m_closingHistory, m_closingLog);
         processListed(*batch);
     });
     m_closingLog.close();
@@ -82,7 +82,8 @@ void PainelFechamento::processListed(ClosingBatch& batch) {
 // works on them.
 void PainelFechamento::removeSettled() {
     for (int row = ui->Grid1->rows() - 1; row > 0; --row)
-        if (m_closingHistory.settled.contains(ValorInteiro(ui->Grid1->textView(row, colunas::Pedido))))
+        if (m_closingHistory.settled.contains(
+                ValorInteiro(ui->Grid1->textView(row, painelfechamento::Pedido))))
             ui->Grid1->removeRow(row);
     TotalSelecionado();
     enableOperations();
@@ -91,12 +92,12 @@ void PainelFechamento::removeSettled() {
 ListedPv PainelFechamento::listedPv(int row) const {
     const auto cell = [this, row](int column) { return ui->Grid1->text(row, column); };
     ListedPv pv;
-    pv.pedido = cell(colunas::Pedido);
-    pv.cliente = cell(colunas::Cliente);
-    pv.total = cell(colunas::Total);
-    pv.diasVenc = cell(colunas::DiasVenc);
-    pv.formaPagto = cell(colunas::FormaPagto);
-    pv.codigoCli = cell(colunas::CodigoCli);
+    pv.pedido = cell(painelfechamento::Pedido);
+    pv.cliente = cell(painelfechamento::Cliente);
+    pv.total = cell(painelfechamento::Total);
+    pv.diasVenc = cell(painelfechamento::DiasVenc);
+    pv.formaPagto = cell(painelfechamento::FormaPagto);
+    pv.codigoCli = cell(painelfechamento::CodigoCli);
     pv.selected = ui->Grid1->isTicked(row);
     const int method = ui->Combo1->findText(pv.formaPagto, Qt::MatchExactly | Qt::MatchCaseSensitive);
     if (method >= 0)

@@ -33,40 +33,36 @@ struct ColumnWidth {
 };
 
 // Twips; 0 hides the column.
-constexpr std::array<ColumnWidth, 11> columnWidths = {{{colunas::Pedido, 1100, 1100},
-                                                       {colunas::Tipo, 500, 500},
-                                                       {colunas::Cliente, 5200, 3630},
-                                                       {colunas::Vendedor, 1700, 1200},
-                                                       {colunas::Cidade, 2400, 2000},
-                                                       {colunas::Total, 1200, 1200},
-                                                       {colunas::DiasVenc, 0, 1000},
-                                                       {colunas::FormaPagto, 0, 1500},
-                                                       {colunas::Tabela, 800, 800},
-                                                       {colunas::Selecao, 900, 900},
-                                                       {colunas::CodigoCli, 0, 0}}};
+constexpr std::array<ColumnWidth, 11> columnWidths = {{{painelfechamento::Pedido, 1100, 1100},
+                                                       {painelfechamento::Tipo, 500, 500},
+                                                       {painelfechamento::Cliente, 5200, 3630},
+                                                       {painelfechamento::Vendedor, 1700, 1200},
+                                                       {painelfechamento::Cidade, 2400, 2000},
+                                                       {painelfechamento::Total, 1200, 1200},
+                                                       {painelfechamento::DiasVenc, 0, 1000},
+                                                       {painelfechamento::FormaPagto, 0, 1500},
+                                                       {painelfechamento::Tabela, 800, 800},
+                                                       {painelfechamento::Selecao, 900, 900},
+                                                       {painelfechamento::CodigoCli, 0, 0}}};
 constexpr int narrowClienteDav = 4950;
 constexpr int narrowClientePv = 3380;
 constexpr int rowHeightDav = 360;
 constexpr int rowHeightPv = 420;
 
-QString periodStart() {
-    return TextoSQL(firstListedDay());
-}
-
-QString davListing() {
+QString davListing(QDate since) {
     return u"SELECT o.codigocli, o.placa, o.nrpedido, o.TipoOperacao, c.nome, SUM(o.totalped) AS totalped, "
            "o.nomevendedor, c.cidade, c.colunapreco  FROM orcamento AS o left join clientes AS c ON "
            "o.codigocli=c.codigo where o.situacaoorc in ('A','C') and TipoOperacao='D' and "
            "dataabertura>='"_s +
-           periodStart() + u"' group BY o.nrpedido order by o.nomevendedor, c.nome"_s;
+           TextoSQL(since) + u"' group BY o.nrpedido order by o.nomevendedor, c.nome"_s;
 }
 
-QString pvListing() {
+QString pvListing(QDate since) {
     return u"SELECT o.codigocli, o.placa, o.nrpedido, o.TipoOperacao, c.nome, SUM(o.totalped) AS totalped, "
            "o.nomevendedor, c.cidade, c.prazo, c.formapg,c.colunapreco  FROM orcamento AS o left join "
            "clientes AS c ON o.codigocli=c.codigo where o.situacaoorc in ('A','C') and TipoOperacao='P' and "
            "dataabertura>='"_s +
-           periodStart() + u"' group BY o.nrpedido Order By o.nomevendedor, c.nome"_s;
+           TextoSQL(since) + u"' group BY o.nrpedido Order By o.nomevendedor, c.nome"_s;
 }
 
 /// Adds one selected row per document. Only the listing of pre-sales brings the customers' payment terms.
@@ -161,25 +157,26 @@ void PainelFechamento::DefineGrid() {
 }
 
 void PainelFechamento::listaDavs() {
-    lista(Layout::Dav, davListing());
+    lista(Layout::Dav);
 }
 
 void PainelFechamento::listaPvs() {
-    lista(Layout::Pv, pvListing());
+    lista(Layout::Pv);
 }
 
 /// The same list with what has changed since: rows that were unselected and the current cell stay so.
 void PainelFechamento::recarregaPvs() {
     const int currentRow = ui->Grid1->currentRow();
     const int currentColumn = ui->Grid1->currentColumn();
-    const QString current = currentRow > 0 ? ui->Grid1->text(currentRow, colunas::Pedido) : QString();
+    const QString current =
+        currentRow > 0 ? ui->Grid1->text(currentRow, painelfechamento::Pedido) : QString();
     QSet<QString> unselected;
     for (int row = 1; row < ui->Grid1->rows(); ++row)
         if (!ui->Grid1->isTicked(row))
-            unselected.insert(ui->Grid1->text(row, colunas::Pedido));
+            unselected.insert(ui->Grid1->text(row, painelfechamento::Pedido));
     listaPvs();
     for (int row = 1; row < ui->Grid1->rows(); ++row) {
-        const QString pedido = ui->Grid1->text(row, colunas::Pedido);
+        const QString pedido = ui->Grid1->text(row, painelfechamento::Pedido);
         if (unselected.contains(pedido))
             ui->Grid1->setTicked(row, false);
         if (pedido == current)
@@ -188,12 +185,13 @@ void PainelFechamento::recarregaPvs() {
     TotalSelecionado();
 }
 
-void PainelFechamento::lista(Layout layout, const QString& query) {
+void PainelFechamento::lista(Layout layout) {
     const BusyPointer pointer;
     // The query comes before the grid is emptied: if it fails, the old rows stay with their total.
-    TemRegistro = AbreRS(query);
+    const QDate since = firstListedDay();
+    TemRegistro = AbreRS(layout == Layout::Dav ? davListing(since) : pvListing(since));
     m_layout = layout;
-    m_listedSince = periodStart();
+    m_listedSince = since;
     DefineGrid();
     // Part of a list must not be taken for all of it.
     auto discard = qScopeGuard([this] {
@@ -205,7 +203,7 @@ void PainelFechamento::lista(Layout layout, const QString& query) {
     rs.close();
     // Leaves room for the scroll bar.
     if (ui->Grid1->rows() > rowsWithoutScrollBar)
-        ui->Grid1->setColumnTwips(colunas::Cliente,
+        ui->Grid1->setColumnTwips(painelfechamento::Cliente,
                                   layout == Layout::Dav ? narrowClienteDav : narrowClientePv);
     TotalSelecionado();
     enableOperations();

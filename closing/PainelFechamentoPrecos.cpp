@@ -72,19 +72,20 @@ void PainelFechamento::corrigePrecos(QStringList& corrected) {
 }
 
 void PainelFechamento::corrigePv(int row, QStringList& corrected) {
-    const QString column = priceColumn(ui->Grid1->text(row, colunas::Tabela));
+    const QString column = priceColumn(ui->Grid1->text(row, painelfechamento::Tabela));
     if (column.isEmpty())
         return;
-    const QString pedido = ui->Grid1->text(row, colunas::Pedido);
+    const QString pedido = ui->Grid1->text(row, painelfechamento::Pedido);
     TemRegistro = AbreRS(u"Select o.id, o.nrpedido, o.tipooperacao, o.unitario, p."_s + column +
                          u" as Vnd From orcamento as o Left Join produtos as p ON o.codigo=p.codfabr Where "
                          "o.nrpedido="_s +
-                         pedido + u" and o.TipoOperacao='"_s + ui->Grid1->text(row, colunas::Tipo) +
+                         pedido + u" and o.TipoOperacao='"_s + ui->Grid1->text(row, painelfechamento::Tipo) +
                          u"' and o.unitario <> p."_s + column + u" and p."_s + column + u"<> 0"_s);
     bool anyCorrected = false;
     const auto note = qScopeGuard([&] {
         if (anyCorrected)
-            corrected.append(u"PV Nº "_s + pedido + u" - "_s + ui->Grid1->text(row, colunas::Cliente));
+            corrected.append(u"PV Nº "_s + pedido + u" - "_s +
+                             ui->Grid1->text(row, painelfechamento::Cliente));
     });
     correctLines(rs, anyCorrected);
     rs.close();

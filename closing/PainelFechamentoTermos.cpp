@@ -67,7 +67,7 @@ void PainelFechamento::abreEditor(int row, int column) {
     if (!concluiEdicao())
         return;
     const QString text = ui->Grid1->text(row, column);
-    if (column == colunas::FormaPagto) {
+    if (column == painelfechamento::FormaPagto) {
         ui->Combo1->setCurrentIndex(exactItem(ui->Combo1, text));
         // The list is as wide as its texts, however narrow the cell.
         ui->Combo1->view()->setMinimumWidth(ui->Combo1->view()->sizeHintForColumn(0) +
@@ -76,7 +76,7 @@ void PainelFechamento::abreEditor(int row, int column) {
         return;
     }
     ui->TextGrid->setAccessibleName(ui->Grid1->text(0, column));
-    ui->TextGrid->setAlignment(column == colunas::DiasVenc ? Qt::AlignRight : Qt::AlignHCenter);
+    ui->TextGrid->setAlignment(column == painelfechamento::DiasVenc ? Qt::AlignRight : Qt::AlignHCenter);
     ui->TextGrid->showText(text);
     ui->TextGrid->selectAll();
     m_editorTexto->open(row, column);
@@ -95,7 +95,7 @@ bool PainelFechamento::teclaDeEditor(const QWidget* control, int key) {
     if (control == ui->Combo1 && m_editorForma->isOpen()) {
         if (!enter)
             ui->Combo1->setCurrentIndex(
-                exactItem(ui->Combo1, ui->Grid1->text(m_editorForma->row(), colunas::FormaPagto)));
+                exactItem(ui->Combo1, ui->Grid1->text(m_editorForma->row(), painelfechamento::FormaPagto)));
         Combo1_LostFocus();
         return true;
     }
@@ -116,7 +116,7 @@ bool PainelFechamento::TextGrid_LostFocus() {
     const int column = m_editorTexto->column();
     const QString text = ui->TextGrid->text();
     m_editorTexto->close();
-    return column == colunas::Tabela ? gravaTabela(row, text) : gravaDias(row, text);
+    return column == painelfechamento::Tabela ? gravaTabela(row, text) : gravaDias(row, text);
 }
 
 bool PainelFechamento::Combo1_LostFocus() {
@@ -128,7 +128,7 @@ bool PainelFechamento::Combo1_LostFocus() {
         return true;
     const QString forma = ui->Combo1->itemText(item);
     const bool avista = ui->Combo1->itemData(item).toInt() == 1;
-    QString dias = ui->Grid1->text(row, colunas::DiasVenc);
+    QString dias = ui->Grid1->text(row, painelfechamento::DiasVenc);
     const Dinheiro prazo = ValorNumerico(dias);
     if (!avista && prazo.zero())
         dias = daysOfCredit;
@@ -148,8 +148,8 @@ bool PainelFechamento::gravaTabela(int row, const QString& text) {
     return gravaCliente(row,
                         u"Update Clientes Set colunaPreco='"_s + tabela + u"', tabelas_preco='"_s +
                             flags[static_cast<size_t>(value.inteiro())].toString() + u"' Where Codigo='"_s +
-                            ui->Grid1->text(row, colunas::CodigoCli) + u"'"_s,
-                        {{colunas::Tabela, tabela}});
+                            ui->Grid1->text(row, painelfechamento::CodigoCli) + u"'"_s,
+                        {{painelfechamento::Tabela, tabela}});
 }
 
 bool PainelFechamento::gravaDias(int row, const QString& text) {
@@ -157,7 +157,7 @@ bool PainelFechamento::gravaDias(int row, const QString& text) {
     if (value.negativo())
         return true;
     const Dinheiro dias = wholeDays(value, text);
-    const QString forma = ui->Grid1->text(row, colunas::FormaPagto);
+    const QString forma = ui->Grid1->text(row, painelfechamento::FormaPagto);
     const bool becomesSlip = dias > Dinheiro() && forma == esquema::dinheiro;
     return gravaTermos(row, dias, becomesSlip ? esquema::boleto.toString() : forma);
 }
@@ -171,8 +171,10 @@ bool PainelFechamento::gravaTermos(int row, Dinheiro dias, const QString& forma)
                 .arg(forma));
     return gravaCliente(row,
                         u"Update Clientes Set Prazo="_s + dias.ponto() + u", FormaPG='"_s + forma +
-                            u"' Where Codigo='"_s + ui->Grid1->text(row, colunas::CodigoCli) + u"'"_s,
-                        {{colunas::DiasVenc, QString::number(dias.inteiro())}, {colunas::FormaPagto, forma}});
+                            u"' Where Codigo='"_s + ui->Grid1->text(row, painelfechamento::CodigoCli) +
+                            u"'"_s,
+                        {{painelfechamento::DiasVenc, QString::number(dias.inteiro())},
+                         {painelfechamento::FormaPagto, forma}});
 }
 
 bool PainelFechamento::gravaCliente(int row, const QString& update, const std::map<int, QString>& sent) {
@@ -192,9 +194,9 @@ bool PainelFechamento::gravaCliente(int row, const QString& update, const std::m
 bool PainelFechamento::surelyStored(const std::map<int, QString>& sent) const {
     return std::all_of(sent.begin(), sent.end(), [this](const auto& cell) {
         const auto& [column, text] = cell;
-        if (column == colunas::DiasVenc)
+        if (column == painelfechamento::DiasVenc)
             return m_termsRoom.prazo.holds(ValorNumerico(text));
-        if (column == colunas::FormaPagto)
+        if (column == painelfechamento::FormaPagto)
             return m_termsRoom.forma.holds(text);
         return m_termsRoom.tabela.holds(text) || m_termsRoom.tabela.holds(ValorNumerico(text));
     });
@@ -202,15 +204,15 @@ bool PainelFechamento::surelyStored(const std::map<int, QString>& sent) const {
 
 bool PainelFechamento::mostraGravado(int row, const std::map<int, QString>& sent) {
     odbc::ResultSet customer = NovoRS(u"SELECT Prazo, FormaPG, colunaPreco FROM Clientes WHERE Codigo='"_s +
-                                      ui->Grid1->text(row, colunas::CodigoCli) + u"'"_s);
+                                      ui->Grid1->text(row, painelfechamento::CodigoCli) + u"'"_s);
     if (customer.atEnd()) {
         boxes::inform(this, u"O cliente não está mais no cadastro: nada foi gravado. Verifique!!!"_s);
         return false;
     }
     const std::map<int, QString> stored = {
-        {colunas::DiasVenc, QString::number(customer.field(esquema::clientes::prazo).integer())},
-        {colunas::FormaPagto, NuloVazio(customer.field(esquema::clientes::formaPg))},
-        {colunas::Tabela, NuloVazio(customer.field(esquema::clientes::colunaPreco))}};
+        {painelfechamento::DiasVenc, QString::number(customer.field(esquema::clientes::prazo).integer())},
+        {painelfechamento::FormaPagto, NuloVazio(customer.field(esquema::clientes::formaPg))},
+        {painelfechamento::Tabela, NuloVazio(customer.field(esquema::clientes::colunaPreco))}};
     customer.close();
     QStringList changed;
     for (const auto& [column, text] : sent) {

@@ -16,22 +16,6 @@ namespace tarvessa {
 
 namespace {
 
-ClosingData closingOf(const Sale& sale, const odbc::ResultSet& lines) {
-    const QDateTime now = clock::now();
-    ClosingData closing;
-    closing.nrPedido = sale.nrPedido;
-    closing.formaPG = sale.formaPG;
-    closing.valor = sale.valor;
-    closing.vencto = sale.vencto;
-    // An apostrophe in the name must not stop the closing between stock and receivable.
-    closing.nomeCli = LimpaTexto(sale.nomeCli);
-    closing.codigoVend = sellerCode(lines.field(esquema::orcamento::vendedor));
-    closing.codigoCli = lines.field(esquema::orcamento::codigoCli).text();
-    closing.today = now.date();
-    closing.hora = now.toString(u"HH:mm"_s);
-    return closing;
-}
-
 // The deduction queries through a result of its own, so the walk goes on undisturbed.
 void takeFromStock(odbc::ResultSet& lines, qint32 nrPedido, const std::function<void()>& beforeWrite) {
     const QString screen = stockLogText(nrPedido);
@@ -65,6 +49,22 @@ qint16 sellerCode(const odbc::Field& vendedor) {
     return narrow<qint16>(vendedor.integer(), u"o código de vendedor %1 é grande demais"_s);
 }
 
+ClosingData closingData(const Sale& sale, const QString& codigoCli, qint16 codigoVend) {
+    const QDateTime now = clock::now();
+    ClosingData closing;
+    closing.nrPedido = sale.nrPedido;
+    closing.formaPG = sale.formaPG;
+    closing.valor = sale.valor;
+    closing.vencto = sale.vencto;
+    // An apostrophe in the name must not stop the closing between stock and receivable.
+    closing.nomeCli = LimpaTexto(sale.nomeCli);
+    closing.codigoCli = codigoCli;
+    closing.codigoVend = codigoVend;
+    closing.today = now.date();
+    closing.hora = now.toString(u"HH:mm"_s);
+    return closing;
+}
+
 bool isAvista(const QString& formaPG) {
     TemRegistro = AbreRS(u"SELECT avista FROM Finalizadoras WHERE Descricao = '"_s + formaPG + u"'"_s);
     const bool avista = !rs.atEnd() && rs.field(esquema::finalizadoras::avista).text() == esquema::sim;
@@ -83,7 +83,8 @@ QString closePv(const Sale& sale, const ClosingSettings& settings, ClosingHistor
             return reason;
         }
     }
-    const ClosingData closing = closingOf(sale, rs);
+    const qint16 codigoVend = sellerCode(rs.field(esquema::orcamento::vendedor));
+    const ClosingData closing = closingData(sale, rs.field(esquema::orcamento::codigoCli).text(), codigoVend);
     bool begun = false;
     const auto beforeWrite = [&] {
         if (!begun && hooks.beforeFirstWrite)

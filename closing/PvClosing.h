@@ -52,6 +52,10 @@ QString linesOfPv(qint32 nrPedido);
 /// `orcamento`.`Vendedor`. Raises RuntimeError (overflow) beyond 16 bits.
 qint16 sellerCode(const odbc::Field& vendedor);
 
+/// What the statements of a closing that begins now tell. `codigoCli` and `codigoVend` are those of the
+/// pre-sale's lines.
+ClosingData closingData(const Sale& sale, const QString& codigoCli, qint16 codigoVend);
+
 /// Whether `Finalizadoras` has the method as a cash-like one; false when it does not have it at all. Goes
 /// through rs. Raises RuntimeError.
 bool isAvista(const QString& formaPG);

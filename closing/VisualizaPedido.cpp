@@ -19,14 +19,14 @@ namespace tarvessa {
 
 namespace {
 
-enum Coluna { Codigo, Descricao, Quantidade, Unitario, Total };
+enum Column { Codigo, Descricao, Quantidade, Unitario, Total };
 
 // Twips
-constexpr std::array<int, 5> larguras = {1700, 5400, 1300, 1300, 1400};
-constexpr int alturaDaLinha = 340;
+constexpr std::array<int, 5> columnWidths = {1700, 5400, 1300, 1300, 1400};
+constexpr int rowHeight = 340;
 
-// One row per line of the document, also where a customer's or a product's code is there twice.
-QString consulta(qint32 numero, const QString& tipo) {
+// One row per line of the document, even if the customer or the product has several records.
+QString query(qint32 numero, const QString& tipo) {
     return u"SELECT o.nrpedido, o.TipoOperacao, o.situacaoorc, o.codigocli, o.nomevendedor, o.dataabertura, "
            "o.codigo, o.quantidade, o.unitario, o.totalped, c.nome, c.fantasia, c.cidade, c.prazo, "
            "c.formapg, c.colunapreco, p.descricao FROM orcamento AS o LEFT JOIN clientes AS c ON "
@@ -34,47 +34,47 @@ QString consulta(qint32 numero, const QString& tipo) {
            QString::number(numero) + u" AND o.TipoOperacao='"_s + tipo + u"' GROUP BY o.id ORDER BY o.id"_s;
 }
 
-QString nomeDoTipo(const QString& tipo) {
+QString kindName(const QString& tipo) {
     if (tipo == esquema::dav)
         return u"DAV"_s;
     return tipo == esquema::preVenda ? u"Pré-venda"_s : tipo;
 }
 
-QString nomeDaSituacao(const QString& situacao) {
+QString stateName(const QString& situacao) {
     if (situacao == esquema::fechado)
         return u"Fechado"_s;
     return situacao == esquema::cancelado ? u"Cancelado"_s : u"Aberto"_s;
 }
 
-void mostra(QLineEdit* campo, const QString& texto) {
-    campo->setText(texto);
-    plain::setToolTip(campo, texto);
-    // A text longer than its field shows its beginning.
-    campo->setCursorPosition(0);
+void fill(QLineEdit* field, const QString& text) {
+    field->setText(text);
+    plain::setToolTip(field, text);
+    // A text longer than its field is shown from its beginning.
+    field->setCursorPosition(0);
 }
 
 } // namespace
 
-void VisualizaPedido::abre(QWidget* pai, qint32 numero, const QString& tipo) {
-    odbc::ResultSet documento = NovoRS(consulta(numero, tipo));
+void VisualizaPedido::abre(QWidget* parent, qint32 numero, const QString& tipo) {
+    odbc::ResultSet documento = NovoRS(query(numero, tipo));
     if (documento.atEnd()) {
-        boxes::inform(pai, u"O pedido não foi encontrado no banco de dados. Verifique!!!"_s);
+        boxes::inform(parent, u"O pedido não foi encontrado no banco de dados. Verifique!!!"_s);
         return;
     }
-    VisualizaPedido tela(pai, documento);
+    VisualizaPedido screen(parent, documento);
     documento.close();
-    tela.exec();
+    screen.exec();
 }
 
-VisualizaPedido::VisualizaPedido(QWidget* pai, odbc::ResultSet& documento)
-    : QDialog(pai), ui(std::make_unique<Ui::VisualizaPedido>()) {
+VisualizaPedido::VisualizaPedido(QWidget* parent, odbc::ResultSet& documento)
+    : QDialog(parent), ui(std::make_unique<Ui::VisualizaPedido>()) {
     ui->setupUi(this);
-    preparaCampos();
-    preparaGrade();
-    mostraCabecalho(documento);
-    mostraItens(documento);
+    prepareFields();
+    prepareGrid();
+    showHead(documento);
+    showLines(documento);
     ui->GridItens->setFocus();
-    // There is nothing to fill in and so no next field.
+    // Nothing can be entered, so Enter closes the window instead of moving on.
     auto* teclado = new Teclado(this, [this] { reject(); });
     teclado->setKeyFilter([this](const QWidget*, int key) {
         const bool enter = key == Qt::Key_Return || key == Qt::Key_Enter;
@@ -88,76 +88,76 @@ VisualizaPedido::VisualizaPedido(QWidget* pai, odbc::ResultSet& documento)
 
 VisualizaPedido::~VisualizaPedido() = default;
 
-// A field that cannot be written in has the window's ground, not that of a text box.
-void VisualizaPedido::preparaCampos() {
-    for (QLineEdit* campo : findChildren<QLineEdit*>()) {
-        QPalette cores = campo->palette();
-        cores.setColor(QPalette::Base, palette().color(QPalette::Window));
-        campo->setPalette(cores);
+// Read-only fields take the window's background instead of a text box's.
+void VisualizaPedido::prepareFields() {
+    for (QLineEdit* field : findChildren<QLineEdit*>()) {
+        QPalette colours = field->palette();
+        colours.setColor(QPalette::Base, palette().color(QPalette::Window));
+        field->setPalette(colours);
     }
 }
 
-void VisualizaPedido::preparaGrade() {
+void VisualizaPedido::prepareGrid() {
     ui->GridItens->setFormat(u"<CÓDIGO|<DESCRIÇÃO|>QUANTIDADE|>R$ UNITÁRIO|>R$ TOTAL"_s);
-    int largura = ui->GridItens->verticalScrollBar()->sizeHint().width() + 2 * ui->GridItens->frameWidth();
-    for (size_t coluna = 0; coluna < larguras.size(); ++coluna) {
-        ui->GridItens->setColumnTwips(static_cast<int>(coluna), larguras[coluna]);
-        largura += ui->GridItens->columnWidth(static_cast<int>(coluna));
+    int width = ui->GridItens->verticalScrollBar()->sizeHint().width() + 2 * ui->GridItens->frameWidth();
+    for (size_t column = 0; column < columnWidths.size(); ++column) {
+        ui->GridItens->setColumnTwips(static_cast<int>(column), columnWidths[column]);
+        width += ui->GridItens->columnWidth(static_cast<int>(column));
     }
-    ui->GridItens->setMinimumRowTwips(alturaDaLinha);
+    ui->GridItens->setMinimumRowTwips(rowHeight);
     ui->GridItens->setHeaderBold();
-    // As wide as its columns, where the screen has the room.
-    const QMargins margens = ui->pagina->contentsMargins();
-    fitToScreen(this, QSize(largura + margens.left() + margens.right(), height()));
+    // Wide enough for all columns, as far as the screen allows.
+    const QMargins margins = ui->pagina->contentsMargins();
+    fitToScreen(this, QSize(width + margins.left() + margins.right(), height()));
 }
 
-void VisualizaPedido::mostraCabecalho(const odbc::ResultSet& documento) {
-    const auto texto = [&documento](QStringView coluna) { return NuloVazio(documento.field(coluna)); };
-    const QString numero = texto(esquema::orcamento::nrPedido);
-    const QString tipo = nomeDoTipo(texto(esquema::orcamento::tipoOperacao));
-    const QString forma = texto(esquema::clientes::formaPg);
+void VisualizaPedido::showHead(const odbc::ResultSet& documento) {
+    const auto text = [&documento](QStringView column) { return NuloVazio(documento.field(column)); };
+    const QString numero = text(esquema::orcamento::nrPedido);
+    const QString tipo = kindName(text(esquema::orcamento::tipoOperacao));
+    const QString method = text(esquema::clientes::formaPg);
     setWindowTitle(u"Visualização - %1 Nº %2"_s.arg(tipo, numero));
-    mostra(ui->Pedido, numero);
-    mostra(ui->Tipo, tipo);
-    mostra(ui->Situacao, nomeDaSituacao(texto(esquema::orcamento::situacao)));
-    mostra(ui->Data, TextoTela(QDate::fromString(texto(esquema::orcamento::dataAbertura), Qt::ISODate)));
-    mostra(ui->CodigoCli, texto(esquema::orcamento::codigoCli));
-    mostra(ui->Cliente, texto(esquema::clientes::nome));
-    mostra(ui->Fantasia, texto(esquema::clientes::fantasia));
-    mostra(ui->Cidade, texto(esquema::clientes::cidade));
-    mostra(ui->Vendedor, texto(esquema::orcamento::nomeVendedor));
-    mostra(ui->DiasVenc, QString::number(documento.field(esquema::clientes::prazo).integer()));
-    mostra(ui->FormaPagto, forma == esquema::nenhumaForma ? esquema::dinheiro.toString() : forma);
-    mostra(ui->Tabela, texto(esquema::clientes::colunaPreco));
+    fill(ui->Pedido, numero);
+    fill(ui->Tipo, tipo);
+    fill(ui->Situacao, stateName(text(esquema::orcamento::situacao)));
+    fill(ui->Data, TextoTela(QDate::fromString(text(esquema::orcamento::dataAbertura), Qt::ISODate)));
+    fill(ui->CodigoCli, text(esquema::orcamento::codigoCli));
+    fill(ui->Cliente, text(esquema::clientes::nome));
+    fill(ui->Fantasia, text(esquema::clientes::fantasia));
+    fill(ui->Cidade, text(esquema::clientes::cidade));
+    fill(ui->Vendedor, text(esquema::orcamento::nomeVendedor));
+    fill(ui->DiasVenc, QString::number(documento.field(esquema::clientes::prazo).integer()));
+    fill(ui->FormaPagto, method == esquema::nenhumaForma ? esquema::dinheiro.toString() : method);
+    fill(ui->Tabela, text(esquema::clientes::colunaPreco));
 }
 
-void VisualizaPedido::mostraItens(odbc::ResultSet& documento) {
+void VisualizaPedido::showLines(odbc::ResultSet& documento) {
     Dinheiro total;
     for (; !documento.atEnd(); documento.moveNext()) {
         const QString codigo = documento.field(esquema::orcamento::codigo).text();
         const QString descricao = documento.field(esquema::produtos::descricao).text();
-        const auto valor = [&documento](QStringView coluna) {
-            return Dinheiro::dePonto(documento.field(coluna).text());
+        const auto amount = [&documento](QStringView column) {
+            return Dinheiro::dePonto(documento.field(column).text());
         };
-        const Dinheiro quantidade = valor(esquema::orcamento::quantidade);
-        const Dinheiro totalDaLinha = valor(esquema::orcamento::totalPed);
-        total += totalDaLinha;
+        const Dinheiro quantidade = amount(esquema::orcamento::quantidade);
+        const Dinheiro lineTotal = amount(esquema::orcamento::totalPed);
+        total += lineTotal;
         ui->GridItens->addRow({codigo, descricao, Formata(quantidade, u"###,##0.000"),
-                               FormataDinheiro(valor(esquema::orcamento::unitario)),
-                               FormataDinheiro(totalDaLinha)});
+                               FormataDinheiro(amount(esquema::orcamento::unitario)),
+                               FormataDinheiro(lineTotal)});
         if (codigo.startsWith(esquema::notaDoPedido))
-            mostraNota(ui->GridItens->rows() - 1, descricao.isEmpty() ? codigo : codigo + u' ' + descricao,
-                       quantidade.zero() && totalDaLinha.zero());
+            showNote(ui->GridItens->rows() - 1, descricao.isEmpty() ? codigo : codigo + u' ' + descricao,
+                     quantidade.zero() && lineTotal.zero());
     }
-    mostra(ui->Total, FormataDinheiro(total));
+    fill(ui->Total, FormataDinheiro(total));
 }
 
-// A note is one text across the row; one that is charged for keeps its amounts.
-void VisualizaPedido::mostraNota(int linha, const QString& texto, bool semValores) {
-    ui->GridItens->setText(linha, Codigo, texto);
-    for (int coluna = Descricao; coluna <= (semValores ? Total : Descricao); ++coluna)
-        ui->GridItens->setText(linha, coluna, {});
-    ui->GridItens->setSpan(linha - 1, Codigo, 1, semValores ? Total + 1 : Quantidade);
+// A note is shown as one text across the row. A note with an amount keeps its amounts.
+void VisualizaPedido::showNote(int row, const QString& text, bool withoutAmounts) {
+    ui->GridItens->setText(row, Codigo, text);
+    for (int column = Descricao; column <= (withoutAmounts ? Total : Descricao); ++column)
+        ui->GridItens->setText(row, column, {});
+    ui->GridItens->setSpan(row - 1, Codigo, 1, withoutAmounts ? Total + 1 : Quantidade);
 }
 
 } // namespace tarvessa

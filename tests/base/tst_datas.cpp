@@ -34,22 +34,22 @@ void TstDatas::cleanup() {
 }
 
 void TstDatas::clockIsTheMachinesUntilFixed() {
-    const QDateTime antes = QDateTime::currentDateTime();
-    QVERIFY(clock::now() >= antes);
+    const QDateTime before = QDateTime::currentDateTime();
+    QVERIFY(clock::now() >= before);
     QVERIFY(clock::now() <= QDateTime::currentDateTime());
 
-    const QDateTime fixo(QDate(2024, 2, 29), QTime(23, 59, 59));
-    clock::fix(fixo);
-    QCOMPARE(clock::now(), fixo);
+    const QDateTime fixed(QDate(2024, 2, 29), QTime(23, 59, 59));
+    clock::fix(fixed);
+    QCOMPARE(clock::now(), fixed);
     QCOMPARE(clock::today(), QDate(2024, 2, 29));
     clock::fix({});
-    QVERIFY(clock::now() >= antes);
+    QVERIFY(clock::now() >= before);
 }
 
 void TstDatas::formsForSqlAndScreen_data() {
-    QTest::addColumn<QDate>("data");
+    QTest::addColumn<QDate>("date");
     QTest::addColumn<QString>("sql");
-    QTest::addColumn<QString>("tela");
+    QTest::addColumn<QString>("screen");
     QTest::newRow("ordinary") << QDate(2024, 11, 5) << u"2024-11-05"_s << u"05/11/2024"_s;
     QTest::newRow("leap day") << QDate(2024, 2, 29) << u"2024-02-29"_s << u"29/02/2024"_s;
     QTest::newRow("no date at all") << QDate(1901, 1, 1) << u"1901-01-01"_s << u"01/01/1901"_s;
@@ -57,17 +57,17 @@ void TstDatas::formsForSqlAndScreen_data() {
 }
 
 void TstDatas::formsForSqlAndScreen() {
-    QFETCH(QDate, data);
+    QFETCH(QDate, date);
     QFETCH(QString, sql);
-    QFETCH(QString, tela);
-    QCOMPARE(TextoSQL(data), sql);
-    QCOMPARE(TextoTela(data), tela);
-    QCOMPARE(DataDaTela(tela), data);
+    QFETCH(QString, screen);
+    QCOMPARE(TextoSQL(date), sql);
+    QCOMPARE(TextoTela(date), screen);
+    QCOMPARE(DataDaTela(screen), date);
 }
 
 void TstDatas::dateOfAScreenText_data() {
-    QTest::addColumn<QString>("texto");
-    QTest::addColumn<QDate>("data");
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QDate>("date");
     QTest::newRow("ordinary") << u"05/11/2024"_s << QDate(2024, 11, 5);
     QTest::newRow("leap day") << u"29/02/2024"_s << QDate(2024, 2, 29);
     QTest::newRow("no such leap day") << u"29/02/2023"_s << QDate();
@@ -84,14 +84,14 @@ void TstDatas::dateOfAScreenText_data() {
 }
 
 void TstDatas::dateOfAScreenText() {
-    QFETCH(QString, texto);
-    QFETCH(QDate, data);
-    QCOMPARE(DataDaTela(texto), data);
+    QFETCH(QString, text);
+    QFETCH(QDate, date);
+    QCOMPARE(DataDaTela(text), date);
 }
 
 void TstDatas::sqlTextOfAValue_data() {
-    QTest::addColumn<QVariant>("valor");
-    QTest::addColumn<QString>("texto");
+    QTest::addColumn<QVariant>("value");
+    QTest::addColumn<QString>("text");
     QTest::newRow("NULL") << QVariant() << u"1901-01-01"_s;
     QTest::newRow("empty text") << QVariant(u""_s) << u"1901-01-01"_s;
     QTest::newRow("null text") << QVariant(QString()) << u"1901-01-01"_s;
@@ -108,9 +108,9 @@ void TstDatas::sqlTextOfAValue_data() {
 }
 
 void TstDatas::sqlTextOfAValue() {
-    QFETCH(QVariant, valor);
-    QFETCH(QString, texto);
-    QCOMPARE(DataSQL(valor), texto);
+    QFETCH(QVariant, value);
+    QFETCH(QString, text);
+    QCOMPARE(DataSQL(value), text);
 }
 
 QTEST_GUILESS_MAIN(TstDatas)

@@ -11,11 +11,11 @@ using namespace tarvessa::test;
 
 namespace {
 
-constexpr qint64 maior = std::numeric_limits<qint64>::max();
-constexpr qint64 menor = std::numeric_limits<qint64>::min();
+constexpr qint64 largest = std::numeric_limits<qint64>::max();
+constexpr qint64 smallest = std::numeric_limits<qint64>::min();
 
-Dinheiro d(const QString& texto) {
-    return Dinheiro::dePonto(texto);
+Dinheiro d(const QString& text) {
+    return Dinheiro::dePonto(text);
 }
 
 } // namespace
@@ -47,71 +47,71 @@ class TstDinheiro : public QObject {
 };
 
 void TstDinheiro::readsADatabaseDecimal_data() {
-    QTest::addColumn<QString>("texto");
-    QTest::addColumn<qint64>("valor");
-    const auto caso = [](const QString& texto, qint64 valor) {
-        QTest::newRow(qPrintable(texto)) << texto << valor;
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<qint64>("value");
+    const auto addCase = [](const QString& text, qint64 value) {
+        QTest::newRow(qPrintable(text)) << text << value;
     };
-    caso(u"0"_s, 0);
-    caso(u"0.00"_s, 0);
-    caso(u"-0.00"_s, 0);
-    caso(u""_s, 0);
-    caso(u"  "_s, 0);
-    caso(u"1"_s, 10000);
-    caso(u"1234.50"_s, 12345000);
-    caso(u"-0.05"_s, -500);
-    caso(u"+2.5"_s, 25000);
-    caso(u" 12.5 "_s, 125000);
-    caso(u".5"_s, 5000);
-    caso(u"5."_s, 50000);
-    caso(u"0.0001"_s, 1);
-    caso(u"0.00005"_s, 0);
-    caso(u"0.00015"_s, 2);
-    caso(u"-0.00015"_s, -2);
-    caso(u"0.00025"_s, 2);
-    caso(u"0.000050000000000000000000000000000000000000000000001"_s, 1);
-    caso(u"0.000049999999999999999999999999999999999999999999999"_s, 0);
-    caso(u"000000000000000000000000000000000000000000000012.3400"_s, 123400);
-    caso(u"5.55e-17"_s, 0);
-    caso(u"-5.55E-17"_s, 0);
-    caso(u"1e5"_s, 1000000000);
-    caso(u"1.5e+3"_s, 15000000);
-    caso(u".5e1"_s, 50000);
-    caso(u" 2.50e0 "_s, 25000);
-    caso(u"1.5e-4"_s, 2);
-    caso(u"2.5e-4"_s, 2);
-    caso(u"5e-5"_s, 0);
-    caso(u"5.0000000000000001e-5"_s, 1);
-    caso(u"-1.5e-4"_s, -2);
-    caso(u"1e-999999999999"_s, 0);
-    caso(u"922337203685477.5807"_s, maior);
-    caso(u"-922337203685477.5808"_s, menor);
+    addCase(u"0"_s, 0);
+    addCase(u"0.00"_s, 0);
+    addCase(u"-0.00"_s, 0);
+    addCase(u""_s, 0);
+    addCase(u"  "_s, 0);
+    addCase(u"1"_s, 10000);
+    addCase(u"1234.50"_s, 12345000);
+    addCase(u"-0.05"_s, -500);
+    addCase(u"+2.5"_s, 25000);
+    addCase(u" 12.5 "_s, 125000);
+    addCase(u".5"_s, 5000);
+    addCase(u"5."_s, 50000);
+    addCase(u"0.0001"_s, 1);
+    addCase(u"0.00005"_s, 0);
+    addCase(u"0.00015"_s, 2);
+    addCase(u"-0.00015"_s, -2);
+    addCase(u"0.00025"_s, 2);
+    addCase(u"0.000050000000000000000000000000000000000000000000001"_s, 1);
+    addCase(u"0.000049999999999999999999999999999999999999999999999"_s, 0);
+    addCase(u"000000000000000000000000000000000000000000000012.3400"_s, 123400);
+    addCase(u"5.55e-17"_s, 0);
+    addCase(u"-5.55E-17"_s, 0);
+    addCase(u"1e5"_s, 1000000000);
+    addCase(u"1.5e+3"_s, 15000000);
+    addCase(u".5e1"_s, 50000);
+    addCase(u" 2.50e0 "_s, 25000);
+    addCase(u"1.5e-4"_s, 2);
+    addCase(u"2.5e-4"_s, 2);
+    addCase(u"5e-5"_s, 0);
+    addCase(u"5.0000000000000001e-5"_s, 1);
+    addCase(u"-1.5e-4"_s, -2);
+    addCase(u"1e-999999999999"_s, 0);
+    addCase(u"922337203685477.5807"_s, largest);
+    addCase(u"-922337203685477.5808"_s, smallest);
 }
 
 void TstDinheiro::readsADatabaseDecimal() {
-    QFETCH(QString, texto);
-    QFETCH(qint64, valor);
-    QCOMPARE(d(texto).decimosMilesimos(), valor);
+    QFETCH(QString, text);
+    QFETCH(qint64, value);
+    QCOMPARE(d(text).decimosMilesimos(), value);
 }
 
 void TstDinheiro::refusesWhatIsNoDecimal_data() {
-    QTest::addColumn<QString>("texto");
-    for (const char* texto : {"abc", "1,5", "1.2.3", "-", "+", ".", "1e", "e5", "1e+", "1e5x", "1e1.5",
-                              "1e5e5", ".e1", "12 un", "--1", "1-", "0x1F"})
-        QTest::newRow(texto) << QString::fromLatin1(texto);
+    QTest::addColumn<QString>("text");
+    for (const char* text : {"abc", "1,5", "1.2.3", "-", "+", ".", "1e", "e5", "1e+", "1e5x", "1e1.5",
+                             "1e5e5", ".e1", "12 un", "--1", "1-", "0x1F"})
+        QTest::newRow(text) << QString::fromLatin1(text);
     QTest::newRow("digits of another script") << u"١٢"_s;
 }
 
 void TstDinheiro::refusesWhatIsNoDecimal() {
-    QFETCH(QString, texto);
-    const auto erro = errorOf([&] { d(texto); });
-    QVERIFY(erro);
-    QCOMPARE(erro->number(), number(ErrorNumber::TypeMismatch));
-    QVERIFY(erro->text().contains(texto));
+    QFETCH(QString, text);
+    const auto error = errorOf([&] { d(text); });
+    QVERIFY(error);
+    QCOMPARE(error->number(), number(ErrorNumber::TypeMismatch));
+    QVERIFY(error->text().contains(text));
 }
 
 void TstDinheiro::refusesWhatIsTooLarge_data() {
-    QTest::addColumn<QString>("texto");
+    QTest::addColumn<QString>("text");
     QTest::newRow("one too many") << u"922337203685477.5808"_s;
     QTest::newRow("one too few") << u"-922337203685477.5809"_s;
     QTest::newRow("65 digits") << QString(65, u'9');
@@ -121,13 +121,13 @@ void TstDinheiro::refusesWhatIsTooLarge_data() {
 }
 
 void TstDinheiro::refusesWhatIsTooLarge() {
-    QFETCH(QString, texto);
-    QCOMPARE(errorNumberOf([&] { d(texto); }), number(ErrorNumber::Overflow));
+    QFETCH(QString, text);
+    QCOMPARE(errorNumberOf([&] { d(text); }), number(ErrorNumber::Overflow));
 }
 
 void TstDinheiro::writesThePointForm_data() {
-    QTest::addColumn<qint64>("valor");
-    QTest::addColumn<QString>("texto");
+    QTest::addColumn<qint64>("value");
+    QTest::addColumn<QString>("text");
     QTest::newRow("zero") << Q_INT64_C(0) << u" 0"_s;
     QTest::newRow("whole") << Q_INT64_C(120000) << u" 12"_s;
     QTest::newRow("one place") << Q_INT64_C(125000) << u" 12.5"_s;
@@ -137,15 +137,15 @@ void TstDinheiro::writesThePointForm_data() {
     QTest::newRow("four places") << Q_INT64_C(12345678) << u" 1234.5678"_s;
     QTest::newRow("zeros inside stay") << Q_INT64_C(10010) << u" 1.001"_s;
     QTest::newRow("no thousands separator") << Q_INT64_C(12345678900000) << u" 1234567890"_s;
-    QTest::newRow("greatest") << maior << u" 922337203685477.5807"_s;
-    QTest::newRow("least") << menor << u"-922337203685477.5808"_s;
+    QTest::newRow("greatest") << largest << u" 922337203685477.5807"_s;
+    QTest::newRow("least") << smallest << u"-922337203685477.5808"_s;
 }
 
 void TstDinheiro::writesThePointForm() {
-    QFETCH(qint64, valor);
-    QFETCH(QString, texto);
-    QCOMPARE(Dinheiro::deDecimosMilesimos(valor).ponto(), texto);
-    QCOMPARE(d(texto).decimosMilesimos(), valor);
+    QFETCH(qint64, value);
+    QFETCH(QString, text);
+    QCOMPARE(Dinheiro::deDecimosMilesimos(value).ponto(), text);
+    QCOMPARE(d(text).decimosMilesimos(), value);
 }
 
 void TstDinheiro::addsAndSubtracts() {
@@ -207,7 +207,7 @@ void TstDinheiro::proportionRoundsHalvesAwayFromZero() {
 void TstDinheiro::dividesRoundingHalvesToEven_data() {
     QTest::addColumn<QString>("a");
     QTest::addColumn<QString>("b");
-    QTest::addColumn<QString>("quociente");
+    QTest::addColumn<QString>("quotient");
     QTest::newRow("whole") << u"12"_s << u"4"_s << u"3"_s;
     QTest::newRow("third") << u"1"_s << u"3"_s << u"0.3333"_s;
     QTest::newRow("two thirds") << u"2"_s << u"3"_s << u"0.6667"_s;
@@ -220,30 +220,30 @@ void TstDinheiro::dividesRoundingHalvesToEven_data() {
 void TstDinheiro::dividesRoundingHalvesToEven() {
     QFETCH(QString, a);
     QFETCH(QString, b);
-    QFETCH(QString, quociente);
-    QCOMPARE(d(a) / d(b), d(quociente));
+    QFETCH(QString, quotient);
+    QCOMPARE(d(a) / d(b), d(quotient));
 }
 
 void TstDinheiro::divisionByZeroIsAnError() {
-    const auto erro = errorOf([] { Dinheiro(1) / Dinheiro(); });
-    QVERIFY(erro);
-    QCOMPARE(erro->number(), number(ErrorNumber::DivisionByZero));
-    QCOMPARE(erro->text(), u"Divisão por zero."_s);
+    const auto error = errorOf([] { Dinheiro(1) / Dinheiro(); });
+    QVERIFY(error);
+    QCOMPARE(error->number(), number(ErrorNumber::DivisionByZero));
+    QCOMPARE(error->text(), u"Divisão por zero."_s);
 }
 
 void TstDinheiro::overflowIsAnError() {
-    const Dinheiro teto = Dinheiro::deDecimosMilesimos(maior);
-    const Dinheiro chao = Dinheiro::deDecimosMilesimos(menor);
-    const Dinheiro pouco = Dinheiro::deDecimosMilesimos(1);
-    const int estouro = number(ErrorNumber::Overflow);
-    QCOMPARE(errorNumberOf([&] { teto + pouco; }), estouro);
-    QCOMPARE(errorNumberOf([&] { chao - pouco; }), estouro);
-    QCOMPARE(errorNumberOf([&] { -chao; }), estouro);
-    QCOMPARE(errorNumberOf([&] { teto* Dinheiro(2); }), estouro);
-    QCOMPARE(errorNumberOf([&] { teto / pouco; }), estouro);
-    QCOMPARE(errorNumberOf([&] { chao / Dinheiro(-1); }), estouro);
-    QCOMPARE(errorNumberOf([&] { Dinheiro(Q_INT64_C(922337203685478)); }), estouro);
-    QCOMPARE(errorNumberOf([&] { Dinheiro(Q_INT64_C(-922337203685478)); }), estouro);
+    const Dinheiro ceiling = Dinheiro::deDecimosMilesimos(largest);
+    const Dinheiro floor = Dinheiro::deDecimosMilesimos(smallest);
+    const Dinheiro little = Dinheiro::deDecimosMilesimos(1);
+    const int overflow = number(ErrorNumber::Overflow);
+    QCOMPARE(errorNumberOf([&] { ceiling + little; }), overflow);
+    QCOMPARE(errorNumberOf([&] { floor - little; }), overflow);
+    QCOMPARE(errorNumberOf([&] { -floor; }), overflow);
+    QCOMPARE(errorNumberOf([&] { ceiling* Dinheiro(2); }), overflow);
+    QCOMPARE(errorNumberOf([&] { ceiling / little; }), overflow);
+    QCOMPARE(errorNumberOf([&] { floor / Dinheiro(-1); }), overflow);
+    QCOMPARE(errorNumberOf([&] { Dinheiro(Q_INT64_C(922337203685478)); }), overflow);
+    QCOMPARE(errorNumberOf([&] { Dinheiro(Q_INT64_C(-922337203685478)); }), overflow);
     QCOMPARE(Dinheiro(Q_INT64_C(922337203685477)).ponto(), u" 922337203685477"_s);
 }
 

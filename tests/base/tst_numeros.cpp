@@ -10,8 +10,8 @@ using namespace tarvessa::test;
 
 namespace {
 
-Dinheiro d(const QString& texto) {
-    return Dinheiro::dePonto(texto);
+Dinheiro d(const QString& text) {
+    return Dinheiro::dePonto(text);
 }
 
 } // namespace
@@ -50,85 +50,85 @@ void TstNumeros::cleanup() {
 }
 
 void TstNumeros::textsAndTheirNumbers_data() {
-    QTest::addColumn<QString>("texto");
-    QTest::addColumn<bool>("ehNumero");
-    QTest::addColumn<QString>("valor");
-    const auto caso = [](const QString& texto, bool ehNumero, const QString& valor) {
-        QTest::newRow(texto.isEmpty() ? "(empty)" : qPrintable(texto)) << texto << ehNumero << valor;
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<bool>("isNumber");
+    QTest::addColumn<QString>("value");
+    const auto addCase = [](const QString& text, bool isNumber, const QString& value) {
+        QTest::newRow(text.isEmpty() ? "(empty)" : qPrintable(text)) << text << isNumber << value;
     };
-    caso(u""_s, false, u"0"_s);
-    caso(u" "_s, false, u"0"_s);
-    caso(u"0"_s, true, u"0"_s);
-    caso(u"7"_s, true, u"7"_s);
-    caso(u"007"_s, true, u"7"_s);
-    caso(u" 7 "_s, true, u"7"_s);
-    caso(u"-7"_s, true, u"-7"_s);
-    caso(u"+7"_s, true, u"7"_s);
-    caso(u" -3,25 "_s, true, u"-3.25"_s);
-    caso(u"2,5"_s, true, u"2.5"_s);
-    caso(u"2,50"_s, true, u"2.5"_s);
-    caso(u",5"_s, true, u"0.5"_s);
-    caso(u"-,5"_s, true, u"-0.5"_s);
-    caso(u"7,"_s, true, u"7"_s);
-    caso(u"-7,"_s, true, u"-7"_s);
-    caso(u"1.234"_s, true, u"1234"_s);
-    caso(u"1.234,5"_s, true, u"1234.5"_s);
-    caso(u"12.345.678,90"_s, true, u"12345678.9"_s);
-    caso(u"001.234"_s, true, u"1234"_s);
-    caso(u"1234567"_s, true, u"1234567"_s);
-    caso(u"0,0001"_s, true, u"0.0001"_s);
-    caso(u"0,00005"_s, true, u"0"_s);
-    caso(u"0,00015"_s, true, u"0.0002"_s);
-    caso(u"922337203685477,5807"_s, true, u"922337203685477.5807"_s);
-    caso(u"-"_s, false, u"0"_s);
-    caso(u"+"_s, false, u"0"_s);
-    caso(u","_s, false, u"0"_s);
-    caso(u"-,"_s, false, u"0"_s);
-    caso(u"."_s, false, u"0"_s);
-    caso(u".5"_s, false, u"0"_s);
-    caso(u"--1"_s, false, u"0"_s);
-    caso(u"- 3"_s, false, u"0"_s);
-    caso(u"1-"_s, false, u"1"_s);
-    caso(u"1.5"_s, false, u"1"_s);
-    caso(u"1.23"_s, false, u"1"_s);
-    caso(u"1.2345"_s, false, u"1"_s);
-    caso(u"1234.567"_s, false, u"1234"_s);
-    caso(u"1.234.56"_s, false, u"1234"_s);
-    caso(u"1.234.5678"_s, false, u"1234"_s);
-    caso(u"1,2,3"_s, false, u"1.2"_s);
-    caso(u"1,234.5"_s, false, u"1.234"_s);
-    caso(u"1 234"_s, false, u"1"_s);
-    caso(u"1e5"_s, false, u"1"_s);
-    caso(u"0x10"_s, false, u"0"_s);
-    caso(u"12 un"_s, false, u"12"_s);
-    caso(u"30 dias"_s, false, u"30"_s);
-    caso(u"2,5%"_s, false, u"2.5"_s);
-    caso(u"003>>"_s, false, u"3"_s);
-    caso(u"1 - VAREJO"_s, false, u"1"_s);
-    caso(u"abc"_s, false, u"0"_s);
-    caso(u"R$ 5"_s, false, u"0"_s);
-    caso(u"½"_s, false, u"0"_s);
-    caso(u"١٢"_s, false, u"0"_s);
-    caso(u"１２"_s, false, u"0"_s);
+    addCase(u""_s, false, u"0"_s);
+    addCase(u" "_s, false, u"0"_s);
+    addCase(u"0"_s, true, u"0"_s);
+    addCase(u"7"_s, true, u"7"_s);
+    addCase(u"007"_s, true, u"7"_s);
+    addCase(u" 7 "_s, true, u"7"_s);
+    addCase(u"-7"_s, true, u"-7"_s);
+    addCase(u"+7"_s, true, u"7"_s);
+    addCase(u" -3,25 "_s, true, u"-3.25"_s);
+    addCase(u"2,5"_s, true, u"2.5"_s);
+    addCase(u"2,50"_s, true, u"2.5"_s);
+    addCase(u",5"_s, true, u"0.5"_s);
+    addCase(u"-,5"_s, true, u"-0.5"_s);
+    addCase(u"7,"_s, true, u"7"_s);
+    addCase(u"-7,"_s, true, u"-7"_s);
+    addCase(u"1.234"_s, true, u"1234"_s);
+    addCase(u"1.234,5"_s, true, u"1234.5"_s);
+    addCase(u"12.345.678,90"_s, true, u"12345678.9"_s);
+    addCase(u"001.234"_s, true, u"1234"_s);
+    addCase(u"1234567"_s, true, u"1234567"_s);
+    addCase(u"0,0001"_s, true, u"0.0001"_s);
+    addCase(u"0,00005"_s, true, u"0"_s);
+    addCase(u"0,00015"_s, true, u"0.0002"_s);
+    addCase(u"922337203685477,5807"_s, true, u"922337203685477.5807"_s);
+    addCase(u"-"_s, false, u"0"_s);
+    addCase(u"+"_s, false, u"0"_s);
+    addCase(u","_s, false, u"0"_s);
+    addCase(u"-,"_s, false, u"0"_s);
+    addCase(u"."_s, false, u"0"_s);
+    addCase(u".5"_s, false, u"0"_s);
+    addCase(u"--1"_s, false, u"0"_s);
+    addCase(u"- 3"_s, false, u"0"_s);
+    addCase(u"1-"_s, false, u"1"_s);
+    addCase(u"1.5"_s, false, u"1"_s);
+    addCase(u"1.23"_s, false, u"1"_s);
+    addCase(u"1.2345"_s, false, u"1"_s);
+    addCase(u"1234.567"_s, false, u"1234"_s);
+    addCase(u"1.234.56"_s, false, u"1234"_s);
+    addCase(u"1.234.5678"_s, false, u"1234"_s);
+    addCase(u"1,2,3"_s, false, u"1.2"_s);
+    addCase(u"1,234.5"_s, false, u"1.234"_s);
+    addCase(u"1 234"_s, false, u"1"_s);
+    addCase(u"1e5"_s, false, u"1"_s);
+    addCase(u"0x10"_s, false, u"0"_s);
+    addCase(u"12 un"_s, false, u"12"_s);
+    addCase(u"30 dias"_s, false, u"30"_s);
+    addCase(u"2,5%"_s, false, u"2.5"_s);
+    addCase(u"003>>"_s, false, u"3"_s);
+    addCase(u"1 - VAREJO"_s, false, u"1"_s);
+    addCase(u"abc"_s, false, u"0"_s);
+    addCase(u"R$ 5"_s, false, u"0"_s);
+    addCase(u"½"_s, false, u"0"_s);
+    addCase(u"١٢"_s, false, u"0"_s);
+    addCase(u"１２"_s, false, u"0"_s);
 }
 
 void TstNumeros::textsAndTheirNumbers() {
-    QFETCH(QString, texto);
-    QFETCH(bool, ehNumero);
-    QFETCH(QString, valor);
-    QCOMPARE(EhNumero(texto), ehNumero);
-    QCOMPARE(ValorNumerico(texto), d(valor));
+    QFETCH(QString, text);
+    QFETCH(bool, isNumber);
+    QFETCH(QString, value);
+    QCOMPARE(EhNumero(text), isNumber);
+    QCOMPARE(ValorNumerico(text), d(value));
 }
 
 void TstNumeros::valueTooLargeIsAnError() {
-    const int estouro = number(ErrorNumber::Overflow);
-    QCOMPARE(errorNumberOf([] { ValorNumerico(u"922337203685477,5808"); }), estouro);
-    QCOMPARE(errorNumberOf([] { ValorNumerico(u"-9.999.999.999.999.999"); }), estouro);
+    const int overflow = number(ErrorNumber::Overflow);
+    QCOMPARE(errorNumberOf([] { ValorNumerico(u"922337203685477,5808"); }), overflow);
+    QCOMPARE(errorNumberOf([] { ValorNumerico(u"-9.999.999.999.999.999"); }), overflow);
 }
 
 void TstNumeros::wholeValueOfAText_data() {
-    QTest::addColumn<QString>("texto");
-    QTest::addColumn<int>("valor");
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<int>("value");
     QTest::newRow("whole") << u"30"_s << 30;
     QTest::newRow("cut") << u"30,9"_s << 30;
     QTest::newRow("negative cut") << u"-30,9"_s << -30;
@@ -139,77 +139,77 @@ void TstNumeros::wholeValueOfAText_data() {
 }
 
 void TstNumeros::wholeValueOfAText() {
-    QFETCH(QString, texto);
-    QFETCH(int, valor);
-    QCOMPARE(ValorInteiro(texto), valor);
+    QFETCH(QString, text);
+    QFETCH(int, value);
+    QCOMPARE(ValorInteiro(text), value);
 }
 
 void TstNumeros::wholeValueTooLargeIsAnError_data() {
-    QTest::addColumn<QString>("texto");
-    for (const char* texto : {"2147483648", "-2147483649", "99999999999999999999"})
-        QTest::newRow(texto) << QString::fromLatin1(texto);
+    QTest::addColumn<QString>("text");
+    for (const char* text : {"2147483648", "-2147483649", "99999999999999999999"})
+        QTest::newRow(text) << QString::fromLatin1(text);
 }
 
 void TstNumeros::wholeValueTooLargeIsAnError() {
-    QFETCH(QString, texto);
-    QCOMPARE(errorNumberOf([&] { ValorInteiro(texto); }), number(ErrorNumber::Overflow));
+    QFETCH(QString, text);
+    QCOMPARE(errorNumberOf([&] { ValorInteiro(text); }), number(ErrorNumber::Overflow));
 }
 
 void TstNumeros::masks_data() {
-    QTest::addColumn<QString>("valor");
-    QTest::addColumn<QString>("mascara");
-    QTest::addColumn<QString>("texto");
-    const auto caso = [](const QString& mascara, const QString& valor, const QString& texto) {
-        QTest::addRow("%s by %s", qPrintable(valor), qPrintable(mascara)) << valor << mascara << texto;
+    QTest::addColumn<QString>("value");
+    QTest::addColumn<QString>("mask");
+    QTest::addColumn<QString>("text");
+    const auto addCase = [](const QString& mask, const QString& value, const QString& text) {
+        QTest::addRow("%s by %s", qPrintable(value), qPrintable(mask)) << value << mask << text;
     };
-    caso(u"###,##0.00"_s, u"0"_s, u"0,00"_s);
-    caso(u"###,##0.00"_s, u"0.5"_s, u"0,50"_s);
-    caso(u"###,##0.00"_s, u"1234567.8"_s, u"1.234.567,80"_s);
-    caso(u"###,##0.00"_s, u"-1234.56"_s, u"-1.234,56"_s);
-    caso(u"###,##0.00"_s, u"0.005"_s, u"0,01"_s);
-    caso(u"###,##0.00"_s, u"0.015"_s, u"0,02"_s);
-    caso(u"###,##0.00"_s, u"0.025"_s, u"0,03"_s);
-    caso(u"###,##0.00"_s, u"-0.005"_s, u"-0,01"_s);
-    caso(u"###,##0.00"_s, u"0.0049"_s, u"0,00"_s);
-    caso(u"###,##0.00"_s, u"-0.0049"_s, u"0,00"_s);
-    caso(u"###,##0.00"_s, u"999.995"_s, u"1.000,00"_s);
-    caso(u"###,##0.00"_s, u"922337203685477.5807"_s, u"922.337.203.685.477,58"_s);
-    caso(u"###,##0.00"_s, u"-922337203685477.5808"_s, u"-922.337.203.685.477,58"_s);
-    caso(u"###,##0.000"_s, u"1.5"_s, u"1,500"_s);
-    caso(u"###,##0.000"_s, u"1.2345"_s, u"1,235"_s);
-    caso(u"###,##0.0##"_s, u"1"_s, u"1,0"_s);
-    caso(u"###,##0.0##"_s, u"1.25"_s, u"1,25"_s);
-    caso(u"###,##0.0##"_s, u"1234.1239"_s, u"1.234,124"_s);
-    caso(u"###0.0#"_s, u"1234"_s, u"1234,0"_s);
-    caso(u"###0.0#"_s, u"1234.56"_s, u"1234,56"_s);
-    caso(u"###0.0#"_s, u"1234.567"_s, u"1234,57"_s);
-    caso(u"##0.0"_s, u"3.25"_s, u"3,3"_s);
-    caso(u"##0.0"_s, u"1234.5"_s, u"1234,5"_s);
-    caso(u"##0.00"_s, u"3"_s, u"3,00"_s);
-    caso(u"##0.000"_s, u"3"_s, u"3,000"_s);
-    caso(u"###,###,##0"_s, u"1234567.5"_s, u"1.234.568"_s);
-    caso(u"###,###,##0"_s, u"0"_s, u"0"_s);
-    caso(u"#000,000"_s, u"7"_s, u"000.007"_s);
-    caso(u"#000,000"_s, u"12345"_s, u"012.345"_s);
-    caso(u"#000,000"_s, u"1234567"_s, u"1.234.567"_s);
-    caso(u"000"_s, u"7"_s, u"007"_s);
-    caso(u"000"_s, u"1234"_s, u"1234"_s);
-    caso(u"0000000"_s, u"123"_s, u"0000123"_s);
-    caso(u"0000000"_s, u"12345678"_s, u"12345678"_s);
-    caso(u"0000000"_s, u"-5"_s, u"-0000005"_s);
-    caso(u"000000000000"_s, u"789"_s, u"000000000789"_s);
+    addCase(u"###,##0.00"_s, u"0"_s, u"0,00"_s);
+    addCase(u"###,##0.00"_s, u"0.5"_s, u"0,50"_s);
+    addCase(u"###,##0.00"_s, u"1234567.8"_s, u"1.234.567,80"_s);
+    addCase(u"###,##0.00"_s, u"-1234.56"_s, u"-1.234,56"_s);
+    addCase(u"###,##0.00"_s, u"0.005"_s, u"0,01"_s);
+    addCase(u"###,##0.00"_s, u"0.015"_s, u"0,02"_s);
+    addCase(u"###,##0.00"_s, u"0.025"_s, u"0,03"_s);
+    addCase(u"###,##0.00"_s, u"-0.005"_s, u"-0,01"_s);
+    addCase(u"###,##0.00"_s, u"0.0049"_s, u"0,00"_s);
+    addCase(u"###,##0.00"_s, u"-0.0049"_s, u"0,00"_s);
+    addCase(u"###,##0.00"_s, u"999.995"_s, u"1.000,00"_s);
+    addCase(u"###,##0.00"_s, u"922337203685477.5807"_s, u"922.337.203.685.477,58"_s);
+    addCase(u"###,##0.00"_s, u"-922337203685477.5808"_s, u"-922.337.203.685.477,58"_s);
+    addCase(u"###,##0.000"_s, u"1.5"_s, u"1,500"_s);
+    addCase(u"###,##0.000"_s, u"1.2345"_s, u"1,235"_s);
+    addCase(u"###,##0.0##"_s, u"1"_s, u"1,0"_s);
+    addCase(u"###,##0.0##"_s, u"1.25"_s, u"1,25"_s);
+    addCase(u"###,##0.0##"_s, u"1234.1239"_s, u"1.234,124"_s);
+    addCase(u"###0.0#"_s, u"1234"_s, u"1234,0"_s);
+    addCase(u"###0.0#"_s, u"1234.56"_s, u"1234,56"_s);
+    addCase(u"###0.0#"_s, u"1234.567"_s, u"1234,57"_s);
+    addCase(u"##0.0"_s, u"3.25"_s, u"3,3"_s);
+    addCase(u"##0.0"_s, u"1234.5"_s, u"1234,5"_s);
+    addCase(u"##0.00"_s, u"3"_s, u"3,00"_s);
+    addCase(u"##0.000"_s, u"3"_s, u"3,000"_s);
+    addCase(u"###,###,##0"_s, u"1234567.5"_s, u"1.234.568"_s);
+    addCase(u"###,###,##0"_s, u"0"_s, u"0"_s);
+    addCase(u"#000,000"_s, u"7"_s, u"000.007"_s);
+    addCase(u"#000,000"_s, u"12345"_s, u"012.345"_s);
+    addCase(u"#000,000"_s, u"1234567"_s, u"1.234.567"_s);
+    addCase(u"000"_s, u"7"_s, u"007"_s);
+    addCase(u"000"_s, u"1234"_s, u"1234"_s);
+    addCase(u"0000000"_s, u"123"_s, u"0000123"_s);
+    addCase(u"0000000"_s, u"12345678"_s, u"12345678"_s);
+    addCase(u"0000000"_s, u"-5"_s, u"-0000005"_s);
+    addCase(u"000000000000"_s, u"789"_s, u"000000000789"_s);
 }
 
 void TstNumeros::masks() {
-    QFETCH(QString, valor);
-    QFETCH(QString, mascara);
-    QFETCH(QString, texto);
-    QCOMPARE(Formata(d(valor), mascara), texto);
+    QFETCH(QString, value);
+    QFETCH(QString, mask);
+    QFETCH(QString, text);
+    QCOMPARE(Formata(d(value), mask), text);
 }
 
 void TstNumeros::moneyOnTheScreen_data() {
-    QTest::addColumn<QString>("valor");
-    QTest::addColumn<QString>("texto");
+    QTest::addColumn<QString>("value");
+    QTest::addColumn<QString>("text");
     QTest::newRow("zero") << u"0"_s << u"0,00"_s;
     QTest::newRow("cents") << u"0.07"_s << u"0,07"_s;
     QTest::newRow("ten million") << u"10000000"_s << u"10.000.000,00"_s;
@@ -217,14 +217,14 @@ void TstNumeros::moneyOnTheScreen_data() {
 }
 
 void TstNumeros::moneyOnTheScreen() {
-    QFETCH(QString, valor);
-    QFETCH(QString, texto);
-    QCOMPARE(FormataDinheiro(d(valor)), texto);
+    QFETCH(QString, value);
+    QFETCH(QString, text);
+    QCOMPARE(FormataDinheiro(d(value)), text);
 }
 
 void TstNumeros::quantityOnTheScreen_data() {
-    QTest::addColumn<QString>("valor");
-    QTest::addColumn<QString>("texto");
+    QTest::addColumn<QString>("value");
+    QTest::addColumn<QString>("text");
     QTest::newRow("zero") << u"0"_s << u"0"_s;
     QTest::newRow("whole") << u"12.000"_s << u"12"_s;
     QTest::newRow("with places") << u"1.5"_s << u"1,500"_s;
@@ -235,16 +235,16 @@ void TstNumeros::quantityOnTheScreen_data() {
 }
 
 void TstNumeros::quantityOnTheScreen() {
-    QFETCH(QString, valor);
-    QFETCH(QString, texto);
-    QCOMPARE(FormataQuantidade(d(valor)), texto);
+    QFETCH(QString, value);
+    QFETCH(QString, text);
+    QCOMPARE(FormataQuantidade(d(value)), text);
 }
 
 void TstNumeros::screenFormIsReadBack() {
-    for (const QString& valor : {u"0"_s, u"-0.01"_s, u"1234.56"_s, u"98765432.1"_s, u"-1000000"_s}) {
-        const QString texto = FormataDinheiro(d(valor));
-        QVERIFY2(EhNumero(texto), qPrintable(texto));
-        QCOMPARE(ValorNumerico(texto), d(valor));
+    for (const QString& value : {u"0"_s, u"-0.01"_s, u"1234.56"_s, u"98765432.1"_s, u"-1000000"_s}) {
+        const QString text = FormataDinheiro(d(value));
+        QVERIFY2(EhNumero(text), qPrintable(text));
+        QCOMPARE(ValorNumerico(text), d(value));
     }
 }
 

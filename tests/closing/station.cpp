@@ -20,25 +20,25 @@ int main(int argc, char* argv[]) {
     QApplication aplicacao(argc, argv);
     const QString vendedor = QApplication::arguments().value(1);
     clock::fix(QDateTime::fromString(QApplication::arguments().value(2), Qt::ISODate));
-    bool converteu = false;
+    bool converted = false;
     {
         PainelFechamento painel;
         if (!painel.Form_Load())
             return 2;
         painel.show();
-        auto* grade = painel.findChild<Grid*>(u"Grid1"_s);
-        int selecionados = 0;
-        for (int linha = 1; linha < grade->rows(); ++linha) {
-            if (grade->text(linha, colunas::Vendedor) != vendedor)
-                Q_EMIT grade->cellClicked(linha, colunas::Selecao);
-            selecionados += grade->isTicked(linha) ? 1 : 0;
+        auto* grid = painel.findChild<Grid*>(u"Grid1"_s);
+        int selected = 0;
+        for (int row = 1; row < grid->rows(); ++row) {
+            if (grid->text(row, painelfechamento::Vendedor) != vendedor)
+                Q_EMIT grid->cellClicked(row, painelfechamento::Selecao);
+            selected += grid->isTicked(row) ? 1 : 0;
         }
-        std::cout << selecionados << std::endl;
-        std::string linha;
-        std::getline(std::cin, linha);
+        std::cout << selected << std::endl;
+        std::string row;
+        std::getline(std::cin, row);
         painel.findChild<QPushButton*>(u"Command2"_s)->click();
-        converteu = grade->rows() == 1;
+        converted = grid->rows() == 1;
     }
     EncerraBanco();
-    return converteu ? 0 : 1;
+    return converted ? 0 : 1;
 }

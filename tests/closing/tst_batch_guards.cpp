@@ -1,5 +1,6 @@
 // What a closing does where the list is no longer true, a code is odd or a statement fails.
 
+#include "base/Clock.h"
 #include "closing/PainelFechamentoColumns.h"
 #include "closing/PanelBench.h"
 #include "core/AcessoDados.h"
@@ -66,6 +67,7 @@ class TstBatchGuards : public QObject {
     void changedSinceTheListing_data();
     void changedSinceTheListing();
     void linesBeforeThePeriodDoNotCount();
+    void listFromYesterdayKeepsItsPeriod();
     void settledRowsLeaveTheListAfterAnError();
     void priceCheckCutByAnErrorTellsWhatItCorrected();
     void listingThatBreaksInTheMiddleLeavesNone_data();
@@ -118,8 +120,8 @@ QStringList TstBatchGuards::received() {
 void TstBatchGuards::promotionLoadsTheListAgain() {
     documents(3);
     QVERIFY(b->open());
-    b->click(2, colunas::Selecao);
-    b->grid()->setCurrentCell(3, colunas::Cliente);
+    b->click(2, painelfechamento::Selecao);
+    b->grid()->setCurrentCell(3, painelfechamento::Cliente);
     b->server().execute(u"UPDATE produtos SET descricao = 'PRODUTO', ativo = 'S'"_s);
     {
         ModalHelper modal;
@@ -135,11 +137,11 @@ void TstBatchGuards::promotionLoadsTheListAgain() {
         b->press(u"Command6"_s);
         QCOMPARE(modal.problem(), QString());
     }
-    QCOMPARE(b->column(colunas::Total), (QStringList{u"4,50"_s, u"4,50"_s, u"4,50"_s}));
-    QCOMPARE(b->column(colunas::Selecao), (QStringList{u" "_s, QString(), u" "_s}));
+    QCOMPARE(b->column(painelfechamento::Total), (QStringList{u"4,50"_s, u"4,50"_s, u"4,50"_s}));
+    QCOMPARE(b->column(painelfechamento::Selecao), (QStringList{u" "_s, QString(), u" "_s}));
     QCOMPARE(b->total(), u"9,00"_s);
     QCOMPARE(b->grid()->currentRow(), 3);
-    QCOMPARE(b->grid()->currentColumn(), int(colunas::Cliente));
+    QCOMPARE(b->grid()->currentColumn(), int(painelfechamento::Cliente));
 
     closeAll(mensagens::sucesso);
     QCOMPARE(b->server().query(u"SELECT Nr_Pedido, Valor FROM areceber ORDER BY id"_s),
@@ -207,6 +209,17 @@ void TstBatchGuards::linesBeforeThePeriodDoNotCount() {
     QCOMPARE(b->valor(u"SELECT Valor FROM areceber"_s), u"10.00"_s);
 }
 
+void TstBatchGuards::listFromYesterdayKeepsItsPeriod() {
+    b->shop().documento({.pedido = 1, .diasAtras = 7});
+    QVERIFY(b->open());
+    clock::fix(QDateTime(QDate(2024, 3, 16), QTime(0, 1)));
+    closeAll(mensagens::sucesso);
+    QCOMPARE(b->valor(u"SELECT Valor FROM areceber"_s), u"10.00"_s);
+    const QStringList questions = b->statements().filter(u"From logestoque"_s);
+    QCOMPARE(questions.size(), 1);
+    QVERIFY2(questions[0].contains(u"data>='2024-03-08'"_s), qPrintable(questions[0]));
+}
+
 void TstBatchGuards::settledRowsLeaveTheListAfterAnError() {
     b->shop().cliente({.codigo = u"CPF"_s, .cnpjCpf = u"12345678909"_s});
     b->shop().documento({.pedido = 1, .nomeVendedor = u"A"_s});
@@ -216,8 +229,8 @@ void TstBatchGuards::settledRowsLeaveTheListAfterAnError() {
     b->server().execute(u"UPDATE produtos SET Venda = 99"_s);
     QVERIFY(b->open());
     closeAll(u"código de vendedor 40000"_s);
-    QCOMPARE(b->column(colunas::Pedido), (QStringList{u"3"_s, u"4"_s}));
-    QCOMPARE(b->column(colunas::Selecao), (QStringList{u" "_s, u" "_s}));
+    QCOMPARE(b->column(painelfechamento::Pedido), (QStringList{u"3"_s, u"4"_s}));
+    QCOMPARE(b->column(painelfechamento::Selecao), (QStringList{u" "_s, u" "_s}));
     QCOMPARE(b->total(), u"20,00"_s);
     QVERIFY(b->button(u"Command4"_s)->isEnabled());
 
@@ -313,7 +326,7 @@ void TstBatchGuards::customerCodeThatBreaksStatements() {
     b->shop().documento({.pedido = 2, .nomeVendedor = u"B"_s});
     QVERIFY(b->open());
     if (!selected)
-        b->click(1, colunas::Selecao);
+        b->click(1, painelfechamento::Selecao);
     b->mark();
     closeAll(mensagens::comErros);
     QCOMPARE(b->log(), PanelBench::logWith({refused(1, u"CÓDIGO DE CLIENTE INVÁLIDO."_s)}));
@@ -384,7 +397,7 @@ void TstBatchGuards::errorNamesPreSaleAndProduct() {
     closeAll(u"Pré-venda 12: Produto P2: "_s);
     b->server().execute(u"DROP TRIGGER falha"_s);
     QCOMPARE(b->log(), PanelBench::logWith({refused(12, breakOff)}));
-    QCOMPARE(b->column(colunas::Pedido), QStringList{u"12"_s});
+    QCOMPARE(b->column(painelfechamento::Pedido), QStringList{u"12"_s});
 }
 
 void TstBatchGuards::errorBeforeTheFirstWriteInterruptsNothing_data() {
@@ -415,7 +428,7 @@ void TstBatchGuards::errorBeforeTheFirstWriteInterruptsNothing() {
     b->shop().documento({.pedido = 3, .nomeVendedor = u"Z"_s});
     QVERIFY(b->open());
     if (!selected)
-        b->click(1, colunas::Selecao);
+        b->click(1, painelfechamento::Selecao);
     b->server().execute(breaks);
     const auto mend = qScopeGuard([&] { b->server().execute(mends); });
     const auto before = b->shop().retrato();
@@ -423,7 +436,7 @@ void TstBatchGuards::errorBeforeTheFirstWriteInterruptsNothing() {
     QCOMPARE(b->log(), PanelBench::logWith({}));
     QCOMPARE(b->shop().retrato(), before);
     QCOMPARE(QDir(b->programFolder()).entryList({u"*.andamento"_s}), QStringList());
-    QCOMPARE(b->column(colunas::Pedido), (QStringList{u"2"_s, u"3"_s}));
+    QCOMPARE(b->column(painelfechamento::Pedido), (QStringList{u"2"_s, u"3"_s}));
 }
 
 void TstBatchGuards::withoutStockTheOrderLinesAreTheFirstWrite() {
@@ -485,7 +498,7 @@ void TstBatchGuards::logLineThatCannotBeWrittenStopsNothing() {
     QCOMPARE(modal.problem(), QString());
     QVERIFY(modal.boxes()[2].text.contains(refused(1, u"FORMA DE PAGAMENTO INVÁLIDA."_s)));
     QCOMPARE(received(), QStringList{u"2"_s});
-    QCOMPARE(b->column(colunas::Pedido), QStringList{u"1"_s});
+    QCOMPARE(b->column(painelfechamento::Pedido), QStringList{u"1"_s});
 #else
     QSKIP("needs a limit on the size of files");
 #endif

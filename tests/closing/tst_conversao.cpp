@@ -24,16 +24,16 @@ using namespace tarvessa::test;
 
 namespace {
 
-const QString trava = u"CONCAT('tarvessa_numero_', MD5(DATABASE()))"_s;
-const QString pedeTrava = u"SELECT GET_LOCK("_s + trava + u", 10)"_s;
-const QString devolveTrava = u"SELECT RELEASE_LOCK("_s + trava + u")"_s;
+const QString lock = u"CONCAT('tarvessa_numero_', MD5(DATABASE()))"_s;
+const QString askLock = u"SELECT GET_LOCK("_s + lock + u", 10)"_s;
+const QString releaseLock = u"SELECT RELEASE_LOCK("_s + lock + u")"_s;
 
-QStringList comandosDe(int dav, int pv) {
-    return {pedeTrava,
+QStringList commandsOf(int dav, int pv) {
+    return {askLock,
             u"UPDATE empresa SET contadorPV = contadorPV+1"_s,
             u"SELECT contadorPV FROM empresa"_s,
             u"SELECT nrpedido FROM orcamento WHERE nrpedido=%1 AND TipoOperacao='P' LIMIT 1"_s.arg(pv),
-            devolveTrava,
+            releaseLock,
             u"UPDATE orcamento SET TipoOperacao = 'P', nrPedido = '%1',situacaoorc = 'A' WHERE nrpedido =%2 "
             "and TipoOperacao = 'D'"_s.arg(pv)
                 .arg(dav),
@@ -43,21 +43,21 @@ QStringList comandosDe(int dav, int pv) {
 }
 
 /// Notes what a progress bar said each time it was painted while it was shown.
-class Pintura : public QObject {
+class BarPaints : public QObject {
   public:
-    explicit Pintura(QProgressBar* barra) : m_barra(barra) { barra->installEventFilter(this); }
+    explicit BarPaints(QProgressBar* bar) : m_bar(bar) { bar->installEventFilter(this); }
 
-    bool eventFilter(QObject*, QEvent* evento) override {
-        if (evento->type() == QEvent::Paint)
-            m_textos += m_barra->text();
+    bool eventFilter(QObject*, QEvent* event) override {
+        if (event->type() == QEvent::Paint)
+            m_texts += m_bar->text();
         return false;
     }
 
-    const QStringList& texts() const { return m_textos; }
+    const QStringList& texts() const { return m_texts; }
 
   private:
-    QProgressBar* m_barra;
-    QStringList m_textos;
+    QProgressBar* m_bar;
+    QStringList m_texts;
 };
 
 } // namespace
@@ -69,7 +69,7 @@ class TstConversao : public QObject {
     PanelBench m;
 
     /// A DAV of two lines and, unless told otherwise, one note; lines and note carry its number.
-    void dav(int numero, const QString& cliente, const QString& vendedor, bool comNota = true) {
+    void dav(int numero, const QString& cliente, const QString& vendedor, bool withNote = true) {
         m.shop().documento({.pedido = numero,
                             .cliente = cliente,
                             .tipo = u"D"_s,
@@ -78,14 +78,14 @@ class TstConversao : public QObject {
                             .linhas = {aoPreco(u"L%1A"_s.arg(numero), u"1"_s, u"10"_s),
                                        aoPreco(u"L%1B"_s.arg(numero), u"2"_s, u"5"_s)},
                             .controle = false});
-        if (comNota)
+        if (withNote)
             m.server().execute(
                 u"INSERT INTO observacao (nrpedido, tipoOperacao, texto) VALUES (%1, 'D', '%1')"_s.arg(
                     numero));
     }
 
     /// Three DAVs; by seller and customer they are listed 30, 10, 20.
-    void tresDavs() {
+    void threeDavs() {
         m.shop().cliente({.codigo = u"C1"_s,
                           .nome = u"BENTO"_s,
                           .prazo = u"0"_s,
@@ -109,18 +109,18 @@ class TstConversao : public QObject {
 
     /// What became of the DAV: kind and number of its lines, which must still be together; the note must be
     /// with them, or still with the DAV.
-    QString destino(int numero) {
+    QString destination(int numero) {
         const auto linhas =
             m.server().query(u"SELECT DISTINCT TipoOperacao, nrpedido, COUNT(*) FROM orcamento WHERE "
                              "codigo LIKE 'L%1_' GROUP BY 1, 2"_s.arg(numero));
         if (linhas.size() != 1 || linhas[0][2] != u"2"_s)
             return u"torn apart"_s;
-        const QString onde = linhas[0][0] + linhas[0][1];
-        const QString outras = m.valor(
+        const QString where = linhas[0][0] + linhas[0][1];
+        const QString others = m.valor(
             u"SELECT COUNT(*) FROM orcamento WHERE TipoOperacao='%1' AND nrpedido=%2 AND codigo NOT LIKE "
             "'L%3_'"_s.arg(linhas[0][0], linhas[0][1])
                 .arg(numero));
-        return outras == u"0"_s ? onde : u"merged"_s;
+        return others == u"0"_s ? where : u"merged"_s;
     }
 
     QString nota(int numero) {
@@ -141,48 +141,48 @@ class TstConversao : public QObject {
     }
 
     void convertsInTheOrderOfTheGrid() {
-        tresDavs();
+        threeDavs();
         QVERIFY(m.open(PanelBench::wide));
         m.press(u"Command2"_s);
-        QCOMPARE(m.texts(), comandosDe(30, 101) + comandosDe(10, 102) + comandosDe(20, 103));
+        QCOMPARE(m.texts(), commandsOf(30, 101) + commandsOf(10, 102) + commandsOf(20, 103));
         QCOMPARE(m.valor(u"SELECT contadorPV FROM empresa"_s), u"103"_s);
-        QCOMPARE(destino(30), u"P101"_s);
-        QCOMPARE(destino(10), u"P102"_s);
-        QCOMPARE(destino(20), u"P103"_s);
+        QCOMPARE(destination(30), u"P101"_s);
+        QCOMPARE(destination(10), u"P102"_s);
+        QCOMPARE(destination(20), u"P103"_s);
         QCOMPARE(nota(30), u"P101"_s);
         QCOMPARE(nota(10), u"P102"_s);
         QCOMPARE(m.valor(u"SELECT GROUP_CONCAT(DISTINCT situacaoorc) FROM orcamento"_s), u"A"_s);
     }
 
     void afterwardsOnlyTheListingGoesOn() {
-        tresDavs();
+        threeDavs();
         QVERIFY(m.open(PanelBench::wide));
         QVERIFY(m.button(u"Command2"_s)->isEnabled());
         QVERIFY(!m.button(u"Command3"_s)->isEnabled());
         m.press(u"Command2"_s);
         QCOMPARE(m.grid()->rows(), 1);
-        for (const char* nome : {"Command2", "Command4", "Command5", "Command6"})
-            QVERIFY(!m.button(QString::fromLatin1(nome))->isEnabled());
+        for (const char* name : {"Command2", "Command4", "Command5", "Command6"})
+            QVERIFY(!m.button(QString::fromLatin1(name))->isEnabled());
         QVERIFY(m.button(u"Command3"_s)->isEnabled());
         QCOMPARE(m.panel()->findChild<QLineEdit*>(u"Text1"_s)->text(), u"0,00"_s);
         m.press(u"Command3"_s);
         QCOMPARE(m.grid()->rows(), 4);
-        QCOMPARE(m.cell(1, colunas::Pedido), u"101"_s);
+        QCOMPARE(m.cell(1, painelfechamento::Pedido), u"101"_s);
     }
 
     void untickedStaysAsItIs() {
-        tresDavs();
+        threeDavs();
         QVERIFY(m.open(PanelBench::wide));
-        m.click(m.rowOf(10), colunas::Selecao);
+        m.click(m.rowOf(10), painelfechamento::Selecao);
         m.press(u"Command2"_s);
-        QCOMPARE(m.texts(), comandosDe(30, 101) + comandosDe(20, 102));
-        QCOMPARE(destino(10), u"D10"_s);
+        QCOMPARE(m.texts(), commandsOf(30, 101) + commandsOf(20, 102));
+        QCOMPARE(destination(10), u"D10"_s);
         QCOMPARE(nota(10), u"D10"_s);
         QCOMPARE(m.grid()->rows(), 1);
     }
 
     void nothingTickedSendsNothing() {
-        tresDavs();
+        threeDavs();
         QVERIFY(m.open(PanelBench::wide));
         m.press(u"Command1"_s);
         m.press(u"Command2"_s);
@@ -193,7 +193,7 @@ class TstConversao : public QObject {
 
     void documentNumber_data() {
         QTest::addColumn<QString>("tipo");
-        QTest::addColumn<QString>("avanca");
+        QTest::addColumn<QString>("advance");
         QTest::addColumn<int>("numero");
         const QString pv = u"UPDATE empresa SET contadorPV = contadorPV+1"_s;
         QTest::newRow("DAV") << u"D"_s << u"UPDATE empresa SET ultpedido = ultpedido+1"_s << 501;
@@ -205,18 +205,18 @@ class TstConversao : public QObject {
 
     void documentNumber() {
         QFETCH(QString, tipo);
-        QFETCH(QString, avanca);
+        QFETCH(QString, advance);
         QFETCH(int, numero);
         QVERIFY(m.open(PanelBench::wide));
         QCOMPARE(m.panel()->Orcamento_NumeroPedido(tipo), numero);
-        QCOMPARE(m.texts(), QStringList({pedeTrava, avanca, u"SELECT ultpedido,contadorPV FROM empresa"_s,
-                                         devolveTrava}));
+        QCOMPARE(m.texts(),
+                 QStringList({askLock, advance, u"SELECT ultpedido,contadorPV FROM empresa"_s, releaseLock}));
         QCOMPARE(m.panel()->Orcamento_NumeroPedido(tipo), numero + 1);
     }
 
     void counterEmptyOrTooLarge_data() {
-        QTest::addColumn<QString>("prepara");
-        QTest::addColumn<QString>("erro");
+        QTest::addColumn<QString>("prepare");
+        QTest::addColumn<QString>("error");
         QTest::newRow("empty") << u"ALTER TABLE empresa MODIFY contadorPV INT NULL; UPDATE empresa SET "
                                   "contadorPV = NULL"_s
                                << u"o contador de documentos da empresa está vazio"_s;
@@ -227,18 +227,18 @@ class TstConversao : public QObject {
     }
 
     void counterEmptyOrTooLarge() {
-        QFETCH(QString, prepara);
-        QFETCH(QString, erro);
-        tresDavs();
+        QFETCH(QString, prepare);
+        QFETCH(QString, error);
+        threeDavs();
         QVERIFY(m.open(PanelBench::wide));
-        m.server().execute(prepara);
-        ModalHelper caixas;
-        caixas.expectContaining(erro, QMessageBox::Ok);
+        m.server().execute(prepare);
+        ModalHelper boxes;
+        boxes.expectContaining(error, QMessageBox::Ok);
         m.press(u"Command2"_s);
-        QCOMPARE(caixas.problem(), QString());
-        QCOMPARE(m.texts(), comandosDe(0, 0).first(3) + QStringList{devolveTrava});
+        QCOMPARE(boxes.problem(), QString());
+        QCOMPARE(m.texts(), commandsOf(0, 0).first(3) + QStringList{releaseLock});
         for (const int numero : {10, 20, 30})
-            QCOMPARE(destino(numero), u"D%1"_s.arg(numero));
+            QCOMPARE(destination(numero), u"D%1"_s.arg(numero));
         m.close();
         m.server().execute(
             u"DELETE FROM empresa; ALTER TABLE empresa MODIFY contadorPV INT NOT NULL DEFAULT 0"_s);
@@ -246,82 +246,82 @@ class TstConversao : public QObject {
 
     // A counter that was set back would make the DAVs part of other customers' pre-sales.
     void numberInUseConvertsNothing() {
-        tresDavs();
+        threeDavs();
         m.shop().documento({.pedido = 101, .situacao = u"B"_s, .diasAtras = 30});
         QVERIFY(m.open(PanelBench::wide));
         {
-            ModalHelper caixas;
-            caixas.expectContaining(u"O número 101 já é de outra pré-venda"_s, QMessageBox::Ok);
+            ModalHelper boxes;
+            boxes.expectContaining(u"O número 101 já é de outra pré-venda"_s, QMessageBox::Ok);
             m.press(u"Command2"_s);
-            QCOMPARE(caixas.problem(), QString());
-            QVERIFY(caixas.boxes()[0].text.contains(u"contadorPV"_s));
+            QCOMPARE(boxes.problem(), QString());
+            QVERIFY(boxes.boxes()[0].text.contains(u"contadorPV"_s));
         }
-        QCOMPARE(m.texts(), comandosDe(30, 101).first(5)); // the lock was given back
+        QCOMPARE(m.texts(), commandsOf(30, 101).first(5)); // the lock was given back
         for (const int numero : {10, 20, 30})
-            QCOMPARE(destino(numero), u"D%1"_s.arg(numero));
+            QCOMPARE(destination(numero), u"D%1"_s.arg(numero));
         QCOMPARE(m.total(), u"60,00"_s);
         QVERIFY(m.button(u"Command2"_s)->isEnabled());
 
         m.server().execute(u"UPDATE empresa SET contadorPV = 200"_s);
         m.press(u"Command2"_s);
-        QCOMPARE(destino(30), u"P201"_s);
-        QCOMPARE(destino(20), u"P203"_s);
+        QCOMPARE(destination(30), u"P201"_s);
+        QCOMPARE(destination(20), u"P203"_s);
     }
 
     // Faults
 
     void cutAtEachStatementNeitherLosesNorDoubles_data() {
         QTest::addColumn<int>("k");
-        constexpr int comandos = 21;
-        for (int k = 1; k <= comandos; ++k)
+        constexpr int commands = 21;
+        for (int k = 1; k <= commands; ++k)
             QTest::addRow("before statement %d", k) << k;
     }
 
     void cutAtEachStatementNeitherLosesNorDoubles() {
         QFETCH(int, k);
-        tresDavs();
+        threeDavs();
         FaultProxy proxy(m.server().socket());
         m.server().useSocket(proxy.socket());
         QVERIFY(m.open(PanelBench::wide));
-        const QStringList todos = comandosDe(30, 101) + comandosDe(10, 102) + comandosDe(20, 103);
+        const QStringList all = commandsOf(30, 101) + commandsOf(10, 102) + commandsOf(20, 103);
         proxy.cutBefore(k);
-        ModalHelper caixas;
+        ModalHelper boxes;
         // The end of the connection gives the lock back by itself; that cut shows once the next statement is
         // due.
-        caixas.expectContaining(todos[k - 1] == devolveTrava ? u"A conexão com o banco de dados foi perdida"_s
-                                                             : todos[k - 1],
-                                QMessageBox::Ok);
+        boxes.expectContaining(all[k - 1] == releaseLock ? u"A conexão com o banco de dados foi perdida"_s
+                                                         : all[k - 1],
+                               QMessageBox::Ok);
         m.press(u"Command2"_s);
-        QCOMPARE(caixas.problem(), QString());
-        QCOMPARE(QString::fromUtf8(proxy.cutAt()), todos[k - 1]);
-        QVERIFY(caixas.boxes()[0].informative.contains(u"A conexão com o banco de dados foi perdida"_s));
+        QCOMPARE(boxes.problem(), QString());
+        QCOMPARE(QString::fromUtf8(proxy.cutAt()), all[k - 1]);
+        QVERIFY(boxes.boxes()[0].informative.contains(u"A conexão com o banco de dados foi perdida"_s));
         QCOMPARE(m.grid()->rows(), 4); // still there, with ticks on what is left
         m.close();
 
-        const QList<int> ordem = {30, 10, 20};
-        int convertidos = 0;
-        for (int i = 0; i < ordem.size(); ++i) {
-            const bool convertido = k > 7 * i + 6;
-            const bool notaFoi = k > 7 * i + 7;
-            convertidos += convertido ? 1 : 0;
-            QCOMPARE(destino(ordem[i]), convertido ? u"P%1"_s.arg(101 + i) : u"D%1"_s.arg(ordem[i]));
-            if (ordem[i] != 20)
-                QCOMPARE(nota(ordem[i]), notaFoi ? u"P%1"_s.arg(101 + i) : u"D%1"_s.arg(ordem[i]));
+        const QList<int> order = {30, 10, 20};
+        int convertedCount = 0;
+        for (int i = 0; i < order.size(); ++i) {
+            const bool converted = k > 7 * i + 6;
+            const bool noteWent = k > 7 * i + 7;
+            convertedCount += converted ? 1 : 0;
+            QCOMPARE(destination(order[i]), converted ? u"P%1"_s.arg(101 + i) : u"D%1"_s.arg(order[i]));
+            if (order[i] != 20)
+                QCOMPARE(nota(order[i]), noteWent ? u"P%1"_s.arg(101 + i) : u"D%1"_s.arg(order[i]));
         }
 
         // After a new start the others are converted, and a number may have been lost.
         m.server().useSocket(m.server().socket());
         QVERIFY(m.open(PanelBench::wide));
-        if (convertidos < 3) {
+        if (convertedCount < 3) {
             m.press(u"Command2"_s);
             m.press(u"Command3"_s);
         }
-        QSet<QString> numeros;
-        for (const int numero : ordem) {
-            QVERIFY(destino(numero).startsWith(u'P'));
-            numeros.insert(destino(numero));
+        QSet<QString> numbers;
+        for (const int numero : order) {
+            QVERIFY(destination(numero).startsWith(u'P'));
+            numbers.insert(destination(numero));
         }
-        QCOMPARE(numeros.size(), 3);
+        QCOMPARE(numbers.size(), 3);
         QVERIFY(m.valor(u"SELECT contadorPV FROM empresa"_s).toInt() <= 104);
         QCOMPARE(m.grid()->rows(), 4);
     }
@@ -334,26 +334,26 @@ class TstConversao : public QObject {
 
     void afterAnErrorGoesOnWithTheSameNumber() {
         QFETCH(QString, tabela);
-        tresDavs();
+        threeDavs();
         QVERIFY(m.open(PanelBench::wide));
         m.server().execute(
             u"CREATE TRIGGER recusa BEFORE UPDATE ON %1 FOR EACH ROW IF OLD.nrpedido = 10 THEN "
             "SIGNAL SQLSTATE '45000' SET MESSAGE_TEXT = 'recusado'; END IF"_s.arg(tabela));
-        ModalHelper caixas;
-        caixas.expectContaining(u"recusado"_s, QMessageBox::Ok);
+        ModalHelper boxes;
+        boxes.expectContaining(u"recusado"_s, QMessageBox::Ok);
         m.press(u"Command2"_s);
         m.server().execute(u"DROP TRIGGER recusa"_s);
-        QCOMPARE(caixas.problem(), QString());
-        QCOMPARE(destino(30), u"P101"_s);
-        QCOMPARE(destino(20), u"D20"_s);
+        QCOMPARE(boxes.problem(), QString());
+        QCOMPARE(destination(30), u"P101"_s);
+        QCOMPARE(destination(20), u"D20"_s);
         QVERIFY(!m.grid()->isTicked(m.rowOf(30)));
         QVERIFY(m.grid()->isTicked(m.rowOf(10)));
         QVERIFY(m.grid()->isTicked(m.rowOf(20)));
         QCOMPARE(m.total(), u"40,00"_s);
         m.mark();
         m.press(u"Command2"_s);
-        QCOMPARE(m.texts(), comandosDe(10, 102).sliced(5) + comandosDe(20, 103));
-        QCOMPARE(destino(10), u"P102"_s);
+        QCOMPARE(m.texts(), commandsOf(10, 102).sliced(5) + commandsOf(20, 103));
+        QCOMPARE(destination(10), u"P102"_s);
         QCOMPARE(nota(10), u"P102"_s);
         QCOMPARE(m.grid()->rows(), 1);
     }
@@ -366,115 +366,113 @@ class TstConversao : public QObject {
         try {
             m.panel()->Orcamento_NumeroPedido(u"P"_s);
             QFAIL("no error");
-        } catch (const RuntimeError& erro) {
-            QCOMPARE(erro.statement(), u"SELECT ultpedido,contadorPV FROM empresa"_s);
-            QVERIFY(erro.isConnectionLost());
+        } catch (const RuntimeError& error) {
+            QCOMPARE(error.statement(), u"SELECT ultpedido,contadorPV FROM empresa"_s);
+            QVERIFY(error.isConnectionLost());
         }
     }
 
     // The lock
 
     void waitsForTheOtherStation() {
-        tresDavs();
+        threeDavs();
         QVERIFY(m.open(PanelBench::wide));
-        AdminConnection outra(m.server().socket());
-        outra.select(m.server().database());
-        QCOMPARE(outra.query(pedeTrava)[0][0], u"1"_s);
-        std::thread solta([&outra] {
+        AdminConnection other(m.server().socket());
+        other.select(m.server().database());
+        QCOMPARE(other.query(askLock)[0][0], u"1"_s);
+        std::thread release([&other] {
             QThread::msleep(700);
-            outra.execute(u"UPDATE empresa SET contadorPV = 200; DO RELEASE_LOCK(%1)"_s.arg(trava));
+            other.execute(u"UPDATE empresa SET contadorPV = 200; DO RELEASE_LOCK(%1)"_s.arg(lock));
         });
         m.press(u"Command2"_s);
-        solta.join();
-        QCOMPARE(destino(30), u"P201"_s);
-        QCOMPARE(destino(20), u"P203"_s);
+        release.join();
+        QCOMPARE(destination(30), u"P201"_s);
+        QCOMPARE(destination(20), u"P203"_s);
     }
 
     void idleOtherStationCostsNoNumber() {
-        tresDavs();
+        threeDavs();
         QVERIFY(m.open(PanelBench::wide));
-        AdminConnection outra(m.server().socket());
-        outra.select(m.server().database());
-        QCOMPARE(outra.query(pedeTrava)[0][0], u"1"_s);
-        ModalHelper caixas;
-        caixas.expectContaining(u"Outra estação está numerando documentos há muito tempo."_s,
-                                QMessageBox::Ok);
+        AdminConnection other(m.server().socket());
+        other.select(m.server().database());
+        QCOMPARE(other.query(askLock)[0][0], u"1"_s);
+        ModalHelper boxes;
+        boxes.expectContaining(u"Outra estação está numerando documentos há muito tempo."_s, QMessageBox::Ok);
         m.press(u"Command2"_s);
-        QCOMPARE(caixas.problem(), QString());
-        QCOMPARE(m.texts(), QStringList{pedeTrava});
+        QCOMPARE(boxes.problem(), QString());
+        QCOMPARE(m.texts(), QStringList{askLock});
         QCOMPARE(m.valor(u"SELECT contadorPV FROM empresa"_s), u"100"_s);
-        outra.execute(u"DO RELEASE_LOCK(%1)"_s.arg(trava));
+        other.execute(u"DO RELEASE_LOCK(%1)"_s.arg(lock));
         m.press(u"Command2"_s);
-        QCOMPARE(destino(30), u"P101"_s);
+        QCOMPARE(destination(30), u"P101"_s);
     }
 
     void otherDatabaseOfTheServerDoesNotWait() {
-        tresDavs();
+        threeDavs();
         QVERIFY(m.open(PanelBench::wide));
-        AdminConnection outra(m.server().socket());
-        outra.select(u"mysql"_s);
-        QCOMPARE(outra.query(pedeTrava)[0][0], u"1"_s);
-        QElapsedTimer relogio;
-        relogio.start();
+        AdminConnection other(m.server().socket());
+        other.select(u"mysql"_s);
+        QCOMPARE(other.query(askLock)[0][0], u"1"_s);
+        QElapsedTimer timer;
+        timer.start();
         m.press(u"Command2"_s);
-        QVERIFY(relogio.elapsed() < 5000);
-        QCOMPARE(destino(20), u"P103"_s);
+        QVERIFY(timer.elapsed() < 5000);
+        QCOMPARE(destination(20), u"P103"_s);
     }
 
     void convertsWithoutALockOnTheServer() {
-        tresDavs();
+        threeDavs();
         // The server breaks off the wait for the lock with an error of its own.
         m.server().useInitStmt(u"SET sql_mode='NO_ENGINE_SUBSTITUTION', max_statement_time=1"_s);
         QVERIFY(m.open(PanelBench::wide));
-        AdminConnection outra(m.server().socket());
-        outra.select(m.server().database());
-        QCOMPARE(outra.query(pedeTrava)[0][0], u"1"_s);
+        AdminConnection other(m.server().socket());
+        other.select(m.server().database());
+        QCOMPARE(other.query(askLock)[0][0], u"1"_s);
         m.press(u"Command2"_s);
-        QStringList esperados;
-        for (const QStringList& comandos : {comandosDe(30, 101), comandosDe(10, 102), comandosDe(20, 103)})
-            for (const QString& comando : comandos)
-                if (comando != devolveTrava)
-                    esperados += comando;
-        QCOMPARE(m.texts(), esperados);
-        QCOMPARE(destino(20), u"P103"_s);
+        QStringList expectedRows;
+        for (const QStringList& commands : {commandsOf(30, 101), commandsOf(10, 102), commandsOf(20, 103)})
+            for (const QString& command : commands)
+                if (command != releaseLock)
+                    expectedRows += command;
+        QCOMPARE(m.texts(), expectedRows);
+        QCOMPARE(destination(20), u"P103"_s);
         QCOMPARE(m.grid()->rows(), 1);
     }
 
     void convertsWhenTheLockDoesNotAnswer() {
-        tresDavs();
+        threeDavs();
         QVERIFY(m.open(PanelBench::wide));
-        AdminConnection outra(m.server().socket());
-        outra.select(m.server().database());
-        QCOMPARE(outra.query(pedeTrava)[0][0], u"1"_s);
+        AdminConnection other(m.server().socket());
+        other.select(m.server().database());
+        QCOMPARE(other.query(askLock)[0][0], u"1"_s);
         // A wait that is killed answers NULL, as a server does that cannot lock; then the lock is free.
-        std::thread mata([this, &outra] {
-            AdminConnection terceira(m.server().socket());
-            terceira.select(m.server().database());
-            const auto esperando = [&] {
+        std::thread kill([this, &other] {
+            AdminConnection third(m.server().socket());
+            third.select(m.server().database());
+            const auto waitingSessions = [&] {
                 QThread::msleep(50);
-                return terceira.query(u"SELECT id FROM information_schema.processlist WHERE user='%1' AND "
-                                      "info LIKE 'SELECT GET_LOCK%'"_s.arg(m.server().user()));
+                return third.query(u"SELECT id FROM information_schema.processlist WHERE user='%1' AND "
+                                   "info LIKE 'SELECT GET_LOCK%'"_s.arg(m.server().user()));
             };
-            QList<QStringList> espera;
-            for (int vez = 0; vez < 100 && espera.isEmpty(); ++vez)
-                espera = esperando();
-            terceira.execute(u"KILL QUERY "_s + espera.value(0).value(0));
+            QList<QStringList> waiting;
+            for (int attempt = 0; attempt < 100 && waiting.isEmpty(); ++attempt)
+                waiting = waitingSessions();
+            third.execute(u"KILL QUERY "_s + waiting.value(0).value(0));
             // A lock that is free before the wait is over would be granted after all.
-            const auto numero = [&] { return terceira.query(u"SELECT contadorPV FROM empresa"_s)[0][0]; };
-            for (int vez = 0; vez < 100 && numero() != u"101"_s; ++vez)
+            const auto numero = [&] { return third.query(u"SELECT contadorPV FROM empresa"_s)[0][0]; };
+            for (int attempt = 0; attempt < 100 && numero() != u"101"_s; ++attempt)
                 QThread::msleep(10);
-            outra.execute(u"DO RELEASE_LOCK(%1)"_s.arg(trava));
+            other.execute(u"DO RELEASE_LOCK(%1)"_s.arg(lock));
         });
         m.press(u"Command2"_s);
-        mata.join();
-        const QStringList primeiro = comandosDe(30, 101);
-        QCOMPARE(m.texts(),
-                 primeiro.first(4) + primeiro.sliced(5) + comandosDe(10, 102) + comandosDe(20, 103));
-        QCOMPARE(destino(20), u"P103"_s);
+        kill.join();
+        const QStringList first = commandsOf(30, 101);
+        QCOMPARE(m.texts(), first.first(4) + first.sliced(5) + commandsOf(10, 102) + commandsOf(20, 103));
+        QCOMPARE(destination(20), u"P103"_s);
     }
 
     void twoStationsAtTheSameTime() {
-        constexpr int porEstacao = 200;
+        constexpr int perStation = 200;
         m.shop().cliente({.codigo = u"C1"_s,
                           .nome = u"BENTO"_s,
                           .prazo = u"0"_s,
@@ -483,28 +481,28 @@ class TstConversao : public QObject {
                           .cnpjCpf = u"11222333000181"_s,
                           .fantasia = u"FANTASIA"_s,
                           .outros = u"tabelas_preco='9999'"_s});
-        for (int i = 1; i <= porEstacao; ++i) {
+        for (int i = 1; i <= perStation; ++i) {
             dav(1000 + i, u"C1"_s, u"ANA"_s);
             dav(2000 + i, u"C1"_s, u"ZECA"_s);
         }
         QProcess ana;
         QProcess zeca;
-        for (auto [processo, vendedor] : {std::pair{&ana, u"ANA"_s}, std::pair{&zeca, u"ZECA"_s}}) {
-            processo->setProcessChannelMode(QProcess::ForwardedErrorChannel);
-            processo->start(QStringLiteral(TARVESSA_STATION), {vendedor, clock::now().toString(Qt::ISODate)});
+        for (auto [process, vendedor] : {std::pair{&ana, u"ANA"_s}, std::pair{&zeca, u"ZECA"_s}}) {
+            process->setProcessChannelMode(QProcess::ForwardedErrorChannel);
+            process->start(QStringLiteral(TARVESSA_STATION), {vendedor, clock::now().toString(Qt::ISODate)});
         }
-        for (QProcess* processo : {&ana, &zeca}) {
-            QVERIFY(processo->waitForReadyRead(60000));
-            QCOMPARE(processo->readAllStandardOutput().trimmed(), QByteArray("200"));
+        for (QProcess* process : {&ana, &zeca}) {
+            QVERIFY(process->waitForReadyRead(60000));
+            QCOMPARE(process->readAllStandardOutput().trimmed(), QByteArray("200"));
         }
-        for (QProcess* processo : {&ana, &zeca}) {
-            processo->write("\n");
-            QVERIFY(processo->waitForBytesWritten());
+        for (QProcess* process : {&ana, &zeca}) {
+            process->write("\n");
+            QVERIFY(process->waitForBytesWritten());
         }
-        for (QProcess* processo : {&ana, &zeca}) {
-            QVERIFY(processo->waitForFinished(120000));
-            QCOMPARE(processo->exitStatus(), QProcess::NormalExit);
-            QCOMPARE(processo->exitCode(), 0);
+        for (QProcess* process : {&ana, &zeca}) {
+            QVERIFY(process->waitForFinished(120000));
+            QCOMPARE(process->exitStatus(), QProcess::NormalExit);
+            QCOMPARE(process->exitCode(), 0);
         }
 
         QCOMPARE(m.valor(u"SELECT contadorPV FROM empresa"_s), u"500"_s);
@@ -541,16 +539,16 @@ class TstConversao : public QObject {
         for (int i = 1; i <= 60; ++i)
             dav(i, u"C1"_s, u"ANA"_s, false);
         QVERIFY(m.open(PanelBench::wide));
-        auto* progresso = m.panel()->findChild<QProgressBar*>(u"progresso"_s);
-        const Pintura pintura(progresso);
+        auto* progress = m.panel()->findChild<QProgressBar*>(u"progresso"_s);
+        const BarPaints painting(progress);
         m.press(u"Command2"_s);
-        QVERIFY(!pintura.texts().isEmpty());
-        QCOMPARE(pintura.texts().first(), u"DAV 1 de 60"_s);
-        for (const QString& texto : pintura.texts())
-            QVERIFY2(texto.startsWith(u"DAV "_s) && texto.contains(u" de 60"_s), qPrintable(texto));
+        QVERIFY(!painting.texts().isEmpty());
+        QCOMPARE(painting.texts().first(), u"DAV 1 de 60"_s);
+        for (const QString& text : painting.texts())
+            QVERIFY2(text.startsWith(u"DAV "_s) && text.contains(u" de 60"_s), qPrintable(text));
         QCOMPARE(m.valor(u"SELECT COUNT(DISTINCT nrpedido) FROM orcamento WHERE TipoOperacao='P'"_s),
                  u"60"_s);
-        QVERIFY(!progresso->isVisible());
+        QVERIFY(!progress->isVisible());
         QVERIFY(!QApplication::overrideCursor());
     }
 };

@@ -20,11 +20,10 @@ using namespace tarvessa::test;
 
 namespace {
 
-const QString foraDaFaixa = u"A tabela de preço tem que ser entre 0 e 4. Verifique!!!"_s;
+const QString outOfRange = u"A tabela de preço tem que ser entre 0 e 4. Verifique!!!"_s;
 
-QString gravaTabela(const QString& tabela, const QString& mascara) {
-    return u"Update Clientes Set colunaPreco='%1', tabelas_preco='%2' Where Codigo='C1'"_s.arg(tabela,
-                                                                                               mascara);
+QString gravaTabela(const QString& tabela, const QString& mask) {
+    return u"Update Clientes Set colunaPreco='%1', tabelas_preco='%2' Where Codigo='C1'"_s.arg(tabela, mask);
 }
 
 QString gravaTermos(const QString& prazo, const QString& forma) {
@@ -49,7 +48,7 @@ class TstEdicao : public QObject {
     }
 
     /// One pre-sale, 1, of customer C1 with these terms, listed and shown.
-    void umaPv(int prazo, const QString& forma, const QString& tabela = u"1"_s) {
+    void onePv(int prazo, const QString& forma, const QString& tabela = u"1"_s) {
         m.shop().cliente({.codigo = u"C1"_s,
                           .nome = u"CLIENTE UM"_s,
                           .prazo = QString::number(prazo),
@@ -62,18 +61,18 @@ class TstEdicao : public QObject {
         QVERIFY(m.open(PanelBench::wide));
     }
 
-    QStringList termosNaTela(int linha = 1) const {
-        return {m.cell(linha, colunas::DiasVenc), m.cell(linha, colunas::FormaPagto),
-                m.cell(linha, colunas::Tabela)};
+    QStringList shownTerms(int row = 1) const {
+        return {m.cell(row, painelfechamento::DiasVenc), m.cell(row, painelfechamento::FormaPagto),
+                m.cell(row, painelfechamento::Tabela)};
     }
 
-    static QString releitura(const QString& codigo) {
+    static QString readAgain(const QString& codigo) {
         return u"SELECT Prazo, FormaPG, colunaPreco FROM Clientes WHERE Codigo='%1'"_s.arg(codigo);
     }
 
-    QStringList comandos() { return m.texts(); }
+    QStringList commands() { return m.texts(); }
 
-    QStringList termosGravados() {
+    QStringList storedTerms() {
         return m.server().query(u"SELECT prazo, formapg, colunapreco, tabelas_preco FROM clientes"_s)[0];
     }
 
@@ -85,17 +84,17 @@ class TstEdicao : public QObject {
     void cleanup() { m.close(); }
 
     void typesATerm_data() {
-        QTest::addColumn<int>("coluna");
+        QTest::addColumn<int>("column");
         QTest::addColumn<int>("prazo");
         QTest::addColumn<QString>("forma");
-        QTest::addColumn<QString>("digitado");
-        QTest::addColumn<QString>("comando"); // empty for none
-        QTest::addColumn<QString>("caixa");   // part of the box's text; empty for none
-        QTest::addColumn<QStringList>("naTela");
-        static constexpr int t = colunas::Tabela;
-        const auto tabela = [](const char* nome, const QString& digitado, const QString& v,
-                               const QString& mascara) {
-            QTest::newRow(nome) << t << 0 << u"PIX"_s << digitado << gravaTabela(v, mascara) << QString()
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<QString>("command"); // empty for none
+        QTest::addColumn<QString>("boxText"); // part of the box's text; empty for none
+        QTest::addColumn<QStringList>("onScreen");
+        static constexpr int t = painelfechamento::Tabela;
+        const auto tabela = [](const char* name, const QString& typed, const QString& v,
+                               const QString& mask) {
+            QTest::newRow(name) << t << 0 << u"PIX"_s << typed << gravaTabela(v, mask) << QString()
                                 << QStringList{u"0"_s, u"PIX"_s, v};
         };
         tabela("table 0", u"0"_s, u"0"_s, u"1111"_s);
@@ -109,18 +108,17 @@ class TstEdicao : public QObject {
         tabela("table minus zero", u"-0"_s, u"0"_s, u"1111"_s);
         tabela("table of letters counts as 0", u"abc"_s, u"0"_s, u"1111"_s);
         tabela("table of blanks counts as 0", u"  "_s, u"0"_s, u"1111"_s);
-        for (const QString& digitado :
-             {u"5"_s, u"-1"_s, u"-0,5"_s, u"2,5"_s, u"2.5"_s, u"4,9"_s, u"10"_s, u"999999999999"_s,
-              u"9999999999999999"_s, u"-9999999999999999999999"_s})
-            QTest::addRow("table %s", qPrintable(digitado))
-                << t << 0 << u"PIX"_s << digitado << QString() << foraDaFaixa
+        for (const QString& typed : {u"5"_s, u"-1"_s, u"-0,5"_s, u"2,5"_s, u"2.5"_s, u"4,9"_s, u"10"_s,
+                                     u"999999999999"_s, u"9999999999999999"_s, u"-9999999999999999999999"_s})
+            QTest::addRow("table %s", qPrintable(typed))
+                << t << 0 << u"PIX"_s << typed << QString() << outOfRange
                 << QStringList{u"0"_s, u"PIX"_s, u"1"_s};
 
-        static constexpr int d = colunas::DiasVenc;
-        const auto dias = [](const char* nome, int prazo, const QString& forma, const QString& digitado,
-                             const QString& v, const QString& formaNova) {
-            QTest::newRow(nome) << d << prazo << forma << digitado << gravaTermos(u' ' + v, formaNova)
-                                << QString() << QStringList{v, formaNova, u"1"_s};
+        static constexpr int d = painelfechamento::DiasVenc;
+        const auto dias = [](const char* name, int prazo, const QString& forma, const QString& typed,
+                             const QString& v, const QString& newMethod) {
+            QTest::newRow(name) << d << prazo << forma << typed << gravaTermos(u' ' + v, newMethod)
+                                << QString() << QStringList{v, newMethod, u"1"_s};
         };
         dias("30 days for cash become a slip", 0, u"DINHEIRO"_s, u"30"_s, u"30"_s, u"BOLETO"_s);
         dias("0 days leave cash", 0, u"DINHEIRO"_s, u"0"_s, u"0"_s, u"DINHEIRO"_s);
@@ -136,75 +134,75 @@ class TstEdicao : public QObject {
         dias("leading zeros", 7, u"BOLETO"_s, u"007"_s, u"7"_s, u"BOLETO"_s);
         dias("an apostrophe", 7, u"BOLETO"_s, u"9'"_s, u"9"_s, u"BOLETO"_s);
         dias("the largest term", 7, u"BOLETO"_s, u"2147483647"_s, u"2147483647"_s, u"BOLETO"_s);
-        for (const QString& digitado : {u"-1"_s, u"-0,1"_s, u"-30"_s, u"-9999999999999999999999"_s})
-            QTest::addRow("days %s change nothing", qPrintable(digitado))
-                << d << 7 << u"BOLETO"_s << digitado << QString() << QString()
+        for (const QString& typed : {u"-1"_s, u"-0,1"_s, u"-30"_s, u"-9999999999999999999999"_s})
+            QTest::addRow("days %s change nothing", qPrintable(typed))
+                << d << 7 << u"BOLETO"_s << typed << QString() << QString()
                 << QStringList{u"7"_s, u"BOLETO"_s, u"1"_s};
-        for (const QString& digitado : {u"2147483648"_s, u"999999999999"_s, u"9999999999999999999999"_s})
-            QTest::addRow("days %s overflow", qPrintable(digitado))
-                << d << 7 << u"BOLETO"_s << digitado << QString() << u"Estouro"_s
+        for (const QString& typed : {u"2147483648"_s, u"999999999999"_s, u"9999999999999999999999"_s})
+            QTest::addRow("days %s overflow", qPrintable(typed))
+                << d << 7 << u"BOLETO"_s << typed << QString() << u"Estouro"_s
                 << QStringList{u"7"_s, u"BOLETO"_s, u"1"_s};
     }
 
     void typesATerm() {
-        QFETCH(int, coluna);
+        QFETCH(int, column);
         QFETCH(int, prazo);
         QFETCH(QString, forma);
-        QFETCH(QString, digitado);
-        QFETCH(QString, comando);
-        QFETCH(QString, caixa);
-        QFETCH(QStringList, naTela);
-        umaPv(prazo, forma);
-        ModalHelper caixas;
-        if (!caixa.isEmpty())
-            caixas.expectContaining(caixa, QMessageBox::Ok);
+        QFETCH(QString, typed);
+        QFETCH(QString, command);
+        QFETCH(QString, boxText);
+        QFETCH(QStringList, onScreen);
+        onePv(prazo, forma);
+        ModalHelper boxes;
+        if (!boxText.isEmpty())
+            boxes.expectContaining(boxText, QMessageBox::Ok);
 
-        m.click(1, coluna);
+        m.click(1, column);
         QVERIFY(m.editor()->hasFocus());
-        m.type(digitado);
+        m.type(typed);
         m.key(Qt::Key_Return);
 
         QVERIFY(!m.editor()->isVisible());
         QVERIFY(m.gridHasFocus());
-        QCOMPARE(comandos(), comando.isEmpty() ? QStringList() : QStringList{comando});
-        QCOMPARE(termosNaTela(), naTela);
-        const QStringList gravados = termosGravados();
-        QCOMPARE(gravados.first(3), naTela);
-        if (coluna == colunas::Tabela && !comando.isEmpty())
-            QVERIFY(comando.contains(u"tabelas_preco='"_s + gravados[3] + u'\''));
-        QCOMPARE(caixas.problem(), QString());
+        QCOMPARE(commands(), command.isEmpty() ? QStringList() : QStringList{command});
+        QCOMPARE(shownTerms(), onScreen);
+        const QStringList stored = storedTerms();
+        QCOMPARE(stored.first(3), onScreen);
+        if (column == painelfechamento::Tabela && !command.isEmpty())
+            QVERIFY(command.contains(u"tabelas_preco='"_s + stored[3] + u'\''));
+        QCOMPARE(boxes.problem(), QString());
     }
 
     void clearsTheText() {
-        umaPv(30, u"BOLETO"_s, u"3"_s);
-        m.click(1, colunas::Tabela);
+        onePv(30, u"BOLETO"_s, u"3"_s);
+        m.click(1, painelfechamento::Tabela);
         m.key(Qt::Key_Delete);
         QCOMPARE(m.editor()->text(), QString());
         m.key(Qt::Key_Return);
-        m.click(1, colunas::DiasVenc);
+        m.click(1, painelfechamento::DiasVenc);
         m.key(Qt::Key_Delete);
         m.key(Qt::Key_Return);
-        QCOMPARE(comandos(),
+        QCOMPARE(commands(),
                  QStringList({gravaTabela(u"0"_s, u"1111"_s), gravaTermos(u" 0"_s, u"BOLETO"_s)}));
-        QCOMPARE(termosNaTela(), QStringList({u"0"_s, u"BOLETO"_s, u"0"_s}));
+        QCOMPARE(shownTerms(), QStringList({u"0"_s, u"BOLETO"_s, u"0"_s}));
     }
 
     void pastesApostropheAndLineBreak() {
-        umaPv(30, u"BOLETO"_s);
+        onePv(30, u"BOLETO"_s);
         QGuiApplication::clipboard()->setText(u"15' or 1=1\n-- x"_s);
-        m.click(1, colunas::DiasVenc);
+        m.click(1, painelfechamento::DiasVenc);
         m.key(Qt::Key_V, Qt::ControlModifier);
         QVERIFY(!m.editor()->text().contains(u'\''));
         QVERIFY(!m.editor()->text().contains(u'\n'));
         m.key(Qt::Key_Return);
-        QCOMPARE(comandos(), QStringList{gravaTermos(u" 15"_s, u"BOLETO"_s)});
+        QCOMPARE(commands(), QStringList{gravaTermos(u" 15"_s, u"BOLETO"_s)});
     }
 
     void choosesAMethod_data() {
         QTest::addColumn<int>("prazo");
         QTest::addColumn<QString>("forma");
-        QTest::addColumn<QString>("escolhida");
-        QTest::addColumn<QString>("prazoNovo");
+        QTest::addColumn<QString>("chosen");
+        QTest::addColumn<QString>("newTerm");
         QTest::newRow("no cash and no term gets 7 days") << 0 << u"DINHEIRO"_s << u"BOLETO"_s << u"7"_s;
         QTest::newRow("no cash keeps its term") << 30 << u"BOLETO"_s << u"CARTÃO"_s << u"30"_s;
         QTest::newRow("cash loses the term") << 30 << u"BOLETO"_s << u"DINHEIRO"_s << u"0"_s;
@@ -217,147 +215,147 @@ class TstEdicao : public QObject {
     void choosesAMethod() {
         QFETCH(int, prazo);
         QFETCH(QString, forma);
-        QFETCH(QString, escolhida);
-        QFETCH(QString, prazoNovo);
-        umaPv(prazo, forma);
-        m.click(1, colunas::FormaPagto);
+        QFETCH(QString, chosen);
+        QFETCH(QString, newTerm);
+        onePv(prazo, forma);
+        m.click(1, painelfechamento::FormaPagto);
         QVERIFY(m.methods()->hasFocus());
         QCOMPARE(m.methods()->currentText(), forma);
-        m.type(escolhida.first(2)); // the list finds what one types
-        QCOMPARE(m.methods()->currentText(), escolhida);
+        m.type(chosen.first(2)); // the list finds what one types
+        QCOMPARE(m.methods()->currentText(), chosen);
         m.key(Qt::Key_Return);
         QVERIFY(!m.methods()->isVisible());
         QVERIFY(m.gridHasFocus());
-        const QString ponto = (prazoNovo.startsWith(u'-') ? QString() : u" "_s) + prazoNovo;
-        QCOMPARE(comandos(), QStringList{gravaTermos(ponto, escolhida)});
-        QCOMPARE(termosNaTela(), QStringList({prazoNovo, escolhida, u"1"_s}));
-        QCOMPARE(termosGravados().first(2), QStringList({prazoNovo, escolhida}));
+        const QString ponto = (newTerm.startsWith(u'-') ? QString() : u" "_s) + newTerm;
+        QCOMPARE(commands(), QStringList{gravaTermos(ponto, chosen)});
+        QCOMPARE(shownTerms(), QStringList({newTerm, chosen, u"1"_s}));
+        QCOMPARE(storedTerms().first(2), QStringList({newTerm, chosen}));
     }
 
     void methodOutsideTheListSavesNothing() {
-        umaPv(30, u"VALE"_s);
-        m.click(1, colunas::FormaPagto);
+        onePv(30, u"VALE"_s);
+        m.click(1, painelfechamento::FormaPagto);
         QCOMPARE(m.methods()->currentIndex(), -1);
         m.key(Qt::Key_Return);
-        m.click(1, colunas::FormaPagto);
+        m.click(1, painelfechamento::FormaPagto);
         m.key(Qt::Key_Escape);
-        QCOMPARE(comandos(), QStringList());
-        QCOMPARE(termosNaTela(), QStringList({u"30"_s, u"VALE"_s, u"1"_s}));
-        m.click(1, colunas::FormaPagto);
+        QCOMPARE(commands(), QStringList());
+        QCOMPARE(shownTerms(), QStringList({u"30"_s, u"VALE"_s, u"1"_s}));
+        m.click(1, painelfechamento::FormaPagto);
         m.key(Qt::Key_Down);
         m.key(Qt::Key_Return);
-        QCOMPARE(comandos(), QStringList{gravaTermos(u" 0"_s, u"DINHEIRO"_s)});
+        QCOMPARE(commands(), QStringList{gravaTermos(u" 0"_s, u"DINHEIRO"_s)});
     }
 
     void methodDeletedMeanwhile() {
-        umaPv(30, u"BOLETO"_s);
+        onePv(30, u"BOLETO"_s);
         m.server().execute(u"DELETE FROM Finalizadoras WHERE Descricao IN ('BOLETO','CARTÃO')"_s);
-        m.click(1, colunas::FormaPagto);
+        m.click(1, painelfechamento::FormaPagto);
         QCOMPARE(m.methods()->currentText(), u"BOLETO"_s);
         m.key(Qt::Key_Return);
-        QCOMPARE(comandos(), QStringList{gravaTermos(u" 30"_s, u"BOLETO"_s)});
+        QCOMPARE(commands(), QStringList{gravaTermos(u" 30"_s, u"BOLETO"_s)});
     }
 
     void editThatReachesNoRecordSaysSo() {
-        umaPv(30, u"BOLETO"_s);
+        onePv(30, u"BOLETO"_s);
         m.server().execute(u"DELETE FROM clientes"_s);
-        const QString aviso = u"O cliente não está mais no cadastro: nada foi gravado. Verifique!!!"_s;
-        ModalHelper caixas;
-        for (const auto& [coluna, digitado] :
-             {std::pair(colunas::DiasVenc, u"5"_s), std::pair(colunas::Tabela, u"2"_s),
-              std::pair(colunas::FormaPagto, u"CA"_s)}) {
-            caixas.expect(aviso, QMessageBox::Ok);
-            m.click(1, coluna);
-            m.type(digitado);
+        const QString notice = u"O cliente não está mais no cadastro: nada foi gravado. Verifique!!!"_s;
+        ModalHelper boxes;
+        for (const auto& [column, typed] :
+             {std::pair(painelfechamento::DiasVenc, u"5"_s), std::pair(painelfechamento::Tabela, u"2"_s),
+              std::pair(painelfechamento::FormaPagto, u"CA"_s)}) {
+            boxes.expect(notice, QMessageBox::Ok);
+            m.click(1, column);
+            m.type(typed);
             m.key(Qt::Key_Return);
-            QCOMPARE(caixas.problem(), QString());
-            QCOMPARE(termosNaTela(), QStringList({u"30"_s, u"BOLETO"_s, u"1"_s}));
+            QCOMPARE(boxes.problem(), QString());
+            QCOMPARE(shownTerms(), QStringList({u"30"_s, u"BOLETO"_s, u"1"_s}));
             QVERIFY(m.gridHasFocus());
         }
-        QCOMPARE(comandos(), QStringList({gravaTermos(u" 5"_s, u"BOLETO"_s), releitura(u"C1"_s),
-                                          gravaTabela(u"2"_s, u"0100"_s), releitura(u"C1"_s),
-                                          gravaTermos(u" 30"_s, u"CARTÃO"_s), releitura(u"C1"_s)}));
+        QCOMPARE(commands(), QStringList({gravaTermos(u" 5"_s, u"BOLETO"_s), readAgain(u"C1"_s),
+                                          gravaTabela(u"2"_s, u"0100"_s), readAgain(u"C1"_s),
+                                          gravaTermos(u" 30"_s, u"CARTÃO"_s), readAgain(u"C1"_s)}));
     }
 
     // Another station gave the customer the same terms meanwhile: nothing changes, and nothing is missing.
     void termsGivenElsewhereAreNoMissingRecord() {
-        umaPv(30, u"BOLETO"_s);
+        onePv(30, u"BOLETO"_s);
         m.server().execute(u"UPDATE clientes SET prazo=31"_s);
-        m.click(1, colunas::DiasVenc);
+        m.click(1, painelfechamento::DiasVenc);
         m.type(u"31"_s);
-        const ModalHelper caixas; // nothing is announced, so nothing may open
+        const ModalHelper boxes; // nothing is announced, so nothing may open
         m.key(Qt::Key_Return);
-        QCOMPARE(caixas.problem(), QString());
-        QCOMPARE(comandos(), QStringList({gravaTermos(u" 31"_s, u"BOLETO"_s), releitura(u"C1"_s)}));
-        QCOMPARE(termosNaTela(), QStringList({u"31"_s, u"BOLETO"_s, u"1"_s}));
+        QCOMPARE(boxes.problem(), QString());
+        QCOMPARE(commands(), QStringList({gravaTermos(u" 31"_s, u"BOLETO"_s), readAgain(u"C1"_s)}));
+        QCOMPARE(shownTerms(), QStringList({u"31"_s, u"BOLETO"_s, u"1"_s}));
     }
 
     void unchangedTermsAreNoMissingRecord() {
-        umaPv(30, u"BOLETO"_s);
-        ModalHelper caixas; // nothing is announced, so nothing may open
-        m.click(1, colunas::DiasVenc);
+        onePv(30, u"BOLETO"_s);
+        ModalHelper boxes; // nothing is announced, so nothing may open
+        m.click(1, painelfechamento::DiasVenc);
         m.key(Qt::Key_Return);
-        QCOMPARE(caixas.problem(), QString());
-        QCOMPARE(comandos(), QStringList{gravaTermos(u" 30"_s, u"BOLETO"_s)});
+        QCOMPARE(boxes.problem(), QString());
+        QCOMPARE(commands(), QStringList{gravaTermos(u" 30"_s, u"BOLETO"_s)});
     }
 
     void clippedValueIsToldAndShown_data() {
-        QTest::addColumn<QString>("campo");
+        QTest::addColumn<QString>("field");
         QTest::addColumn<QString>("tipo");
-        QTest::addColumn<int>("coluna");
-        QTest::addColumn<QString>("digitado");
-        QTest::addColumn<QString>("aviso");
-        QTest::addColumn<QStringList>("naTela");
-        QTest::newRow("days") << u"prazo"_s << u"TINYINT"_s << int(colunas::DiasVenc) << u"300"_s
+        QTest::addColumn<int>("column");
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<QString>("notice");
+        QTest::addColumn<QStringList>("onScreen");
+        QTest::newRow("days") << u"prazo"_s << u"TINYINT"_s << int(painelfechamento::DiasVenc) << u"300"_s
                               << u"DIAS VENC: 127 em vez de 300"_s
                               << QStringList{u"127"_s, u"BOLETO"_s, u"1"_s};
-        QTest::newRow("method") << u"formapg"_s << u"VARCHAR(6)"_s << int(colunas::FormaPagto) << u"CH"_s
-                                << u"FORMA PAGTO: CHEQUE em vez de CHEQUE PRÉ"_s
+        QTest::newRow("method") << u"formapg"_s << u"VARCHAR(6)"_s << int(painelfechamento::FormaPagto)
+                                << u"CH"_s << u"FORMA PAGTO: CHEQUE em vez de CHEQUE PRÉ"_s
                                 << QStringList{u"30"_s, u"CHEQUE"_s, u"1"_s};
     }
 
     void clippedValueIsToldAndShown() {
-        QFETCH(QString, campo);
+        QFETCH(QString, field);
         QFETCH(QString, tipo);
-        QFETCH(int, coluna);
-        QFETCH(QString, digitado);
-        QFETCH(QString, aviso);
-        QFETCH(QStringList, naTela);
-        const QString antes =
+        QFETCH(int, column);
+        QFETCH(QString, typed);
+        QFETCH(QString, notice);
+        QFETCH(QStringList, onScreen);
+        const QString before =
             m.valor(u"SELECT COLUMN_TYPE FROM information_schema.COLUMNS WHERE TABLE_SCHEMA=DATABASE() AND "
-                    "TABLE_NAME='clientes' AND COLUMN_NAME='%1'"_s.arg(campo));
-        const auto modifica = [&](const QString& novo) {
-            m.server().execute(u"ALTER TABLE clientes MODIFY %1 %2"_s.arg(campo, novo));
+                    "TABLE_NAME='clientes' AND COLUMN_NAME='%1'"_s.arg(field));
+        const auto modify = [&](const QString& newer) {
+            m.server().execute(u"ALTER TABLE clientes MODIFY %1 %2"_s.arg(field, newer));
         };
-        modifica(tipo);
-        const auto volta = qScopeGuard([&] { modifica(antes); });
-        umaPv(30, u"BOLETO"_s);
-        ModalHelper caixas;
-        caixas.expectContaining(aviso, QMessageBox::Ok);
-        m.click(1, coluna);
-        m.type(digitado);
+        modify(tipo);
+        const auto back = qScopeGuard([&] { modify(before); });
+        onePv(30, u"BOLETO"_s);
+        ModalHelper boxes;
+        boxes.expectContaining(notice, QMessageBox::Ok);
+        m.click(1, column);
+        m.type(typed);
         m.key(Qt::Key_Return);
-        QCOMPARE(caixas.problem(), QString());
-        QCOMPARE(termosNaTela(), naTela);
-        QCOMPARE(termosGravados().first(3), naTela);
-        QCOMPARE(comandos().mid(1), QStringList{releitura(u"C1"_s)});
+        QCOMPARE(boxes.problem(), QString());
+        QCOMPARE(shownTerms(), onScreen);
+        QCOMPARE(storedTerms().first(3), onScreen);
+        QCOMPARE(commands().mid(1), QStringList{readAgain(u"C1"_s)});
     }
 
     void methodIsFoundLetterByLetter() {
-        umaPv(30, u"Boleto"_s);
-        m.click(1, colunas::FormaPagto);
+        onePv(30, u"Boleto"_s);
+        m.click(1, painelfechamento::FormaPagto);
         QCOMPARE(m.methods()->currentIndex(), -1);
         m.key(Qt::Key_Return);
-        QCOMPARE(comandos(), QStringList());
+        QCOMPARE(commands(), QStringList());
     }
 
     void altCommitsAndLeavesTheFocusInTheMenu() {
-        umaPv(30, u"BOLETO"_s);
-        m.click(1, colunas::DiasVenc);
+        onePv(30, u"BOLETO"_s);
+        m.click(1, painelfechamento::DiasVenc);
         m.type(u"44"_s);
         m.key(Qt::Key_Alt);
         QTRY_COMPARE(m.panel()->focusWidget(), m.panel()->menuBar());
-        QCOMPARE(comandos(), QStringList{gravaTermos(u" 44"_s, u"BOLETO"_s)});
+        QCOMPARE(commands(), QStringList{gravaTermos(u" 44"_s, u"BOLETO"_s)});
         QVERIFY(!m.editor()->isVisible());
         // Only a running loop can be ended, and an end by Escape gives 0.
         constexpr int fimDoTeste = 7;
@@ -371,99 +369,99 @@ class TstEdicao : public QObject {
     }
 
     void wheelOverTheMethodsChangesNothing() {
-        umaPv(30, u"BOLETO"_s);
-        m.click(1, colunas::FormaPagto);
-        const QPoint meio = m.methods()->rect().center();
-        QWheelEvent volta(meio, m.methods()->mapToGlobal(meio), QPoint(), QPoint(0, -120), Qt::NoButton,
-                          Qt::NoModifier, Qt::NoScrollPhase, false);
-        QApplication::sendEvent(m.methods(), &volta);
+        onePv(30, u"BOLETO"_s);
+        m.click(1, painelfechamento::FormaPagto);
+        const QPoint middle = m.methods()->rect().center();
+        QWheelEvent back(middle, m.methods()->mapToGlobal(middle), QPoint(), QPoint(0, -120), Qt::NoButton,
+                         Qt::NoModifier, Qt::NoScrollPhase, false);
+        QApplication::sendEvent(m.methods(), &back);
         QCOMPARE(m.methods()->currentText(), u"BOLETO"_s);
     }
 
     void methodWithApostropheIsNotSent_data() {
-        QTest::addColumn<int>("coluna");
-        QTest::newRow("days") << int(colunas::DiasVenc);
-        QTest::newRow("method") << int(colunas::FormaPagto);
+        QTest::addColumn<int>("column");
+        QTest::newRow("days") << int(painelfechamento::DiasVenc);
+        QTest::newRow("method") << int(painelfechamento::FormaPagto);
     }
 
     void methodWithApostropheIsNotSent() {
-        QFETCH(int, coluna);
+        QFETCH(int, column);
         m.server().execute(u"INSERT INTO Finalizadoras (Descricao, avista) VALUES ('VALE D''AGUA', 'N')"_s);
-        umaPv(30, coluna == colunas::DiasVenc ? u"VALE D'AGUA"_s : u"BOLETO"_s);
-        const QStringList antes = termosNaTela();
-        ModalHelper caixas;
-        caixas.expectContaining(u"a forma de pagamento VALE D'AGUA tem no nome um caractere"_s,
-                                QMessageBox::Ok);
-        m.click(1, coluna);
-        m.type(coluna == colunas::DiasVenc ? u"5"_s : u"VA"_s);
+        onePv(30, column == painelfechamento::DiasVenc ? u"VALE D'AGUA"_s : u"BOLETO"_s);
+        const QStringList before = shownTerms();
+        ModalHelper boxes;
+        boxes.expectContaining(u"a forma de pagamento VALE D'AGUA tem no nome um caractere"_s,
+                               QMessageBox::Ok);
+        m.click(1, column);
+        m.type(column == painelfechamento::DiasVenc ? u"5"_s : u"VA"_s);
         m.key(Qt::Key_Return);
-        QCOMPARE(caixas.problem(), QString());
-        QCOMPARE(comandos(), QStringList());
-        QCOMPARE(termosNaTela(), antes);
+        QCOMPARE(boxes.problem(), QString());
+        QCOMPARE(commands(), QStringList());
+        QCOMPARE(shownTerms(), before);
     }
 
     // Escape
 
     void escapeLeavesTheCellAsItWas_data() {
-        QTest::addColumn<int>("coluna");
-        QTest::addColumn<QString>("comando");
-        QTest::newRow("days") << int(colunas::DiasVenc) << gravaTermos(u" 30"_s, u"BOLETO"_s);
-        QTest::newRow("method") << int(colunas::FormaPagto) << gravaTermos(u" 30"_s, u"BOLETO"_s);
-        QTest::newRow("table") << int(colunas::Tabela) << gravaTabela(u"2"_s, u"0100"_s);
+        QTest::addColumn<int>("column");
+        QTest::addColumn<QString>("command");
+        QTest::newRow("days") << int(painelfechamento::DiasVenc) << gravaTermos(u" 30"_s, u"BOLETO"_s);
+        QTest::newRow("method") << int(painelfechamento::FormaPagto) << gravaTermos(u" 30"_s, u"BOLETO"_s);
+        QTest::newRow("table") << int(painelfechamento::Tabela) << gravaTabela(u"2"_s, u"0100"_s);
     }
 
     void escapeLeavesTheCellAsItWas() {
-        QFETCH(int, coluna);
-        QFETCH(QString, comando);
-        umaPv(30, u"BOLETO"_s, u"2"_s);
-        m.click(1, coluna);
-        m.type(coluna == colunas::FormaPagto ? u"CA"_s : u"9"_s);
+        QFETCH(int, column);
+        QFETCH(QString, command);
+        onePv(30, u"BOLETO"_s, u"2"_s);
+        m.click(1, column);
+        m.type(column == painelfechamento::FormaPagto ? u"CA"_s : u"9"_s);
         m.key(Qt::Key_Escape);
         QVERIFY(!m.editor()->isVisible() && !m.methods()->isVisible());
         QVERIFY(m.gridHasFocus());
         QVERIFY(m.panel()->isVisible());
-        QCOMPARE(comandos(), QStringList{comando});
-        QCOMPARE(termosNaTela(), QStringList({u"30"_s, u"BOLETO"_s, u"2"_s}));
+        QCOMPARE(commands(), QStringList{command});
+        QCOMPARE(shownTerms(), QStringList({u"30"_s, u"BOLETO"_s, u"2"_s}));
     }
 
     void escapeOnAnEmptyTableShowsWhatIsStored() {
-        umaPv(30, u"BOLETO"_s, QString());
-        m.click(1, colunas::Tabela);
+        onePv(30, u"BOLETO"_s, QString());
+        m.click(1, painelfechamento::Tabela);
         m.type(u"3"_s);
         m.key(Qt::Key_Escape);
-        QCOMPARE(comandos(), QStringList{gravaTabela(u"0"_s, u"1111"_s)});
-        QCOMPARE(termosNaTela(), QStringList({u"30"_s, u"BOLETO"_s, u"0"_s}));
-        QCOMPARE(termosGravados()[2], u"0"_s);
+        QCOMPARE(commands(), QStringList{gravaTabela(u"0"_s, u"1111"_s)});
+        QCOMPARE(shownTerms(), QStringList({u"30"_s, u"BOLETO"_s, u"0"_s}));
+        QCOMPARE(storedTerms()[2], u"0"_s);
     }
 
     void escapeSavesByTheRulesOfTheTerms() {
-        umaPv(0, u"BOLETO"_s);
-        m.click(1, colunas::FormaPagto);
+        onePv(0, u"BOLETO"_s);
+        m.click(1, painelfechamento::FormaPagto);
         m.type(u"DI"_s);
         m.key(Qt::Key_Escape);
-        QCOMPARE(comandos(), QStringList{gravaTermos(u" 7"_s, u"BOLETO"_s)});
-        QCOMPARE(termosNaTela(), QStringList({u"7"_s, u"BOLETO"_s, u"1"_s}));
+        QCOMPARE(commands(), QStringList{gravaTermos(u" 7"_s, u"BOLETO"_s)});
+        QCOMPARE(shownTerms(), QStringList({u"7"_s, u"BOLETO"_s, u"1"_s}));
     }
 
     void escapeOnATableOutOfRangeOnlyTells() {
-        umaPv(30, u"BOLETO"_s, u"5"_s);
-        ModalHelper caixas;
-        caixas.expect(foraDaFaixa, QMessageBox::Ok);
-        m.click(1, colunas::Tabela);
+        onePv(30, u"BOLETO"_s, u"5"_s);
+        ModalHelper boxes;
+        boxes.expect(outOfRange, QMessageBox::Ok);
+        m.click(1, painelfechamento::Tabela);
         m.type(u"3"_s);
         m.key(Qt::Key_Escape);
-        QCOMPARE(caixas.problem(), QString());
-        QCOMPARE(comandos(), QStringList());
-        QCOMPARE(termosNaTela(), QStringList({u"30"_s, u"BOLETO"_s, u"5"_s}));
+        QCOMPARE(boxes.problem(), QString());
+        QCOMPARE(commands(), QStringList());
+        QCOMPARE(shownTerms(), QStringList({u"30"_s, u"BOLETO"_s, u"5"_s}));
     }
 
     void escapeWithAFailedUpdateDoesNotEndTheProgram() {
-        umaPv(30, u"BOLETO"_s);
+        onePv(30, u"BOLETO"_s);
         m.server().execute(u"RENAME TABLE clientes TO clientes_fora"_s);
-        ModalHelper caixas;
-        caixas.expectContaining(u"Update Clientes Set Prazo= 30, FormaPG='BOLETO' Where Codigo='C1'"_s,
-                                QMessageBox::Ok);
-        m.click(1, colunas::DiasVenc);
+        ModalHelper boxes;
+        boxes.expectContaining(u"Update Clientes Set Prazo= 30, FormaPG='BOLETO' Where Codigo='C1'"_s,
+                               QMessageBox::Ok);
+        m.click(1, painelfechamento::DiasVenc);
         // Only a running loop can be ended, and an end by Escape gives 0.
         constexpr int fimDoTeste = 7;
         QTimer::singleShot(0, this, [this] {
@@ -472,25 +470,25 @@ class TstEdicao : public QObject {
         });
         QCOMPARE(QCoreApplication::exec(), fimDoTeste);
         m.server().execute(u"RENAME TABLE clientes_fora TO clientes"_s);
-        QCOMPARE(caixas.problem(), QString());
+        QCOMPARE(boxes.problem(), QString());
         QVERIFY(m.panel()->isVisible());
-        QCOMPARE(termosNaTela(), QStringList({u"30"_s, u"BOLETO"_s, u"1"_s}));
+        QCOMPARE(shownTerms(), QStringList({u"30"_s, u"BOLETO"_s, u"1"_s}));
     }
 
     // Leaving
 
     void tabSavesAndReturnsToTheGrid() {
-        umaPv(0, u"PIX"_s);
-        m.click(1, colunas::Tabela);
+        onePv(0, u"PIX"_s);
+        m.click(1, painelfechamento::Tabela);
         m.type(u"4"_s);
         m.key(Qt::Key_Tab);
-        QCOMPARE(comandos(), QStringList{gravaTabela(u"4"_s, u"0001"_s)});
+        QCOMPARE(commands(), QStringList{gravaTabela(u"4"_s, u"0001"_s)});
         QVERIFY(m.gridHasFocus());
         m.mark();
-        m.click(1, colunas::FormaPagto);
+        m.click(1, painelfechamento::FormaPagto);
         m.type(u"BO"_s);
         m.key(Qt::Key_Backtab, Qt::ShiftModifier);
-        QCOMPARE(comandos(), QStringList{gravaTermos(u" 7"_s, u"BOLETO"_s)});
+        QCOMPARE(commands(), QStringList{gravaTermos(u" 7"_s, u"BOLETO"_s)});
         QVERIFY(m.gridHasFocus());
     }
 
@@ -504,66 +502,66 @@ class TstEdicao : public QObject {
                           .fantasia = u"FANTASIA"_s,
                           .outros = u"tabelas_preco='9999'"_s});
         preVenda(2, u"C2"_s);
-        umaPv(30, u"BOLETO"_s);
-        const int um = m.rowOf(1);
-        const int dois = m.rowOf(2);
-        m.click(um, colunas::DiasVenc);
+        onePv(30, u"BOLETO"_s);
+        const int one = m.rowOf(1);
+        const int two = m.rowOf(2);
+        m.click(one, painelfechamento::DiasVenc);
         m.type(u"31"_s);
-        m.click(dois, colunas::DiasVenc);
-        QCOMPARE(comandos(), QStringList{gravaTermos(u" 31"_s, u"BOLETO"_s)});
+        m.click(two, painelfechamento::DiasVenc);
+        QCOMPARE(commands(), QStringList{gravaTermos(u" 31"_s, u"BOLETO"_s)});
         QVERIFY(m.editor()->hasFocus());
         QCOMPARE(m.editor()->text(), u"10"_s);
         QCOMPARE(m.editor()->selectedText(), u"10"_s);
-        QCOMPARE(m.editor()->geometry(), m.cellPlace(dois, colunas::DiasVenc));
-        m.click(um, colunas::FormaPagto);
+        QCOMPARE(m.editor()->geometry(), m.cellPlace(two, painelfechamento::DiasVenc));
+        m.click(one, painelfechamento::FormaPagto);
         QVERIFY(m.methods()->hasFocus());
         QVERIFY(!m.editor()->isVisible());
-        m.click(um, colunas::DiasVenc);
+        m.click(one, painelfechamento::DiasVenc);
         m.key(Qt::Key_Return);
-        QCOMPARE(comandos(),
+        QCOMPARE(commands(),
                  QStringList({gravaTermos(u" 31"_s, u"BOLETO"_s),
                               u"Update Clientes Set Prazo= 10, FormaPG='BOLETO' Where Codigo='C2'"_s,
                               gravaTermos(u" 31"_s, u"BOLETO"_s), gravaTermos(u" 31"_s, u"BOLETO"_s)}));
-        QCOMPARE(termosNaTela(dois), QStringList({u"10"_s, u"BOLETO"_s, u"3"_s}));
+        QCOMPARE(shownTerms(two), QStringList({u"10"_s, u"BOLETO"_s, u"3"_s}));
     }
 
     void refusalAtAClickOnAnotherCellIsToldOnce() {
         preVenda(2, u"C1"_s);
-        umaPv(30, u"BOLETO"_s);
-        ModalHelper caixas;
-        caixas.expect(foraDaFaixa, QMessageBox::Ok);
-        m.click(1, colunas::Tabela);
+        onePv(30, u"BOLETO"_s);
+        ModalHelper boxes;
+        boxes.expect(outOfRange, QMessageBox::Ok);
+        m.click(1, painelfechamento::Tabela);
         m.type(u"5"_s);
-        m.click(2, colunas::Selecao);
+        m.click(2, painelfechamento::Selecao);
         QTest::qWait(50);
-        QCOMPARE(caixas.problem(), QString());
-        QCOMPARE(caixas.boxes().size(), 1);
-        QCOMPARE(caixas.boxes()[0].title, u"Atenção!!!"_s);
-        QCOMPARE(caixas.boxes()[0].icon, QMessageBox::Information);
-        QCOMPARE(caixas.boxes()[0].buttons, QMessageBox::StandardButtons(QMessageBox::Ok));
+        QCOMPARE(boxes.problem(), QString());
+        QCOMPARE(boxes.boxes().size(), 1);
+        QCOMPARE(boxes.boxes()[0].title, u"Atenção!!!"_s);
+        QCOMPARE(boxes.boxes()[0].icon, QMessageBox::Information);
+        QCOMPARE(boxes.boxes()[0].buttons, QMessageBox::StandardButtons(QMessageBox::Ok));
         QVERIFY(!m.editor()->isVisible());
-        QCOMPARE(comandos(), QStringList());
-        QCOMPARE(m.cell(1, colunas::Tabela), u"1"_s);
+        QCOMPARE(commands(), QStringList());
+        QCOMPARE(m.cell(1, painelfechamento::Tabela), u"1"_s);
     }
 
     void otherWindowAndClosingSaveNothing() {
-        umaPv(30, u"BOLETO"_s);
-        m.click(1, colunas::DiasVenc);
+        onePv(30, u"BOLETO"_s);
+        m.click(1, painelfechamento::DiasVenc);
         m.type(u"44"_s);
-        QWidget outra;
-        outra.show();
-        outra.activateWindow();
-        QVERIFY(QTest::qWaitForWindowActive(&outra));
+        QWidget other;
+        other.show();
+        other.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&other));
         QVERIFY(m.editor()->isVisible());
-        QCOMPARE(comandos(), QStringList());
-        outra.close();
+        QCOMPARE(commands(), QStringList());
+        other.close();
         m.panel()->activateWindow();
         QVERIFY(QTest::qWaitForWindowActive(m.panel()));
         QVERIFY(m.editor()->hasFocus());
         QCOMPARE(m.editor()->text(), u"44"_s);
         m.panel()->close();
         QCoreApplication::processEvents();
-        QCOMPARE(comandos(), QStringList());
+        QCOMPARE(commands(), QStringList());
     }
 
     void closingSeesTheCellBeingEdited() {
@@ -578,53 +576,53 @@ class TstEdicao : public QObject {
         m.server().execute(u"INSERT INTO produtos (codfabr, quantidade) VALUES ('X', 100)"_s);
         preVenda(1, u"C1"_s);
         QVERIFY(m.open(PanelBench::wide));
-        ModalHelper caixas;
-        caixas.expect(u"Lembrando que os pedidos de cliente com CPF serão cancelados."_s, QMessageBox::Ok);
-        caixas.expect(u"Processamento efetuado com sucesso."_s, QMessageBox::Ok);
-        m.click(1, colunas::DiasVenc);
+        ModalHelper boxes;
+        boxes.expect(u"Lembrando que os pedidos de cliente com CPF serão cancelados."_s, QMessageBox::Ok);
+        boxes.expect(u"Processamento efetuado com sucesso."_s, QMessageBox::Ok);
+        m.click(1, painelfechamento::DiasVenc);
         m.type(u"12"_s);
         m.press(u"Command4"_s);
-        QCOMPARE(caixas.problem(), QString());
-        QCOMPARE(comandos().value(0), gravaTermos(u" 12"_s, u"BOLETO"_s));
+        QCOMPARE(boxes.problem(), QString());
+        QCOMPARE(commands().value(0), gravaTermos(u" 12"_s, u"BOLETO"_s));
         QCOMPARE(m.valor(u"SELECT DATEDIFF(Vencto, '2024-03-15') FROM areceber"_s), u"12"_s);
     }
 
     void shortcutOfAButtonSavesFirst() {
-        umaPv(30, u"BOLETO"_s);
+        onePv(30, u"BOLETO"_s);
         m.button(u"Command3"_s)->setEnabled(true);
-        m.click(1, colunas::DiasVenc);
+        m.click(1, painelfechamento::DiasVenc);
         m.type(u"13"_s);
         QTest::keyClick(m.panel()->windowHandle(), Qt::Key_C, Qt::AltModifier);
-        QTRY_COMPARE(comandos().size(), 2);
-        QCOMPARE(comandos()[0], gravaTermos(u" 13"_s, u"BOLETO"_s));
+        QTRY_COMPARE(commands().size(), 2);
+        QCOMPARE(commands()[0], gravaTermos(u" 13"_s, u"BOLETO"_s));
         QVERIFY(!m.editor()->isVisible());
-        QCOMPARE(m.cell(1, colunas::DiasVenc), u"13"_s);
+        QCOMPARE(m.cell(1, painelfechamento::DiasVenc), u"13"_s);
     }
 
     void operationDoesNotBeginWithARefusedValue() {
-        umaPv(30, u"BOLETO"_s);
-        ModalHelper caixas;
-        caixas.expect(foraDaFaixa, QMessageBox::Ok);
-        m.click(1, colunas::Tabela);
+        onePv(30, u"BOLETO"_s);
+        ModalHelper boxes;
+        boxes.expect(outOfRange, QMessageBox::Ok);
+        m.click(1, painelfechamento::Tabela);
         m.type(u"7"_s);
         QTest::keyClick(m.panel()->windowHandle(), Qt::Key_E, Qt::AltModifier);
-        QTRY_COMPARE(caixas.boxes().size(), 1);
+        QTRY_COMPARE(boxes.boxes().size(), 1);
         QTest::qWait(300); // a pressed button clicks a little later
-        QCOMPARE(caixas.problem(), QString());
-        QCOMPARE(comandos(), QStringList());
+        QCOMPARE(boxes.problem(), QString());
+        QCOMPARE(commands(), QStringList());
     }
 
     // Opening and place
 
     void editorLiesOnTheCell_data() {
-        QTest::addColumn<int>("coluna");
-        QTest::newRow("days") << int(colunas::DiasVenc);
-        QTest::newRow("method") << int(colunas::FormaPagto);
-        QTest::newRow("table") << int(colunas::Tabela);
+        QTest::addColumn<int>("column");
+        QTest::newRow("days") << int(painelfechamento::DiasVenc);
+        QTest::newRow("method") << int(painelfechamento::FormaPagto);
+        QTest::newRow("table") << int(painelfechamento::Tabela);
     }
 
     void editorLiesOnTheCell() {
-        QFETCH(int, coluna);
+        QFETCH(int, column);
         m.shop().cliente({.codigo = u"C1"_s,
                           .nome = u"CLIENTE UM"_s,
                           .prazo = u"30"_s,
@@ -636,42 +634,42 @@ class TstEdicao : public QObject {
         for (int numero = 1; numero <= 60; ++numero)
             preVenda(numero, u"C1"_s);
         QVERIFY(m.open(PanelBench::wide));
-        const QWidget* controle = coluna == colunas::FormaPagto ? static_cast<QWidget*>(m.methods())
-                                                                : static_cast<QWidget*>(m.editor());
-        m.click(3, coluna);
-        QVERIFY(controle->isVisible());
-        QCOMPARE(controle->geometry(), m.cellPlace(3, coluna));
-        QCOMPARE(controle->size(), m.grid()->cellRect(3, coluna).size());
-        QCOMPARE(controle->accessibleName(), m.cell(0, coluna));
-        if (coluna != colunas::FormaPagto)
-            QCOMPARE(m.editor()->selectedText(), m.cell(3, coluna));
+        const QWidget* control = column == painelfechamento::FormaPagto ? static_cast<QWidget*>(m.methods())
+                                                                        : static_cast<QWidget*>(m.editor());
+        m.click(3, column);
+        QVERIFY(control->isVisible());
+        QCOMPARE(control->geometry(), m.cellPlace(3, column));
+        QCOMPARE(control->size(), m.grid()->cellRect(3, column).size());
+        QCOMPARE(control->accessibleName(), m.cell(0, column));
+        if (column != painelfechamento::FormaPagto)
+            QCOMPARE(m.editor()->selectedText(), m.cell(3, column));
 
-        const QRect antes = controle->geometry();
+        const QRect before = control->geometry();
         m.grid()->verticalScrollBar()->setValue(1);
-        QCOMPARE(controle->geometry(), m.cellPlace(3, coluna));
-        QCOMPARE(controle->geometry().top(), antes.top() - m.grid()->rowHeight(0));
+        QCOMPARE(control->geometry(), m.cellPlace(3, column));
+        QCOMPARE(control->geometry().top(), before.top() - m.grid()->rowHeight(0));
         m.panel()->resize(m.panel()->size() + QSize(37, 53));
         QCoreApplication::processEvents();
-        QCOMPARE(controle->geometry(), m.cellPlace(3, coluna));
+        QCOMPARE(control->geometry(), m.cellPlace(3, column));
         m.grid()->verticalScrollBar()->setValue(40);
-        QVERIFY(controle->height() <= 1);
-        QVERIFY(controle->hasFocus());
+        QVERIFY(control->height() <= 1);
+        QVERIFY(control->hasFocus());
         m.grid()->verticalScrollBar()->setValue(0);
-        QCOMPARE(controle->geometry(), m.cellPlace(3, coluna));
-        QCOMPARE(controle->geometry().top(), antes.top());
+        QCOMPARE(control->geometry(), m.cellPlace(3, column));
+        QCOMPARE(control->geometry().top(), before.top());
     }
 
     void opensByKeyboardAlone() {
-        umaPv(30, u"BOLETO"_s);
+        onePv(30, u"BOLETO"_s);
         m.grid()->setFocus();
-        m.grid()->setCurrentCell(1, colunas::Total);
+        m.grid()->setCurrentCell(1, painelfechamento::Total);
         m.key(Qt::Key_Right);
         m.key(Qt::Key_Space);
         QVERIFY(m.editor()->hasFocus());
         QCOMPARE(m.editor()->text(), u"30"_s);
         m.type(u"21"_s);
         m.key(Qt::Key_Enter);
-        QCOMPARE(m.cell(1, colunas::DiasVenc), u"21"_s);
+        QCOMPARE(m.cell(1, painelfechamento::DiasVenc), u"21"_s);
         QVERIFY(m.gridHasFocus());
 
         m.key(Qt::Key_Right);
@@ -684,27 +682,27 @@ class TstEdicao : public QObject {
         QTRY_VERIFY(!m.methods()->view()->isVisible());
         QVERIFY(m.methods()->hasFocus());
         QCOMPARE(m.methods()->currentText(), u"PIX"_s);
-        QCOMPARE(comandos().size(), 1);
+        QCOMPARE(commands().size(), 1);
         m.key(Qt::Key_Return);
-        QCOMPARE(m.cell(1, colunas::FormaPagto), u"PIX"_s);
-        QCOMPARE(comandos().size(), 2);
+        QCOMPARE(m.cell(1, painelfechamento::FormaPagto), u"PIX"_s);
+        QCOMPARE(commands().size(), 2);
     }
 
     void escapeOnTheOpenListClosesTheListOnly() {
-        umaPv(30, u"BOLETO"_s);
-        m.click(1, colunas::FormaPagto);
+        onePv(30, u"BOLETO"_s);
+        m.click(1, painelfechamento::FormaPagto);
         m.methods()->showPopup();
         QTRY_VERIFY(m.methods()->view()->isVisible());
         QTest::keyClick(m.methods()->view(), Qt::Key_Escape);
         QTRY_VERIFY(!m.methods()->view()->isVisible());
         QVERIFY(m.methods()->isVisible());
-        QCOMPARE(comandos(), QStringList());
+        QCOMPARE(commands(), QStringList());
     }
 
     void openListShowsWholeTexts() {
         m.server().execute(u"INSERT INTO Finalizadoras VALUES (6,'CARTÃO DE CRÉDITO PARCELADO 12X','N')"_s);
-        umaPv(30, u"BOLETO"_s);
-        m.click(1, colunas::FormaPagto);
+        onePv(30, u"BOLETO"_s);
+        m.click(1, painelfechamento::FormaPagto);
         m.methods()->showPopup();
         QTRY_VERIFY(m.methods()->view()->isVisible());
         QVERIFY(m.methods()->view()->viewport()->width() >= m.methods()->view()->sizeHintForColumn(0));
@@ -726,43 +724,43 @@ class TstEdicao : public QObject {
                             .linhas = {aoPreco(u"X"_s, u"1"_s, u"1"_s)},
                             .controle = false});
         QVERIFY(m.open(PanelBench::wide));
-        m.click(1, colunas::Tabela);
+        m.click(1, painelfechamento::Tabela);
         m.type(u"4"_s);
         m.key(Qt::Key_Return);
-        QCOMPARE(comandos(), QStringList{gravaTabela(u"4"_s, u"0001"_s)});
+        QCOMPARE(commands(), QStringList{gravaTabela(u"4"_s, u"0001"_s)});
     }
 
     void onlyTheClickedRowChangesOnScreen() {
         preVenda(2, u"C1"_s);
-        umaPv(30, u"BOLETO"_s);
-        m.click(1, colunas::DiasVenc);
+        onePv(30, u"BOLETO"_s);
+        m.click(1, painelfechamento::DiasVenc);
         m.type(u"60"_s);
         m.key(Qt::Key_Return);
-        QCOMPARE(m.cell(1, colunas::DiasVenc), u"60"_s);
-        QCOMPARE(m.cell(2, colunas::DiasVenc), u"30"_s);
-        QCOMPARE(termosGravados()[0], u"60"_s);
+        QCOMPARE(m.cell(1, painelfechamento::DiasVenc), u"60"_s);
+        QCOMPARE(m.cell(2, painelfechamento::DiasVenc), u"30"_s);
+        QCOMPARE(storedTerms()[0], u"60"_s);
     }
 
     void headerOpensNoEditor() {
-        umaPv(30, u"BOLETO"_s);
+        onePv(30, u"BOLETO"_s);
         QTest::mouseClick(
             m.panel()->windowHandle(), Qt::LeftButton, Qt::NoModifier,
-            m.grid()->mapTo(m.panel(), QPoint(m.grid()->cellRect(1, colunas::Tabela).center().x(),
+            m.grid()->mapTo(m.panel(), QPoint(m.grid()->cellRect(1, painelfechamento::Tabela).center().x(),
                                               m.grid()->cellRect(1, 0).top() / 2)));
         QVERIFY(!m.editor()->isVisible());
     }
 
     void failureToSaveLeavesTheCell() {
-        umaPv(30, u"DINHEIRO"_s);
-        m.click(1, colunas::DiasVenc);
+        onePv(30, u"DINHEIRO"_s);
+        m.click(1, painelfechamento::DiasVenc);
         m.type(u"5"_s);
         m.server().killProgramConnections();
-        ModalHelper caixas;
-        caixas.expectContaining(u"A conexão com o banco de dados foi perdida"_s, QMessageBox::Ok);
+        ModalHelper boxes;
+        boxes.expectContaining(u"A conexão com o banco de dados foi perdida"_s, QMessageBox::Ok);
         m.key(Qt::Key_Return);
-        QCOMPARE(caixas.problem(), QString());
+        QCOMPARE(boxes.problem(), QString());
         QVERIFY(!m.editor()->isVisible());
-        QCOMPARE(termosNaTela(), QStringList({u"30"_s, u"DINHEIRO"_s, u"1"_s}));
+        QCOMPARE(shownTerms(), QStringList({u"30"_s, u"DINHEIRO"_s, u"1"_s}));
     }
 };
 

@@ -238,7 +238,7 @@ void TstFalhas::cutBeforeEachStatement() {
     QCOMPARE(abertoNoRelato, naListagem);
     QVERIFY(PanelBench::viewerText().startsWith(u"LOG DE FECHAMENTO:"_s));
     // No settled pre-sale is left to work on.
-    QCOMPARE(b->column(colunas::Pedido), abertas());
+    QCOMPARE(b->column(painelfechamento::Pedido), abertas());
     QCOMPARE(b->total(), u"%1,00"_s.arg(10 * abertas().size() + (abertas().contains(u"1"_s) ? 20 : 0)));
     QVERIFY(!QApplication::overrideCursor());
     QVERIFY(!b->panel()->findChild<QProgressBar*>()->isVisible());
@@ -257,7 +257,7 @@ void TstFalhas::cutBeforeEachStatement() {
     // Started again, the panel lists what is open.
     b->close();
     QVERIFY(b->open());
-    QCOMPARE(b->column(colunas::Pedido), abertas());
+    QCOMPARE(b->column(painelfechamento::Pedido), abertas());
 }
 
 void TstFalhas::cutBeforeEachStatementOfTheStartUp_data() {
@@ -364,7 +364,7 @@ void TstFalhas::statementRefusedByTheServer() {
     b->server().execute(u"DROP TRIGGER falha"_s);
     const QList<QByteArray> primeira = m_corte->texts();
     QCOMPARE(b->log(), PanelBench::logWith({interrompida}));
-    QCOMPARE(b->column(colunas::Pedido),
+    QCOMPARE(b->column(painelfechamento::Pedido),
              continuaListada ? (QStringList{u"1"_s, u"2"_s}) : QStringList{u"2"_s});
 
     m_corte->mark();
@@ -377,7 +377,7 @@ void TstFalhas::statementRefusedByTheServer() {
     QCOMPARE(b->server().query(u"SELECT COUNT(*) FROM areceber WHERE Nr_Pedido = 2"_s),
              (QList<QStringList>{{u"1"_s}}));
     QVERIFY(b->server().query(u"SELECT COUNT(*) FROM areceber WHERE Nr_Pedido = 1"_s)[0][0].toInt() <= 1);
-    QCOMPARE(b->column(colunas::Pedido), recusada ? QStringList{u"1"_s} : QStringList());
+    QCOMPARE(b->column(painelfechamento::Pedido), recusada ? QStringList{u"1"_s} : QStringList());
 }
 
 // Also when it comes back with a new listing.
@@ -391,7 +391,7 @@ void TstFalhas::interruptedPreSaleIsNeverBegunAgain() {
     for (int vez = 0; vez < 3; ++vez) {
         aperta({mensagens::comErros}, true);
         QCOMPARE(b->log(), PanelBench::logWith({interrompida}));
-        QCOMPARE(b->column(colunas::Pedido), QStringList{u"1"_s});
+        QCOMPARE(b->column(painelfechamento::Pedido), QStringList{u"1"_s});
     }
     QCOMPARE(b->server().query(u"SELECT quantidade FROM produtos"_s),
              (QList<QStringList>{{u"99.000"_s}, {u"99.000"_s}}));

@@ -122,18 +122,18 @@ class TstFechamento : public QObject {
     void lastClosedNumberFollowsTheGridsOrder();
 
   private:
-    void fechaTudo(const QStringList& mensagensDoFim = {mensagens::sucesso});
+    void closeAll(const QStringList& mensagensDoFim = {mensagens::sucesso});
     QList<QStringList> consulta(const QString& sql) { return b->server().query(sql); }
 
     std::unique_ptr<PanelBench> b;
 };
 
 /// Presses the closing button and answers its messages.
-void TstFechamento::fechaTudo(const QStringList& mensagensDoFim) {
+void TstFechamento::closeAll(const QStringList& mensagensDoFim) {
     ModalHelper modal;
     modal.expect(mensagens::lembrete, QMessageBox::Ok);
-    for (const QString& mensagem : mensagensDoFim)
-        modal.expect(mensagem, QMessageBox::Ok);
+    for (const QString& message : mensagensDoFim)
+        modal.expect(message, QMessageBox::Ok);
     b->press(u"Command4"_s);
     QCOMPARE(modal.problem(), QString());
 }
@@ -142,25 +142,25 @@ void TstFechamento::statementsOfEachReceivableForm_data() {
     QTest::addColumn<QString>("forma");
     QTest::addColumn<QString>("prazo");
     QTest::addColumn<QString>("receber");
-    const QString comum = u"'C1', 'PADARIA MODELO', '2024-03-15', "_s;
-    const QString historico = u", 'REF.: PRÉ VENDA Nº1234', 1234, "_s;
+    const QString common = u"'C1', 'PADARIA MODELO', '2024-03-15', "_s;
+    const QString history = u", 'REF.: PRÉ VENDA Nº1234', 1234, "_s;
     QTest::newRow("card") << u"CARTÃO"_s << u"30"_s
-                          << sqlReceberCartao + comum + u"'2024-04-14',  1234.5"_s + historico +
+                          << sqlReceberCartao + common + u"'2024-04-14',  1234.5"_s + history +
                                  u"'2024-04-14',  1234.5, 'B', 'CARTÃO', 'C-', 7, 0, '1.05')"_s;
     QTest::newRow("cheque") << u"CHEQUE PRÉ"_s << u"45"_s
-                            << sqlReceber + comum + u"'2024-04-29',  1234.5"_s + historico +
+                            << sqlReceber + common + u"'2024-04-29',  1234.5"_s + history +
                                    u"'2024-04-29',  1234.5, 'B', 'CHEQUE PRÉ', 7, 0, '1.05')"_s;
     QTest::newRow("open") << u"BOLETO"_s << u"30"_s
-                          << sqlReceber + comum + u"'2024-04-14',  1234.5"_s + historico +
+                          << sqlReceber + common + u"'2024-04-14',  1234.5"_s + history +
                                  u"'1901-01-01', 0.00, 'A', 'BOLETO', 7, 0, '1.05')"_s;
     QTest::newRow("cash") << u"DINHEIRO"_s << u"5"_s
-                          << sqlReceber + comum + u"'2024-03-15',  1234.5"_s + historico +
+                          << sqlReceber + common + u"'2024-03-15',  1234.5"_s + history +
                                  u"'2024-03-15',  1234.5, 'B', 'DINHEIRO', 7, 0, '1.01')"_s;
     QTest::newRow("cash by its mark") << u"PIX"_s << u"0"_s
-                                      << sqlReceber + comum + u"'2024-03-15',  1234.5"_s + historico +
+                                      << sqlReceber + common + u"'2024-03-15',  1234.5"_s + history +
                                              u"'2024-03-15',  1234.5, 'B', 'PIX', 7, 0, '1.01')"_s;
     QTest::newRow("cash by its name") << u"TICKET"_s << u"15"_s
-                                      << sqlReceber + comum + u"'2024-03-15',  1234.5"_s + historico +
+                                      << sqlReceber + common + u"'2024-03-15',  1234.5"_s + history +
                                              u"'2024-03-15',  1234.5, 'B', 'TICKET', 7, 0, '1.01')"_s;
 }
 
@@ -174,9 +174,9 @@ void TstFechamento::statementsOfEachReceivableForm() {
     b->shop().produto({.codigo = u"P1"_s});
     b->shop().documento({.pedido = 1234, .linhas = {{.quantidade = u"1.5"_s, .total = u"1234.50"_s}}});
     QVERIFY(b->open());
-    StatementLog registro(b->server());
-    fechaTudo();
-    QCOMPARE(withoutFrame(registro.texts()),
+    StatementLog log(b->server());
+    closeAll();
+    QCOMPARE(withoutFrame(log.texts()),
              StatementLog::expected(
                  {sqlDocumentoDoCliente.arg(u"C1"_s), sqlEstoque.arg(1234), sqlLinhas.arg(1234),
                   sqlFicha.arg(u"P1"_s), sqlLogEstoque.arg(u"1234"_s, u"P1"_s, u"-1.5"_s),
@@ -190,17 +190,17 @@ void TstFechamento::statementsWithTechnicalSheet() {
     b->shop().ficha(u"CESTA"_s, {{u"PAO"_s, u"12"_s}, {u"CAFE"_s, u"0.5"_s}, {u"GELEIA"_s, u"0.333"_s}});
     b->shop().documento({.pedido = 1234, .linhas = {{u"CESTA"_s, u"2"_s, u"1234.50"_s}}});
     QVERIFY(b->open());
-    StatementLog registro(b->server());
-    fechaTudo();
+    StatementLog log(b->server());
+    closeAll();
     QCOMPARE(
-        withoutFrame(registro.texts()).mid(3, 7),
+        withoutFrame(log.texts()).mid(3, 7),
         StatementLog::expected({sqlFicha.arg(u"CESTA"_s), sqlLogEstoque.arg(u"1234"_s, u"PAO"_s, u"-24"_s),
                                 sqlSaidaDeComponente.arg(u" 24"_s, u"PAO"_s),
                                 sqlLogEstoque.arg(u"1234"_s, u"CAFE"_s, u"-1"_s),
                                 sqlSaidaDeComponente.arg(u" 1"_s, u"CAFE"_s),
                                 sqlLogEstoque.arg(u"1234"_s, u"GELEIA"_s, u"-0.666"_s),
                                 sqlSaidaDeComponente.arg(u" 0.666"_s, u"GELEIA"_s)}));
-    QCOMPARE(withoutFrame(registro.texts())[10], StatementLog::expected({sqlLiquida.arg(1234)})[0]);
+    QCOMPARE(withoutFrame(log.texts())[10], StatementLog::expected({sqlLiquida.arg(1234)})[0]);
     QCOMPARE(consulta(u"SELECT quantidade, Nitem FROM produtos WHERE codfabr = 'CESTA'"_s),
              (QList<QStringList>{{u"100.000"_s, u"0"_s}}));
 }
@@ -217,9 +217,9 @@ void TstFechamento::statementsOfManyLines() {
                                     {u" P2 "_s, u"0"_s, u"34.50"_s},
                                     {u"P2"_s, u"-3"_s, u"0"_s}}});
     QVERIFY(b->open());
-    StatementLog registro(b->server());
-    fechaTudo();
-    QCOMPARE(withoutFrame(registro.texts()).mid(2, 11),
+    StatementLog log(b->server());
+    closeAll();
+    QCOMPARE(withoutFrame(log.texts()).mid(2, 11),
              StatementLog::expected({sqlLinhas.arg(1234), sqlFicha.arg(u"P1"_s),
                                      sqlLogEstoque.arg(u"1234"_s, u"P1"_s, u"-0.125"_s),
                                      sqlSaida.arg(u" 0.125"_s, u"+1"_s, u"P1"_s), sqlFicha.arg(u"P2"_s),
@@ -240,10 +240,10 @@ void TstFechamento::statementsWithPafEcf() {
     b->shop().produto({.codigo = u"P1"_s});
     b->shop().documento({.pedido = 1234, .linhas = {{.total = u"1234.50"_s}}});
     QVERIFY(b->open());
-    StatementLog registro(b->server());
-    fechaTudo();
+    StatementLog log(b->server());
+    closeAll();
     QCOMPARE(
-        withoutFrame(registro.texts()),
+        withoutFrame(log.texts()),
         StatementLog::expected(
             {sqlDocumentoDoCliente.arg(u"C1"_s), sqlEstoque.arg(1234), sqlLinhas.arg(1234),
              sqlLiquida.arg(1234), sqlControle.arg(1234), sqlAvista.arg(u"DINHEIRO"_s),
@@ -260,9 +260,9 @@ void TstFechamento::statementsOfACancelledPerson() {
     b->shop().cliente({.codigo = u"C2"_s, .cnpjCpf = u"123.456.789-09"_s});
     b->shop().documento({.pedido = 1234, .cliente = u"C2"_s});
     QVERIFY(b->open());
-    StatementLog registro(b->server());
-    fechaTudo({mensagens::comErros});
-    QCOMPARE(withoutFrame(registro.texts()),
+    StatementLog log(b->server());
+    closeAll({mensagens::comErros});
+    QCOMPARE(withoutFrame(log.texts()),
              StatementLog::expected({sqlDocumentoDoCliente.arg(u"C2"_s),
                                      u"Update Orcamento Set SituacaoOrc='X', databaixa='2024-03-15' Where "
                                      "nrpedido=1234 And TipoOperacao='P'"_s,
@@ -274,10 +274,10 @@ void TstFechamento::statementsOfRowsLeftAlone() {
     b->shop().documento({.pedido = 1, .nomeVendedor = u"A"_s});
     b->shop().documento({.pedido = 2, .nomeVendedor = u"B"_s, .linhas = {{.quantidade = u"500"_s}}});
     QVERIFY(b->open());
-    b->click(1, colunas::Selecao);
-    StatementLog registro(b->server());
-    fechaTudo({mensagens::comErros});
-    QCOMPARE(withoutFrame(registro.texts()),
+    b->click(1, painelfechamento::Selecao);
+    StatementLog log(b->server());
+    closeAll({mensagens::comErros});
+    QCOMPARE(withoutFrame(log.texts()),
              StatementLog::expected({sqlDocumentoDoCliente.arg(u"C1"_s), sqlDocumentoDoCliente.arg(u"C1"_s),
                                      sqlEstoque.arg(2), sqlListagem}));
 }
@@ -288,9 +288,9 @@ void TstFechamento::statementsOfARefusal() {
     b->shop().cliente({.codigo = u"C2"_s, .prazo = u"0"_s});
     b->shop().documento({.pedido = 9, .cliente = u"C2"_s});
     QVERIFY(b->open());
-    StatementLog registro(b->server());
-    fechaTudo({mensagens::comErros});
-    QCOMPARE(withoutFrame(registro.texts()),
+    StatementLog log(b->server());
+    closeAll({mensagens::comErros});
+    QCOMPARE(withoutFrame(log.texts()),
              StatementLog::expected({sqlDocumentoDoCliente.arg(u"C2"_s), sqlEstoque.arg(9), sqlListagem}));
 }
 
@@ -298,13 +298,13 @@ void TstFechamento::statementsOfFechaPvAlone() {
     b->shop().basico();
     b->shop().documento({.pedido = 77});
     QVERIFY(b->open());
-    StatementLog registro(b->server());
+    StatementLog log(b->server());
     ModalHelper modal;
     b->panel()->FechaPV(77, u"BOLETO"_s, Dinheiro::dePonto(u"0.05"), QDate(2024, 12, 31), u"D'ÁVILA"_s);
     QCOMPARE(modal.problem(), QString());
     QVERIFY(modal.boxes().isEmpty());
     QCOMPARE(
-        registro.texts().mid(7),
+        log.texts().mid(7),
         StatementLog::expected(
             {sqlReceber + u"'C1', 'D´ÁVILA', '2024-03-15', '2024-12-31',  0.05, 'REF.: PRÉ VENDA Nº77', 77, "
                           "'1901-01-01', 0.00, 'A', 'BOLETO', 7, 0, '1.05')"_s,
@@ -319,7 +319,7 @@ void TstFechamento::rowsWrittenByABill() {
     b->shop().basico();
     b->shop().documento({.pedido = 55, .linhas = {{.quantidade = u"4"_s}, {.quantidade = u"6"_s}}});
     QVERIFY(b->open());
-    fechaTudo();
+    closeAll();
     const QStringList linha{u"B"_s, u"2024-03-15"_s, u"14:07:00"_s, u"B"_s};
     QCOMPARE(consulta(u"SELECT situacaoorc, databaixa, Horario, status FROM orcamento"_s),
              (QList<QStringList>{linha, linha}));
@@ -352,24 +352,24 @@ void TstFechamento::firstMatchingFormWins_data() {
     QTest::addColumn<QString>("avista");
     QTest::addColumn<QString>("vencto");
     QTest::addColumn<QString>("sitBaixa");
-    QTest::addColumn<QString>("tipoCartao");
+    QTest::addColumn<QString>("cardType");
     QTest::addColumn<QString>("conta");
     const QString vence = u"2024-03-25"_s;
-    const QString hoje = u"2024-03-15"_s;
+    const QString today = u"2024-03-15"_s;
     QTest::newRow("card marked as cash") << u"CARTÃO"_s << u"S"_s << vence << u"B"_s << u"C-"_s << u"1.05"_s;
     QTest::newRow("longer card name")
         << u"CARTÃO DÉBITO"_s << u"N"_s << vence << u"A"_s << QString() << u"1.05"_s;
     QTest::newRow("longer card name, cash")
-        << u"CARTÃO DÉBITO"_s << u"S"_s << hoje << u"B"_s << QString() << u"1.01"_s;
+        << u"CARTÃO DÉBITO"_s << u"S"_s << today << u"B"_s << QString() << u"1.01"_s;
     QTest::newRow("cheque marked as cash")
         << u"CHEQUE"_s << u"S"_s << vence << u"B"_s << QString() << u"1.05"_s;
     QTest::newRow("cheque run together")
         << u"CHEQUES"_s << u"N"_s << vence << u"B"_s << QString() << u"1.05"_s;
     QTest::newRow("cheque not at the start")
         << u"EM CHEQUE"_s << u"N"_s << vence << u"A"_s << QString() << u"1.05"_s;
-    QTest::newRow("OUTROS") << u"OUTROS"_s << u"N"_s << hoje << u"B"_s << QString() << u"1.01"_s;
+    QTest::newRow("OUTROS") << u"OUTROS"_s << u"N"_s << today << u"B"_s << QString() << u"1.01"_s;
     QTest::newRow("DINHEIRO not marked")
-        << u"DINHEIRO"_s << u"N"_s << hoje << u"B"_s << QString() << u"1.01"_s;
+        << u"DINHEIRO"_s << u"N"_s << today << u"B"_s << QString() << u"1.01"_s;
     QTest::newRow("short name") << u"VR"_s << u"N"_s << vence << u"A"_s << QString() << u"1.05"_s;
 }
 
@@ -378,7 +378,7 @@ void TstFechamento::firstMatchingFormWins() {
     QFETCH(QString, avista);
     QFETCH(QString, vencto);
     QFETCH(QString, sitBaixa);
-    QFETCH(QString, tipoCartao);
+    QFETCH(QString, cardType);
     QFETCH(QString, conta);
     b->shop().empresa();
     b->shop().forma(forma, avista);
@@ -386,13 +386,13 @@ void TstFechamento::firstMatchingFormWins() {
     b->shop().produto({.codigo = u"P1"_s});
     b->shop().documento({.pedido = 1});
     QVERIFY(b->open());
-    fechaTudo();
+    closeAll();
     const QString baixa = sitBaixa == u"A" ? u"1901-01-01"_s : vencto;
-    const QString pago = sitBaixa == u"A" ? u"0.00"_s : u"10.00"_s;
+    const QString paid = sitBaixa == u"A" ? u"0.00"_s : u"10.00"_s;
     QCOMPARE(
         consulta(u"SELECT Emissao, Vencto, DataBaixa, ValorPago, SitBaixa, TipoPag, TipoCartao, ContaCTB "
                  "FROM areceber"_s),
-        (QList<QStringList>{{u"2024-03-15"_s, vencto, baixa, pago, sitBaixa, forma, tipoCartao, conta}}));
+        (QList<QStringList>{{u"2024-03-15"_s, vencto, baixa, paid, sitBaixa, forma, cardType, conta}}));
     QCOMPARE(consulta(u"SELECT cd_cta, Finaliza1 FROM caixa"_s), (QList<QStringList>{{u"1.01"_s, forma}}));
 }
 
@@ -401,13 +401,13 @@ void TstFechamento::dueDateCrossesMonthAndYear() {
     b->shop().cliente({.codigo = u"C2"_s, .prazo = u"292"_s});
     b->shop().documento({.pedido = 1, .cliente = u"C2"_s});
     QVERIFY(b->open());
-    fechaTudo();
+    closeAll();
     QCOMPARE(consulta(u"SELECT Vencto FROM areceber"_s), (QList<QStringList>{{u"2025-01-01"_s}}));
 }
 
 void TstFechamento::numberFormats_data() {
     QTest::addColumn<int>("pedido");
-    QTest::addColumn<QString>("formatado");
+    QTest::addColumn<QString>("formatted");
     QTest::newRow("1") << 1 << u"000.001"_s;
     QTest::newRow("1234") << 1234 << u"001.234"_s;
     QTest::newRow("999999") << 999999 << u"999.999"_s;
@@ -417,14 +417,14 @@ void TstFechamento::numberFormats_data() {
 
 void TstFechamento::numberFormats() {
     QFETCH(int, pedido);
-    QFETCH(QString, formatado);
+    QFETCH(QString, formatted);
     b->shop().basico();
     b->shop().documento({.pedido = pedido});
     QVERIFY(b->open());
-    fechaTudo();
+    closeAll();
     QCOMPARE(
         consulta(u"SELECT Historico, CodigoLanc FROM caixa"_s),
-        (QList<QStringList>{{u"PEDIDO Nº "_s + formatado + u"-PADARIA MODELO"_s, u"PED:"_s + formatado}}));
+        (QList<QStringList>{{u"PEDIDO Nº "_s + formatted + u"-PADARIA MODELO"_s, u"PED:"_s + formatted}}));
     QCOMPARE(
         consulta(u"SELECT Historico, Nr_Pedido FROM areceber"_s),
         (QList<QStringList>{{u"REF.: PRÉ VENDA Nº"_s + QString::number(pedido), QString::number(pedido)}}));
@@ -434,10 +434,10 @@ void TstFechamento::numberFormats() {
 void TstFechamento::nameInTheCashBookIsCutToFifty_data() {
     QTest::addColumn<QString>("nome");
     QTest::addColumn<QString>("noCaixa");
-    const QString cinquenta = QString(50, u'A');
-    QTest::newRow("50") << cinquenta << cinquenta;
-    QTest::newRow("51") << cinquenta + u'B' << cinquenta;
-    QTest::newRow("60") << cinquenta + u"BCDEFGHIJK"_s << cinquenta;
+    const QString fifty = QString(50, u'A');
+    QTest::newRow("50") << fifty << fifty;
+    QTest::newRow("51") << fifty + u'B' << fifty;
+    QTest::newRow("60") << fifty + u"BCDEFGHIJK"_s << fifty;
     QTest::newRow("blank at the cut") << QString(48, u'A') + u"  BC"_s << QString(48, u'A');
     QTest::newRow("blanks at the ends") << u"  PADARIA  "_s << u"PADARIA"_s;
     QTest::newRow("four-byte character at the cut")
@@ -452,7 +452,7 @@ void TstFechamento::nameInTheCashBookIsCutToFifty() {
     b->shop().cliente({.codigo = u"C2"_s, .nome = nome});
     b->shop().documento({.pedido = 1, .cliente = u"C2"_s});
     QVERIFY(b->open());
-    fechaTudo();
+    closeAll();
     QCOMPARE(consulta(u"SELECT Historico FROM caixa"_s),
              (QList<QStringList>{{u"PEDIDO Nº 000.001-"_s + noCaixa}}));
     QCOMPARE(consulta(u"SELECT NomeCli FROM areceber"_s), (QList<QStringList>{{nome}}));
@@ -460,7 +460,7 @@ void TstFechamento::nameInTheCashBookIsCutToFifty() {
 
 void TstFechamento::oddNamesAreCleaned_data() {
     QTest::addColumn<QString>("nome");
-    QTest::addColumn<QString>("limpo");
+    QTest::addColumn<QString>("clean");
     QTest::newRow("apostrophe") << u"EMPÓRIO D'ÁVILA"_s << u"EMPÓRIO D´ÁVILA"_s;
     QTest::newRow("only apostrophes") << u"'''"_s << u"´´´"_s;
     QTest::newRow("backslash at the end") << u"PÃES\\DOCES\\"_s << u"PÃES/DOCES/"_s;
@@ -473,15 +473,15 @@ void TstFechamento::oddNamesAreCleaned_data() {
 
 void TstFechamento::oddNamesAreCleaned() {
     QFETCH(QString, nome);
-    QFETCH(QString, limpo);
+    QFETCH(QString, clean);
     b->shop().basico();
     b->shop().cliente({.codigo = u"C2"_s, .nome = nome});
     b->shop().documento({.pedido = 1, .cliente = u"C2"_s});
     QVERIFY(b->open());
-    fechaTudo();
-    QCOMPARE(consulta(u"SELECT NomeCli FROM areceber"_s), (QList<QStringList>{{limpo}}));
+    closeAll();
+    QCOMPARE(consulta(u"SELECT NomeCli FROM areceber"_s), (QList<QStringList>{{clean}}));
     QCOMPARE(consulta(u"SELECT Historico FROM caixa"_s),
-             (QList<QStringList>{{u"PEDIDO Nº 000.001-"_s + limpo}}));
+             (QList<QStringList>{{u"PEDIDO Nº 000.001-"_s + clean}}));
     QCOMPARE(consulta(u"SELECT situacaoorc FROM orcamento"_s), (QList<QStringList>{{u"B"_s}}));
 }
 
@@ -499,7 +499,7 @@ void TstFechamento::accentsThroughEveryCharset() {
     b->shop().cliente({.codigo = u"C2"_s, .nome = u"PÃES & CIA Nº 1 D'ÁVILA"_s, .formaPg = u"CARTÃO"_s});
     b->shop().documento({.pedido = 1, .cliente = u"C2"_s});
     QVERIFY(b->open());
-    fechaTudo();
+    closeAll();
     QCOMPARE(consulta(u"SELECT NomeCli, Historico, TipoPag FROM areceber"_s),
              (QList<QStringList>{{u"PÃES & CIA Nº 1 D´ÁVILA"_s, u"REF.: PRÉ VENDA Nº1"_s, u"CARTÃO"_s}}));
     QCOMPARE(consulta(u"SELECT tela FROM logestoque"_s), (QList<QStringList>{{u"FECHAMENTO DA PV Nº 1"_s}}));
@@ -509,7 +509,7 @@ void TstFechamento::totalOverTenMillion() {
     b->shop().basico();
     b->shop().documento({.pedido = 1, .linhas = {{.total = u"12345678.90"_s}, {.total = u"0.09"_s}}});
     QVERIFY(b->open());
-    fechaTudo();
+    closeAll();
     QCOMPARE(consulta(u"SELECT Valor FROM areceber"_s), (QList<QStringList>{{u"12345678.99"_s}}));
     QCOMPARE(consulta(u"SELECT Valor, ValorFin1 FROM caixa"_s),
              (QList<QStringList>{{u"12345678.99"_s, u"12345678.99"_s}}));
@@ -528,7 +528,7 @@ void TstFechamento::nullsInTheClosing() {
                          .vendedor = std::nullopt,
                          .linhas = {{.quantidade = std::nullopt}, {u"P2"_s, u"1"_s, std::nullopt}}});
     QVERIFY(b->open());
-    fechaTudo();
+    closeAll();
     QCOMPARE(consulta(u"SELECT NomeCli, Valor, CodigoVend, ContaCTB, SitBaixa FROM areceber"_s),
              (QList<QStringList>{{QString(), u"10.00"_s, u"0"_s, u"00.000"_s, u"A"_s}}));
     QCOMPARE(consulta(u"SELECT codproduto, qtdLoja FROM logestoque ORDER BY id"_s),
@@ -539,7 +539,7 @@ void TstFechamento::nullsInTheClosing() {
 
 void TstFechamento::sellerCode_data() {
     QTest::addColumn<Valor>("vendedor");
-    QTest::addColumn<QString>("gravado");
+    QTest::addColumn<QString>("stored");
     QTest::newRow("NULL") << Valor() << u"0"_s;
     QTest::newRow("0") << Valor(u"0"_s) << u"0"_s;
     QTest::newRow("largest of 16 bits") << Valor(u"32767"_s) << u"32767"_s;
@@ -548,12 +548,12 @@ void TstFechamento::sellerCode_data() {
 
 void TstFechamento::sellerCode() {
     QFETCH(Valor, vendedor);
-    QFETCH(QString, gravado);
+    QFETCH(QString, stored);
     b->shop().basico();
     b->shop().documento({.pedido = 1, .vendedor = vendedor});
     QVERIFY(b->open());
-    fechaTudo();
-    QCOMPARE(consulta(u"SELECT CodigoVend FROM areceber"_s), (QList<QStringList>{{gravado}}));
+    closeAll();
+    QCOMPARE(consulta(u"SELECT CodigoVend FROM areceber"_s), (QList<QStringList>{{stored}}));
 }
 
 // Nothing of the pre-sale was executed, so every press says again what is wrong with it.
@@ -577,16 +577,16 @@ void TstFechamento::sellerCodeBeyondSixteenBits() {
              (QList<QStringList>{{u"2"_s}, {u"3"_s}}));
 
     QVERIFY(b->open());
-    for (int vez = 0; vez < 2; ++vez) {
+    for (int attempt = 0; attempt < 2; ++attempt) {
         ModalHelper modal;
         modal.expect(mensagens::lembrete, QMessageBox::Ok);
         modal.expectContaining(u"código de vendedor 32768"_s, QMessageBox::Ok);
         b->press(u"Command4"_s);
         QCOMPARE(modal.problem(), QString());
     }
-    b->click(1, colunas::Selecao);
-    fechaTudo();
-    QCOMPARE(b->column(colunas::Pedido), QStringList{u"2"_s});
+    b->click(1, painelfechamento::Selecao);
+    closeAll();
+    QCOMPARE(b->column(painelfechamento::Pedido), QStringList{u"2"_s});
 }
 
 void TstFechamento::termBeyondTheCalendar() {
@@ -594,8 +594,8 @@ void TstFechamento::termBeyondTheCalendar() {
     b->shop().cliente({.codigo = u"C2"_s, .prazo = u"2147483647"_s});
     b->shop().documento({.pedido = 1, .cliente = u"C2"_s});
     QVERIFY(b->open());
-    const auto antes = b->shop().retrato();
-    for (int vez = 0; vez < 2; ++vez) {
+    const auto before = b->shop().retrato();
+    for (int attempt = 0; attempt < 2; ++attempt) {
         ModalHelper modal;
         modal.expect(mensagens::lembrete, QMessageBox::Ok);
         modal.expect(mensagens::comErros, QMessageBox::Ok);
@@ -603,7 +603,7 @@ void TstFechamento::termBeyondTheCalendar() {
         QCOMPARE(modal.problem(), QString());
         QCOMPARE(b->log(), PanelBench::logWith({u"PRÉ-VENDA: 0000001 - PRAZO DE PAGAMENTO INVÁLIDO."_s}));
     }
-    QCOMPARE(b->shop().retrato(), antes);
+    QCOMPARE(b->shop().retrato(), before);
 }
 
 void TstFechamento::davOfTheSameNumberIsLeftAlone() {
@@ -615,7 +615,7 @@ void TstFechamento::davOfTheSameNumberIsLeftAlone() {
         b->shop().documento({.pedido = 2, .cliente = u"C2"_s, .tipo = tipo, .situacao = situacao});
     }
     QVERIFY(b->open());
-    fechaTudo({mensagens::comErros});
+    closeAll({mensagens::comErros});
     QCOMPARE(consulta(u"SELECT nrpedido, situacaoorc, databaixa FROM orcamento WHERE TipoOperacao = 'D' "
                       "ORDER BY nrpedido"_s),
              (QList<QStringList>{{u"1"_s, u"B"_s, QString()}, {u"2"_s, u"B"_s, QString()}}));
@@ -632,7 +632,7 @@ void TstFechamento::lastClosedNumberFollowsTheGridsOrder() {
     b->shop().documento({.pedido = 900, .nomeVendedor = u"A"_s});
     b->shop().documento({.pedido = 200, .nomeVendedor = u"B"_s});
     QVERIFY(b->open());
-    fechaTudo();
+    closeAll();
     QCOMPARE(consulta(u"SELECT Nr_Pedido FROM areceber ORDER BY id"_s),
              (QList<QStringList>{{u"900"_s}, {u"200"_s}}));
     QCOMPARE(consulta(u"SELECT UltimaPV FROM empresa"_s), (QList<QStringList>{{u"200"_s}}));

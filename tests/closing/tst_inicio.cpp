@@ -39,7 +39,7 @@ const QString sqlInterrompidos =
     "DataCx>='2024-03-08' And CodigoLanc Like 'PED:%' Group By CodigoLanc"_s;
 const QString sqlEmpresa = u"Select ContaCTB1, PAF_ECF From Empresa"_s;
 
-constexpr int primeiroPedido = 100;
+constexpr int firstDocument = 100;
 
 } // namespace
 
@@ -97,58 +97,56 @@ class TstInicio : public QObject {
 
 void TstInicio::documentos(const QString& tipo, int quantos) {
     for (int i = 0; i < quantos; ++i)
-        b->shop().documento({.pedido = primeiroPedido + i, .tipo = tipo});
+        b->shop().documento({.pedido = firstDocument + i, .tipo = tipo});
 }
 
 void TstInicio::statementsWithDavs() {
     b->shop().basico();
     documentos(u"D"_s, 1);
     documentos(u"P"_s, 1);
-    StatementLog registro(b->server());
+    StatementLog log(b->server());
     QVERIFY(b->open());
-    QCOMPARE(registro.texts(), StatementLog::expected({sqlDavs, sqlFormas, sqlEmpresa, sqlInterrompidos}));
+    QCOMPARE(log.texts(), StatementLog::expected({sqlDavs, sqlFormas, sqlEmpresa, sqlInterrompidos}));
 }
 
 void TstInicio::statementsWithoutDavs() {
     b->shop().basico();
     documentos(u"P"_s, 1);
-    StatementLog registro(b->server());
+    StatementLog log(b->server());
     QVERIFY(b->open());
-    QCOMPARE(registro.texts(),
-             StatementLog::expected({sqlDavs, sqlFormas, sqlPvs, sqlEmpresa, sqlInterrompidos}));
+    QCOMPARE(log.texts(), StatementLog::expected({sqlDavs, sqlFormas, sqlPvs, sqlEmpresa, sqlInterrompidos}));
 }
 
 namespace {
 
-void confereLayout(const PanelBench& b, const QList<int>& larguras, int alturaMinima) {
-    const Grid* grade = b.grid();
-    const QStringList titulos{u"PEDIDO"_s, u"TIPO"_s,     u"CLIENTE"_s,   u"VENDEDOR"_s,
-                              u"CIDADE"_s, u"R$ TOTAL"_s, u"DIAS VENC"_s, u"FORMA PAGTO"_s,
-                              u"TABELA"_s, u"SELEÇÃO"_s,  u"CODIGOCLI"_s};
-    const QList<Qt::Alignment> lados{Qt::AlignLeft,    Qt::AlignHCenter, Qt::AlignLeft,  Qt::AlignLeft,
+void checkLayout(const PanelBench& b, const QList<int>& widths, int minimumHeight) {
+    const Grid* grid = b.grid();
+    const QStringList titles{u"PEDIDO"_s, u"TIPO"_s,     u"CLIENTE"_s,   u"VENDEDOR"_s,
+                             u"CIDADE"_s, u"R$ TOTAL"_s, u"DIAS VENC"_s, u"FORMA PAGTO"_s,
+                             u"TABELA"_s, u"SELEÇÃO"_s,  u"CODIGOCLI"_s};
+    const QList<Qt::Alignment> sides{Qt::AlignLeft,    Qt::AlignHCenter, Qt::AlignLeft,  Qt::AlignLeft,
                                      Qt::AlignLeft,    Qt::AlignRight,   Qt::AlignRight, Qt::AlignRight,
                                      Qt::AlignHCenter, Qt::AlignHCenter, Qt::AlignLeft};
-    QCOMPARE(grade->columns(), 11);
-    for (int coluna = 0; coluna < grade->columns(); ++coluna) {
-        QCOMPARE(grade->text(0, coluna), titulos[coluna]);
-        QVERIFY(grade->isBold(0, coluna));
-        QVERIFY(
-            qvariant_cast<QFont>(grade->model()->headerData(coluna, Qt::Horizontal, Qt::FontRole)).bold());
-        const auto lado =
-            qvariant_cast<Qt::Alignment>(grade->model()->index(0, coluna).data(Qt::TextAlignmentRole));
-        QCOMPARE(lado & Qt::AlignHorizontal_Mask, lados[coluna]);
-        QCOMPARE(grade->columnTwips(coluna), larguras[coluna]);
-        QCOMPARE(grade->isColumnHidden(coluna), larguras[coluna] == 0);
+    QCOMPARE(grid->columns(), 11);
+    for (int column = 0; column < grid->columns(); ++column) {
+        QCOMPARE(grid->text(0, column), titles[column]);
+        QVERIFY(grid->isBold(0, column));
+        QVERIFY(qvariant_cast<QFont>(grid->model()->headerData(column, Qt::Horizontal, Qt::FontRole)).bold());
+        const auto side =
+            qvariant_cast<Qt::Alignment>(grid->model()->index(0, column).data(Qt::TextAlignmentRole));
+        QCOMPARE(side & Qt::AlignHorizontal_Mask, sides[column]);
+        QCOMPARE(grid->columnTwips(column), widths[column]);
+        QCOMPARE(grid->isColumnHidden(column), widths[column] == 0);
         // VENDEDOR takes what the window has left.
-        const int largura = twipsToPixels(grade, larguras[coluna]);
-        if (coluna == colunas::Vendedor)
-            QVERIFY(grade->columnWidth(coluna) >= largura);
+        const int width = twipsToPixels(grid, widths[column]);
+        if (column == painelfechamento::Vendedor)
+            QVERIFY(grid->columnWidth(column) >= width);
         else
-            QCOMPARE(grade->columnWidth(coluna), largura);
+            QCOMPARE(grid->columnWidth(column), width);
     }
-    QVERIFY(grade->horizontalHeader()->height() >= twipsToPixels(grade, alturaMinima));
-    QCOMPARE(grade->rowTwips(1), alturaMinima);
-    QCOMPARE(grade->verticalHeader()->minimumSectionSize(), twipsToPixels(grade, alturaMinima));
+    QVERIFY(grid->horizontalHeader()->height() >= twipsToPixels(grid, minimumHeight));
+    QCOMPARE(grid->rowTwips(1), minimumHeight);
+    QCOMPARE(grid->verticalHeader()->minimumSectionSize(), twipsToPixels(grid, minimumHeight));
 }
 
 } // namespace
@@ -159,7 +157,7 @@ void TstInicio::davLayout() {
     documentos(u"P"_s, 3);
     QVERIFY(b->open());
     QCOMPARE(b->panel()->windowTitle(), u"Ormelind DAV/PV/NFE - Versão 1.5c  -  [17/01/23]"_s);
-    confereLayout(*b, {1100, 500, 5200, 1700, 2400, 1200, 0, 0, 800, 900, 0}, 360);
+    checkLayout(*b, {1100, 500, 5200, 1700, 2400, 1200, 0, 0, 800, 900, 0}, 360);
     if (QTest::currentTestFailed())
         return;
     QCOMPARE(b->grid()->rows(), 2);
@@ -174,38 +172,38 @@ void TstInicio::davLayout() {
                                      u"1"_s,
                                      u" "_s,
                                      u"C1"_s}));
-    QVERIFY(b->grid()->hasPicture(1, colunas::Selecao));
+    QVERIFY(b->grid()->hasPicture(1, painelfechamento::Selecao));
     QCOMPARE(b->total(), u"1.234,50"_s);
     QVERIFY(b->button(u"Command1"_s)->isEnabled());
     QCOMPARE(b->button(u"Command1"_s)->text(), u"Desmarcar todos os Registros"_s);
     QVERIFY(b->button(u"Command2"_s)->isEnabled());
-    for (const QString& botao : {u"Command3"_s, u"Command4"_s, u"Command5"_s, u"Command6"_s})
-        QVERIFY2(!b->button(botao)->isEnabled(), qPrintable(botao));
+    for (const QString& button : {u"Command3"_s, u"Command4"_s, u"Command5"_s, u"Command6"_s})
+        QVERIFY2(!b->button(button)->isEnabled(), qPrintable(button));
 }
 
 void TstInicio::pvLayout() {
     b->shop().basico();
     b->shop().documento({.pedido = 10301, .linhas = {{.total = u"1234.50"_s}}});
     QVERIFY(b->open());
-    confereLayout(*b, {1100, 500, 3630, 1200, 2000, 1200, 1000, 1500, 800, 900, 0}, 420);
+    checkLayout(*b, {1100, 500, 3630, 1200, 2000, 1200, 1000, 1500, 800, 900, 0}, 420);
     if (QTest::currentTestFailed())
         return;
     QCOMPARE(b->grid()->rows(), 2);
     QCOMPARE(b->row(1), (QStringList{u"10301"_s, u"P"_s, u"PADARIA MODELO"_s, u"ANA"_s, u"CAMPINAS"_s,
                                      u"1.234,50"_s, u"30"_s, u"BOLETO"_s, u"1"_s, u" "_s, u"C1"_s}));
-    QVERIFY(b->grid()->hasPicture(1, colunas::Selecao));
+    QVERIFY(b->grid()->hasPicture(1, painelfechamento::Selecao));
     QCOMPARE(b->total(), u"1.234,50"_s);
     QVERIFY(b->button(u"Command1"_s)->isEnabled());
     QVERIFY(!b->button(u"Command2"_s)->isEnabled());
     QVERIFY(!b->button(u"Command3"_s)->isEnabled());
-    for (const QString& botao : {u"Command4"_s, u"Command5"_s, u"Command6"_s})
-        QVERIFY2(b->button(botao)->isEnabled(), qPrintable(botao));
+    for (const QString& button : {u"Command4"_s, u"Command5"_s, u"Command6"_s})
+        QVERIFY2(b->button(button)->isEnabled(), qPrintable(button));
 }
 
 void TstInicio::clientColumnLeavesRoomForTheScrollBar_data() {
     QTest::addColumn<QString>("tipo");
-    QTest::addColumn<int>("documentosListados");
-    QTest::addColumn<int>("largura");
+    QTest::addColumn<int>("listedDocuments");
+    QTest::addColumn<int>("width");
     QTest::newRow("DAVs, 16 rows with the header") << u"D"_s << 15 << 5200;
     QTest::newRow("DAVs, 17 rows with the header") << u"D"_s << 16 << 4950;
     QTest::newRow("PVs, 16 rows with the header") << u"P"_s << 15 << 3630;
@@ -214,14 +212,14 @@ void TstInicio::clientColumnLeavesRoomForTheScrollBar_data() {
 
 void TstInicio::clientColumnLeavesRoomForTheScrollBar() {
     QFETCH(QString, tipo);
-    QFETCH(int, documentosListados);
-    QFETCH(int, largura);
+    QFETCH(int, listedDocuments);
+    QFETCH(int, width);
     b->shop().basico();
-    documentos(tipo, documentosListados);
+    documentos(tipo, listedDocuments);
     QVERIFY(b->open());
-    QCOMPARE(b->grid()->rows(), documentosListados + 1);
-    QCOMPARE(b->grid()->columnTwips(colunas::Cliente), largura);
-    QCOMPARE(b->grid()->columnWidth(colunas::Cliente), twipsToPixels(b->grid(), largura));
+    QCOMPARE(b->grid()->rows(), listedDocuments + 1);
+    QCOMPARE(b->grid()->columnTwips(painelfechamento::Cliente), width);
+    QCOMPARE(b->grid()->columnWidth(painelfechamento::Cliente), twipsToPixels(b->grid(), width));
 }
 
 void TstInicio::layoutStaysPvOnceLoaded() {
@@ -229,14 +227,14 @@ void TstInicio::layoutStaysPvOnceLoaded() {
     QVERIFY(b->open());
     documentos(u"D"_s, 2);
     b->shop().documento({.pedido = 900});
-    StatementLog registro(b->server());
+    StatementLog log(b->server());
     b->press(u"Command3"_s);
-    QCOMPARE(registro.texts(), QStringList{sqlPvs});
-    QCOMPARE(b->column(colunas::Pedido), QStringList{u"900"_s});
-    QCOMPARE(b->grid()->columnTwips(colunas::Cliente), 3630);
+    QCOMPARE(log.texts(), QStringList{sqlPvs});
+    QCOMPARE(b->column(painelfechamento::Pedido), QStringList{u"900"_s});
+    QCOMPARE(b->grid()->columnTwips(painelfechamento::Cliente), 3630);
     b->panel()->DefineGrid();
     QCOMPARE(b->grid()->rows(), 1);
-    QCOMPARE(b->grid()->columnTwips(colunas::FormaPagto), 1500);
+    QCOMPARE(b->grid()->columnTwips(painelfechamento::FormaPagto), 1500);
 }
 
 void TstInicio::sevenDaysAgoIsListedEightIsNot_data() {
@@ -252,7 +250,7 @@ void TstInicio::sevenDaysAgoIsListedEightIsNot() {
     b->shop().documento({.pedido = 8, .tipo = tipo, .diasAtras = 8});
     b->shop().documento({.pedido = 1, .tipo = tipo, .nomeVendedor = u"B"_s, .diasAtras = 0});
     QVERIFY(b->open());
-    QCOMPARE(b->column(colunas::Pedido), (QStringList{u"7"_s, u"1"_s}));
+    QCOMPARE(b->column(painelfechamento::Pedido), (QStringList{u"7"_s, u"1"_s}));
 }
 
 void TstInicio::onlyOpenDocumentsAreListed_data() {
@@ -267,7 +265,7 @@ void TstInicio::onlyOpenDocumentsAreListed() {
         b->shop().documento(
             {.pedido = pedido++, .tipo = tipo, .situacao = situacao, .nomeVendedor = u"V"_s + situacao});
     QVERIFY(b->open());
-    QCOMPARE(b->column(colunas::Pedido), (QStringList{u"1"_s, u"3"_s}));
+    QCOMPARE(b->column(painelfechamento::Pedido), (QStringList{u"1"_s, u"3"_s}));
 }
 
 void TstInicio::oneRowPerDocumentWithItsSum() {
@@ -278,8 +276,8 @@ void TstInicio::oneRowPerDocumentWithItsSum() {
     b->shop().documento(
         {.pedido = 2, .nomeVendedor = u"B"_s, .linhas = {{.total = u"999.99"_s}, {.total = u"0.01"_s}}});
     QVERIFY(b->open());
-    QCOMPARE(b->column(colunas::Pedido), (QStringList{u"1"_s, u"2"_s}));
-    QCOMPARE(b->column(colunas::Total), (QStringList{u"9,00"_s, u"1.000,00"_s}));
+    QCOMPARE(b->column(painelfechamento::Pedido), (QStringList{u"1"_s, u"2"_s}));
+    QCOMPARE(b->column(painelfechamento::Total), (QStringList{u"9,00"_s, u"1.000,00"_s}));
     QCOMPARE(b->total(), u"1.009,00"_s);
 }
 
@@ -288,8 +286,8 @@ void TstInicio::davAndPvOfOneNumberStayApart() {
     b->shop().documento({.pedido = 5, .tipo = u"D"_s, .situacao = u"B"_s, .linhas = {{.total = u"70.00"_s}}});
     b->shop().documento({.pedido = 5, .linhas = {{.total = u"3.00"_s}}});
     QVERIFY(b->open());
-    QCOMPARE(b->column(colunas::Tipo), QStringList{u"P"_s});
-    QCOMPARE(b->column(colunas::Total), QStringList{u"3,00"_s});
+    QCOMPARE(b->column(painelfechamento::Tipo), QStringList{u"P"_s});
+    QCOMPARE(b->column(painelfechamento::Total), QStringList{u"3,00"_s});
 }
 
 void TstInicio::sortedBySellerThenCustomer() {
@@ -300,7 +298,7 @@ void TstInicio::sortedBySellerThenCustomer() {
     b->shop().documento({.pedido = 3, .cliente = u"C2"_s, .nomeVendedor = u"BIA"_s});
     b->shop().documento({.pedido = 4, .nomeVendedor = std::nullopt});
     QVERIFY(b->open());
-    QCOMPARE(b->column(colunas::Pedido), (QStringList{u"4"_s, u"3"_s, u"2"_s, u"1"_s}));
+    QCOMPARE(b->column(painelfechamento::Pedido), (QStringList{u"4"_s, u"3"_s, u"2"_s, u"1"_s}));
 }
 
 void TstInicio::methodNenhumaShowsAsDinheiro() {
@@ -308,12 +306,12 @@ void TstInicio::methodNenhumaShowsAsDinheiro() {
     b->shop().cliente({.codigo = u"C2"_s, .formaPg = u"(Nenhuma)"_s});
     b->shop().documento({.pedido = 1, .cliente = u"C2"_s});
     QVERIFY(b->open());
-    QCOMPARE(b->column(colunas::FormaPagto), QStringList{u"DINHEIRO"_s});
+    QCOMPARE(b->column(painelfechamento::FormaPagto), QStringList{u"DINHEIRO"_s});
 }
 
 void TstInicio::emptyTermShowsAsZero_data() {
     QTest::addColumn<Valor>("prazo");
-    QTest::addColumn<QString>("celula");
+    QTest::addColumn<QString>("cell");
     QTest::newRow("NULL") << Valor() << u"0"_s;
     QTest::newRow("0") << Valor(u"0"_s) << u"0"_s;
     QTest::newRow("45") << Valor(u"45"_s) << u"45"_s;
@@ -322,12 +320,12 @@ void TstInicio::emptyTermShowsAsZero_data() {
 
 void TstInicio::emptyTermShowsAsZero() {
     QFETCH(Valor, prazo);
-    QFETCH(QString, celula);
+    QFETCH(QString, cell);
     b->shop().basico();
     b->shop().cliente({.codigo = u"C2"_s, .prazo = prazo});
     b->shop().documento({.pedido = 1, .cliente = u"C2"_s});
     QVERIFY(b->open());
-    QCOMPARE(b->column(colunas::DiasVenc), QStringList{celula});
+    QCOMPARE(b->column(painelfechamento::DiasVenc), QStringList{cell});
 }
 
 void TstInicio::paymentMethodsInOrderOfId() {
@@ -335,12 +333,12 @@ void TstInicio::paymentMethodsInOrderOfId() {
     b->server().execute(u"INSERT INTO Finalizadoras (ID, Descricao, avista) VALUES (30, 'BOLETO', 'N'), "
                         "(10, 'PIX', 'S'), (20, 'CARTÃO', NULL), (40, 'VALE', 's')"_s);
     QVERIFY(b->open());
-    const QComboBox* formas = b->methods();
-    QStringList itens;
-    for (int i = 0; i < formas->count(); ++i)
-        itens.append(formas->itemText(i) + u'=' + formas->itemData(i).toString());
-    QCOMPARE(itens, (QStringList{u"PIX=1"_s, u"CARTÃO=0"_s, u"BOLETO=0"_s, u"VALE=0"_s}));
-    QVERIFY(!formas->isVisible());
+    const QComboBox* methods = b->methods();
+    QStringList items;
+    for (int i = 0; i < methods->count(); ++i)
+        items.append(methods->itemText(i) + u'=' + methods->itemData(i).toString());
+    QCOMPARE(items, (QStringList{u"PIX=1"_s, u"CARTÃO=0"_s, u"BOLETO=0"_s, u"VALE=0"_s}));
+    QVERIFY(!methods->isVisible());
 }
 
 void TstInicio::noPaymentMethods() {
@@ -439,11 +437,11 @@ void TstInicio::companyWithoutRow() {
     QCOMPARE(b->grid()->rows(), 3);
 
     // Accounts and stock handling are unknown: nothing may be closed with them.
-    StatementLog registro(b->server());
+    StatementLog log(b->server());
     modal.expectContaining(u"A tabela empresa não tem nenhum registro"_s, QMessageBox::Ok);
     b->press(u"Command4"_s);
     QCOMPARE(modal.problem(), QString());
-    QCOMPARE(registro.texts(), QStringList{sqlEmpresa});
+    QCOMPARE(log.texts(), QStringList{sqlEmpresa});
     b->press(u"Command1"_s);
     QCOMPARE(b->total(), u"0,00"_s);
 }
@@ -451,7 +449,7 @@ void TstInicio::companyWithoutRow() {
 void TstInicio::databaseUnreachable() {
     b->shop().basico();
     documentos(u"P"_s, 1);
-    StatementLog registro(b->server());
+    StatementLog log(b->server());
     b->server().useSocket(u"/tmp/tarvessa-nobody-listens-here"_s);
     ModalHelper modal;
     modal.expect(mensagens::semConexao, QMessageBox::Ok);
@@ -463,7 +461,7 @@ void TstInicio::databaseUnreachable() {
     QCOMPARE(modal.boxes()[0].buttons, QMessageBox::StandardButtons(QMessageBox::Ok));
     QVERIFY(!b->panel()->isVisible());
     QCOMPARE(b->grid()->rows(), 1);
-    QCOMPARE(registro.texts(), QStringList());
+    QCOMPARE(log.texts(), QStringList());
 }
 
 void TstInicio::nullInEveryNullableColumn_data() {
@@ -474,13 +472,13 @@ void TstInicio::nullInEveryNullableColumn() {
     QFETCH(QString, tipo);
     b->server().execute(u"INSERT INTO empresa (id) VALUES (1); INSERT INTO Finalizadoras (ID) VALUES (1); "
                         "INSERT INTO clientes (codigo) VALUES ('C1')"_s);
-    const Linha vazia{.codigo = QString(), .quantidade = std::nullopt, .total = std::nullopt};
+    const Linha empty{.codigo = QString(), .quantidade = std::nullopt, .total = std::nullopt};
     b->shop().documento({.pedido = 1,
                          .tipo = tipo,
                          .nomeVendedor = std::nullopt,
                          .vendedor = std::nullopt,
-                         .linhas = {vazia}});
-    b->shop().documento({.pedido = 2, .cliente = std::nullopt, .tipo = tipo, .linhas = {vazia, vazia}});
+                         .linhas = {empty}});
+    b->shop().documento({.pedido = 2, .cliente = std::nullopt, .tipo = tipo, .linhas = {empty, empty}});
     ModalHelper modal;
     QVERIFY(b->open());
     QCOMPARE(modal.problem(), QString());
@@ -511,12 +509,13 @@ void TstInicio::totalsOverTenMillion() {
                          .nomeVendedor = u"B"_s,
                          .linhas = {{.total = u"999999999999.99"_s}, {.total = u"0.01"_s}}});
     QVERIFY(b->open());
-    QCOMPARE(b->column(colunas::Total), (QStringList{u"12.345.678,90"_s, u"1.000.000.000.000,00"_s}));
+    QCOMPARE(b->column(painelfechamento::Total),
+             (QStringList{u"12.345.678,90"_s, u"1.000.000.000.000,00"_s}));
     QCOMPARE(b->total(), u"1.000.012.345.678,90"_s);
 }
 
 void TstInicio::oddNames_data() {
-    QTest::addColumn<QString>("nome");
+    QTest::addColumn<QString>("name");
     QTest::newRow("apostrophe") << u"EMPÓRIO D'ÁVILA"_s;
     QTest::newRow("backslash") << u"PÃES\\DOCES\\"_s;
     QTest::newRow("line break") << u"PADARIA\r\nDO PORTO"_s;
@@ -527,12 +526,12 @@ void TstInicio::oddNames_data() {
 }
 
 void TstInicio::oddNames() {
-    QFETCH(QString, nome);
+    QFETCH(QString, name);
     b->shop().basico();
-    b->shop().cliente({.codigo = u"C2"_s, .nome = nome, .cidade = nome.left(40)});
-    b->shop().documento({.pedido = 1, .cliente = u"C2"_s, .nomeVendedor = nome.left(40)});
+    b->shop().cliente({.codigo = u"C2"_s, .nome = name, .cidade = name.left(40)});
+    b->shop().documento({.pedido = 1, .cliente = u"C2"_s, .nomeVendedor = name.left(40)});
     QVERIFY(b->open());
-    QCOMPARE(b->row(1), (QStringList{u"1"_s, u"P"_s, nome, nome.left(40), nome.left(40), u"10,00"_s, u"30"_s,
+    QCOMPARE(b->row(1), (QStringList{u"1"_s, u"P"_s, name, name.left(40), name.left(40), u"10,00"_s, u"30"_s,
                                      u"BOLETO"_s, u"1"_s, u" "_s, u"C2"_s}));
 }
 
@@ -542,8 +541,8 @@ void TstInicio::nothingToList() {
     QCOMPARE(b->grid()->rows(), 1);
     QCOMPARE(b->total(), u"0,00"_s);
     QVERIFY(b->button(u"Command3"_s)->isEnabled());
-    for (const QString& botao : {u"Command2"_s, u"Command4"_s, u"Command5"_s, u"Command6"_s})
-        QVERIFY2(!b->button(botao)->isEnabled(), qPrintable(botao));
+    for (const QString& button : {u"Command2"_s, u"Command4"_s, u"Command5"_s, u"Command6"_s})
+        QVERIFY2(!b->button(button)->isEnabled(), qPrintable(button));
 
     ModalHelper modal;
     modal.expect(mensagens::semRegistro, QMessageBox::Ok);
@@ -565,12 +564,12 @@ void TstInicio::fiveThousandPreSales() {
         "SELECT seq, 'P', 'C1', LPAD(seq, 6, '0'), '2024-03-14', 'P1', 1.01 FROM seq_1_to_5000"_s);
     QVERIFY(b->open());
     QCOMPARE(b->grid()->rows(), 5001);
-    QCOMPARE(b->grid()->text(1, colunas::Pedido), u"1"_s);
-    QCOMPARE(b->grid()->text(5000, colunas::Pedido), u"5000"_s);
+    QCOMPARE(b->grid()->text(1, painelfechamento::Pedido), u"1"_s);
+    QCOMPARE(b->grid()->text(5000, painelfechamento::Pedido), u"5000"_s);
     QCOMPARE(b->total(), u"5.050,00"_s);
     b->press(u"Command1"_s);
     QCOMPARE(b->total(), u"0,00"_s);
-    QCOMPARE(b->column(colunas::Selecao).count(QString()), 5000);
+    QCOMPARE(b->column(painelfechamento::Selecao).count(QString()), 5000);
 }
 
 QTEST_MAIN(TstInicio)

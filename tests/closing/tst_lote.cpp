@@ -22,52 +22,49 @@ using namespace tarvessa::test;
 namespace {
 
 /// What the operator sees of the progress bar while a batch keeps the program from doing anything else.
-class Observador : public QObject {
+class Observer : public QObject {
   public:
-    struct Visto {
-        int valor;
-        int maximo;
-        QString texto;
-        bool ponteiroOcupado;
-        bool dentroDaBarraDeEstado;
-        int largura;
+    struct Seen {
+        int value;
+        int most;
+        QString text;
+        bool busyPointer;
+        bool inStatusBar;
+        int width;
     };
 
-    explicit Observador(QProgressBar* progresso) : m_progresso(progresso) {
-        progresso->installEventFilter(this);
-    }
+    explicit Observer(QProgressBar* progress) : m_progress(progress) { progress->installEventFilter(this); }
 
-    bool eventFilter(QObject*, QEvent* evento) override {
-        if (evento->type() == QEvent::Paint)
-            vistos.append({m_progresso->value(), m_progresso->maximum(), m_progresso->text(),
-                           ponteiroOcupado(),
-                           m_progresso->parentWidget()->rect().contains(m_progresso->geometry()),
-                           m_progresso->width()});
+    bool eventFilter(QObject*, QEvent* event) override {
+        if (event->type() == QEvent::Paint)
+            seen.append({m_progress->value(), m_progress->maximum(), m_progress->text(), busyPointer(),
+                         m_progress->parentWidget()->rect().contains(m_progress->geometry()),
+                         m_progress->width()});
         return false;
     }
 
-    static bool ponteiroOcupado() {
+    static bool busyPointer() {
         return QApplication::overrideCursor() && QApplication::overrideCursor()->shape() == Qt::WaitCursor;
     }
 
-    QList<Visto> vistos;
+    QList<Seen> seen;
 
   private:
-    QProgressBar* m_progresso;
+    QProgressBar* m_progress;
 };
 
 /// Notes the pointer at the moment each message comes up.
-class PonteiroNasMensagens : public QObject {
+class PointerAtBoxes : public QObject {
   public:
-    PonteiroNasMensagens() { qApp->installEventFilter(this); }
+    PointerAtBoxes() { qApp->installEventFilter(this); }
 
-    bool eventFilter(QObject* objeto, QEvent* evento) override {
-        if (evento->type() == QEvent::Show && qobject_cast<QMessageBox*>(objeto))
-            ocupado.append(Observador::ponteiroOcupado());
+    bool eventFilter(QObject* object, QEvent* event) override {
+        if (event->type() == QEvent::Show && qobject_cast<QMessageBox*>(object))
+            busy.append(Observer::busyPointer());
         return false;
     }
 
-    QList<bool> ocupado;
+    QList<bool> busy;
 };
 
 } // namespace
@@ -99,9 +96,9 @@ class TstLote : public QObject {
     void otherInputWaitsForTheBatch();
 
   private:
-    void lote(int quantas);
-    void fechaTudo(const QString& fim);
-    QProgressBar* progresso() { return b->panel()->findChild<QProgressBar*>(); }
+    void lote(int count);
+    void closeAll(const QString& fim);
+    QProgressBar* progress() { return b->panel()->findChild<QProgressBar*>(); }
 
     std::unique_ptr<PanelBench> b;
 };
@@ -112,13 +109,13 @@ void TstLote::init() {
     b->shop().cliente({.codigo = u"RUIM"_s, .formaPg = u"FIADO"_s});
 }
 
-void TstLote::lote(int quantas) {
-    for (int pedido = 1; pedido <= quantas; ++pedido)
+void TstLote::lote(int count) {
+    for (int pedido = 1; pedido <= count; ++pedido)
         b->shop().documento({.pedido = pedido, .nomeVendedor = u"%1"_s.arg(pedido, 4, 10, QChar(u'0'))});
     QVERIFY(b->open());
 }
 
-void TstLote::fechaTudo(const QString& fim) {
+void TstLote::closeAll(const QString& fim) {
     ModalHelper modal;
     modal.expect(mensagens::lembrete, QMessageBox::Ok);
     modal.expect(fim, QMessageBox::Ok);
@@ -133,21 +130,21 @@ void TstLote::fechaTudo(const QString& fim) {
 
 void TstLote::messagesOfACleanRun() {
     lote(2);
-    fechaTudo(mensagens::sucesso);
+    closeAll(mensagens::sucesso);
     QVERIFY(PanelBench::viewerText().isNull());
 }
 
 void TstLote::messagesOfARunWithRefusals() {
     b->shop().documento({.pedido = 1, .cliente = u"RUIM"_s});
     QVERIFY(b->open());
-    fechaTudo(mensagens::comErros);
+    closeAll(mensagens::comErros);
 }
 
 void TstLote::messageWithNothingSelected() {
     lote(2);
     b->press(u"Command1"_s);
-    const auto antes = b->shop().retrato();
-    StatementLog registro(b->server());
+    const auto before = b->shop().retrato();
+    StatementLog log(b->server());
     ModalHelper modal;
     modal.expect(mensagens::nadaSelecionado, QMessageBox::Ok);
     b->press(u"Command4"_s);
@@ -155,9 +152,9 @@ void TstLote::messageWithNothingSelected() {
     QCOMPARE(modal.boxes()[0].title, u"Atenção!!!"_s);
     QCOMPARE(modal.boxes()[0].icon, QMessageBox::Information);
     QCOMPARE(modal.boxes()[0].buttons, QMessageBox::StandardButtons(QMessageBox::Ok));
-    QCOMPARE(registro.texts(), QStringList());
+    QCOMPARE(log.texts(), QStringList());
     QCOMPARE(b->log(), PanelBench::logWith({}));
-    QCOMPARE(b->shop().retrato(), antes);
+    QCOMPARE(b->shop().retrato(), before);
     QCOMPARE(b->grid()->rows(), 3);
 }
 
@@ -175,7 +172,7 @@ void TstLote::selectedRowsThatAddUpToZero() {
 void TstLote::zeroTotalPathLeavesTheLogUsable() {
     lote(1);
     b->press(u"Command1"_s);
-    for (int vez = 0; vez < 2; ++vez) {
+    for (int attempt = 0; attempt < 2; ++attempt) {
         ModalHelper modal;
         modal.expect(mensagens::nadaSelecionado, QMessageBox::Ok);
         b->press(u"Command4"_s);
@@ -184,25 +181,25 @@ void TstLote::zeroTotalPathLeavesTheLogUsable() {
     }
     b->server().execute(u"UPDATE clientes SET formapg = 'FIADO'"_s);
     QVERIFY(b->open());
-    fechaTudo(mensagens::comErros);
+    closeAll(mensagens::comErros);
     QCOMPARE(b->log(), PanelBench::logWith({u"PRÉ-VENDA: 0000001 - FORMA DE PAGAMENTO INVÁLIDA."_s}));
 }
 
 void TstLote::logThatCannotBeCreated_data() {
-    QTest::addColumn<bool>("semPasta");
+    QTest::addColumn<bool>("withoutFolder");
     QTest::newRow("no folder") << true;
     QTest::newRow("a folder in its place") << false;
 }
 
 void TstLote::logThatCannotBeCreated() {
-    QFETCH(bool, semPasta);
+    QFETCH(bool, withoutFolder);
     lote(1);
-    if (semPasta)
+    if (withoutFolder)
         QVERIFY(QDir(b->programFolder()).removeRecursively());
     else
         QVERIFY(QDir().mkpath(b->logPath()));
-    const auto antes = b->shop().retrato();
-    StatementLog registro(b->server());
+    const auto before = b->shop().retrato();
+    StatementLog log(b->server());
     {
         ModalHelper modal;
         modal.expectContaining(u"Não foi possível gravar o arquivo "_s +
@@ -213,12 +210,12 @@ void TstLote::logThatCannotBeCreated() {
         QCOMPARE(modal.boxes()[0].icon, QMessageBox::Critical);
         QVERIFY(modal.boxes()[0].text.startsWith(mensagens::erroDeExecucao));
     }
-    QCOMPARE(registro.texts(), QStringList());
-    QCOMPARE(b->shop().retrato(), antes);
+    QCOMPARE(log.texts(), QStringList());
+    QCOMPARE(b->shop().retrato(), before);
 
     QDir(b->logPath()).removeRecursively();
     QDir().mkpath(b->programFolder());
-    fechaTudo(mensagens::sucesso);
+    closeAll(mensagens::sucesso);
     QCOMPARE(b->log(), PanelBench::logWith({}));
 }
 
@@ -227,45 +224,45 @@ void TstLote::logOnAFullDisk() {
         QSKIP("needs a device that is always full");
     lote(1);
     QVERIFY(QFile::link(u"/dev/full"_s, b->logPath()));
-    StatementLog registro(b->server());
+    StatementLog log(b->server());
     ModalHelper modal;
     modal.expectContaining(u"Não foi possível gravar o arquivo"_s, QMessageBox::Ok);
     b->press(u"Command4"_s);
     QCOMPARE(modal.problem(), QString());
-    QCOMPARE(registro.texts(), QStringList());
+    QCOMPARE(log.texts(), QStringList());
 }
 
 void TstLote::logIsWholeBeforeTheMessageAtTheEnd() {
     b->shop().documento({.pedido = 1, .cliente = u"RUIM"_s});
     QVERIFY(b->open());
-    QByteArray naMensagem;
-    class LeNaMensagem : public QObject {
+    QByteArray atBox;
+    class ReadAtBox : public QObject {
       public:
-        LeNaMensagem(const PanelBench& bancada, QByteArray& lido) : m_bancada(bancada), m_lido(lido) {
+        ReadAtBox(const PanelBench& bench, QByteArray& read) : m_bench(bench), m_read(read) {
             qApp->installEventFilter(this);
         }
-        bool eventFilter(QObject* objeto, QEvent* evento) override {
-            if (evento->type() == QEvent::Show && qobject_cast<QMessageBox*>(objeto))
-                m_lido = m_bancada.log();
+        bool eventFilter(QObject* object, QEvent* event) override {
+            if (event->type() == QEvent::Show && qobject_cast<QMessageBox*>(object))
+                m_read = m_bench.log();
             return false;
         }
 
       private:
-        const PanelBench& m_bancada;
-        QByteArray& m_lido;
-    } leitor(*b, naMensagem);
-    fechaTudo(mensagens::comErros);
-    QCOMPARE(naMensagem, PanelBench::logWith({u"PRÉ-VENDA: 0000001 - FORMA DE PAGAMENTO INVÁLIDA."_s}));
+        const PanelBench& m_bench;
+        QByteArray& m_read;
+    } reader(*b, atBox);
+    closeAll(mensagens::comErros);
+    QCOMPARE(atBox, PanelBench::logWith({u"PRÉ-VENDA: 0000001 - FORMA DE PAGAMENTO INVÁLIDA."_s}));
 }
 
 void TstLote::logOpensInAWindowOfOurOwn() {
     b->shop().documento({.pedido = 1, .cliente = u"RUIM"_s});
     QVERIFY(b->open());
-    fechaTudo(mensagens::comErros);
+    closeAll(mensagens::comErros);
     QCOMPARE(PanelBench::viewerText(), u"LOG DE FECHAMENTO:\n------------------\n\n"
                                        "PRÉ-VENDA: 0000001 - FORMA DE PAGAMENTO INVÁLIDA.\n"_s);
     // The panel goes on while it is open.
-    QCOMPARE(b->column(colunas::Pedido), QStringList{u"1"_s});
+    QCOMPARE(b->column(painelfechamento::Pedido), QStringList{u"1"_s});
     b->press(u"Command1"_s);
     QCOMPARE(b->total(), u"0,00"_s);
 }
@@ -273,35 +270,35 @@ void TstLote::logOpensInAWindowOfOurOwn() {
 namespace {
 
 /// Puts a command where the program looks for it.
-bool escreveComando(const PanelBench& b, const QString& nome, const QByteArray& roteiro) {
-    QFile arquivo(b.commandsFolder() + u'/' + nome);
-    return arquivo.open(QIODevice::WriteOnly) && arquivo.write("#!/bin/sh\n" + roteiro) > 0 &&
-           arquivo.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+bool writeCommand(const PanelBench& b, const QString& nome, const QByteArray& script) {
+    QFile file(b.commandsFolder() + u'/' + nome);
+    return file.open(QIODevice::WriteOnly) && file.write("#!/bin/sh\n" + script) > 0 &&
+           file.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
 }
 
 } // namespace
 
 void TstLote::logOpensInTheDesktopsViewer() {
-    const QString aberto = b->commandsFolder() + u"/aberto"_s;
-    QVERIFY(escreveComando(*b, u"xdg-mime"_s, "echo editor.desktop\n"));
-    QVERIFY(escreveComando(*b, u"xdg-open"_s, "printf '%s' \"$*\" >'" + QFile::encodeName(aberto) + "'\n"));
+    const QString opened = b->commandsFolder() + u"/aberto"_s;
+    QVERIFY(writeCommand(*b, u"xdg-mime"_s, "echo editor.desktop\n"));
+    QVERIFY(writeCommand(*b, u"xdg-open"_s, "printf '%s' \"$*\" >'" + QFile::encodeName(opened) + "'\n"));
     b->shop().documento({.pedido = 1, .cliente = u"RUIM"_s});
     QVERIFY(b->open());
-    fechaTudo(mensagens::comErros);
-    const auto argumento = [&aberto] {
-        QFile arquivo(aberto);
-        return arquivo.open(QIODevice::ReadOnly) ? QFile::decodeName(arquivo.readAll()) : QString();
+    closeAll(mensagens::comErros);
+    const auto argument = [&opened] {
+        QFile file(opened);
+        return file.open(QIODevice::ReadOnly) ? QFile::decodeName(file.readAll()) : QString();
     };
-    QTRY_COMPARE(argumento(), b->logPath());
+    QTRY_COMPARE(argument(), b->logPath());
     QVERIFY(PanelBench::viewerText().isNull());
 }
 
 void TstLote::viewerWithoutAnApplicationForTexts() {
-    QVERIFY(escreveComando(*b, u"xdg-mime"_s, "exit 0\n"));
-    QVERIFY(escreveComando(*b, u"xdg-open"_s, "exit 3\n"));
+    QVERIFY(writeCommand(*b, u"xdg-mime"_s, "exit 0\n"));
+    QVERIFY(writeCommand(*b, u"xdg-open"_s, "exit 3\n"));
     b->shop().documento({.pedido = 1, .cliente = u"RUIM"_s});
     QVERIFY(b->open());
-    fechaTudo(mensagens::comErros);
+    closeAll(mensagens::comErros);
     QVERIFY(PanelBench::viewerText().startsWith(u"LOG DE FECHAMENTO:"_s));
 }
 
@@ -309,61 +306,61 @@ void TstLote::reloadAtTheEndShowsWhatIsOpenNow() {
     lote(2);
     b->shop().documento({.pedido = 70, .linhas = {{.total = u"5.00"_s}}});
     QCOMPARE(b->grid()->rows(), 3);
-    b->click(2, colunas::Selecao);
-    fechaTudo(mensagens::sucesso);
-    QCOMPARE(b->column(colunas::Pedido), (QStringList{u"2"_s, u"70"_s}));
-    QCOMPARE(b->column(colunas::Selecao), (QStringList{u" "_s, u" "_s}));
+    b->click(2, painelfechamento::Selecao);
+    closeAll(mensagens::sucesso);
+    QCOMPARE(b->column(painelfechamento::Pedido), (QStringList{u"2"_s, u"70"_s}));
+    QCOMPARE(b->column(painelfechamento::Selecao), (QStringList{u" "_s, u" "_s}));
     QCOMPARE(b->total(), u"15,00"_s);
 }
 
 void TstLote::progressOfALargerBatch() {
-    constexpr int quantas = 30;
-    lote(quantas);
-    Observador observador(progresso());
-    PonteiroNasMensagens ponteiro;
-    QVERIFY(!progresso()->isVisible());
-    fechaTudo(mensagens::sucesso);
+    constexpr int count = 30;
+    lote(count);
+    Observer observer(progress());
+    PointerAtBoxes pointer;
+    QVERIFY(!progress()->isVisible());
+    closeAll(mensagens::sucesso);
 
-    QVERIFY(!observador.vistos.isEmpty());
-    int anterior = 1;
-    for (const Observador::Visto& visto : observador.vistos) {
-        QVERIFY(visto.ponteiroOcupado);
-        QVERIFY(visto.valor >= anterior);
-        QCOMPARE(visto.maximo, quantas);
+    QVERIFY(!observer.seen.isEmpty());
+    int previous = 1;
+    for (const Observer::Seen& one : observer.seen) {
+        QVERIFY(one.busyPointer);
+        QVERIFY(one.value >= previous);
+        QCOMPARE(one.most, count);
         // Behind it the time left, when the machine is slow.
-        QVERIFY2(visto.texto.startsWith(u"Pré-venda %1 de %2"_s.arg(visto.valor).arg(quantas)),
-                 qPrintable(visto.texto));
-        QVERIFY(visto.dentroDaBarraDeEstado);
-        QVERIFY2(visto.largura > b->panel()->fontMetrics().horizontalAdvance(visto.texto),
-                 qPrintable(QString::number(visto.largura)));
-        anterior = visto.valor;
+        QVERIFY2(one.text.startsWith(u"Pré-venda %1 de %2"_s.arg(one.value).arg(count)),
+                 qPrintable(one.text));
+        QVERIFY(one.inStatusBar);
+        QVERIFY2(one.width > b->panel()->fontMetrics().horizontalAdvance(one.text),
+                 qPrintable(QString::number(one.width)));
+        previous = one.value;
     }
-    QCOMPARE(ponteiro.ocupado, (QList<bool>{false, false}));
-    QVERIFY(!progresso()->isVisible());
+    QCOMPARE(pointer.busy, (QList<bool>{false, false}));
+    QVERIFY(!progress()->isVisible());
     QVERIFY(!QApplication::overrideCursor());
 }
 
 void TstLote::noProgressForAHandful() {
     lote(5);
-    Observador observador(progresso());
-    fechaTudo(mensagens::sucesso);
-    QVERIFY(observador.vistos.isEmpty());
+    Observer observer(progress());
+    closeAll(mensagens::sucesso);
+    QVERIFY(observer.seen.isEmpty());
     QVERIFY(!QApplication::overrideCursor());
 }
 
 void TstLote::pointerAndProgressAreGoneAfterAnError() {
     b->shop().documento({.pedido = 99, .nomeVendedor = u"9999"_s, .vendedor = u"40000"_s});
     lote(8);
-    Observador observador(progresso());
-    PonteiroNasMensagens ponteiro;
+    Observer observer(progress());
+    PointerAtBoxes pointer;
     ModalHelper modal;
     modal.expect(mensagens::lembrete, QMessageBox::Ok);
     modal.expectContaining(u"código de vendedor 40000"_s, QMessageBox::Ok);
     b->press(u"Command4"_s);
     QCOMPARE(modal.problem(), QString());
-    QVERIFY(!observador.vistos.isEmpty());
-    QCOMPARE(ponteiro.ocupado, (QList<bool>{false, false}));
-    QVERIFY(!progresso()->isVisible());
+    QVERIFY(!observer.seen.isEmpty());
+    QCOMPARE(pointer.busy, (QList<bool>{false, false}));
+    QVERIFY(!progress()->isVisible());
     QVERIFY(!QApplication::overrideCursor());
 }
 
@@ -371,34 +368,34 @@ void TstLote::pointerAndProgressAreGoneAfterAnError() {
 void TstLote::otherInputWaitsForTheBatch() {
     lote(8);
     bool pedido = false;
-    bool veio = false;
-    bool veioDurante = false;
-    class PedeDurante : public QObject {
+    bool came = false;
+    bool cameWhile = false;
+    class AskWhile : public QObject {
       public:
-        explicit PedeDurante(std::function<void()> pede) : m_pede(std::move(pede)) {}
-        bool eventFilter(QObject*, QEvent* evento) override {
-            if (evento->type() == QEvent::Paint)
-                m_pede();
+        explicit AskWhile(std::function<void()> ask) : m_ask(std::move(ask)) {}
+        bool eventFilter(QObject*, QEvent* event) override {
+            if (event->type() == QEvent::Paint)
+                m_ask();
             return false;
         }
 
       private:
-        std::function<void()> m_pede;
-    } pinturas([&] {
+        std::function<void()> m_ask;
+    } paintings([&] {
         if (std::exchange(pedido, true))
             return;
         QMetaObject::invokeMethod(
             b->panel(),
             [&] {
-                veio = true;
-                veioDurante = progresso()->isVisible();
+                came = true;
+                cameWhile = progress()->isVisible();
             },
             Qt::QueuedConnection);
     });
-    progresso()->installEventFilter(&pinturas);
-    fechaTudo(mensagens::sucesso);
-    QVERIFY(veio);
-    QVERIFY(!veioDurante);
+    progress()->installEventFilter(&paintings);
+    closeAll(mensagens::sucesso);
+    QVERIFY(came);
+    QVERIFY(!cameWhile);
 }
 
 QTEST_MAIN(TstLote)

@@ -32,9 +32,9 @@ bool isPointerBusy() {
 }
 
 /// Sees every event of the program while it lives.
-class Watch : public QObject {
+class EventSpy : public QObject {
   public:
-    explicit Watch(std::function<void(QObject*, QEvent*)> seen) : m_seen(std::move(seen)) {
+    explicit EventSpy(std::function<void(QObject*, QEvent*)> seen) : m_seen(std::move(seen)) {
         qApp->installEventFilter(this);
     }
     bool eventFilter(QObject* object, QEvent* event) override {
@@ -162,7 +162,7 @@ void TstPanelDetails::pointerInsideTheListings() {
 
 void TstPanelDetails::windowIsPaintedBeforeTheFirstListing() {
     bool painted = false;
-    const Watch watch([&painted](QObject* object, QEvent* event) {
+    const EventSpy watch([&painted](QObject* object, QEvent* event) {
         if (event->type() == QEvent::Paint && object->objectName() == u"Command3")
             painted = true;
     });
@@ -180,7 +180,7 @@ void TstPanelDetails::answeredBoxIsPaintedOverBeforeTheBatch() {
     QVERIFY(b->open());
     bool answered = false;
     bool painted = false;
-    const Watch watch([&](QObject* object, QEvent* event) {
+    const EventSpy watch([&](QObject* object, QEvent* event) {
         if (event->type() == QEvent::Hide && qobject_cast<QMessageBox*>(object))
             answered = true;
         if (event->type() == QEvent::Paint && answered && object == b->grid()->viewport())
@@ -249,7 +249,7 @@ void TstPanelDetails::resultIsClosedAfterEachWalk() {
     b->server().execute(u"UPDATE orcamento SET totalped = 11 WHERE nrpedido = 5"_s);
     bool openInTheLastMessage = true;
     int boxes = 0;
-    const Watch watch([&](QObject* object, QEvent* event) {
+    const EventSpy watch([&](QObject* object, QEvent* event) {
         if (isBoxShown(object, event) && ++boxes == 2)
             openInTheLastMessage = rs.isOpen();
     });
@@ -258,7 +258,7 @@ void TstPanelDetails::resultIsClosedAfterEachWalk() {
 
     b->server().execute(u"UPDATE orcamento SET unitario = 1; UPDATE produtos SET Venda = 2"_s);
     bool openInTheReport = true;
-    const Watch report([&](QObject* object, QEvent* event) {
+    const EventSpy report([&](QObject* object, QEvent* event) {
         if (isBoxShown(object, event))
             openInTheReport = rs.isOpen();
     });
@@ -287,7 +287,7 @@ void TstPanelDetails::logIsClosedBeforeTheLastMessageAndOpensAfterIt() {
     };
     QList<bool> logOpen;
     QList<bool> viewerOpen;
-    const Watch watch([&](QObject* object, QEvent* event) {
+    const EventSpy watch([&](QObject* object, QEvent* event) {
         if (!isBoxShown(object, event))
             return;
         logOpen.append(isLogOpen());
@@ -302,9 +302,9 @@ void TstPanelDetails::logIsClosedBeforeTheLastMessageAndOpensAfterIt() {
 void TstPanelDetails::listingKeepsTheCaptionOfTheToggle() {
     QVERIFY(b->open());
     b->press(u"Command1"_s);
-    b->click(1, colunas::Selecao);
+    b->click(1, painelfechamento::Selecao);
     closeAll(mensagens::sucesso);
-    QCOMPARE(b->column(colunas::Selecao), QStringList{u" "_s});
+    QCOMPARE(b->column(painelfechamento::Selecao), QStringList{u" "_s});
     QCOMPARE(b->button(u"Command1"_s)->text(), u"Seleciona todos os registros"_s);
 }
 
@@ -315,7 +315,8 @@ void TstPanelDetails::tickIsThePictureOfPicSucesso() {
     };
     const QPixmap check = picture("picSucesso");
     QVERIFY(!check.isNull());
-    const auto tick = b->grid()->model()->index(0, colunas::Selecao).data(Qt::DecorationRole).value<QIcon>();
+    const auto tick =
+        b->grid()->model()->index(0, painelfechamento::Selecao).data(Qt::DecorationRole).value<QIcon>();
     QCOMPARE(tick.pixmap(check.size()).toImage(), check.toImage());
     QVERIFY(!picture("picErro").isNull());
     QVERIFY(picture("picErro").toImage() != check.toImage());
@@ -357,7 +358,7 @@ void TstPanelDetails::noMethodIsToldByItsExactName() {
     QFETCH(QString, shown);
     b->server().execute(u"UPDATE clientes SET formapg = '%1'"_s.arg(method));
     QVERIFY(b->open());
-    QCOMPARE(b->column(colunas::FormaPagto), (QStringList{shown, shown}));
+    QCOMPARE(b->column(painelfechamento::FormaPagto), (QStringList{shown, shown}));
 }
 
 QTEST_MAIN(TstPanelDetails)

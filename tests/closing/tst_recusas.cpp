@@ -15,9 +15,9 @@ using namespace tarvessa::test;
 namespace {
 
 const QString pessoa = u"PRÉ-VENDA: %1 - O PEDIDO É DE PESSOA FÍSICA E FOI CANCELADO"_s;
-const QString formaInvalida = u"PRÉ-VENDA: %1 - FORMA DE PAGAMENTO INVÁLIDA."_s;
-const QString semEstoque = u"PRÉ-VENDA: %1 - O PEDIDO NÃO POSSUI ESTOQUE DISPONÍVEL"_s;
-const QString semCliente = u"PRÉ-VENDA: %1 - CLIENTE NÃO CADASTRADO."_s;
+const QString invalidMethod = u"PRÉ-VENDA: %1 - FORMA DE PAGAMENTO INVÁLIDA."_s;
+const QString withoutStock = u"PRÉ-VENDA: %1 - O PEDIDO NÃO POSSUI ESTOQUE DISPONÍVEL"_s;
+const QString withoutCustomer = u"PRÉ-VENDA: %1 - CLIENTE NÃO CADASTRADO."_s;
 
 } // namespace
 
@@ -51,12 +51,12 @@ class TstRecusas : public QObject {
     void logIsRewrittenAtEachPress();
 
   private:
-    void fechaTudo(const QString& fim);
+    void closeAll(const QString& fim);
     QString situacao(int pedido) {
         return b->server().query(
             u"SELECT situacaoorc FROM orcamento WHERE nrpedido = %1"_s.arg(pedido))[0][0];
     }
-    QStringList recebidos() {
+    QStringList received() {
         QStringList pedidos;
         for (const QStringList& linha : b->server().query(u"SELECT Nr_Pedido FROM areceber ORDER BY id"_s))
             pedidos.append(linha[0]);
@@ -67,7 +67,7 @@ class TstRecusas : public QObject {
 };
 
 /// Presses the closing button; `fim` is the message at the end.
-void TstRecusas::fechaTudo(const QString& fim) {
+void TstRecusas::closeAll(const QString& fim) {
     ModalHelper modal;
     modal.expect(mensagens::lembrete, QMessageBox::Ok);
     modal.expect(fim, QMessageBox::Ok);
@@ -97,12 +97,12 @@ void TstRecusas::personByDocument() {
     b->shop().cliente({.codigo = u"C2"_s, .cnpjCpf = documento});
     b->shop().documento({.pedido = 1, .cliente = u"C2"_s});
     QVERIFY(b->open());
-    fechaTudo(pessoaFisica ? mensagens::comErros : mensagens::sucesso);
+    closeAll(pessoaFisica ? mensagens::comErros : mensagens::sucesso);
     QCOMPARE(b->log(),
              PanelBench::logWith(pessoaFisica ? QStringList{pessoa.arg(u"0000001"_s)} : QStringList()));
     QCOMPARE(b->server().query(u"SELECT situacaoorc, databaixa FROM orcamento"_s),
              (QList<QStringList>{{pessoaFisica ? u"X"_s : u"B"_s, u"2024-03-15"_s}}));
-    QCOMPARE(recebidos(), pessoaFisica ? QStringList() : QStringList{u"1"_s});
+    QCOMPARE(received(), pessoaFisica ? QStringList() : QStringList{u"1"_s});
     QCOMPARE(b->grid()->rows(), 1);
 }
 
@@ -116,12 +116,12 @@ void TstRecusas::personIsCancelledEvenUnselected() {
     b->shop().documento({.pedido = 4, .nomeVendedor = u"D"_s});
     QVERIFY(b->open());
     for (const int linha : {1, 3, 4})
-        b->click(linha, colunas::Selecao);
-    fechaTudo(mensagens::comErros);
+        b->click(linha, painelfechamento::Selecao);
+    closeAll(mensagens::comErros);
     QCOMPARE((QStringList{situacao(1), situacao(2), situacao(3), situacao(4)}),
              (QStringList{u"X"_s, u"B"_s, u"X"_s, u"A"_s}));
     QCOMPARE(b->log(), PanelBench::logWith({pessoa.arg(u"0000001"_s), pessoa.arg(u"0000003"_s)}));
-    QCOMPARE(b->column(colunas::Pedido), QStringList{u"4"_s});
+    QCOMPARE(b->column(painelfechamento::Pedido), QStringList{u"4"_s});
 }
 
 void TstRecusas::personIsNotSweptWhenNothingIsSelected() {
@@ -140,7 +140,7 @@ void TstRecusas::personIsNotSweptWhenNothingIsSelected() {
 void TstRecusas::paymentMethodAndTerm_data() {
     QTest::addColumn<QString>("forma");
     QTest::addColumn<QString>("prazo");
-    QTest::addColumn<bool>("valida");
+    QTest::addColumn<bool>("valid");
     QTest::newRow("not cash, no term") << u"BOLETO"_s << u"0"_s << false;
     QTest::newRow("not cash, one day") << u"BOLETO"_s << u"1"_s << true;
     QTest::newRow("not cash, negative term") << u"BOLETO"_s << u"-1"_s << false;
@@ -154,15 +154,15 @@ void TstRecusas::paymentMethodAndTerm_data() {
 void TstRecusas::paymentMethodAndTerm() {
     QFETCH(QString, forma);
     QFETCH(QString, prazo);
-    QFETCH(bool, valida);
+    QFETCH(bool, valid);
     b->shop().basico();
     b->shop().cliente({.codigo = u"C2"_s, .prazo = prazo, .formaPg = forma});
     b->shop().documento({.pedido = 1, .cliente = u"C2"_s});
     QVERIFY(b->open());
-    fechaTudo(valida ? mensagens::sucesso : mensagens::comErros);
-    QCOMPARE(situacao(1), valida ? u"B"_s : u"A"_s);
+    closeAll(valid ? mensagens::sucesso : mensagens::comErros);
+    QCOMPARE(situacao(1), valid ? u"B"_s : u"A"_s);
     QCOMPARE(b->log(),
-             PanelBench::logWith(valida ? QStringList() : QStringList{formaInvalida.arg(u"0000001"_s)}));
+             PanelBench::logWith(valid ? QStringList() : QStringList{invalidMethod.arg(u"0000001"_s)}));
 }
 
 void TstRecusas::methodNotInTheList_data() {
@@ -183,9 +183,9 @@ void TstRecusas::methodNotInTheList() {
     b->shop().cliente({.codigo = u"C2"_s, .formaPg = forma});
     b->shop().documento({.pedido = 1, .cliente = u"C2"_s});
     QVERIFY(b->open());
-    fechaTudo(mensagens::comErros);
+    closeAll(mensagens::comErros);
     QCOMPARE(situacao(1), u"A"_s);
-    QCOMPARE(b->log(), PanelBench::logWith({formaInvalida.arg(u"0000001"_s)}));
+    QCOMPARE(b->log(), PanelBench::logWith({invalidMethod.arg(u"0000001"_s)}));
 }
 
 void TstRecusas::methodThatWouldBreakTheStatements() {
@@ -194,17 +194,17 @@ void TstRecusas::methodThatWouldBreakTheStatements() {
     b->shop().cliente({.codigo = u"C2"_s, .formaPg = u"GOTA D'ÁGUA"_s});
     b->shop().documento({.pedido = 1, .cliente = u"C2"_s});
     QVERIFY(b->open());
-    fechaTudo(mensagens::comErros);
+    closeAll(mensagens::comErros);
     QCOMPARE(situacao(1), u"A"_s);
     QCOMPARE(b->server().query(u"SELECT COUNT(*) FROM logestoque"_s)[0][0], u"0"_s);
-    QCOMPARE(b->log(), PanelBench::logWith({formaInvalida.arg(u"0000001"_s)}));
+    QCOMPARE(b->log(), PanelBench::logWith({invalidMethod.arg(u"0000001"_s)}));
 }
 
 void TstRecusas::stock_data() {
-    QTest::addColumn<Valor>("loja");
+    QTest::addColumn<Valor>("shop");
     QTest::addColumn<Valor>("deposito");
     QTest::addColumn<QStringList>("quantidades");
-    QTest::addColumn<bool>("suficiente");
+    QTest::addColumn<bool>("enough");
     const Valor zero(u"0"_s);
     QTest::newRow("exactly what there is") << Valor(u"3"_s) << zero << QStringList{u"3"_s} << true;
     QTest::newRow("a thousandth too much") << Valor(u"3"_s) << zero << QStringList{u"3.001"_s} << false;
@@ -223,12 +223,12 @@ void TstRecusas::stock_data() {
 }
 
 void TstRecusas::stock() {
-    QFETCH(Valor, loja);
+    QFETCH(Valor, shop);
     QFETCH(Valor, deposito);
     QFETCH(QStringList, quantidades);
-    QFETCH(bool, suficiente);
+    QFETCH(bool, enough);
     b->shop().basico();
-    b->shop().produto({.codigo = u"P2"_s, .estoque = loja, .estoque2 = deposito});
+    b->shop().produto({.codigo = u"P2"_s, .estoque = shop, .estoque2 = deposito});
     // The product tested is neither the first nor the last of the document.
     QList<Linha> linhas{{.codigo = u"P1"_s}};
     for (const QString& quantidade : quantidades)
@@ -237,11 +237,11 @@ void TstRecusas::stock() {
     linhas.append({.codigo = u"P3"_s});
     b->shop().documento({.pedido = 1, .linhas = linhas});
     QVERIFY(b->open());
-    fechaTudo(suficiente ? mensagens::sucesso : mensagens::comErros);
-    QCOMPARE(situacao(1), suficiente ? u"B"_s : u"A"_s);
+    closeAll(enough ? mensagens::sucesso : mensagens::comErros);
+    QCOMPARE(situacao(1), enough ? u"B"_s : u"A"_s);
     QCOMPARE(b->log(),
-             PanelBench::logWith(suficiente ? QStringList() : QStringList{semEstoque.arg(u"0000001"_s)}));
-    if (!suficiente)
+             PanelBench::logWith(enough ? QStringList() : QStringList{withoutStock.arg(u"0000001"_s)}));
+    if (!enough)
         QVERIFY(b->server().query(u"SELECT * FROM logestoque"_s).isEmpty());
 }
 
@@ -253,9 +253,9 @@ void TstRecusas::noteLinesWithoutQuantityPassTheStockTest() {
     b->shop().documento({.pedido = 2, .nomeVendedor = u"B"_s, .linhas = {{}, {u"***FRETE"_s, u"1"_s}}});
     b->shop().documento({.pedido = 3, .nomeVendedor = u"C"_s, .linhas = {{u"SUMIU"_s, u"0.001"_s}}});
     QVERIFY(b->open());
-    fechaTudo(mensagens::comErros);
-    QCOMPARE(recebidos(), QStringList{u"1"_s});
-    QCOMPARE(b->log(), PanelBench::logWith({semEstoque.arg(u"0000002"_s), semEstoque.arg(u"0000003"_s)}));
+    closeAll(mensagens::comErros);
+    QCOMPARE(received(), QStringList{u"1"_s});
+    QCOMPARE(b->log(), PanelBench::logWith({withoutStock.arg(u"0000002"_s), withoutStock.arg(u"0000003"_s)}));
 }
 
 void TstRecusas::stockTakenByTheRowBefore() {
@@ -266,9 +266,9 @@ void TstRecusas::stockTakenByTheRowBefore() {
                              .nomeVendedor = u"V%1"_s.arg(pedido),
                              .linhas = {{u"P2"_s, pedido == 3 ? u"2"_s : u"3"_s}}});
     QVERIFY(b->open());
-    fechaTudo(mensagens::comErros);
-    QCOMPARE(recebidos(), (QStringList{u"1"_s, u"3"_s}));
-    QCOMPARE(b->log(), PanelBench::logWith({semEstoque.arg(u"0000002"_s)}));
+    closeAll(mensagens::comErros);
+    QCOMPARE(received(), (QStringList{u"1"_s, u"3"_s}));
+    QCOMPARE(b->log(), PanelBench::logWith({withoutStock.arg(u"0000002"_s)}));
     QCOMPARE(b->server().query(u"SELECT quantidade FROM produtos WHERE codfabr = 'P2'"_s),
              (QList<QStringList>{{u"0.000"_s}}));
 }
@@ -278,8 +278,9 @@ void TstRecusas::badMethodAndMissingStockGiveTwoLines() {
     b->shop().cliente({.codigo = u"C2"_s, .prazo = u"0"_s});
     b->shop().documento({.pedido = 1234, .cliente = u"C2"_s, .linhas = {{.quantidade = u"101"_s}}});
     QVERIFY(b->open());
-    fechaTudo(mensagens::comErros);
-    QCOMPARE(b->log(), PanelBench::logWith({formaInvalida.arg(u"0001234"_s), semEstoque.arg(u"0001234"_s)}));
+    closeAll(mensagens::comErros);
+    QCOMPARE(b->log(),
+             PanelBench::logWith({invalidMethod.arg(u"0001234"_s), withoutStock.arg(u"0001234"_s)}));
 }
 
 // Refused when selected, never taken for a person.
@@ -290,9 +291,10 @@ void TstRecusas::customerWithoutRecord() {
     b->shop().documento({.pedido = 3, .cliente = std::nullopt, .nomeVendedor = u"C"_s});
     b->shop().documento({.pedido = 4, .nomeVendedor = u"D"_s});
     QVERIFY(b->open());
-    b->click(1, colunas::Selecao);
-    fechaTudo(mensagens::comErros);
-    QCOMPARE(b->log(), PanelBench::logWith({semCliente.arg(u"0000002"_s), semCliente.arg(u"0000003"_s)}));
+    b->click(1, painelfechamento::Selecao);
+    closeAll(mensagens::comErros);
+    QCOMPARE(b->log(),
+             PanelBench::logWith({withoutCustomer.arg(u"0000002"_s), withoutCustomer.arg(u"0000003"_s)}));
     QCOMPARE((QStringList{situacao(1), situacao(2), situacao(3), situacao(4)}),
              (QStringList{u"A"_s, u"A"_s, u"A"_s, u"B"_s}));
 }
@@ -303,13 +305,13 @@ void TstRecusas::refusedStaysAndClosedLeaves() {
     b->shop().documento({.pedido = 1, .nomeVendedor = u"A"_s});
     b->shop().documento({.pedido = 2, .cliente = u"C2"_s, .nomeVendedor = u"B"_s});
     QVERIFY(b->open());
-    fechaTudo(mensagens::comErros);
-    QCOMPARE(b->column(colunas::Pedido), QStringList{u"2"_s});
+    closeAll(mensagens::comErros);
+    QCOMPARE(b->column(painelfechamento::Pedido), QStringList{u"2"_s});
 
     b->server().execute(u"UPDATE clientes SET prazo = 7 WHERE codigo = 'C2'"_s);
     QVERIFY(b->open());
-    fechaTudo(mensagens::sucesso);
-    QCOMPARE(recebidos(), (QStringList{u"1"_s, u"2"_s}));
+    closeAll(mensagens::sucesso);
+    QCOMPARE(received(), (QStringList{u"1"_s, u"2"_s}));
     QCOMPARE(b->grid()->rows(), 1);
     QVERIFY(!b->button(u"Command4"_s)->isEnabled());
     QVERIFY(b->button(u"Command3"_s)->isEnabled());
@@ -317,7 +319,7 @@ void TstRecusas::refusedStaysAndClosedLeaves() {
 
 void TstRecusas::numberInTheLog_data() {
     QTest::addColumn<int>("pedido");
-    QTest::addColumn<QString>("formatado");
+    QTest::addColumn<QString>("formatted");
     QTest::newRow("1") << 1 << u"0000001"_s;
     QTest::newRow("1234") << 1234 << u"0001234"_s;
     QTest::newRow("1234567") << 1234567 << u"1234567"_s;
@@ -326,13 +328,13 @@ void TstRecusas::numberInTheLog_data() {
 
 void TstRecusas::numberInTheLog() {
     QFETCH(int, pedido);
-    QFETCH(QString, formatado);
+    QFETCH(QString, formatted);
     b->shop().basico();
     b->shop().cliente({.codigo = u"C2"_s, .formaPg = u"FIADO"_s});
     b->shop().documento({.pedido = pedido, .cliente = u"C2"_s});
     QVERIFY(b->open());
-    fechaTudo(mensagens::comErros);
-    QCOMPARE(b->log(), PanelBench::logWith({formaInvalida.arg(formatado)}));
+    closeAll(mensagens::comErros);
+    QCOMPARE(b->log(), PanelBench::logWith({invalidMethod.arg(formatted)}));
 }
 
 void TstRecusas::logOfAMixedBatch() {
@@ -346,7 +348,7 @@ void TstRecusas::logOfAMixedBatch() {
     b->shop().documento(
         {.pedido = 50, .cliente = u"FIADO"_s, .nomeVendedor = u"E"_s, .linhas = {{.quantidade = u"999"_s}}});
     QVERIFY(b->open());
-    fechaTudo(mensagens::comErros);
+    closeAll(mensagens::comErros);
     QCOMPARE(
         b->log(),
         QByteArray("LOG DE FECHAMENTO:\r\n"
@@ -357,7 +359,7 @@ void TstRecusas::logOfAMixedBatch() {
                    "PR\xC3\x89-VENDA: 0000040 - O PEDIDO N\xC3\x83O POSSUI ESTOQUE DISPON\xC3\x8DVEL\r\n"
                    "PR\xC3\x89-VENDA: 0000050 - FORMA DE PAGAMENTO INV\xC3\x81LIDA.\r\n"
                    "PR\xC3\x89-VENDA: 0000050 - O PEDIDO N\xC3\x83O POSSUI ESTOQUE DISPON\xC3\x8DVEL\r\n"));
-    QCOMPARE(recebidos(), QStringList{u"20"_s});
+    QCOMPARE(received(), QStringList{u"20"_s});
 }
 
 void TstRecusas::logIsRewrittenAtEachPress() {
@@ -366,17 +368,17 @@ void TstRecusas::logIsRewrittenAtEachPress() {
     b->shop().documento({.pedido = 1, .cliente = u"C2"_s, .nomeVendedor = u"A"_s});
     b->shop().documento({.pedido = 2, .cliente = u"C2"_s, .nomeVendedor = u"B"_s});
     QVERIFY(b->open());
-    fechaTudo(mensagens::comErros);
+    closeAll(mensagens::comErros);
     QCOMPARE(b->log(),
-             PanelBench::logWith({formaInvalida.arg(u"0000001"_s), formaInvalida.arg(u"0000002"_s)}));
+             PanelBench::logWith({invalidMethod.arg(u"0000001"_s), invalidMethod.arg(u"0000002"_s)}));
 
-    b->click(1, colunas::Selecao);
-    fechaTudo(mensagens::comErros);
-    QCOMPARE(b->log(), PanelBench::logWith({formaInvalida.arg(u"0000002"_s)}));
+    b->click(1, painelfechamento::Selecao);
+    closeAll(mensagens::comErros);
+    QCOMPARE(b->log(), PanelBench::logWith({invalidMethod.arg(u"0000002"_s)}));
 
     b->server().execute(u"UPDATE clientes SET formapg = 'BOLETO'"_s);
     QVERIFY(b->open());
-    fechaTudo(mensagens::sucesso);
+    closeAll(mensagens::sucesso);
     QCOMPARE(b->log(), PanelBench::logWith({}));
 }
 

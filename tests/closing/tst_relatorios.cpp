@@ -42,7 +42,7 @@ void TstRelatorios::init() {
 
 void TstRelatorios::menuOpensTheScreen_data() {
     QTest::addColumn<QString>("item");
-    QTest::addColumn<QString>("tela");
+    QTest::addColumn<QString>("screen");
     QTest::newRow("sales summary") << u"MnResumoVendas"_s << u"ResumoVendas"_s;
     QTest::newRow("commission") << u"MnComissao"_s << u"Comissao"_s;
     QTest::newRow("price level") << u"MnrelAlfaNivel"_s << u"RelatNivelPreco"_s;
@@ -50,26 +50,26 @@ void TstRelatorios::menuOpensTheScreen_data() {
 
 void TstRelatorios::menuOpensTheScreen() {
     QFETCH(QString, item);
-    QFETCH(QString, tela);
-    auto* acao = b->panel()->findChild<QAction*>(item);
-    QVERIFY(acao && acao->isEnabled());
+    QFETCH(QString, screen);
+    auto* action = b->panel()->findChild<QAction*>(item);
+    QVERIFY(action && action->isEnabled());
     ModalHelper modal;
-    QString aberta;
-    modal.onOpen([&](QWidget* janela) {
-        aberta = janela->objectName();
-        QVERIFY(janela->isModal());
-        QCOMPARE(janela->parentWidget(), b->panel());
-        QTest::keyClick(janela, Qt::Key_Escape);
+    QString open;
+    modal.onOpen([&](QWidget* window) {
+        open = window->objectName();
+        QVERIFY(window->isModal());
+        QCOMPARE(window->parentWidget(), b->panel());
+        QTest::keyClick(window, Qt::Key_Escape);
     });
-    acao->trigger();
+    action->trigger();
     QCOMPARE(modal.problem(), QString());
-    QCOMPARE(aberta, tela);
+    QCOMPARE(open, screen);
     QVERIFY(b->panel()->isVisible());
 }
 
 void TstRelatorios::menuByKeyboard_data() {
     QTest::addColumn<int>("descidas");
-    QTest::addColumn<QString>("tela");
+    QTest::addColumn<QString>("screen");
     QTest::newRow("first item") << 0 << u"ResumoVendas"_s;
     QTest::newRow("second item") << 1 << u"RelatNivelPreco"_s;
     QTest::newRow("third item") << 2 << u"Comissao"_s;
@@ -77,20 +77,20 @@ void TstRelatorios::menuByKeyboard_data() {
 
 void TstRelatorios::menuByKeyboard() {
     QFETCH(int, descidas);
-    const auto* relatorio = b->panel()->findChild<QMenu*>(u"MnRelatorio"_s);
+    const auto* report = b->panel()->findChild<QMenu*>(u"MnRelatorio"_s);
     ModalHelper modal;
-    QString aberta;
-    modal.onOpen([&](QWidget* janela) {
-        aberta = janela->objectName();
-        QTest::keyClick(janela, Qt::Key_Escape);
+    QString open;
+    modal.onOpen([&](QWidget* window) {
+        open = window->objectName();
+        QTest::keyClick(window, Qt::Key_Escape);
     });
     QTest::keyClick(b->grid(), Qt::Key_R, Qt::AltModifier);
-    QTRY_VERIFY(relatorio->isVisible());
+    QTRY_VERIFY(report->isVisible());
     for (int i = 0; i < descidas; ++i)
         QTest::keyClick(QApplication::activePopupWidget(), Qt::Key_Down);
     QTest::keyClick(QApplication::activePopupWidget(), Qt::Key_Return);
     QTRY_COMPARE(modal.problem(), QString());
-    QTEST(aberta, "tela");
+    QTEST(open, "screen");
 }
 
 void TstRelatorios::screenThatCannotOpenIsAnErrorReport() {

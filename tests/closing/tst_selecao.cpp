@@ -24,25 +24,25 @@ using namespace tarvessa::test;
 
 namespace {
 
-const QString desmarcarInicial = u"Desmarcar todos os Registros"_s;
-const QString desmarcar = u"Desmarcar todos os registros"_s;
-const QString selecionar = u"Seleciona todos os registros"_s;
+const QString untickFirst = u"Desmarcar todos os Registros"_s;
+const QString untick = u"Desmarcar todos os registros"_s;
+const QString selectAllCaption = u"Seleciona todos os registros"_s;
 
 constexpr int esperaDoFimMs = 5000;
 
-QString nomeAcessivel(QWidget* controle) {
-    QAccessibleInterface* acessivel = QAccessible::queryAccessibleInterface(controle);
-    return acessivel ? acessivel->text(QAccessible::Name) : QString();
+QString accessibleName(QWidget* control) {
+    QAccessibleInterface* accessible = QAccessible::queryAccessibleInterface(control);
+    return accessible ? accessible->text(QAccessible::Name) : QString();
 }
 
 /// Runs the program's event loop while `acao` acts; true when the program ended by itself.
-bool terminaCom(const std::function<void()>& acao) {
-    constexpr int desistiu = 1;
-    QTimer limite;
-    limite.setSingleShot(true);
-    limite.callOnTimeout([] { QCoreApplication::exit(desistiu); });
-    limite.start(esperaDoFimMs);
-    QTimer::singleShot(0, acao);
+bool endsWith(const std::function<void()>& action) {
+    constexpr int gaveUp = 1;
+    QTimer limit;
+    limit.setSingleShot(true);
+    limit.callOnTimeout([] { QCoreApplication::exit(gaveUp); });
+    limit.start(esperaDoFimMs);
+    QTimer::singleShot(0, action);
     return QApplication::exec() == 0;
 }
 
@@ -98,108 +98,109 @@ void TstSelecao::init() {
     b->shop().documento({.pedido = 2, .nomeVendedor = u"B"_s, .linhas = {{.total = u"20.50"_s}}});
     b->shop().documento({.pedido = 3, .nomeVendedor = u"C"_s, .linhas = {{.total = u"1000.00"_s}}});
     QVERIFY(b->open());
-    QCOMPARE(b->column(colunas::Selecao), (QStringList{u" "_s, u" "_s, u" "_s}));
+    QCOMPARE(b->column(painelfechamento::Selecao), (QStringList{u" "_s, u" "_s, u" "_s}));
 }
 
 void TstSelecao::clickTogglesTheRow() {
-    b->click(2, colunas::Selecao);
-    QCOMPARE(b->column(colunas::Selecao), (QStringList{u" "_s, {}, u" "_s}));
-    QVERIFY(b->grid()->hasPicture(1, colunas::Selecao));
-    QVERIFY(!b->grid()->hasPicture(2, colunas::Selecao));
+    b->click(2, painelfechamento::Selecao);
+    QCOMPARE(b->column(painelfechamento::Selecao), (QStringList{u" "_s, {}, u" "_s}));
+    QVERIFY(b->grid()->hasPicture(1, painelfechamento::Selecao));
+    QVERIFY(!b->grid()->hasPicture(2, painelfechamento::Selecao));
     QCOMPARE(b->total(), u"1.010,00"_s);
 
-    b->click(2, colunas::Selecao);
-    QCOMPARE(b->column(colunas::Selecao), (QStringList{u" "_s, u" "_s, u" "_s}));
-    QVERIFY(b->grid()->hasPicture(2, colunas::Selecao));
+    b->click(2, painelfechamento::Selecao);
+    QCOMPARE(b->column(painelfechamento::Selecao), (QStringList{u" "_s, u" "_s, u" "_s}));
+    QVERIFY(b->grid()->hasPicture(2, painelfechamento::Selecao));
     QCOMPARE(b->total(), u"1.030,50"_s);
 }
 
 void TstSelecao::spaceTogglesTheRow() {
     b->grid()->setFocus();
-    b->grid()->setCurrentCell(3, colunas::Selecao);
+    b->grid()->setCurrentCell(3, painelfechamento::Selecao);
     QTest::keyClick(b->grid(), Qt::Key_Space);
-    QCOMPARE(b->column(colunas::Selecao), (QStringList{u" "_s, u" "_s, {}}));
+    QCOMPARE(b->column(painelfechamento::Selecao), (QStringList{u" "_s, u" "_s, {}}));
     QCOMPARE(b->total(), u"30,50"_s);
     QTest::keyClick(b->grid(), Qt::Key_Up);
     QTest::keyClick(b->grid(), Qt::Key_Space);
-    QCOMPARE(b->column(colunas::Selecao), (QStringList{u" "_s, {}, {}}));
+    QCOMPARE(b->column(painelfechamento::Selecao), (QStringList{u" "_s, {}, {}}));
     QCOMPARE(b->total(), u"10,00"_s);
 }
 
 void TstSelecao::tickIsToldToScreenReaders() {
-    const auto dito = [this](int linha) {
-        QAccessibleInterface* tabela = QAccessible::queryAccessibleInterface(b->grid());
-        return tabela->tableInterface()->cellAt(linha, colunas::Selecao)->text(QAccessible::Name);
+    const auto spoken = [this](int row) {
+        QAccessibleInterface* table = QAccessible::queryAccessibleInterface(b->grid());
+        return table->tableInterface()->cellAt(row, painelfechamento::Selecao)->text(QAccessible::Name);
     };
-    QCOMPARE(dito(1), u"Selecionado"_s);
-    b->click(2, colunas::Selecao);
-    QCOMPARE(dito(1), u"Não selecionado"_s);
+    QCOMPARE(spoken(1), u"Selecionado"_s);
+    b->click(2, painelfechamento::Selecao);
+    QCOMPARE(spoken(1), u"Não selecionado"_s);
 }
 
 void TstSelecao::clickOnTheHeaderDoesNothing() {
-    for (const int coluna : {int(colunas::Selecao), int(colunas::FormaPagto), int(colunas::Pedido)})
-        b->click(0, coluna);
-    QCOMPARE(b->column(colunas::Selecao), (QStringList{u" "_s, u" "_s, u" "_s}));
-    QCOMPARE(b->column(colunas::Pedido), (QStringList{u"1"_s, u"2"_s, u"3"_s}));
+    for (const int column :
+         {int(painelfechamento::Selecao), int(painelfechamento::FormaPagto), int(painelfechamento::Pedido)})
+        b->click(0, column);
+    QCOMPARE(b->column(painelfechamento::Selecao), (QStringList{u" "_s, u" "_s, u" "_s}));
+    QCOMPARE(b->column(painelfechamento::Pedido), (QStringList{u"1"_s, u"2"_s, u"3"_s}));
     QCOMPARE(b->total(), u"1.030,50"_s);
 }
 
 void TstSelecao::otherColumnsDoNothing_data() {
-    QTest::addColumn<int>("coluna");
-    for (int coluna = colunas::Pedido; coluna <= colunas::Total; ++coluna)
-        QTest::addRow("column %d", coluna) << coluna;
+    QTest::addColumn<int>("column");
+    for (int column = painelfechamento::Pedido; column <= painelfechamento::Total; ++column)
+        QTest::addRow("column %d", column) << column;
 }
 
 void TstSelecao::otherColumnsDoNothing() {
-    QFETCH(int, coluna);
-    const QStringList antes = b->row(2);
-    b->click(2, coluna);
+    QFETCH(int, column);
+    const QStringList before = b->row(2);
+    b->click(2, column);
     QTest::keyClick(b->grid(), Qt::Key_Space);
-    QCOMPARE(b->row(2), antes);
-    QCOMPARE(b->column(colunas::Selecao), (QStringList{u" "_s, u" "_s, u" "_s}));
+    QCOMPARE(b->row(2), before);
+    QCOMPARE(b->column(painelfechamento::Selecao), (QStringList{u" "_s, u" "_s, u" "_s}));
     QCOMPARE(b->total(), u"1.030,50"_s);
     QVERIFY(!QApplication::activeModalWidget());
 }
 
 void TstSelecao::selectionSendsNoStatement() {
-    StatementLog registro(b->server());
-    b->click(1, colunas::Selecao);
+    StatementLog log(b->server());
+    b->click(1, painelfechamento::Selecao);
     b->press(u"Command1"_s);
     b->press(u"Command1"_s);
-    QCOMPARE(registro.texts(), QStringList());
+    QCOMPARE(log.texts(), QStringList());
 }
 
 void TstSelecao::toggleAll() {
-    QCOMPARE(b->button(u"Command1"_s)->text(), desmarcarInicial);
+    QCOMPARE(b->button(u"Command1"_s)->text(), untickFirst);
     b->press(u"Command1"_s);
-    QCOMPARE(b->column(colunas::Selecao), (QStringList{{}, {}, {}}));
-    for (int linha = 1; linha <= 3; ++linha)
-        QVERIFY(!b->grid()->hasPicture(linha, colunas::Selecao));
-    QCOMPARE(b->button(u"Command1"_s)->text(), selecionar);
+    QCOMPARE(b->column(painelfechamento::Selecao), (QStringList{{}, {}, {}}));
+    for (int row = 1; row <= 3; ++row)
+        QVERIFY(!b->grid()->hasPicture(row, painelfechamento::Selecao));
+    QCOMPARE(b->button(u"Command1"_s)->text(), selectAllCaption);
     QCOMPARE(b->total(), u"0,00"_s);
 
     b->press(u"Command1"_s);
-    QCOMPARE(b->column(colunas::Selecao), (QStringList{u" "_s, u" "_s, u" "_s}));
-    for (int linha = 1; linha <= 3; ++linha)
-        QVERIFY(b->grid()->hasPicture(linha, colunas::Selecao));
-    QCOMPARE(b->button(u"Command1"_s)->text(), desmarcar);
+    QCOMPARE(b->column(painelfechamento::Selecao), (QStringList{u" "_s, u" "_s, u" "_s}));
+    for (int row = 1; row <= 3; ++row)
+        QVERIFY(b->grid()->hasPicture(row, painelfechamento::Selecao));
+    QCOMPARE(b->button(u"Command1"_s)->text(), untick);
     QCOMPARE(b->total(), u"1.030,50"_s);
 
     b->press(u"Command1"_s);
-    QCOMPARE(b->button(u"Command1"_s)->text(), selecionar);
+    QCOMPARE(b->button(u"Command1"_s)->text(), selectAllCaption);
     QCOMPARE(b->total(), u"0,00"_s);
 }
 
 void TstSelecao::toggleAllFollowsTheCaptionNotTheRows() {
-    for (int linha = 1; linha <= 3; ++linha)
-        b->click(linha, colunas::Selecao);
-    QCOMPARE(b->button(u"Command1"_s)->text(), desmarcarInicial);
+    for (int row = 1; row <= 3; ++row)
+        b->click(row, painelfechamento::Selecao);
+    QCOMPARE(b->button(u"Command1"_s)->text(), untickFirst);
     b->press(u"Command1"_s);
-    QCOMPARE(b->column(colunas::Selecao), (QStringList{{}, {}, {}}));
-    QCOMPARE(b->button(u"Command1"_s)->text(), selecionar);
-    b->click(2, colunas::Selecao);
+    QCOMPARE(b->column(painelfechamento::Selecao), (QStringList{{}, {}, {}}));
+    QCOMPARE(b->button(u"Command1"_s)->text(), selectAllCaption);
+    b->click(2, painelfechamento::Selecao);
     b->press(u"Command1"_s);
-    QCOMPARE(b->column(colunas::Selecao), (QStringList{u" "_s, u" "_s, u" "_s}));
+    QCOMPARE(b->column(painelfechamento::Selecao), (QStringList{u" "_s, u" "_s, u" "_s}));
 }
 
 void TstSelecao::toggleAllWithNoRow() {
@@ -212,18 +213,18 @@ void TstSelecao::toggleAllWithNoRow() {
     QCOMPARE(modal.boxes()[0].title, u"Atenção!!!"_s);
     QCOMPARE(modal.boxes()[0].icon, QMessageBox::Information);
     QCOMPARE(modal.boxes()[0].buttons, QMessageBox::StandardButtons(QMessageBox::Ok));
-    QCOMPARE(b->button(u"Command1"_s)->text(), desmarcarInicial);
+    QCOMPARE(b->button(u"Command1"_s)->text(), untickFirst);
 }
 
 void TstSelecao::totalFollowsTheTicks() {
     b->server().execute(u"UPDATE orcamento SET totalped = -5.05 WHERE nrpedido = 1; "
                         "UPDATE orcamento SET totalped = NULL WHERE nrpedido = 2"_s);
     QVERIFY(b->open());
-    QCOMPARE(b->column(colunas::Total), (QStringList{u"-5,05"_s, u"0,00"_s, u"1.000,00"_s}));
+    QCOMPARE(b->column(painelfechamento::Total), (QStringList{u"-5,05"_s, u"0,00"_s, u"1.000,00"_s}));
     QCOMPARE(b->total(), u"994,95"_s);
-    b->click(3, colunas::Selecao);
+    b->click(3, painelfechamento::Selecao);
     QCOMPARE(b->total(), u"-5,05"_s);
-    b->click(1, colunas::Selecao);
+    b->click(1, painelfechamento::Selecao);
     QCOMPARE(b->total(), u"0,00"_s);
 }
 
@@ -238,22 +239,22 @@ void TstSelecao::nothingSelectedRefusesToClose() {
 
 void TstSelecao::reloadSelectsEverythingAgain() {
     b->server().execute(u"UPDATE produtos SET quantidade = 0"_s);
-    b->click(1, colunas::Selecao);
-    b->click(2, colunas::Selecao);
+    b->click(1, painelfechamento::Selecao);
+    b->click(2, painelfechamento::Selecao);
     ModalHelper modal;
     modal.expect(mensagens::lembrete, QMessageBox::Ok);
     modal.expect(mensagens::comErros, QMessageBox::Ok);
     b->press(u"Command4"_s);
     QCOMPARE(modal.problem(), QString());
-    QCOMPARE(b->column(colunas::Selecao), (QStringList{u" "_s, u" "_s, u" "_s}));
+    QCOMPARE(b->column(painelfechamento::Selecao), (QStringList{u" "_s, u" "_s, u" "_s}));
     QCOMPARE(b->total(), u"1.030,50"_s);
 }
 
 void TstSelecao::controlsAndTheirNames_data() {
-    QTest::addColumn<QString>("controle");
-    QTest::addColumn<QString>("nome");
+    QTest::addColumn<QString>("control");
+    QTest::addColumn<QString>("name");
     QTest::newRow("grid") << u"Grid1"_s << u"Documentos"_s;
-    QTest::newRow("toggle") << u"Command1"_s << desmarcarInicial;
+    QTest::newRow("toggle") << u"Command1"_s << untickFirst;
     QTest::newRow("conversion") << u"Command2"_s << u"Tranformar os DAV´s em PV´s"_s;
     QTest::newRow("listing") << u"Command3"_s << u"Carregar as Pré-Vendas"_s;
     QTest::newRow("closing") << u"Command4"_s << u"Encerrar as Pré-Vendas"_s;
@@ -266,15 +267,15 @@ void TstSelecao::controlsAndTheirNames_data() {
 }
 
 void TstSelecao::controlsAndTheirNames() {
-    QFETCH(QString, controle);
-    QFETCH(QString, nome);
-    auto* alvo = b->panel()->findChild<QWidget*>(controle);
-    QVERIFY(alvo);
-    QCOMPARE(nomeAcessivel(alvo), nome);
-    if (const auto* botao = qobject_cast<QPushButton*>(alvo))
-        QCOMPARE(botao->text(), nome);
-    if (const auto* rotulo = qobject_cast<QLabel*>(alvo))
-        QCOMPARE(rotulo->text(), nome);
+    QFETCH(QString, control);
+    QFETCH(QString, name);
+    auto* target = b->panel()->findChild<QWidget*>(control);
+    QVERIFY(target);
+    QCOMPARE(accessibleName(target), name);
+    if (const auto* button = qobject_cast<QPushButton*>(target))
+        QCOMPARE(button->text(), name);
+    if (const auto* label = qobject_cast<QLabel*>(target))
+        QCOMPARE(label->text(), name);
 }
 
 // A screen reader hears a drop-down list's value and looks for its name where the list keeps it.
@@ -283,29 +284,29 @@ void TstSelecao::paymentMethodListIsNamed() {
 }
 
 void TstSelecao::menus() {
-    const auto* barra = b->panel()->findChild<QMenuBar*>();
-    QVERIFY(barra);
-    QCOMPARE(barra->actions().size(), 2);
-    auto* relatorio = b->panel()->findChild<QMenu*>(u"MnRelatorio"_s);
-    QVERIFY(relatorio);
-    QCOMPARE(barra->actions()[0], relatorio->menuAction());
-    QCOMPARE(relatorio->title().remove(u'&'), u"Relatório"_s);
-    QCOMPARE(barra->actions()[1]->objectName(), u"Metas"_s);
-    QCOMPARE(barra->actions()[1]->text().remove(u'&'), u"Metas"_s);
-    QStringList itens;
-    for (const QAction* item : relatorio->actions()) {
+    const auto* bar = b->panel()->findChild<QMenuBar*>();
+    QVERIFY(bar);
+    QCOMPARE(bar->actions().size(), 2);
+    auto* report = b->panel()->findChild<QMenu*>(u"MnRelatorio"_s);
+    QVERIFY(report);
+    QCOMPARE(bar->actions()[0], report->menuAction());
+    QCOMPARE(report->title().remove(u'&'), u"Relatório"_s);
+    QCOMPARE(bar->actions()[1]->objectName(), u"Metas"_s);
+    QCOMPARE(bar->actions()[1]->text().remove(u'&'), u"Metas"_s);
+    QStringList items;
+    for (const QAction* item : report->actions()) {
         QVERIFY2(item->isEnabled(), qPrintable(item->objectName()));
-        itens.append(item->objectName() + u'=' + item->text().remove(u'&'));
+        items.append(item->objectName() + u'=' + item->text().remove(u'&'));
     }
-    QCOMPARE(itens, (QStringList{u"MnResumoVendas=Resumo de Vendas"_s,
+    QCOMPARE(items, (QStringList{u"MnResumoVendas=Resumo de Vendas"_s,
                                  u"MnrelAlfaNivel=Relação alfabética de Nível de Preços"_s,
                                  u"MnComissao=Comissão"_s}));
 
-    for (const QString& imagem : {u"picSucesso"_s, u"picErro"_s}) {
-        const auto* rotulo = b->panel()->findChild<QLabel*>(imagem);
-        QVERIFY2(rotulo, qPrintable(imagem));
-        QVERIFY2(!rotulo->pixmap().isNull(), qPrintable(imagem));
-        QVERIFY2(!rotulo->isVisible(), qPrintable(imagem));
+    for (const QString& image : {u"picSucesso"_s, u"picErro"_s}) {
+        const auto* label = b->panel()->findChild<QLabel*>(image);
+        QVERIFY2(label, qPrintable(image));
+        QVERIFY2(!label->pixmap().isNull(), qPrintable(image));
+        QVERIFY2(!label->isVisible(), qPrintable(image));
     }
 }
 
@@ -323,38 +324,38 @@ void TstSelecao::altKeysPressTheButtons() {
 }
 
 void TstSelecao::altKeyOpensTheMenu() {
-    const auto* relatorio = b->panel()->findChild<QMenu*>(u"MnRelatorio"_s);
+    const auto* report = b->panel()->findChild<QMenu*>(u"MnRelatorio"_s);
     QTest::keyClick(b->grid(), Qt::Key_R, Qt::AltModifier);
-    QTRY_VERIFY(relatorio->isVisible());
+    QTRY_VERIFY(report->isVisible());
     QTest::keyClick(QApplication::activePopupWidget(), Qt::Key_Escape);
-    QTRY_VERIFY(!relatorio->isVisible());
+    QTRY_VERIFY(!report->isVisible());
     QVERIFY(b->panel()->isVisible());
 }
 
 void TstSelecao::tabOrder() {
-    for (const QString& nome : {u"Command2"_s, u"Command3"_s, u"Command5"_s, u"Command6"_s})
-        b->button(nome)->setEnabled(true);
+    for (const QString& name : {u"Command2"_s, u"Command3"_s, u"Command5"_s, u"Command6"_s})
+        b->button(name)->setEnabled(true);
     b->grid()->setFocus();
-    QStringList visitados;
+    QStringList visited;
     for (int i = 0; i < 7; ++i) {
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
-        visitados.append(QApplication::focusWidget()->objectName());
+        visited.append(QApplication::focusWidget()->objectName());
     }
-    const QStringList ordem{u"Command1"_s, u"Command2"_s, u"Command3"_s, u"Command6"_s,
+    const QStringList order{u"Command1"_s, u"Command2"_s, u"Command3"_s, u"Command6"_s,
                             u"Command5"_s, u"Command4"_s, u"Grid1"_s};
-    QCOMPARE(visitados, ordem);
+    QCOMPARE(visited, order);
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Backtab);
     QCOMPARE(QApplication::focusWidget()->objectName(), u"Command4"_s);
 }
 
 void TstSelecao::enterMovesToTheNextControl() {
     b->grid()->setFocus();
-    for (const Qt::Key tecla : {Qt::Key_Return, Qt::Key_Enter}) {
+    for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter}) {
         b->grid()->setFocus();
-        QTest::keyClick(b->grid(), tecla);
+        QTest::keyClick(b->grid(), key);
         QTRY_COMPARE(QApplication::focusWidget(), b->button(u"Command1"_s));
     }
-    QCOMPARE(b->column(colunas::Selecao), (QStringList{u" "_s, u" "_s, u" "_s}));
+    QCOMPARE(b->column(painelfechamento::Selecao), (QStringList{u" "_s, u" "_s, u" "_s}));
 }
 
 void TstSelecao::enterDoesNotPressAButton() {
@@ -371,11 +372,11 @@ void TstSelecao::spacePressesAButton() {
 }
 
 void TstSelecao::escapeEndsTheProgram() {
-    QVERIFY(terminaCom([this] { QTest::keyClick(b->grid(), Qt::Key_Escape); }));
+    QVERIFY(endsWith([this] { QTest::keyClick(b->grid(), Qt::Key_Escape); }));
 }
 
 void TstSelecao::escapeInABoxOnlyClosesTheBox() {
-    QVERIFY(terminaCom([this] {
+    QVERIFY(endsWith([this] {
         ModalHelper modal;
         modal.expect(mensagens::lembrete, QMessageBox::NoButton);
         modal.expect(mensagens::sucesso, QMessageBox::NoButton);
@@ -390,26 +391,26 @@ void TstSelecao::escapeInABoxOnlyClosesTheBox() {
 
 void TstSelecao::closingTheWindowEndsTheProgram() {
     // A text viewer left open must not keep the program alive.
-    QWidget outra;
-    outra.show();
-    QVERIFY(terminaCom([this] { b->panel()->close(); }));
+    QWidget other;
+    other.show();
+    QVERIFY(endsWith([this] { b->panel()->close(); }));
 }
 
 void TstSelecao::gridGrowsWithTheWindow() {
-    const QSize antes = b->grid()->size();
-    const int larguraDaColuna = b->grid()->columnWidth(colunas::Cliente);
+    const QSize before = b->grid()->size();
+    const int columnWidth = b->grid()->columnWidth(painelfechamento::Cliente);
     b->panel()->resize(b->panel()->size() + QSize(200, 150));
-    QTRY_COMPARE(b->grid()->size(), antes + QSize(200, 150));
-    QCOMPARE(b->grid()->columnWidth(colunas::Cliente), larguraDaColuna);
+    QTRY_COMPARE(b->grid()->size(), before + QSize(200, 150));
+    QCOMPARE(b->grid()->columnWidth(painelfechamento::Cliente), columnWidth);
 }
 
 void TstSelecao::sellerTakesTheFreeWidth() {
-    const int own = twipsToPixels(b->grid(), b->grid()->columnTwips(colunas::Vendedor));
+    const int own = twipsToPixels(b->grid(), b->grid()->columnTwips(painelfechamento::Vendedor));
     b->panel()->resize(1300, b->panel()->height());
-    QTRY_VERIFY(b->grid()->columnWidth(colunas::Vendedor) > own);
+    QTRY_VERIFY(b->grid()->columnWidth(painelfechamento::Vendedor) > own);
     QCOMPARE(b->grid()->horizontalHeader()->length(), b->grid()->viewport()->width());
     b->panel()->resize(700, b->panel()->height());
-    QTRY_COMPARE(b->grid()->columnWidth(colunas::Vendedor), own);
+    QTRY_COMPARE(b->grid()->columnWidth(painelfechamento::Vendedor), own);
 }
 
 QTEST_MAIN(TstSelecao)

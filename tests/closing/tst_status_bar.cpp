@@ -80,7 +80,7 @@ void TstStatusBar::listingAndItsTicks() {
     openWith(3);
     QCOMPARE(part(0), u"3 documentos, 3 selecionados"_s);
     QCOMPARE(part(2), u"versão 9.8.7"_s);
-    b->click(2, colunas::Selecao);
+    b->click(2, painelfechamento::Selecao);
     QCOMPARE(part(0), u"3 documentos, 2 selecionados, linha 2"_s);
     b->key(Qt::Key_Space);
     QCOMPARE(part(0), u"3 documentos, 3 selecionados, linha 2"_s);
@@ -97,8 +97,8 @@ void TstStatusBar::thousandsAreGrouped() {
         "codigo, quantidade, totalped) SELECT seq, 'P', 'A', 'C1', 'ANA', '2024-03-14', 'P1', 1, 10 FROM "
         "seq_1_to_%1"_s.arg(many));
     QVERIFY(b->open());
-    b->click(1, colunas::Selecao);
-    b->grid()->setCurrentCell(many, colunas::Pedido);
+    b->click(1, painelfechamento::Selecao);
+    b->grid()->setCurrentCell(many, painelfechamento::Pedido);
     QCOMPARE(part(0), u"1.001 documentos, 1.000 selecionados, linha 1.001"_s);
 }
 
@@ -109,10 +109,10 @@ void TstStatusBar::oneDocument() {
 
 void TstStatusBar::currentRowByKeyAndByClick() {
     openWith(3);
-    b->click(1, colunas::Cliente);
+    b->click(1, painelfechamento::Cliente);
     b->key(Qt::Key_Down);
     QCOMPARE(part(0), u"3 documentos, 3 selecionados, linha 2"_s);
-    b->click(3, colunas::Cliente);
+    b->click(3, painelfechamento::Cliente);
     QCOMPARE(part(0), u"3 documentos, 3 selecionados, linha 3"_s);
 }
 
@@ -120,7 +120,7 @@ void TstStatusBar::conversionEmptiesIt() {
     b->shop().documento({.pedido = 1, .tipo = u"D"_s});
     b->shop().documento({.pedido = 2, .tipo = u"D"_s});
     QVERIFY(b->open());
-    b->click(2, colunas::Cliente);
+    b->click(2, painelfechamento::Cliente);
     QCOMPARE(part(0), u"2 documentos, 2 selecionados, linha 2"_s);
     b->press(u"Command2"_s);
     QCOMPARE(part(0), u"0 documentos, 0 selecionados"_s);
@@ -130,7 +130,7 @@ void TstStatusBar::conversionEmptiesIt() {
 
 void TstStatusBar::batchLeavesWhatIsOpen() {
     openWith(3);
-    b->click(1, colunas::Selecao);
+    b->click(1, painelfechamento::Selecao);
     ModalHelper modal;
     modal.expect(mensagens::lembrete, QMessageBox::Ok);
     modal.expect(mensagens::sucesso, QMessageBox::Ok);
@@ -144,7 +144,7 @@ void TstStatusBar::failedListingShowsNoDocument() {
     b->shop().produto({.codigo = u"P9"_s, .precos = QList<Valor>(4, u"8.00"_s)});
     b->shop().documento({.pedido = 1, .linhas = {aoPreco(u"P9"_s, u"1"_s, u"7.00"_s)}});
     QVERIFY(b->open());
-    b->click(1, colunas::Cliente);
+    b->click(1, painelfechamento::Cliente);
     QCOMPARE(part(0), u"1 documento, 1 selecionado, linha 1"_s);
     constexpr int listing = 3; // behind the search for wrong prices and the correction
     m_proxy->cutBefore(listing);
@@ -168,7 +168,7 @@ void TstStatusBar::serverAndDatabaseWithoutAStatement() {
 
 void TstStatusBar::lostConnectionUntilItIsBack() {
     openWith(1);
-    b->click(1, colunas::Cliente);
+    b->click(1, painelfechamento::Cliente);
     const QString connected = u"localhost/"_s + b->server().database();
     const auto viewFails = [&] {
         ModalHelper modal;

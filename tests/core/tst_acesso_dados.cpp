@@ -48,13 +48,13 @@ class TstAcessoDados : public QObject {
     void endReleasesEverything();
 
   private:
-    std::unique_ptr<PrivateServer> m_servidor;
+    std::unique_ptr<PrivateServer> m_server;
 };
 
 void TstAcessoDados::initTestCase() {
-    m_servidor = std::make_unique<PrivateServer>();
-    m_servidor->execute(u"INSERT INTO vendedores (codigovend, vendedor) VALUES (1, 'ANA'), (2, 'BETO'), "
-                        "(3, 'CIDA')"_s);
+    m_server = std::make_unique<PrivateServer>();
+    m_server->execute(u"INSERT INTO vendedores (codigovend, vendedor) VALUES (1, 'ANA'), (2, 'BETO'), "
+                      "(3, 'CIDA')"_s);
 }
 
 void TstAcessoDados::init() {
@@ -63,41 +63,41 @@ void TstAcessoDados::init() {
 
 void TstAcessoDados::cleanup() {
     EncerraBanco();
-    m_servidor->useSocket(m_servidor->socket());
+    m_server->useSocket(m_server->socket());
 }
 
 void TstAcessoDados::cleanupTestCase() {
-    m_servidor.reset();
+    m_server.reset();
 }
 
 void TstAcessoDados::startMakesShellAndConnectionAndSendsNothing() {
     EncerraBanco();
-    StatementLog registro(*m_servidor);
-    ModalHelper caixas;
+    StatementLog log(*m_server);
+    ModalHelper boxes;
     QVERIFY(IniciaBanco());
     QVERIFY(Shell);
     QVERIFY(Connection.isOpen());
     QVERIFY(!rs.isOpen());
     QVERIFY(!rs2.isOpen());
-    QCOMPARE(registro.texts(), QStringList());
-    QCOMPARE(caixas.problem(), QString());
+    QCOMPARE(log.texts(), QStringList());
+    QCOMPARE(boxes.problem(), QString());
 }
 
 void TstAcessoDados::failedConnectionShowsOneMessageAndRunsNothing() {
     EncerraBanco();
-    StatementLog registro(*m_servidor);
-    m_servidor->useSocket(m_servidor->socket() + u".nada"_s);
-    ModalHelper caixas;
-    caixas.expect(u"Não foi possível conectar ao banco de dados. Verifique!!!"_s, QMessageBox::Ok);
+    StatementLog log(*m_server);
+    m_server->useSocket(m_server->socket() + u".nada"_s);
+    ModalHelper boxes;
+    boxes.expect(u"Não foi possível conectar ao banco de dados. Verifique!!!"_s, QMessageBox::Ok);
     QVERIFY(!IniciaBanco());
-    QCOMPARE(caixas.problem(), QString());
-    QCOMPARE(caixas.boxes().size(), 1);
-    QCOMPARE(caixas.boxes()[0].title, u"Atenção!!!"_s);
-    QCOMPARE(caixas.boxes()[0].icon, QMessageBox::Information);
-    QCOMPARE(caixas.boxes()[0].buttons, QMessageBox::StandardButtons(QMessageBox::Ok));
+    QCOMPARE(boxes.problem(), QString());
+    QCOMPARE(boxes.boxes().size(), 1);
+    QCOMPARE(boxes.boxes()[0].title, u"Atenção!!!"_s);
+    QCOMPARE(boxes.boxes()[0].icon, QMessageBox::Information);
+    QCOMPARE(boxes.boxes()[0].buttons, QMessageBox::StandardButtons(QMessageBox::Ok));
     QVERIFY(Shell); // made before the connection
     QVERIFY(!Connection.isOpen());
-    QCOMPARE(registro.texts(), QStringList());
+    QCOMPARE(log.texts(), QStringList());
 }
 
 void TstAcessoDados::failedConnectionTellsItsReason() {
@@ -105,10 +105,10 @@ void TstAcessoDados::failedConnectionTellsItsReason() {
     QSKIP("goes to the debug output");
 #else
     EncerraBanco();
-    const QString nowhere = m_servidor->socket() + u".nada"_s;
-    m_servidor->useSocket(nowhere);
-    ModalHelper caixas;
-    caixas.expect(u"Não foi possível conectar ao banco de dados. Verifique!!!"_s, QMessageBox::Ok);
+    const QString nowhere = m_server->socket() + u".nada"_s;
+    m_server->useSocket(nowhere);
+    ModalHelper boxes;
+    boxes.expect(u"Não foi possível conectar ao banco de dados. Verifique!!!"_s, QMessageBox::Ok);
     QTemporaryFile told;
     QVERIFY(told.open());
     std::fflush(stderr);
@@ -119,7 +119,7 @@ void TstAcessoDados::failedConnectionTellsItsReason() {
     QVERIFY(dup2(standardError, STDERR_FILENO) >= 0);
     close(standardError);
     QVERIFY(!isConnected);
-    QCOMPARE(caixas.problem(), QString());
+    QCOMPARE(boxes.problem(), QString());
     QFile reread(told.fileName());
     QVERIFY(reread.open(QIODevice::ReadOnly));
     const QString text = QString::fromLocal8Bit(reread.readAll());
@@ -130,7 +130,7 @@ void TstAcessoDados::failedConnectionTellsItsReason() {
 
 void TstAcessoDados::lostConnectionComesBackInTheNextOperation() {
     QVERIFY(AbreRS(u"SELECT vendedor FROM vendedores"_s));
-    m_servidor->killProgramConnections();
+    m_server->killProgramConnections();
     const odbc::Connection* const one = &Connection;
     {
         const Operation operation;
@@ -145,36 +145,36 @@ void TstAcessoDados::lostConnectionComesBackInTheNextOperation() {
 }
 
 void TstAcessoDados::failedConnectionThenAnotherStart() {
-    m_servidor->useSocket(m_servidor->socket() + u".nada"_s);
-    ModalHelper caixas;
-    caixas.expect(u"Não foi possível conectar ao banco de dados. Verifique!!!"_s, QMessageBox::Ok);
+    m_server->useSocket(m_server->socket() + u".nada"_s);
+    ModalHelper boxes;
+    boxes.expect(u"Não foi possível conectar ao banco de dados. Verifique!!!"_s, QMessageBox::Ok);
     QVERIFY(!IniciaBanco());
-    m_servidor->useSocket(m_servidor->socket());
+    m_server->useSocket(m_server->socket());
     QVERIFY(IniciaBanco());
     QVERIFY(AbreRS(u"SELECT 1 AS um"_s));
-    QCOMPARE(caixas.problem(), QString());
+    QCOMPARE(boxes.problem(), QString());
 }
 
 void TstAcessoDados::queryWithRowsAnswersTrueAndStandsOnTheFirst() {
     TemRegistro = AbreRS(u"SELECT vendedor FROM vendedores ORDER BY codigovend"_s);
     QVERIFY(TemRegistro);
-    QStringList nomes;
+    QStringList names;
     while (!rs.atEnd()) {
-        nomes += rs.field(u"vendedor").text();
+        names += rs.field(u"vendedor").text();
         rs.moveNext();
     }
     rs.close();
-    QCOMPARE(nomes, (QStringList{u"ANA"_s, u"BETO"_s, u"CIDA"_s}));
+    QCOMPARE(names, (QStringList{u"ANA"_s, u"BETO"_s, u"CIDA"_s}));
 }
 
 void TstAcessoDados::queryWithNoRowsAnswersFalseAndIsWalkedZeroTimes() {
     TemRegistro = AbreRS(u"SELECT vendedor FROM vendedores WHERE codigovend = 99"_s);
     QVERIFY(!TemRegistro);
     QVERIFY(rs.isOpen());
-    int voltas = 0;
+    int rounds = 0;
     for (; !rs.atEnd(); rs.moveNext())
-        ++voltas;
-    QCOMPARE(voltas, 0);
+        ++rounds;
+    QCOMPARE(rounds, 0);
 }
 
 void TstAcessoDados::newQueryReplacesTheResult() {
@@ -185,14 +185,14 @@ void TstAcessoDados::newQueryReplacesTheResult() {
 }
 
 void TstAcessoDados::secondResultIsIndependentOfTheFirst() {
-    QStringList pares;
+    QStringList pairs;
     QVERIFY(AbreRS(u"SELECT codigovend FROM vendedores ORDER BY codigovend"_s));
     for (; !rs.atEnd(); rs.moveNext())
-        for (bool tem = AbreRS2(u"SELECT vendedor FROM vendedores WHERE codigovend > "_s +
-                                rs.field(u"codigovend").text() + u" ORDER BY codigovend"_s);
-             tem && !rs2.atEnd(); rs2.moveNext())
-            pares += rs.field(u"codigovend").text() + rs2.field(u"vendedor").text();
-    QCOMPARE(pares, (QStringList{u"1BETO"_s, u"1CIDA"_s, u"2CIDA"_s}));
+        for (bool found = AbreRS2(u"SELECT vendedor FROM vendedores WHERE codigovend > "_s +
+                                  rs.field(u"codigovend").text() + u" ORDER BY codigovend"_s);
+             found && !rs2.atEnd(); rs2.moveNext())
+            pairs += rs.field(u"codigovend").text() + rs2.field(u"vendedor").text();
+    QCOMPARE(pairs, (QStringList{u"1BETO"_s, u"1CIDA"_s, u"2CIDA"_s}));
     QVERIFY(!AbreRS2(u"SELECT 1 FROM vendedores WHERE codigovend = 99"_s));
 }
 
@@ -200,44 +200,44 @@ void TstAcessoDados::ownResultDisturbsNeither() {
     QVERIFY(AbreRS(u"SELECT vendedor FROM vendedores ORDER BY codigovend"_s));
     QVERIFY(AbreRS2(u"SELECT vendedor FROM vendedores ORDER BY codigovend DESC"_s));
     {
-        odbc::ResultSet proprio = NovoRS(u"SELECT 'outro' AS vendedor"_s);
-        QCOMPARE(proprio.field(u"vendedor").text(), u"outro"_s);
+        odbc::ResultSet own = NovoRS(u"SELECT 'outro' AS vendedor"_s);
+        QCOMPARE(own.field(u"vendedor").text(), u"outro"_s);
     }
     QCOMPARE(rs.field(u"vendedor").text(), u"ANA"_s);
     QCOMPARE(rs2.field(u"vendedor").text(), u"CIDA"_s);
 }
 
 void TstAcessoDados::executeRunsOneStatementAndReadsNothingBack() {
-    StatementLog registro(*m_servidor);
+    StatementLog log(*m_server);
     const QString sql = u"Update Vendedores Set ComissEsp1= 2.5,ComissEsp2=-1 Where CodigoVend=2"_s;
     Executa(sql);
-    QCOMPARE(registro.texts(), QStringList{sql});
-    QCOMPARE(m_servidor->query(u"SELECT ComissEsp1, ComissEsp2 FROM vendedores WHERE codigovend = 2"_s)[0],
+    QCOMPARE(log.texts(), QStringList{sql});
+    QCOMPARE(m_server->query(u"SELECT ComissEsp1, ComissEsp2 FROM vendedores WHERE codigovend = 2"_s)[0],
              (QStringList{u"2.50"_s, u"-1.00"_s}));
 }
 
 void TstAcessoDados::errorsSurfaceToTheCaller() {
-    ModalHelper caixas;
-    for (const auto& acao : {std::function<void()>([] { AbreRS(u"SELECT x FROM nenhuma"_s); }),
-                             std::function<void()>([] { AbreRS2(u"SELECT x FROM nenhuma"_s); }),
-                             std::function<void()>([] { NovoRS(u"SELECT x FROM nenhuma"_s); }),
-                             std::function<void()>([] { Executa(u"UPDATE nenhuma SET x = 1"_s); })}) {
-        const auto erro = errorOf(acao);
-        QVERIFY(erro);
-        QCOMPARE(erro->number(), 1146);
-        QVERIFY(erro->statement().contains(u"nenhuma"_s));
+    ModalHelper boxes;
+    for (const auto& action : {std::function<void()>([] { AbreRS(u"SELECT x FROM nenhuma"_s); }),
+                               std::function<void()>([] { AbreRS2(u"SELECT x FROM nenhuma"_s); }),
+                               std::function<void()>([] { NovoRS(u"SELECT x FROM nenhuma"_s); }),
+                               std::function<void()>([] { Executa(u"UPDATE nenhuma SET x = 1"_s); })}) {
+        const auto error = errorOf(action);
+        QVERIFY(error);
+        QCOMPARE(error->number(), 1146);
+        QVERIFY(error->statement().contains(u"nenhuma"_s));
     }
-    QCOMPARE(caixas.problem(), QString());
+    QCOMPARE(boxes.problem(), QString());
     QVERIFY(AbreRS(u"SELECT 1 AS um"_s));
 }
 
 void TstAcessoDados::queryAfterALostConnectionFails() {
-    m_servidor->killProgramConnections();
-    for (int vez = 0; vez < 2; ++vez) {
-        const auto erro = errorOf([] { AbreRS(u"SELECT 1 AS um"_s); });
-        QVERIFY(erro);
-        QVERIFY2(erro->isConnectionLost(),
-                 qPrintable(u"%1 %2 %3"_s.arg(erro->number()).arg(erro->sqlState(), erro->text())));
+    m_server->killProgramConnections();
+    for (int attempt = 0; attempt < 2; ++attempt) {
+        const auto error = errorOf([] { AbreRS(u"SELECT 1 AS um"_s); });
+        QVERIFY(error);
+        QVERIFY2(error->isConnectionLost(),
+                 qPrintable(u"%1 %2 %3"_s.arg(error->number()).arg(error->sqlState(), error->text())));
     }
 }
 
@@ -251,8 +251,8 @@ void TstAcessoDados::nullIsTheEmptyText() {
 }
 
 void TstAcessoDados::blanksAroundATextAreRemoved_data() {
-    QTest::addColumn<QString>("texto");
-    QTest::addColumn<QString>("aparado");
+    QTest::addColumn<QString>("stored");
+    QTest::addColumn<QString>("trimmed");
     QTest::newRow("none") << u"abc"_s << u"abc"_s;
     QTest::newRow("before and after") << u"  abc   "_s << u"abc"_s;
     QTest::newRow("inside stays") << u" a  b "_s << u"a  b"_s;
@@ -263,9 +263,9 @@ void TstAcessoDados::blanksAroundATextAreRemoved_data() {
 }
 
 void TstAcessoDados::blanksAroundATextAreRemoved() {
-    QFETCH(QString, texto);
-    QFETCH(QString, aparado);
-    QCOMPARE(NuloVazio(odbc::Field(texto)), aparado);
+    QFETCH(QString, stored);
+    QFETCH(QString, trimmed);
+    QCOMPARE(NuloVazio(odbc::Field(stored)), trimmed);
 }
 
 void TstAcessoDados::endReleasesEverything() {
@@ -276,11 +276,11 @@ void TstAcessoDados::endReleasesEverything() {
     QVERIFY(!rs2.isOpen());
     QVERIFY(!Connection.isOpen());
     QVERIFY(!Shell);
-    const auto conexoes = [this] {
-        return m_servidor->query(
-            u"SELECT id FROM information_schema.processlist WHERE user = '%1'"_s.arg(m_servidor->user()));
+    const auto connections = [this] {
+        return m_server->query(
+            u"SELECT id FROM information_schema.processlist WHERE user = '%1'"_s.arg(m_server->user()));
     };
-    QTRY_COMPARE(conexoes().size(), 0);
+    QTRY_COMPARE(connections().size(), 0);
 }
 
 QTEST_MAIN(TstAcessoDados)

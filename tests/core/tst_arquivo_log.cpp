@@ -41,23 +41,23 @@ class TstArquivoLog : public QObject {
     void folderIsTheExecutablesUnlessFixed();
 
   private:
-    QByteArray conteudo(const QString& nome) const {
-        QFile arquivo(m_pasta->filePath(nome));
-        return arquivo.open(QIODevice::ReadOnly) ? arquivo.readAll() : QByteArray("(no file)");
+    QByteArray conteudo(const QString& fileName) const {
+        QFile written(m_folder->filePath(fileName));
+        return written.open(QIODevice::ReadOnly) ? written.readAll() : QByteArray("(no file)");
     }
 
-    std::unique_ptr<QTemporaryDir> m_pasta;
+    std::unique_ptr<QTemporaryDir> m_folder;
 };
 
 void TstArquivoLog::init() {
-    m_pasta = std::make_unique<QTemporaryDir>();
-    QVERIFY(m_pasta->isValid());
-    setProgramFolder(m_pasta->path());
+    m_folder = std::make_unique<QTemporaryDir>();
+    QVERIFY(m_folder->isValid());
+    setProgramFolder(m_folder->path());
 }
 
 void TstArquivoLog::cleanup() {
     setProgramFolder({});
-    m_pasta.reset();
+    m_folder.reset();
 }
 
 void TstArquivoLog::linesAreUtf8EndedByCrLf() {
@@ -68,7 +68,7 @@ void TstArquivoLog::linesAreUtf8EndedByCrLf() {
     log.linha(u"\U0001F950  "_s);
     log.fecha();
     QCOMPARE(conteudo(u"Log.txt"_s), QByteArray("PV 0000012 - P\xC3\x83O\r\n\r\n\xF0\x9F\xA5\x90  \r\n"));
-    QCOMPARE(log.caminho(), m_pasta->filePath(u"Log.txt"_s));
+    QCOMPARE(log.caminho(), m_folder->filePath(u"Log.txt"_s));
 }
 
 void TstArquivoLog::everyLineIsOnDiskAtOnce() {
@@ -103,23 +103,23 @@ void TstArquivoLog::anotherNameIsAnotherFile() {
 }
 
 void TstArquivoLog::fileThatCannotBeCreatedIsAnError_data() {
-    QTest::addColumn<QString>("pasta");
-    QTest::addColumn<QString>("nome");
+    QTest::addColumn<QString>("folder");
+    QTest::addColumn<QString>("fileName");
     QTest::newRow("folder missing") << u"/nenhuma"_s << u"Log.txt"_s;
     QTest::newRow("a folder in its place") << QString() << u"ocupado"_s;
 }
 
 void TstArquivoLog::fileThatCannotBeCreatedIsAnError() {
-    QFETCH(QString, pasta);
-    QFETCH(QString, nome);
-    QVERIFY(QDir(m_pasta->path()).mkdir(u"ocupado"_s));
-    setProgramFolder(m_pasta->path() + pasta);
+    QFETCH(QString, folder);
+    QFETCH(QString, fileName);
+    QVERIFY(QDir(m_folder->path()).mkdir(u"ocupado"_s));
+    setProgramFolder(m_folder->path() + folder);
     ArquivoLog log;
-    const auto erro = errorOf([&] { log.cria(nome); });
-    QVERIFY(erro);
-    QCOMPARE(erro->number(), number(ErrorNumber::FileNotWritable));
-    QVERIFY2(erro->text().contains(QDir::toNativeSeparators(m_pasta->path() + pasta + u'/' + nome)),
-             qPrintable(erro->text()));
+    const auto failure = errorOf([&] { log.cria(fileName); });
+    QVERIFY(failure);
+    QCOMPARE(failure->number(), number(ErrorNumber::FileNotWritable));
+    QVERIFY2(failure->text().contains(QDir::toNativeSeparators(m_folder->path() + folder + u'/' + fileName)),
+             qPrintable(failure->text()));
 }
 
 void TstArquivoLog::whatIsNoOrdinaryFileIsRefusedAndLeftAlone_data() {
@@ -139,21 +139,21 @@ void TstArquivoLog::whatIsNoOrdinaryFileIsRefusedAndLeftAlone() {
 #else
     QFETCH(QString, kind);
     QFETCH(QString, reason);
-    const QString victim = m_pasta->filePath(u"victim"_s);
+    const QString victim = m_folder->filePath(u"victim"_s);
     QFile file(victim);
     QVERIFY(file.open(QIODevice::WriteOnly));
     file.write("precious");
     file.close();
     QString name = u"Log.txt"_s;
-    const QString path = m_pasta->filePath(name);
+    const QString path = m_folder->filePath(name);
     const QByteArray bytes = QFile::encodeName(path);
     int reader = -1;
     if (kind == u"link") {
         QVERIFY(QFile::link(victim, path));
     } else if (kind == u"dangling") {
-        QVERIFY(QFile::link(m_pasta->filePath(u"nothing"_s), path));
+        QVERIFY(QFile::link(m_folder->filePath(u"nothing"_s), path));
     } else if (kind == u"folder") {
-        QVERIFY(QDir(m_pasta->path()).mkdir(name));
+        QVERIFY(QDir(m_folder->path()).mkdir(name));
     } else if (kind == u"device") {
         setProgramFolder(u"/dev"_s);
         name = u"null"_s;
@@ -170,7 +170,7 @@ void TstArquivoLog::whatIsNoOrdinaryFileIsRefusedAndLeftAlone() {
     QCOMPARE(error->number(), number(ErrorNumber::FileNotWritable));
     QVERIFY2(error->text().endsWith(reason), qPrintable(error->text()));
     QCOMPARE(conteudo(u"victim"_s), QByteArray("precious"));
-    QVERIFY(!QFileInfo::exists(m_pasta->filePath(u"nothing"_s)));
+    QVERIFY(!QFileInfo::exists(m_folder->filePath(u"nothing"_s)));
 #endif
 }
 
@@ -196,7 +196,7 @@ void TstArquivoLog::lineThatCannotBeWrittenIsAnError() {
 }
 
 void TstArquivoLog::folderIsTheExecutablesUnlessFixed() {
-    QCOMPARE(programFolder(), m_pasta->path());
+    QCOMPARE(programFolder(), m_folder->path());
     setProgramFolder({});
     QCOMPARE(programFolder(), QCoreApplication::applicationDirPath());
     QVERIFY(!programFolder().endsWith(u'/'));

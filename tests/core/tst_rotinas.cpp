@@ -49,32 +49,32 @@ class TstRotinas : public QObject {
     void wholeTextIsSelected();
 
   private:
-    QString registroDe(const QString& codigo, const QString& quantidade) const {
-        return u"INSERT INTO logestoque SET data = '2024-03-01', hora = '09:08:07', usuario = '"_s +
-               m_usuario + u"', tela = 'TELA', codproduto = '"_s + codigo + u"', qtdLoja = "_s + quantidade;
+    QString logOf(const QString& codigo, const QString& quantidade) const {
+        return u"INSERT INTO logestoque SET data = '2024-03-01', hora = '09:08:07', usuario = '"_s + m_user +
+               u"', tela = 'TELA', codproduto = '"_s + codigo + u"', qtdLoja = "_s + quantidade;
     }
-    QString fichaDe(const QString& codigo) const {
+    QString sheetOf(const QString& codigo) const {
         return u"select codigo, codigoprod, quantidade from FichaTecnica where Codigoprod = '"_s + codigo +
                u"'"_s;
     }
     QString estoque(const QString& codigo) {
-        return m_servidor->query(
+        return m_server->query(
             u"SELECT CONCAT_WS('|', quantidade, Nitem, Ultima_Saida) FROM produtos WHERE codfabr = '%1'"_s
                 .arg(codigo))[0][0];
     }
 
-    std::unique_ptr<PrivateServer> m_servidor;
-    QString m_usuario;
+    std::unique_ptr<PrivateServer> m_server;
+    QString m_user;
 };
 
 void TstRotinas::initTestCase() {
-    m_servidor = std::make_unique<PrivateServer>();
-    m_usuario = QString::fromLocal8Bit(runProgram(u"id"_s, {u"-un"_s}).output).trimmed();
-    QVERIFY(!m_usuario.isEmpty());
+    m_server = std::make_unique<PrivateServer>();
+    m_user = QString::fromLocal8Bit(runProgram(u"id"_s, {u"-un"_s}).output).trimmed();
+    QVERIFY(!m_user.isEmpty());
 }
 
 void TstRotinas::init() {
-    m_servidor->execute(
+    m_server->execute(
         u"TRUNCATE produtos; TRUNCATE FichaTecnica; TRUNCATE logestoque; "
         "INSERT INTO produtos (codfabr, quantidade, Nitem) VALUES ('X', 10, 5), ('KIT', 10, 5), "
         "('A', 100, 1), ('B', 100, 2), ('C', 100, 3); "
@@ -86,69 +86,68 @@ void TstRotinas::init() {
 
 void TstRotinas::cleanup() {
     EncerraBanco();
-    m_servidor->useSocket(m_servidor->socket());
+    m_server->useSocket(m_server->socket());
     clock::fix({});
 }
 
 void TstRotinas::cleanupTestCase() {
-    m_servidor.reset();
+    m_server.reset();
 }
 
 void TstRotinas::productWithoutSheetLeavesTheStockItself() {
-    StatementLog registro(*m_servidor);
+    StatementLog log(*m_server);
     BaixaEstoque(u"X"_s, Dinheiro::dePonto(u"1.5"), u"TELA"_s);
-    QCOMPARE(registro.texts(),
-             (QStringList{fichaDe(u"X"_s), registroDe(u"X"_s, u"-1.5"_s),
+    QCOMPARE(log.texts(),
+             (QStringList{sheetOf(u"X"_s), logOf(u"X"_s, u"-1.5"_s),
                           u"update Produtos Set Ultima_Saida='2024-03-01',Quantidade=Quantidade -  1.5, "
                           "Nitem=Nitem+1 Where CodFabr='X'"_s}));
     QCOMPARE(estoque(u"X"_s), u"8.500|6|2024-03-01"_s);
-    QCOMPARE(
-        m_servidor->query(u"SELECT data, hora, usuario, tela, codproduto, qtdLoja FROM logestoque"_s),
-        (QList<QStringList>{{u"2024-03-01"_s, u"09:08:07"_s, m_usuario, u"TELA"_s, u"X"_s, u"-1.500"_s}}));
+    QCOMPARE(m_server->query(u"SELECT data, hora, usuario, tela, codproduto, qtdLoja FROM logestoque"_s),
+             (QList<QStringList>{{u"2024-03-01"_s, u"09:08:07"_s, m_user, u"TELA"_s, u"X"_s, u"-1.500"_s}}));
 }
 
 void TstRotinas::quantityZeroCountsAsAnExit() {
-    StatementLog registro(*m_servidor);
+    StatementLog log(*m_server);
     BaixaEstoque(u"X"_s, Dinheiro(), u"TELA"_s);
-    QCOMPARE(registro.texts(),
-             (QStringList{fichaDe(u"X"_s), registroDe(u"X"_s, u" 0"_s),
+    QCOMPARE(log.texts(),
+             (QStringList{sheetOf(u"X"_s), logOf(u"X"_s, u" 0"_s),
                           u"update Produtos Set Ultima_Saida='2024-03-01',Quantidade=Quantidade -  0, "
                           "Nitem=Nitem+1 Where CodFabr='X'"_s}));
     QCOMPARE(estoque(u"X"_s), u"10.000|6|2024-03-01"_s);
 }
 
 void TstRotinas::returnAddsToTheStock() {
-    StatementLog registro(*m_servidor);
+    StatementLog log(*m_server);
     BaixaEstoque(u"X"_s, Dinheiro(-3), u"TELA"_s);
-    QCOMPARE(registro.texts(),
-             (QStringList{fichaDe(u"X"_s), registroDe(u"X"_s, u" 3"_s),
+    QCOMPARE(log.texts(),
+             (QStringList{sheetOf(u"X"_s), logOf(u"X"_s, u" 3"_s),
                           u"update Produtos Set Ultima_Saida='2024-03-01',Quantidade=Quantidade - -3, "
                           "Nitem=Nitem-1 Where CodFabr='X'"_s}));
     QCOMPARE(estoque(u"X"_s), u"13.000|4|2024-03-01"_s);
 }
 
 void TstRotinas::productCodeIsTrimmedOnlyInTheUpdate() {
-    StatementLog registro(*m_servidor);
+    StatementLog log(*m_server);
     BaixaEstoque(u" X "_s, Dinheiro(1), u"TELA"_s);
-    QCOMPARE(registro.texts(),
-             (QStringList{fichaDe(u" X "_s), registroDe(u" X "_s, u"-1"_s),
+    QCOMPARE(log.texts(),
+             (QStringList{sheetOf(u" X "_s), logOf(u" X "_s, u"-1"_s),
                           u"update Produtos Set Ultima_Saida='2024-03-01',Quantidade=Quantidade -  1, "
                           "Nitem=Nitem+1 Where CodFabr='X'"_s}));
     QCOMPARE(estoque(u"X"_s), u"9.000|6|2024-03-01"_s);
 }
 
 void TstRotinas::sheetOfThreeComponentsMovesEachComponent() {
-    StatementLog registro(*m_servidor);
+    StatementLog log(*m_server);
     BaixaEstoque(u"KIT"_s, Dinheiro(2), u"TELA"_s);
     QCOMPARE(
-        registro.texts(),
-        (QStringList{fichaDe(u"KIT"_s), registroDe(u"A"_s, u"-3"_s),
+        log.texts(),
+        (QStringList{sheetOf(u"KIT"_s), logOf(u"A"_s, u"-3"_s),
                      u"Update Produtos Set Ultima_Saida='2024-03-01', Quantidade = Quantidade -  3 where "
                      "Codfabr = 'A'"_s,
-                     registroDe(u"B"_s, u"-4"_s),
+                     logOf(u"B"_s, u"-4"_s),
                      u"Update Produtos Set Ultima_Saida='2024-03-01', Quantidade = Quantidade -  4 where "
                      "Codfabr = 'B'"_s,
-                     registroDe(u"C"_s, u"-0.5"_s),
+                     logOf(u"C"_s, u"-0.5"_s),
                      u"Update Produtos Set Ultima_Saida='2024-03-01', Quantidade = Quantidade -  0.5 where "
                      "Codfabr = 'C'"_s}));
     QCOMPARE(estoque(u"KIT"_s), u"10.000|5|1901-01-01"_s);
@@ -162,33 +161,33 @@ void TstRotinas::returnOfAComposedProductAddsItsComponents() {
     QCOMPARE(estoque(u"KIT"_s), u"10.000|5|1901-01-01"_s);
     QCOMPARE(estoque(u"A"_s), u"103.000|1|2024-03-01"_s);
     QCOMPARE(estoque(u"C"_s), u"100.500|3|2024-03-01"_s);
-    QCOMPARE(m_servidor->query(u"SELECT codproduto, qtdLoja FROM logestoque ORDER BY id"_s),
+    QCOMPARE(m_server->query(u"SELECT codproduto, qtdLoja FROM logestoque ORDER BY id"_s),
              (QList<QStringList>{{u"A"_s, u"3.000"_s}, {u"B"_s, u"4.000"_s}, {u"C"_s, u"0.500"_s}}));
 }
 
 void TstRotinas::componentQuantityIsRoundedToFourPlaces() {
-    m_servidor->execute(u"UPDATE FichaTecnica SET quantidade = 0.333 WHERE codigo = 'A'; "
-                        "DELETE FROM FichaTecnica WHERE codigo <> 'A'"_s);
-    StatementLog registro(*m_servidor);
+    m_server->execute(u"UPDATE FichaTecnica SET quantidade = 0.333 WHERE codigo = 'A'; "
+                      "DELETE FROM FichaTecnica WHERE codigo <> 'A'"_s);
+    StatementLog log(*m_server);
     BaixaEstoque(u"KIT"_s, Dinheiro::dePonto(u"1.25"), u"TELA"_s);
-    QCOMPARE(registro.texts()[1], registroDe(u"A"_s, u"-0.4162"_s));
+    QCOMPARE(log.texts()[1], logOf(u"A"_s, u"-0.4162"_s));
 }
 
 void TstRotinas::callersWalkIsNotDisturbed() {
     QVERIFY(AbreRS(u"SELECT codfabr FROM produtos ORDER BY codfabr"_s));
     QVERIFY(AbreRS2(u"SELECT codfabr FROM produtos ORDER BY codfabr DESC"_s));
-    QStringList vistos;
+    QStringList seen;
     for (; !rs.atEnd(); rs.moveNext()) {
-        vistos += rs.field(u"codfabr").text();
-        BaixaEstoque(vistos.last(), Dinheiro(1), u"TELA"_s);
+        seen += rs.field(u"codfabr").text();
+        BaixaEstoque(seen.last(), Dinheiro(1), u"TELA"_s);
     }
-    QCOMPARE(vistos, (QStringList{u"A"_s, u"B"_s, u"C"_s, u"KIT"_s, u"X"_s}));
+    QCOMPARE(seen, (QStringList{u"A"_s, u"B"_s, u"C"_s, u"KIT"_s, u"X"_s}));
     QCOMPARE(rs2.field(u"codfabr").text(), u"X"_s);
 }
 
 void TstRotinas::lostConnectionSurfacesAndStops_data() {
     QTest::addColumn<int>("k");
-    QTest::addColumn<int>("registros");
+    QTest::addColumn<int>("logs");
     QTest::addColumn<QString>("estoqueDeA");
     QTest::newRow("before the sheet is read") << 1 << 0 << u"100.000"_s;
     QTest::newRow("before the first log row") << 2 << 0 << u"100.000"_s;
@@ -198,44 +197,43 @@ void TstRotinas::lostConnectionSurfacesAndStops_data() {
 
 void TstRotinas::lostConnectionSurfacesAndStops() {
     QFETCH(int, k);
-    QFETCH(int, registros);
+    QFETCH(int, logs);
     QFETCH(QString, estoqueDeA);
-    FaultProxy proxy(m_servidor->socket());
+    FaultProxy proxy(m_server->socket());
     EncerraBanco();
-    m_servidor->useSocket(proxy.socket());
+    m_server->useSocket(proxy.socket());
     QVERIFY(IniciaBanco());
     proxy.cutBefore(k);
-    const auto erro = errorOf([] { BaixaEstoque(u"KIT"_s, Dinheiro(2), u"TELA"_s); });
-    QVERIFY(erro);
-    QVERIFY(erro->isConnectionLost());
+    const auto error = errorOf([] { BaixaEstoque(u"KIT"_s, Dinheiro(2), u"TELA"_s); });
+    QVERIFY(error);
+    QVERIFY(error->isConnectionLost());
     QCOMPARE(proxy.texts().size(), k - 1);
-    QCOMPARE(erro->statement().toUtf8(), proxy.cutAt());
-    QCOMPARE(m_servidor->query(u"SELECT COUNT(*) FROM logestoque"_s)[0][0], QString::number(registros));
-    QCOMPARE(m_servidor->query(u"SELECT quantidade FROM produtos WHERE codfabr = 'A'"_s)[0][0], estoqueDeA);
+    QCOMPARE(error->statement().toUtf8(), proxy.cutAt());
+    QCOMPARE(m_server->query(u"SELECT COUNT(*) FROM logestoque"_s)[0][0], QString::number(logs));
+    QCOMPARE(m_server->query(u"SELECT quantidade FROM produtos WHERE codfabr = 'A'"_s)[0][0], estoqueDeA);
 }
 
 void TstRotinas::stockLogRowLetterByLetter() {
-    StatementLog registro(*m_servidor);
+    StatementLog log(*m_server);
     GravaLogEstoque(u"TELA D'ÁGUA \\ 1\r\n2"_s, u"0789"_s, Dinheiro::dePonto(u"-1.25"), Connection);
-    QCOMPARE(registro.texts(),
+    QCOMPARE(log.texts(),
              QStringList{u"INSERT INTO logestoque SET data = '2024-03-01', hora = '09:08:07', usuario = '"_s +
-                         m_usuario +
-                         u"', tela = 'TELA D´ÁGUA / 12', codproduto = '0789', qtdLoja = -1.25"_s});
-    QCOMPARE(m_servidor->query(u"SELECT tela, qtdLoja FROM logestoque"_s),
+                         m_user + u"', tela = 'TELA D´ÁGUA / 12', codproduto = '0789', qtdLoja = -1.25"_s});
+    QCOMPARE(m_server->query(u"SELECT tela, qtdLoja FROM logestoque"_s),
              (QList<QStringList>{{u"TELA D´ÁGUA / 12"_s, u"-1.250"_s}}));
 }
 
 // Whatever the environment says.
 void TstRotinas::stockLogNamesTheUserOfTheSystem() {
-    for (const char* variavel : {"USERNAME", "USER", "LOGNAME"})
-        qputenv(variavel, "OUTRO");
+    for (const char* variable : {"USERNAME", "USER", "LOGNAME"})
+        qputenv(variable, "OUTRO");
     GravaLogEstoque(u"TELA"_s, u"X"_s, Dinheiro(1), Connection);
-    QCOMPARE(m_servidor->query(u"SELECT usuario FROM logestoque"_s)[0][0], m_usuario);
+    QCOMPARE(m_server->query(u"SELECT usuario FROM logestoque"_s)[0][0], m_user);
 }
 
 void TstRotinas::textIsCleaned_data() {
-    QTest::addColumn<QString>("texto");
-    QTest::addColumn<QString>("limpo");
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("clean");
     QTest::newRow("null") << QString() << u""_s;
     QTest::newRow("empty") << u""_s << u""_s;
     QTest::newRow("plain with accents") << u"Padaria São João Nº 1"_s << u"Padaria São João Nº 1"_s;
@@ -253,26 +251,26 @@ void TstRotinas::textIsCleaned_data() {
 }
 
 void TstRotinas::textIsCleaned() {
-    QFETCH(QString, texto);
-    QFETCH(QString, limpo);
-    QCOMPARE(LimpaTexto(texto), limpo);
+    QFETCH(QString, text);
+    QFETCH(QString, clean);
+    QCOMPARE(LimpaTexto(text), clean);
 }
 
 void TstRotinas::controlCharactersAreDroppedAndNoOthers() {
     for (char16_t codigo = 0; codigo < 0x180; ++codigo) {
-        const QString um(1, QChar(codigo));
-        QString esperado = codigo <= 31 ? QString() : um;
+        const QString one(1, QChar(codigo));
+        QString expected = codigo <= 31 ? QString() : one;
         if (codigo == u'\'')
-            esperado = u"´"_s;
+            expected = u"´"_s;
         if (codigo == u'\\')
-            esperado = u"/"_s;
-        QVERIFY2(LimpaTexto(um) == esperado, qPrintable(QString::number(codigo)));
+            expected = u"/"_s;
+        QVERIFY2(LimpaTexto(one) == expected, qPrintable(QString::number(codigo)));
     }
 }
 
 void TstRotinas::onlyDigitsAreKept_data() {
-    QTest::addColumn<QString>("texto");
-    QTest::addColumn<QString>("digitos");
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("digits");
     QTest::newRow("formatted CNPJ") << u"12.345.678/0001-95"_s << u"12345678000195"_s;
     QTest::newRow("formatted CPF") << u"123.456.789-09"_s << u"12345678909"_s;
     QTest::newRow("blanks and letters") << u" a1 b2 "_s << u"12"_s;
@@ -282,13 +280,13 @@ void TstRotinas::onlyDigitsAreKept_data() {
 }
 
 void TstRotinas::onlyDigitsAreKept() {
-    QFETCH(QString, texto);
-    QFETCH(QString, digitos);
-    QCOMPARE(SoNumeros(texto), digitos);
+    QFETCH(QString, text);
+    QFETCH(QString, digits);
+    QCOMPARE(SoNumeros(text), digits);
 }
 
 void TstRotinas::codeOfAListText_data() {
-    QTest::addColumn<QString>("texto");
+    QTest::addColumn<QString>("text");
     QTest::addColumn<int>("codigo");
     QTest::newRow("seller") << u"ANA PAULA   <<007>>"_s << 7;
     QTest::newRow("no mark") << u"(Todos)"_s << 0;
@@ -304,9 +302,9 @@ void TstRotinas::codeOfAListText_data() {
 }
 
 void TstRotinas::codeOfAListText() {
-    QFETCH(QString, texto);
+    QFETCH(QString, text);
     QFETCH(int, codigo);
-    QCOMPARE(CodigoDaLista(texto), codigo);
+    QCOMPARE(CodigoDaLista(text), codigo);
 }
 
 void TstRotinas::codeTooLargeIsAnError() {

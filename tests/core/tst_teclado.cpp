@@ -26,47 +26,47 @@ using namespace tarvessa::test;
 namespace {
 
 /// A form with one control of each kind.
-class Formulario : public QMainWindow {
+class EntryForm : public QMainWindow {
   public:
-    Formulario() {
-        auto* meio = new QWidget(this);
-        auto* disposicao = new QVBoxLayout(meio);
-        texto = new TextBox(meio);
-        simples = new QLineEdit(meio);
-        lista = new QComboBox(meio);
+    EntryForm() {
+        auto* centre = new QWidget(this);
+        auto* layout = new QVBoxLayout(centre);
+        text = new TextBox(centre);
+        simple = new QLineEdit(centre);
+        lista = new QComboBox(centre);
         lista->addItems({u"DINHEIRO"_s, u"BOLETO"_s, u"CHEQUE"_s});
-        botao = new QPushButton(u"&Ok"_s, meio);
-        for (QWidget* controle : std::initializer_list<QWidget*>{texto, simples, lista, botao})
-            disposicao->addWidget(controle);
-        setCentralWidget(meio);
+        button = new QPushButton(u"&Ok"_s, centre);
+        for (QWidget* control : std::initializer_list<QWidget*>{text, simple, lista, button})
+            layout->addWidget(control);
+        setCentralWidget(centre);
         menu = menuBar()->addMenu(u"&Relatórios"_s);
-        acao = menu->addAction(u"Comissão"_s);
+        action = menu->addAction(u"Comissão"_s);
         teclado = new Teclado(this, [this] { ++escapes; });
         show();
         QApplication::setActiveWindow(this);
     }
 
-    QWidget* focado() const { return focusWidget(); }
+    QWidget* focused() const { return focusWidget(); }
 
-    TextBox* texto;
-    QLineEdit* simples;
+    TextBox* text;
+    QLineEdit* simple;
     QComboBox* lista;
-    QPushButton* botao;
+    QPushButton* button;
     QMenu* menu;
-    QAction* acao;
+    QAction* action;
     Teclado* teclado;
     int escapes = 0;
 };
 
 /// Presses and releases a key as the window system tells it, so that popups get what is theirs.
-void tecla(QWidget* janela, Qt::Key qual, Qt::KeyboardModifiers junto = Qt::NoModifier) {
-    QTest::keyClick(janela->windowHandle(), qual, junto);
+void key(QWidget* popup, Qt::Key which, Qt::KeyboardModifiers together = Qt::NoModifier) {
+    QTest::keyClick(popup->windowHandle(), which, together);
 }
 
 /// Types the characters of a text, each with a key of no name.
-void digita(QWidget* controle, const QString& texto, Qt::KeyboardModifiers junto = Qt::NoModifier) {
-    for (const QChar c : texto)
-        QTest::sendKeyEvent(QTest::Click, controle, Qt::Key_unknown, QString(c), junto);
+void type(QWidget* control, const QString& text, Qt::KeyboardModifiers together = Qt::NoModifier) {
+    for (const QChar c : text)
+        QTest::sendKeyEvent(QTest::Click, control, Qt::Key_unknown, QString(c), together);
 }
 
 } // namespace
@@ -106,14 +106,14 @@ class TstTeclado : public QObject {
     void onlyTheTabKeystrokeIsSent();
 
   private:
-    std::unique_ptr<Formulario> m_form;
+    std::unique_ptr<EntryForm> m_form;
 };
 
 void TstTeclado::init() {
     Shell = std::make_unique<ShellHost>();
-    m_form = std::make_unique<Formulario>();
+    m_form = std::make_unique<EntryForm>();
     QVERIFY(QTest::qWaitForWindowActive(m_form.get()));
-    m_form->texto->setFocus();
+    m_form->text->setFocus();
 }
 
 void TstTeclado::cleanup() {
@@ -122,63 +122,63 @@ void TstTeclado::cleanup() {
 }
 
 void TstTeclado::enterMovesToTheNextControl() {
-    tecla(m_form.get(), Qt::Key_Return);
-    QTRY_COMPARE(m_form->focado(), m_form->simples);
-    tecla(m_form.get(), Qt::Key_Enter, Qt::KeypadModifier);
-    QTRY_COMPARE(m_form->focado(), m_form->lista);
-    tecla(m_form.get(), Qt::Key_Return);
-    QTRY_COMPARE(m_form->focado(), m_form->botao);
-    QCOMPARE(m_form->texto->text(), QString());
+    key(m_form.get(), Qt::Key_Return);
+    QTRY_COMPARE(m_form->focused(), m_form->simple);
+    key(m_form.get(), Qt::Key_Enter, Qt::KeypadModifier);
+    QTRY_COMPARE(m_form->focused(), m_form->lista);
+    key(m_form.get(), Qt::Key_Return);
+    QTRY_COMPARE(m_form->focused(), m_form->button);
+    QCOMPARE(m_form->text->text(), QString());
 }
 
 void TstTeclado::enterOnAButtonDoesNotPressIt() {
-    int cliques = 0;
-    connect(m_form->botao, &QPushButton::clicked, this, [&] { ++cliques; });
-    m_form->botao->setFocus();
-    tecla(m_form.get(), Qt::Key_Return);
-    QTRY_VERIFY(m_form->focado() != m_form->botao);
-    QCOMPARE(cliques, 0);
-    m_form->botao->setFocus();
-    tecla(m_form.get(), Qt::Key_Space);
-    QCOMPARE(cliques, 1);
+    int clicks = 0;
+    connect(m_form->button, &QPushButton::clicked, this, [&] { ++clicks; });
+    m_form->button->setFocus();
+    key(m_form.get(), Qt::Key_Return);
+    QTRY_VERIFY(m_form->focused() != m_form->button);
+    QCOMPARE(clicks, 0);
+    m_form->button->setFocus();
+    key(m_form.get(), Qt::Key_Space);
+    QCOMPARE(clicks, 1);
 }
 
 void TstTeclado::enterInADialogPressesNoDefaultButton() {
-    QDialog dialogo;
-    auto* disposicao = new QVBoxLayout(&dialogo);
-    auto* campo = new QLineEdit(&dialogo);
-    auto* botao = new QPushButton(u"Fechar"_s, &dialogo);
-    disposicao->addWidget(campo);
-    disposicao->addWidget(botao);
-    int cliques = 0;
-    connect(botao, &QPushButton::clicked, this, [&] { ++cliques; });
-    new Teclado(&dialogo, [&] { dialogo.reject(); });
-    dialogo.show();
-    QVERIFY(QTest::qWaitForWindowActive(&dialogo));
-    campo->setFocus();
-    tecla(&dialogo, Qt::Key_Return);
-    QTRY_COMPARE(dialogo.focusWidget(), botao);
-    QCOMPARE(cliques, 0);
-    QVERIFY(dialogo.isVisible());
+    QDialog dialog;
+    auto* layout = new QVBoxLayout(&dialog);
+    auto* field = new QLineEdit(&dialog);
+    auto* button = new QPushButton(u"Fechar"_s, &dialog);
+    layout->addWidget(field);
+    layout->addWidget(button);
+    int clicks = 0;
+    connect(button, &QPushButton::clicked, this, [&] { ++clicks; });
+    new Teclado(&dialog, [&] { dialog.reject(); });
+    dialog.show();
+    QVERIFY(QTest::qWaitForWindowActive(&dialog));
+    field->setFocus();
+    key(&dialog, Qt::Key_Return);
+    QTRY_COMPARE(dialog.focusWidget(), button);
+    QCOMPARE(clicks, 0);
+    QVERIFY(dialog.isVisible());
 }
 
 void TstTeclado::apostropheIsTypedAsAcute_data() {
-    QTest::addColumn<bool>("simples");
+    QTest::addColumn<bool>("simple");
     QTest::newRow("text box") << false;
     QTest::newRow("plain control") << true;
 }
 
 void TstTeclado::apostropheIsTypedAsAcute() {
-    QFETCH(bool, simples);
-    QLineEdit* controle = simples ? m_form->simples : m_form->texto;
-    controle->setFocus();
-    digita(controle, u"D'A'"_s);
-    QCOMPARE(controle->text(), u"D´A´"_s);
+    QFETCH(bool, simple);
+    QLineEdit* control = simple ? m_form->simple : m_form->text;
+    control->setFocus();
+    type(control, u"D'A'"_s);
+    QCOMPARE(control->text(), u"D´A´"_s);
 }
 
 void TstTeclado::lettersAreTypedInUpperCase_data() {
-    QTest::addColumn<QString>("digitado");
-    QTest::addColumn<QString>("texto");
+    QTest::addColumn<QString>("typed");
+    QTest::addColumn<QString>("text");
     QTest::newRow("plain") << u"abc"_s << u"ABC"_s;
     QTest::newRow("accents") << u"pão de açúcar ñ"_s << u"PÃO DE AÇÚCAR Ñ"_s;
     QTest::newRow("already upper") << u"PÃO"_s << u"PÃO"_s;
@@ -187,20 +187,20 @@ void TstTeclado::lettersAreTypedInUpperCase_data() {
 }
 
 void TstTeclado::lettersAreTypedInUpperCase() {
-    QFETCH(QString, digitado);
-    QFETCH(QString, texto);
-    for (QLineEdit* controle : {static_cast<QLineEdit*>(m_form->texto), m_form->simples}) {
-        controle->setFocus();
-        digita(controle, digitado);
-        QCOMPARE(controle->text(), texto);
+    QFETCH(QString, typed);
+    QFETCH(QString, text);
+    for (QLineEdit* control : {static_cast<QLineEdit*>(m_form->text), m_form->simple}) {
+        control->setFocus();
+        type(control, typed);
+        QCOMPARE(control->text(), text);
     }
 }
 
 void TstTeclado::escapeRunsTheActionOnce() {
-    tecla(m_form.get(), Qt::Key_Escape);
+    key(m_form.get(), Qt::Key_Escape);
     QCOMPARE(m_form->escapes, 1);
     m_form->lista->setFocus();
-    tecla(m_form.get(), Qt::Key_Escape);
+    key(m_form.get(), Qt::Key_Escape);
     QCOMPARE(m_form->escapes, 2);
     QVERIFY(m_form->isVisible());
 }
@@ -215,7 +215,7 @@ void TstTeclado::heldEscapeClosesOneWindow() {
     };
     escape(&above, false);
     QVERIFY(!above.isVisible());
-    escape(m_form->texto, true);
+    escape(m_form->text, true);
     QCOMPARE(m_form->escapes, 0);
     // A box that no convention serves is no other.
     QMessageBox box(QMessageBox::Information, u"Atenção!!!"_s, u"Verifique!!!"_s, QMessageBox::Ok,
@@ -226,7 +226,7 @@ void TstTeclado::heldEscapeClosesOneWindow() {
     QVERIFY(box.isVisible());
     escape(&box, false);
     QVERIFY(!box.isVisible());
-    escape(m_form->texto, false);
+    escape(m_form->text, false);
     QCOMPARE(m_form->escapes, 1);
     // Nor is one that closes by a shortcut.
     QDialog byShortcut(m_form.get());
@@ -250,7 +250,7 @@ void TstTeclado::wheelLeavesAListWithItsDropDownClosed() {
     };
     turn(m_form->lista);
     QCOMPARE(m_form->lista->currentText(), u"DINHEIRO"_s);
-    tecla(m_form.get(), Qt::Key_Down);
+    key(m_form.get(), Qt::Key_Down);
     QCOMPARE(m_form->lista->currentText(), u"BOLETO"_s);
     // Outside the form it still turns lists.
     QComboBox other;
@@ -262,122 +262,122 @@ void TstTeclado::wheelLeavesAListWithItsDropDownClosed() {
 }
 
 void TstTeclado::combinationsWithCtrlAreLeftAlone() {
-    m_form->simples->setFocus();
-    m_form->simples->setText(u"abc"_s);
-    tecla(m_form.get(), Qt::Key_A, Qt::ControlModifier);
-    QCOMPARE(m_form->simples->selectedText(), u"abc"_s);
-    tecla(m_form.get(), Qt::Key_C, Qt::ControlModifier);
+    m_form->simple->setFocus();
+    m_form->simple->setText(u"abc"_s);
+    key(m_form.get(), Qt::Key_A, Qt::ControlModifier);
+    QCOMPARE(m_form->simple->selectedText(), u"abc"_s);
+    key(m_form.get(), Qt::Key_C, Qt::ControlModifier);
     QCOMPARE(QGuiApplication::clipboard()->text(), u"abc"_s);
-    m_form->texto->setFocus();
-    tecla(m_form.get(), Qt::Key_V, Qt::ControlModifier);
-    QCOMPARE(m_form->texto->text(), u"ABC"_s);
-    digita(m_form->simples, u"x"_s, Qt::ControlModifier);
-    QCOMPARE(m_form->simples->text(), u"abc"_s);
+    m_form->text->setFocus();
+    key(m_form.get(), Qt::Key_V, Qt::ControlModifier);
+    QCOMPARE(m_form->text->text(), u"ABC"_s);
+    type(m_form->simple, u"x"_s, Qt::ControlModifier);
+    QCOMPARE(m_form->simple->text(), u"abc"_s);
 }
 
 void TstTeclado::combinationsWithAltAreLeftAlone() {
-    int cliques = 0;
-    connect(m_form->botao, &QPushButton::clicked, this, [&] { ++cliques; });
-    tecla(m_form.get(), Qt::Key_O, Qt::AltModifier);
-    QTRY_COMPARE(cliques, 1);
-    QCOMPARE(m_form->texto->text(), QString());
+    int clicks = 0;
+    connect(m_form->button, &QPushButton::clicked, this, [&] { ++clicks; });
+    key(m_form.get(), Qt::Key_O, Qt::AltModifier);
+    QTRY_COMPARE(clicks, 1);
+    QCOMPARE(m_form->text->text(), QString());
 }
 
 void TstTeclado::altGrTypesItsCharacter() {
-    m_form->simples->setFocus();
-    digita(m_form->simples, u"§ªº"_s, Qt::ControlModifier | Qt::AltModifier);
-    digita(m_form->simples, u"ã'"_s, Qt::ControlModifier | Qt::AltModifier);
-    QCOMPARE(m_form->simples->text(), u"§ªºÃ´"_s);
+    m_form->simple->setFocus();
+    type(m_form->simple, u"§ªº"_s, Qt::ControlModifier | Qt::AltModifier);
+    type(m_form->simple, u"ã'"_s, Qt::ControlModifier | Qt::AltModifier);
+    QCOMPARE(m_form->simple->text(), u"§ªºÃ´"_s);
 }
 
 void TstTeclado::hookSwallowsKeysFirst() {
-    m_form->teclado->setKeyFilter([this](QWidget* controle, int qual) {
-        return controle == m_form->texto && (qual == Qt::Key_Return || qual == Qt::Key_Escape);
+    m_form->teclado->setKeyFilter([this](QWidget* control, int which) {
+        return control == m_form->text && (which == Qt::Key_Return || which == Qt::Key_Escape);
     });
-    tecla(m_form.get(), Qt::Key_Return);
-    tecla(m_form.get(), Qt::Key_Escape);
+    key(m_form.get(), Qt::Key_Return);
+    key(m_form.get(), Qt::Key_Escape);
     QCoreApplication::processEvents();
-    QCOMPARE(m_form->focado(), m_form->texto);
+    QCOMPARE(m_form->focused(), m_form->text);
     QCOMPARE(m_form->escapes, 0);
-    digita(m_form->texto, u"a"_s);
-    QCOMPARE(m_form->texto->text(), u"A"_s);
-    m_form->simples->setFocus();
-    tecla(m_form.get(), Qt::Key_Escape);
+    type(m_form->text, u"a"_s);
+    QCOMPARE(m_form->text->text(), u"A"_s);
+    m_form->simple->setFocus();
+    key(m_form.get(), Qt::Key_Escape);
     QCOMPARE(m_form->escapes, 1);
-    tecla(m_form.get(), Qt::Key_Return);
-    QTRY_COMPARE(m_form->focado(), m_form->lista);
+    key(m_form.get(), Qt::Key_Return);
+    QTRY_COMPARE(m_form->focused(), m_form->lista);
 }
 
 void TstTeclado::hookSeesTheControlAndTheKey() {
-    QList<QPair<QWidget*, int>> vistos;
-    m_form->teclado->setKeyFilter([&](QWidget* controle, int qual) {
-        vistos.append({controle, qual});
+    QList<QPair<QWidget*, int>> seen;
+    m_form->teclado->setKeyFilter([&](QWidget* control, int which) {
+        seen.append({control, which});
         return true;
     });
-    tecla(m_form.get(), Qt::Key_A);
-    m_form->simples->setFocus();
-    tecla(m_form.get(), Qt::Key_Return);
-    QCOMPARE(vistos,
-             (QList<QPair<QWidget*, int>>{{m_form->texto, Qt::Key_A}, {m_form->simples, Qt::Key_Return}}));
-    QCOMPARE(m_form->texto->text(), QString());
+    key(m_form.get(), Qt::Key_A);
+    m_form->simple->setFocus();
+    key(m_form.get(), Qt::Key_Return);
+    QCOMPARE(seen,
+             (QList<QPair<QWidget*, int>>{{m_form->text, Qt::Key_A}, {m_form->simple, Qt::Key_Return}}));
+    QCOMPARE(m_form->text->text(), QString());
 }
 
 void TstTeclado::errorInTheHookEndsTheKeyThere() {
-    int chamadas = 0;
+    int calls = 0;
     m_form->teclado->setKeyFilter([&](QWidget*, int) -> bool {
-        ++chamadas;
+        ++calls;
         throw RuntimeError(ErrorNumber::DivisionByZero, u"Divisão por zero."_s);
     });
-    ModalHelper caixas;
-    caixas.expectContaining(u"Divisão por zero."_s, QMessageBox::Ok);
-    tecla(m_form.get(), Qt::Key_Return);
+    ModalHelper errorBoxes;
+    errorBoxes.expectContaining(u"Divisão por zero."_s, QMessageBox::Ok);
+    key(m_form.get(), Qt::Key_Return);
     QCoreApplication::processEvents();
-    QCOMPARE(caixas.problem(), QString());
-    QCOMPARE(chamadas, 1);
-    QCOMPARE(m_form->focado(), m_form->texto);
+    QCOMPARE(errorBoxes.problem(), QString());
+    QCOMPARE(calls, 1);
+    QCOMPARE(m_form->focused(), m_form->text);
 
-    caixas.expectContaining(u"Divisão por zero."_s, QMessageBox::Ok);
-    tecla(m_form.get(), Qt::Key_Escape);
-    QCOMPARE(caixas.problem(), QString());
+    errorBoxes.expectContaining(u"Divisão por zero."_s, QMessageBox::Ok);
+    key(m_form.get(), Qt::Key_Escape);
+    QCOMPARE(errorBoxes.problem(), QString());
     QCOMPARE(m_form->escapes, 0);
 }
 
 void TstTeclado::errorInTheEscapeActionIsReported() {
-    QDialog dialogo;
-    new Teclado(&dialogo, [] { throw RuntimeError(ErrorNumber::Overflow, u"Estouro."_s); });
-    dialogo.show();
-    QVERIFY(QTest::qWaitForWindowActive(&dialogo));
-    ModalHelper caixas;
-    caixas.expectContaining(u"Estouro."_s, QMessageBox::Ok);
-    tecla(&dialogo, Qt::Key_Escape);
-    QCOMPARE(caixas.problem(), QString());
-    QVERIFY(dialogo.isVisible());
+    QDialog dialog;
+    new Teclado(&dialog, [] { throw RuntimeError(ErrorNumber::Overflow, u"Estouro."_s); });
+    dialog.show();
+    QVERIFY(QTest::qWaitForWindowActive(&dialog));
+    ModalHelper errorBoxes;
+    errorBoxes.expectContaining(u"Estouro."_s, QMessageBox::Ok);
+    key(&dialog, Qt::Key_Escape);
+    QCOMPARE(errorBoxes.problem(), QString());
+    QVERIFY(dialog.isVisible());
 }
 
 void TstTeclado::messageBoxKeepsItsKeys() {
-    ModalHelper caixas;
+    ModalHelper errorBoxes;
     // Answered by the keys themselves, first Escape, then Enter on the button that has the focus.
-    caixas.expect(u"Confirma?"_s, QMessageBox::NoButton);
+    errorBoxes.expect(u"Confirma?"_s, QMessageBox::NoButton);
     QVERIFY(!boxes::ask(m_form.get(), u"Confirma?"_s, QMessageBox::Question));
     QCOMPARE(m_form->escapes, 0);
 
-    QMessageBox caixa(QMessageBox::Information, u"Atenção!!!"_s, u"Verifique!!!"_s, QMessageBox::Ok,
-                      m_form.get());
-    caixa.open();
-    QVERIFY(QTest::qWaitForWindowActive(&caixa));
-    tecla(&caixa, Qt::Key_Return);
-    QVERIFY(!caixa.isVisible());
+    QMessageBox messageBox(QMessageBox::Information, u"Atenção!!!"_s, u"Verifique!!!"_s, QMessageBox::Ok,
+                           m_form.get());
+    messageBox.open();
+    QVERIFY(QTest::qWaitForWindowActive(&messageBox));
+    key(&messageBox, Qt::Key_Return);
+    QVERIFY(!messageBox.isVisible());
     QCOMPARE(m_form->escapes, 0);
-    QCOMPARE(m_form->focado(), m_form->texto);
+    QCOMPARE(m_form->focused(), m_form->text);
 }
 
 void TstTeclado::dropDownListKeepsItsKeys() {
     m_form->lista->setFocus();
     m_form->lista->showPopup();
-    QWidget* janela = m_form->lista->view()->window();
-    QVERIFY(QTest::qWaitForWindowExposed(janela));
-    tecla(janela, Qt::Key_Escape);
-    QTRY_VERIFY(!janela->isVisible());
+    QWidget* popup = m_form->lista->view()->window();
+    QVERIFY(QTest::qWaitForWindowExposed(popup));
+    key(popup, Qt::Key_Escape);
+    QTRY_VERIFY(!popup->isVisible());
     QCOMPARE(m_form->escapes, 0);
     QVERIFY(m_form->isVisible());
     QCOMPARE(m_form->lista->currentText(), u"DINHEIRO"_s);
@@ -386,86 +386,86 @@ void TstTeclado::dropDownListKeepsItsKeys() {
 void TstTeclado::enterChoosesInADropDownList() {
     m_form->lista->setFocus();
     m_form->lista->showPopup();
-    QWidget* janela = m_form->lista->view()->window();
-    QVERIFY(QTest::qWaitForWindowExposed(janela));
-    tecla(janela, Qt::Key_Down);
-    tecla(janela, Qt::Key_Return);
-    QTRY_VERIFY(!janela->isVisible());
+    QWidget* popup = m_form->lista->view()->window();
+    QVERIFY(QTest::qWaitForWindowExposed(popup));
+    key(popup, Qt::Key_Down);
+    key(popup, Qt::Key_Return);
+    QTRY_VERIFY(!popup->isVisible());
     QCOMPARE(m_form->lista->currentText(), u"BOLETO"_s);
     QCoreApplication::processEvents();
-    QCOMPARE(m_form->focado(), m_form->lista);
+    QCOMPARE(m_form->focused(), m_form->lista);
 }
 
 // Reached by Alt, the bar itself has the focus while no menu is open.
 void TstTeclado::menuBarKeepsItsKeys() {
     QTest::keyClick(m_form.get(), Qt::Key_Alt);
-    QTRY_COMPARE(m_form->focado(), m_form->menuBar());
-    tecla(m_form.get(), Qt::Key_Escape);
+    QTRY_COMPARE(m_form->focused(), m_form->menuBar());
+    key(m_form.get(), Qt::Key_Escape);
     QCOMPARE(m_form->escapes, 0);
-    QCOMPARE(m_form->focado(), m_form->texto);
+    QCOMPARE(m_form->focused(), m_form->text);
 
     QTest::keyClick(m_form.get(), Qt::Key_Alt);
-    QTRY_COMPARE(m_form->focado(), m_form->menuBar());
-    tecla(m_form.get(), Qt::Key_Return);
+    QTRY_COMPARE(m_form->focused(), m_form->menuBar());
+    key(m_form.get(), Qt::Key_Return);
     QTRY_VERIFY(m_form->menu->isVisible());
-    tecla(m_form->menu, Qt::Key_Escape);
+    key(m_form->menu, Qt::Key_Escape);
     QTRY_VERIFY(!m_form->menu->isVisible());
     QCOMPARE(m_form->escapes, 0);
 }
 
 void TstTeclado::openMenuKeepsItsKeys() {
-    int escolhas = 0;
-    connect(m_form->acao, &QAction::triggered, this, [&] { ++escolhas; });
+    int choices = 0;
+    connect(m_form->action, &QAction::triggered, this, [&] { ++choices; });
     m_form->menu->popup(m_form->mapToGlobal(QPoint(0, 0)));
     QVERIFY(QTest::qWaitForWindowExposed(m_form->menu));
-    tecla(m_form->menu, Qt::Key_Escape);
+    key(m_form->menu, Qt::Key_Escape);
     QTRY_VERIFY(!m_form->menu->isVisible());
     QCOMPARE(m_form->escapes, 0);
 
     m_form->menu->popup(m_form->mapToGlobal(QPoint(0, 0)));
     QVERIFY(QTest::qWaitForWindowExposed(m_form->menu));
-    tecla(m_form->menu, Qt::Key_Down);
-    tecla(m_form->menu, Qt::Key_Return);
-    QTRY_COMPARE(escolhas, 1);
+    key(m_form->menu, Qt::Key_Down);
+    key(m_form->menu, Qt::Key_Return);
+    QTRY_COMPARE(choices, 1);
 }
 
 void TstTeclado::otherFormsAreNotServed() {
-    QDialog outra;
-    auto* campo = new QLineEdit(&outra);
-    auto* segundo = new QLineEdit(&outra);
-    segundo->move(0, 40);
-    outra.show();
-    QVERIFY(QTest::qWaitForWindowActive(&outra));
-    campo->setFocus();
-    digita(campo, u"d'a"_s);
-    tecla(&outra, Qt::Key_Return);
+    QDialog otherDialog;
+    auto* field = new QLineEdit(&otherDialog);
+    auto* second = new QLineEdit(&otherDialog);
+    second->move(0, 40);
+    otherDialog.show();
+    QVERIFY(QTest::qWaitForWindowActive(&otherDialog));
+    field->setFocus();
+    type(field, u"d'a"_s);
+    key(&otherDialog, Qt::Key_Return);
     QCoreApplication::processEvents();
-    QCOMPARE(campo->text(), u"d'a"_s);
-    QCOMPARE(outra.focusWidget(), campo);
-    tecla(&outra, Qt::Key_Escape);
-    QVERIFY(!outra.isVisible());
+    QCOMPARE(field->text(), u"d'a"_s);
+    QCOMPARE(otherDialog.focusWidget(), field);
+    key(&otherDialog, Qt::Key_Escape);
+    QVERIFY(!otherDialog.isVisible());
     QCOMPARE(m_form->escapes, 0);
 }
 
 void TstTeclado::closedFormServesNoMore() {
     m_form.reset();
-    QLineEdit campo;
-    campo.show();
-    QVERIFY(QTest::qWaitForWindowActive(&campo));
-    digita(&campo, u"a'"_s);
-    QCOMPARE(campo.text(), u"a'"_s);
+    QLineEdit field;
+    field.show();
+    QVERIFY(QTest::qWaitForWindowActive(&field));
+    type(&field, u"a'"_s);
+    QCOMPARE(field.text(), u"a'"_s);
 }
 
 void TstTeclado::onlyTheTabKeystrokeIsSent() {
     Shell->sendKeys(u"{ENTER}"_s);
     Shell->sendKeys(u"a"_s);
     QCoreApplication::processEvents();
-    QCOMPARE(m_form->focado(), m_form->texto);
-    QCOMPARE(m_form->texto->text(), QString());
+    QCOMPARE(m_form->focused(), m_form->text);
+    QCOMPARE(m_form->text->text(), QString());
     Shell->sendKeys(u"{TAB}"_s);
     // As if typed: it comes after what is already waiting.
-    QCOMPARE(m_form->focado(), m_form->texto);
-    QTRY_COMPARE(m_form->focado(), m_form->simples);
+    QCOMPARE(m_form->focused(), m_form->text);
+    QTRY_COMPARE(m_form->focused(), m_form->simple);
 }
 
 QTEST_MAIN(TstTeclado)

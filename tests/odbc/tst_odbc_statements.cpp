@@ -42,107 +42,106 @@ class TstOdbcStatements : public QObject {
     void onlyAConnectionErrorMeansConnectionLost();
 
   private:
-    std::unique_ptr<PrivateServer> m_servidor;
-    odbc::Connection m_conexao;
+    std::unique_ptr<PrivateServer> m_server;
+    odbc::Connection m_connection;
 };
 
 void TstOdbcStatements::initTestCase() {
-    m_servidor = std::make_unique<PrivateServer>();
+    m_server = std::make_unique<PrivateServer>();
 }
 
 void TstOdbcStatements::init() {
-    m_servidor->execute(
-        u"DROP TABLE IF EXISTS prova; CREATE TABLE prova (id INT PRIMARY KEY, v VARCHAR(100)); "
-        "INSERT INTO prova VALUES (1, 'um')"_s);
-    m_conexao.open(u"dsn=QDX"_s);
+    m_server->execute(u"DROP TABLE IF EXISTS prova; CREATE TABLE prova (id INT PRIMARY KEY, v VARCHAR(100)); "
+                      "INSERT INTO prova VALUES (1, 'um')"_s);
+    m_connection.open(u"dsn=QDX"_s);
 }
 
 void TstOdbcStatements::cleanup() {
-    m_conexao.close();
-    m_servidor->useSocket(m_servidor->socket());
+    m_connection.close();
+    m_server->useSocket(m_server->socket());
 }
 
 void TstOdbcStatements::cleanupTestCase() {
-    m_servidor.reset();
+    m_server.reset();
 }
 
 void TstOdbcStatements::statementArrivesLetterByLetter_data() {
-    QTest::addColumn<QString>("valor");
-    QTest::addColumn<QString>("gravado");
-    const auto caso = [](const char* nome, const QString& valor, const QString& gravado = {}) {
-        QTest::newRow(nome) << valor << (gravado.isNull() ? valor : gravado);
+    QTest::addColumn<QString>("value");
+    QTest::addColumn<QString>("stored");
+    const auto addCase = [](const char* name, const QString& value, const QString& stored = {}) {
+        QTest::newRow(name) << value << (stored.isNull() ? value : stored);
     };
-    caso("plain", u"PAO"_s);
-    caso("accents", u"PÃO DE AÇÚCAR Nº ÁÉÍÓÚ´"_s);
-    caso("characters of three bytes", u"preço em € — “caro”"_s);
-    caso("characters of four bytes", u"\U0001F950 e \U0001F35E"_s);
-    caso("braces of an escape", u"{d '' 2024-01-01}"_s, u"{d ' 2024-01-01}"_s);
-    caso("function escape", u"{fn NOW()} {ts} {oj x} {?=call y}"_s);
-    caso("lone braces", u"} { }} {{"_s);
-    caso("percent and underscore", u"100% %s _ %d %%"_s);
-    caso("parameter marks", u"? ?? :nome @x"_s);
-    caso("double quotes and backquotes", u"\"a\" `b`"_s);
-    caso("comment marks", u"-- a /* b */ # c"_s);
-    caso("semicolons", u"a; b;"_s);
-    caso("backslash", u"a\\\\b"_s, u"a\\b"_s);
-    caso("tab and line breaks", u"a\tb\nc\r\nd"_s);
-    caso("blanks in a row", u"  a   b  "_s);
+    addCase("plain", u"PAO"_s);
+    addCase("accents", u"PÃO DE AÇÚCAR Nº ÁÉÍÓÚ´"_s);
+    addCase("characters of three bytes", u"preço em € — “caro”"_s);
+    addCase("characters of four bytes", u"\U0001F950 e \U0001F35E"_s);
+    addCase("braces of an escape", u"{d '' 2024-01-01}"_s, u"{d ' 2024-01-01}"_s);
+    addCase("function escape", u"{fn NOW()} {ts} {oj x} {?=call y}"_s);
+    addCase("lone braces", u"} { }} {{"_s);
+    addCase("percent and underscore", u"100% %s _ %d %%"_s);
+    addCase("parameter marks", u"? ?? :nome @x"_s);
+    addCase("double quotes and backquotes", u"\"a\" `b`"_s);
+    addCase("comment marks", u"-- a /* b */ # c"_s);
+    addCase("semicolons", u"a; b;"_s);
+    addCase("backslash", u"a\\\\b"_s, u"a\\b"_s);
+    addCase("tab and line breaks", u"a\tb\nc\r\nd"_s);
+    addCase("blanks in a row", u"  a   b  "_s);
 }
 
 void TstOdbcStatements::statementArrivesLetterByLetter() {
-    QFETCH(QString, valor);
-    QFETCH(QString, gravado);
-    FaultProxy proxy(m_servidor->socket());
-    m_servidor->useSocket(proxy.socket());
-    const QString sql = u"UPDATE  prova Set v='"_s + valor + u"' , id = 1 Where  ID=1"_s;
+    QFETCH(QString, value);
+    QFETCH(QString, stored);
+    FaultProxy proxy(m_server->socket());
+    m_server->useSocket(proxy.socket());
+    const QString sql = u"UPDATE  prova Set v='"_s + value + u"' , id = 1 Where  ID=1"_s;
     for (const bool preferWide : {false, true}) {
-        m_conexao.open(u"dsn=QDX"_s, preferWide);
-        StatementLog registro(*m_servidor);
+        m_connection.open(u"dsn=QDX"_s, preferWide);
+        StatementLog log(*m_server);
         proxy.mark();
-        m_conexao.execute(sql);
-        QCOMPARE(registro.texts(), QStringList{sql});
+        m_connection.execute(sql);
+        QCOMPARE(log.texts(), QStringList{sql});
         QCOMPARE(proxy.texts(), QList<QByteArray>{sql.toUtf8()});
-        QCOMPARE(m_servidor->query(u"SELECT v FROM prova"_s)[0][0], gravado);
-        m_servidor->execute(u"UPDATE prova SET v = 'outro'"_s);
+        QCOMPARE(m_server->query(u"SELECT v FROM prova"_s)[0][0], stored);
+        m_server->execute(u"UPDATE prova SET v = 'outro'"_s);
     }
 }
 
 void TstOdbcStatements::queryArrivesLetterByLetter() {
     const QString sql = u"Select  v,'{fn x} 100% ? \U0001F950 Nº'  as  y From prova  where Id=1 limit 1"_s;
     for (const bool preferWide : {false, true}) {
-        m_conexao.open(u"dsn=QDX"_s, preferWide);
-        StatementLog registro(*m_servidor);
+        m_connection.open(u"dsn=QDX"_s, preferWide);
+        StatementLog log(*m_server);
         odbc::ResultSet rs;
-        rs.open(m_conexao, sql);
+        rs.open(m_connection, sql);
         QCOMPARE(rs.field(u"y").text(), u"{fn x} 100% ? \U0001F950 Nº"_s);
         rs.close();
-        QCOMPARE(registro.texts(), QStringList{sql});
+        QCOMPARE(log.texts(), QStringList{sql});
     }
 }
 
 void TstOdbcStatements::connectingSendsNoStatementOfItsOwn() {
     for (const QString& charset : {QString(), u"utf8mb4"_s, u"latin1"_s, u"cp850"_s}) {
-        m_servidor->useCharset(charset);
-        StatementLog registro(*m_servidor);
-        m_conexao.open(u"dsn=QDX"_s);
-        m_conexao.close();
-        QCOMPARE(registro.texts(), QStringList());
+        m_server->useCharset(charset);
+        StatementLog log(*m_server);
+        m_connection.open(u"dsn=QDX"_s);
+        m_connection.close();
+        QCOMPARE(log.texts(), QStringList());
     }
-    m_servidor->useCharset(QString());
+    m_server->useCharset(QString());
 }
 
 void TstOdbcStatements::statementsAreCommittedAsTheyRun() {
-    m_conexao.execute(u"INSERT INTO prova VALUES (2, 'dois')"_s);
-    QCOMPARE(m_servidor->query(u"SELECT v FROM prova WHERE id = 2"_s)[0][0], u"dois"_s);
-    m_conexao.close();
-    QCOMPARE(m_servidor->query(u"SELECT COUNT(*) FROM prova"_s)[0][0], u"2"_s);
+    m_connection.execute(u"INSERT INTO prova VALUES (2, 'dois')"_s);
+    QCOMPARE(m_server->query(u"SELECT v FROM prova WHERE id = 2"_s)[0][0], u"dois"_s);
+    m_connection.close();
+    QCOMPARE(m_server->query(u"SELECT COUNT(*) FROM prova"_s)[0][0], u"2"_s);
 }
 
 void TstOdbcStatements::failedStatementTellsWhatAndWhy_data() {
     QTest::addColumn<QString>("sql");
-    QTest::addColumn<int>("numeroEsperado");
-    QTest::addColumn<QString>("estado");
-    QTest::addColumn<QString>("trecho");
+    QTest::addColumn<int>("expectedNumber");
+    QTest::addColumn<QString>("state");
+    QTest::addColumn<QString>("part");
     QTest::newRow("no such table") << u"SELECT * FROM nenhuma"_s << 1146 << u"42S02"_s
                                    << u"nenhuma' doesn't exist"_s;
     QTest::newRow("no such column, with accents")
@@ -155,47 +154,47 @@ void TstOdbcStatements::failedStatementTellsWhatAndWhy_data() {
 
 void TstOdbcStatements::failedStatementTellsWhatAndWhy() {
     QFETCH(QString, sql);
-    QFETCH(int, numeroEsperado);
-    QFETCH(QString, estado);
-    QFETCH(QString, trecho);
+    QFETCH(int, expectedNumber);
+    QFETCH(QString, state);
+    QFETCH(QString, part);
     for (const QString& charset : {QString(), u"latin1"_s, u"cp850"_s}) {
-        m_servidor->useCharset(charset);
-        m_conexao.open(u"dsn=QDX"_s);
-        const auto erro = errorOf([&] { m_conexao.execute(sql); });
-        QVERIFY(erro);
-        QCOMPARE(erro->number(), numeroEsperado);
-        QCOMPARE(erro->sqlState(), estado);
-        QCOMPARE(erro->statement(), sql);
-        QVERIFY2(erro->text().contains(trecho), qPrintable(charset + u": "_s + erro->text()));
-        QCOMPARE(QString::fromUtf8(erro->what()), erro->text());
-        QVERIFY(!erro->isConnectionLost());
+        m_server->useCharset(charset);
+        m_connection.open(u"dsn=QDX"_s);
+        const auto error = errorOf([&] { m_connection.execute(sql); });
+        QVERIFY(error);
+        QCOMPARE(error->number(), expectedNumber);
+        QCOMPARE(error->sqlState(), state);
+        QCOMPARE(error->statement(), sql);
+        QVERIFY2(error->text().contains(part), qPrintable(charset + u": "_s + error->text()));
+        QCOMPARE(QString::fromUtf8(error->what()), error->text());
+        QVERIFY(!error->isConnectionLost());
     }
-    m_servidor->useCharset(QString());
+    m_server->useCharset(QString());
 }
 
 void TstOdbcStatements::failedStatementLeavesTheConnectionUsable() {
-    QVERIFY(errorOf([&] { m_conexao.execute(u"UPDATE nenhuma SET a = 1"_s); }));
-    QVERIFY(m_conexao.isOpen());
-    m_conexao.execute(u"UPDATE prova SET v = 'ainda'"_s);
-    QCOMPARE(m_servidor->query(u"SELECT v FROM prova"_s)[0][0], u"ainda"_s);
+    QVERIFY(errorOf([&] { m_connection.execute(u"UPDATE nenhuma SET a = 1"_s); }));
+    QVERIFY(m_connection.isOpen());
+    m_connection.execute(u"UPDATE prova SET v = 'ainda'"_s);
+    QCOMPARE(m_server->query(u"SELECT v FROM prova"_s)[0][0], u"ainda"_s);
 }
 
 void TstOdbcStatements::serverThatIsDownCannotBeOpened() {
-    m_servidor->useSocket(m_servidor->socket() + u".nada"_s);
+    m_server->useSocket(m_server->socket() + u".nada"_s);
     for (const bool preferWide : {false, true}) {
-        const auto erro = errorOf([&] { m_conexao.open(u"dsn=QDX"_s, preferWide); });
-        QVERIFY(erro);
-        QCOMPARE(erro->number(), 2002);
-        QVERIFY(erro->text().contains(m_servidor->socket() + u".nada"_s));
-        QVERIFY(!m_conexao.isOpen());
+        const auto error = errorOf([&] { m_connection.open(u"dsn=QDX"_s, preferWide); });
+        QVERIFY(error);
+        QCOMPARE(error->number(), 2002);
+        QVERIFY(error->text().contains(m_server->socket() + u".nada"_s));
+        QVERIFY(!m_connection.isOpen());
     }
 }
 
 void TstOdbcStatements::unknownDataSourceCannotBeOpened() {
-    const auto erro = errorOf([&] { m_conexao.open(u"dsn=NENHUMA"_s); });
-    QVERIFY(erro);
-    QCOMPARE(erro->sqlState(), u"IM002"_s);
-    QVERIFY(!m_conexao.isOpen());
+    const auto error = errorOf([&] { m_connection.open(u"dsn=NENHUMA"_s); });
+    QVERIFY(error);
+    QCOMPARE(error->sqlState(), u"IM002"_s);
+    QVERIFY(!m_connection.isOpen());
 }
 
 void TstOdbcStatements::killedConnectionIsLost_data() {
@@ -206,87 +205,87 @@ void TstOdbcStatements::killedConnectionIsLost_data() {
 
 void TstOdbcStatements::queryOnAKilledConnectionIsLost() {
     for (const bool preferWide : {false, true}) {
-        m_conexao.open(u"dsn=QDX"_s, preferWide);
-        m_servidor->killProgramConnections();
-        for (int vez = 0; vez < 3; ++vez) {
+        m_connection.open(u"dsn=QDX"_s, preferWide);
+        m_server->killProgramConnections();
+        for (int attempt = 0; attempt < 3; ++attempt) {
             odbc::ResultSet rs;
-            const auto erro = errorOf([&] { rs.open(m_conexao, u"SELECT v FROM prova"_s); });
-            QVERIFY(erro);
-            QVERIFY2(erro->isConnectionLost(),
-                     qPrintable(u"%1 %2 %3"_s.arg(erro->number()).arg(erro->sqlState(), erro->text())));
-            QCOMPARE(erro->statement(), u"SELECT v FROM prova"_s);
+            const auto error = errorOf([&] { rs.open(m_connection, u"SELECT v FROM prova"_s); });
+            QVERIFY(error);
+            QVERIFY2(error->isConnectionLost(),
+                     qPrintable(u"%1 %2 %3"_s.arg(error->number()).arg(error->sqlState(), error->text())));
+            QCOMPARE(error->statement(), u"SELECT v FROM prova"_s);
         }
     }
 }
 
 void TstOdbcStatements::killedConnectionIsLost() {
     QFETCH(bool, preferWide);
-    m_conexao.open(u"dsn=QDX"_s, preferWide);
-    m_conexao.execute(u"SET @a = 1"_s);
-    m_servidor->killProgramConnections();
+    m_connection.open(u"dsn=QDX"_s, preferWide);
+    m_connection.execute(u"SET @a = 1"_s);
+    m_server->killProgramConnections();
     const QString sql = u"UPDATE prova SET v = 'depois'"_s;
     // The first statement finds the loss, the later ones know of it.
-    for (int vez = 0; vez < 3; ++vez) {
-        const auto erro = errorOf([&] { m_conexao.execute(sql); });
-        QVERIFY(erro);
-        QVERIFY2(erro->isConnectionLost(),
-                 qPrintable(u"%1 %2 %3"_s.arg(erro->number()).arg(erro->sqlState(), erro->text())));
-        QCOMPARE(erro->sqlState().first(2), u"08"_s);
-        QVERIFY(!erro->text().isEmpty());
-        QCOMPARE(erro->statement(), sql);
+    for (int attempt = 0; attempt < 3; ++attempt) {
+        const auto error = errorOf([&] { m_connection.execute(sql); });
+        QVERIFY(error);
+        QVERIFY2(error->isConnectionLost(),
+                 qPrintable(u"%1 %2 %3"_s.arg(error->number()).arg(error->sqlState(), error->text())));
+        QCOMPARE(error->sqlState().first(2), u"08"_s);
+        QVERIFY(!error->text().isEmpty());
+        QCOMPARE(error->statement(), sql);
     }
     odbc::ResultSet rs;
-    const auto erro = errorOf([&] { rs.open(m_conexao, u"SELECT 1"_s); });
-    QVERIFY(erro);
-    QVERIFY(erro->isConnectionLost());
-    QCOMPARE(m_servidor->query(u"SELECT v FROM prova"_s)[0][0], u"um"_s);
+    const auto error = errorOf([&] { rs.open(m_connection, u"SELECT 1"_s); });
+    QVERIFY(error);
+    QVERIFY(error->isConnectionLost());
+    QCOMPARE(m_server->query(u"SELECT v FROM prova"_s)[0][0], u"um"_s);
 }
 
 void TstOdbcStatements::cutConnectionIsLostAndTheStatementNotSent() {
-    FaultProxy proxy(m_servidor->socket());
-    m_servidor->useSocket(proxy.socket());
-    m_conexao.open(u"dsn=QDX"_s);
+    FaultProxy proxy(m_server->socket());
+    m_server->useSocket(proxy.socket());
+    m_connection.open(u"dsn=QDX"_s);
     proxy.cutBefore(2);
-    m_conexao.execute(u"UPDATE prova SET v = 'primeiro'"_s);
-    const auto erro = errorOf([&] { m_conexao.execute(u"UPDATE prova SET v = 'segundo'"_s); });
-    QVERIFY(erro);
-    QVERIFY(erro->isConnectionLost());
-    QVERIFY(errorOf([&] { m_conexao.execute(u"UPDATE prova SET v = 'terceiro'"_s); }));
+    m_connection.execute(u"UPDATE prova SET v = 'primeiro'"_s);
+    const auto error = errorOf([&] { m_connection.execute(u"UPDATE prova SET v = 'segundo'"_s); });
+    QVERIFY(error);
+    QVERIFY(error->isConnectionLost());
+    QVERIFY(errorOf([&] { m_connection.execute(u"UPDATE prova SET v = 'terceiro'"_s); }));
     QCOMPARE(proxy.texts(), QList<QByteArray>{"UPDATE prova SET v = 'primeiro'"});
-    QCOMPARE(m_servidor->query(u"SELECT v FROM prova"_s)[0][0], u"primeiro"_s);
+    QCOMPARE(m_server->query(u"SELECT v FROM prova"_s)[0][0], u"primeiro"_s);
 }
 
 void TstOdbcStatements::closedConnectionIsAnError() {
-    m_conexao.close();
-    m_conexao.close();
-    QVERIFY(!m_conexao.isOpen());
-    const auto erro = errorOf([&] { m_conexao.execute(u"SET @a = 1"_s); });
-    QVERIFY(erro);
-    QCOMPARE(erro->number(), number(ErrorNumber::ConnectionClosed));
-    QVERIFY(erro->isConnectionLost());
-    QCOMPARE(erro->statement(), u"SET @a = 1"_s);
+    m_connection.close();
+    m_connection.close();
+    QVERIFY(!m_connection.isOpen());
+    const auto error = errorOf([&] { m_connection.execute(u"SET @a = 1"_s); });
+    QVERIFY(error);
+    QCOMPARE(error->number(), number(ErrorNumber::ConnectionClosed));
+    QVERIFY(error->isConnectionLost());
+    QCOMPARE(error->statement(), u"SET @a = 1"_s);
     odbc::ResultSet rs;
-    QCOMPARE(errorNumberOf([&] { rs.open(m_conexao, u"SELECT 1"_s); }),
+    QCOMPARE(errorNumberOf([&] { rs.open(m_connection, u"SELECT 1"_s); }),
              number(ErrorNumber::ConnectionClosed));
 }
 
 void TstOdbcStatements::connectionOpensAgainAfterALoss() {
-    m_servidor->killProgramConnections();
-    QVERIFY(errorOf([&] { m_conexao.execute(u"SET @a = 1"_s); }));
-    m_conexao.open(u"dsn=QDX"_s);
-    m_conexao.execute(u"UPDATE prova SET v = 'de novo'"_s);
-    QCOMPARE(m_servidor->query(u"SELECT v FROM prova"_s)[0][0], u"de novo"_s);
-    odbc::Connection outra = std::move(m_conexao);
-    QVERIFY(outra.isOpen());
-    QVERIFY(!m_conexao.isOpen());
-    outra.execute(u"UPDATE prova SET v = 'outra'"_s);
-    QCOMPARE(m_servidor->query(u"SELECT v FROM prova"_s)[0][0], u"outra"_s);
+    m_server->killProgramConnections();
+    QVERIFY(errorOf([&] { m_connection.execute(u"SET @a = 1"_s); }));
+    m_connection.open(u"dsn=QDX"_s);
+    m_connection.execute(u"UPDATE prova SET v = 'de novo'"_s);
+    QCOMPARE(m_server->query(u"SELECT v FROM prova"_s)[0][0], u"de novo"_s);
+    odbc::Connection other = std::move(m_connection);
+    QVERIFY(other.isOpen());
+    QVERIFY(!m_connection.isOpen());
+    other.execute(u"UPDATE prova SET v = 'outra'"_s);
+    QCOMPARE(m_server->query(u"SELECT v FROM prova"_s)[0][0], u"outra"_s);
 }
 
 void TstOdbcStatements::onlyAConnectionErrorMeansConnectionLost_data() {
     QTest::addColumn<int>("numeroDoDriver");
-    QTest::addColumn<QString>("estado");
-    QTest::addColumn<bool>("perdida");
+    QTest::addColumn<QString>("state");
+    QTest::addColumn<bool>("lost");
     QTest::newRow("link failure") << 2013 << u"08S01"_s << true;
     QTest::newRow("not open") << 0 << u"08003"_s << true;
     QTest::newRow("gone away, general state") << 2006 << u"HY000"_s << true;
@@ -301,9 +300,9 @@ void TstOdbcStatements::onlyAConnectionErrorMeansConnectionLost_data() {
 
 void TstOdbcStatements::onlyAConnectionErrorMeansConnectionLost() {
     QFETCH(int, numeroDoDriver);
-    QFETCH(QString, estado);
-    QFETCH(bool, perdida);
-    QCOMPARE(RuntimeError(numeroDoDriver, u"x"_s, estado, {}).isConnectionLost(), perdida);
+    QFETCH(QString, state);
+    QFETCH(bool, lost);
+    QCOMPARE(RuntimeError(numeroDoDriver, u"x"_s, state, {}).isConnectionLost(), lost);
 }
 
 QTEST_GUILESS_MAIN(TstOdbcStatements)

@@ -42,13 +42,13 @@ class TstOdbcWalk : public QObject {
     void wholeNumberTooLargeIsAnError();
 
   private:
-    static QString sequencia(int linhas) {
+    static QString sequence(int linhas) {
         return u"SELECT seq AS n, CONCAT('linha ', seq) AS texto FROM sequencia WHERE seq <= %1 "
                "ORDER BY seq"_s.arg(linhas);
     }
 
-    std::unique_ptr<PrivateServer> m_servidor;
-    odbc::Connection m_conexao;
+    std::unique_ptr<PrivateServer> m_server;
+    odbc::Connection m_connection;
 };
 
 void TstOdbcWalk::initTestCase_data() {
@@ -58,32 +58,32 @@ void TstOdbcWalk::initTestCase_data() {
 }
 
 void TstOdbcWalk::initTestCase() {
-    m_servidor = std::make_unique<PrivateServer>();
-    m_servidor->execute(u"CREATE TABLE sequencia (seq INT PRIMARY KEY)"_s);
+    m_server = std::make_unique<PrivateServer>();
+    m_server->execute(u"CREATE TABLE sequencia (seq INT PRIMARY KEY)"_s);
     for (int n = 1; n <= 1000; ++n)
-        m_servidor->execute(u"INSERT INTO sequencia VALUES (%1)"_s.arg(n));
+        m_server->execute(u"INSERT INTO sequencia VALUES (%1)"_s.arg(n));
 }
 
 void TstOdbcWalk::init() {
     QFETCH_GLOBAL(bool, preferWide);
-    m_conexao.open(u"dsn=QDX"_s, preferWide);
+    m_connection.open(u"dsn=QDX"_s, preferWide);
 }
 
 void TstOdbcWalk::cleanup() {
-    m_conexao.close();
+    m_connection.close();
 }
 
 void TstOdbcWalk::cleanupTestCase() {
-    m_servidor.reset();
+    m_server.reset();
 }
 
 void TstOdbcWalk::columnIsFoundInAnyLetterCase() {
     odbc::ResultSet rs;
-    rs.open(m_conexao, u"SELECT 1 AS NrPedido, 2 AS `Descrição`, 3 AS `Nota Fiscal`"_s);
-    for (const QStringView nome : {u"NrPedido", u"nrpedido", u"NRPEDIDO"})
-        QCOMPARE(rs.field(nome).text(), u"1"_s);
-    for (const QStringView nome : {u"Descrição", u"descrição", u"DESCRIÇÃO"})
-        QCOMPARE(rs.field(nome).text(), u"2"_s);
+    rs.open(m_connection, u"SELECT 1 AS NrPedido, 2 AS `Descrição`, 3 AS `Nota Fiscal`"_s);
+    for (const QStringView name : {u"NrPedido", u"nrpedido", u"NRPEDIDO"})
+        QCOMPARE(rs.field(name).text(), u"1"_s);
+    for (const QStringView name : {u"Descrição", u"descrição", u"DESCRIÇÃO"})
+        QCOMPARE(rs.field(name).text(), u"2"_s);
     QCOMPARE(rs.field(u"nota fiscal").text(), u"3"_s);
     QCOMPARE(rs.column(u"nota FISCAL"), 2);
     QCOMPARE(rs.columnNames(), (QStringList{u"NrPedido"_s, u"Descrição"_s, u"Nota Fiscal"_s}));
@@ -91,7 +91,7 @@ void TstOdbcWalk::columnIsFoundInAnyLetterCase() {
 
 void TstOdbcWalk::firstOfTwoColumnsWithOneNameIsMeant() {
     odbc::ResultSet rs;
-    rs.open(m_conexao, u"SELECT 'um' AS codigo, 'dois' AS Codigo"_s);
+    rs.open(m_connection, u"SELECT 'um' AS codigo, 'dois' AS Codigo"_s);
     QCOMPARE(rs.field(u"codigo").text(), u"um"_s);
     QCOMPARE(rs.field(u"Codigo").text(), u"um"_s);
     QCOMPARE(rs.field(1).text(), u"dois"_s);
@@ -100,12 +100,12 @@ void TstOdbcWalk::firstOfTwoColumnsWithOneNameIsMeant() {
 void TstOdbcWalk::unknownColumnIsAnError() {
     const QString sql = u"SELECT 1 AS um"_s;
     odbc::ResultSet rs;
-    rs.open(m_conexao, sql);
-    const auto erro = errorOf([&] { rs.field(u"dois"); });
-    QVERIFY(erro);
-    QCOMPARE(erro->number(), number(ErrorNumber::NoSuchColumn));
-    QVERIFY(erro->text().contains(u"\"dois\""_s));
-    QCOMPARE(erro->statement(), sql);
+    rs.open(m_connection, sql);
+    const auto error = errorOf([&] { rs.field(u"dois"); });
+    QVERIFY(error);
+    QCOMPARE(error->number(), number(ErrorNumber::NoSuchColumn));
+    QVERIFY(error->text().contains(u"\"dois\""_s));
+    QCOMPARE(error->statement(), sql);
     QCOMPARE(rs.field(u"um").text(), u"1"_s);
 }
 
@@ -118,7 +118,7 @@ void TstOdbcWalk::everyRowComesOnceAndInOrder_data() {
 void TstOdbcWalk::everyRowComesOnceAndInOrder() {
     QFETCH(int, linhas);
     odbc::ResultSet rs;
-    rs.open(m_conexao, sequencia(linhas));
+    rs.open(m_connection, sequence(linhas));
     int n = 0;
     while (!rs.atEnd()) {
         ++n;
@@ -132,7 +132,7 @@ void TstOdbcWalk::everyRowComesOnceAndInOrder() {
 
 void TstOdbcWalk::noRowsLeavesTheResultOpenAtItsEnd() {
     odbc::ResultSet rs;
-    rs.open(m_conexao, sequencia(0));
+    rs.open(m_connection, sequence(0));
     QVERIFY(rs.isOpen());
     QVERIFY(rs.atEnd());
     QCOMPARE(rs.columnNames(), (QStringList{u"n"_s, u"texto"_s}));
@@ -142,26 +142,26 @@ void TstOdbcWalk::noRowsLeavesTheResultOpenAtItsEnd() {
 
 void TstOdbcWalk::readingPastTheEndIsAnError() {
     odbc::ResultSet rs;
-    rs.open(m_conexao, sequencia(2));
+    rs.open(m_connection, sequence(2));
     rs.moveNext();
     rs.moveNext();
     QVERIFY(rs.atEnd());
     const int semRegistro = number(ErrorNumber::NoCurrentRecord);
     QCOMPARE(errorNumberOf([&] { rs.field(u"n"); }), semRegistro);
     QCOMPARE(errorNumberOf([&] { rs.field(0); }), semRegistro);
-    const auto erro = errorOf([&] { rs.moveNext(); });
-    QVERIFY(erro);
-    QCOMPARE(erro->number(), semRegistro);
-    QCOMPARE(erro->statement(), sequencia(2));
+    const auto error = errorOf([&] { rs.moveNext(); });
+    QVERIFY(error);
+    QCOMPARE(error->number(), semRegistro);
+    QCOMPARE(error->statement(), sequence(2));
 
-    rs.open(m_conexao, sequencia(0));
+    rs.open(m_connection, sequence(0));
     QCOMPARE(errorNumberOf([&] { rs.field(u"n"); }), semRegistro);
     QCOMPARE(errorNumberOf([&] { rs.moveNext(); }), semRegistro);
 }
 
 void TstOdbcWalk::goingBackToTheFirstRow_data() {
     QTest::addColumn<int>("linhas");
-    QTest::addColumn<int>("passos");
+    QTest::addColumn<int>("steps");
     QTest::newRow("from the first row") << 3 << 0;
     QTest::newRow("within the first block") << 300 << 100;
     QTest::newRow("from the second block") << 300 << 260;
@@ -172,10 +172,10 @@ void TstOdbcWalk::goingBackToTheFirstRow_data() {
 
 void TstOdbcWalk::goingBackToTheFirstRow() {
     QFETCH(int, linhas);
-    QFETCH(int, passos);
+    QFETCH(int, steps);
     odbc::ResultSet rs;
-    rs.open(m_conexao, sequencia(linhas));
-    for (int i = 0; i < passos; ++i)
+    rs.open(m_connection, sequence(linhas));
+    for (int i = 0; i < steps; ++i)
         rs.moveNext();
     rs.moveFirst();
     for (int n = 1; n <= linhas; ++n) {
@@ -186,13 +186,13 @@ void TstOdbcWalk::goingBackToTheFirstRow() {
 }
 
 void TstOdbcWalk::closedResultIsAnError() {
-    odbc::ResultSet nunca;
-    QVERIFY(!nunca.isOpen());
+    odbc::ResultSet never;
+    QVERIFY(!never.isOpen());
     const int fechado = number(ErrorNumber::ConnectionClosed);
-    QCOMPARE(errorNumberOf([&] { nunca.atEnd(); }), fechado);
+    QCOMPARE(errorNumberOf([&] { never.atEnd(); }), fechado);
 
     odbc::ResultSet rs;
-    rs.open(m_conexao, sequencia(2));
+    rs.open(m_connection, sequence(2));
     rs.close();
     rs.close();
     QVERIFY(!rs.isOpen());
@@ -205,10 +205,10 @@ void TstOdbcWalk::closedResultIsAnError() {
 
 void TstOdbcWalk::newQueryReplacesTheOldOne() {
     odbc::ResultSet rs;
-    rs.open(m_conexao, sequencia(600));
+    rs.open(m_connection, sequence(600));
     for (int i = 0; i < 300; ++i)
         rs.moveNext();
-    rs.open(m_conexao, u"SELECT 'outra' AS x"_s);
+    rs.open(m_connection, u"SELECT 'outra' AS x"_s);
     QCOMPARE(rs.columnNames(), QStringList{u"x"_s});
     QCOMPARE(rs.field(u"x").text(), u"outra"_s);
     rs.moveNext();
@@ -217,67 +217,67 @@ void TstOdbcWalk::newQueryReplacesTheOldOne() {
 
 void TstOdbcWalk::failedQueryLeavesTheResultClosed() {
     odbc::ResultSet rs;
-    rs.open(m_conexao, sequencia(3));
-    QVERIFY(errorOf([&] { rs.open(m_conexao, u"SELECT * FROM nenhuma"_s); }));
+    rs.open(m_connection, sequence(3));
+    QVERIFY(errorOf([&] { rs.open(m_connection, u"SELECT * FROM nenhuma"_s); }));
     QVERIFY(!rs.isOpen());
-    rs.open(m_conexao, sequencia(1));
+    rs.open(m_connection, sequence(1));
     QCOMPARE(rs.field(u"n").integer(), 1);
 }
 
 void TstOdbcWalk::twoResultsAreWalkedAtOnce() {
-    odbc::ResultSet fora;
-    fora.open(m_conexao, sequencia(300));
+    odbc::ResultSet outside;
+    outside.open(m_connection, sequence(300));
     int linhas = 0;
-    while (!fora.atEnd()) {
-        odbc::ResultSet dentro;
-        dentro.open(m_conexao, u"SELECT %1 * 2 AS dobro"_s.arg(fora.field(u"n").integer()));
+    while (!outside.atEnd()) {
+        odbc::ResultSet inside;
+        inside.open(m_connection, u"SELECT %1 * 2 AS dobro"_s.arg(outside.field(u"n").integer()));
         ++linhas;
-        QCOMPARE(dentro.field(u"dobro").integer(), 2 * linhas);
-        m_conexao.execute(u"SET @linhas = %1"_s.arg(linhas));
-        fora.moveNext();
+        QCOMPARE(inside.field(u"dobro").integer(), 2 * linhas);
+        m_connection.execute(u"SET @linhas = %1"_s.arg(linhas));
+        outside.moveNext();
     }
     QCOMPARE(linhas, 300);
 }
 
 void TstOdbcWalk::rowsStayAsTheyWereWhenOpened() {
-    m_servidor->execute(u"CREATE TABLE prova (id INT PRIMARY KEY, v VARCHAR(10)); "
-                        "INSERT INTO prova SELECT seq, 'antes' FROM sequencia"_s);
+    m_server->execute(u"CREATE TABLE prova (id INT PRIMARY KEY, v VARCHAR(10)); "
+                      "INSERT INTO prova SELECT seq, 'antes' FROM sequencia"_s);
     odbc::ResultSet rs;
-    rs.open(m_conexao, u"SELECT id, v FROM prova ORDER BY id"_s);
-    m_conexao.execute(u"UPDATE prova SET v = 'depois'"_s);
-    m_conexao.execute(u"DELETE FROM prova WHERE id > 500"_s);
+    rs.open(m_connection, u"SELECT id, v FROM prova ORDER BY id"_s);
+    m_connection.execute(u"UPDATE prova SET v = 'depois'"_s);
+    m_connection.execute(u"DELETE FROM prova WHERE id > 500"_s);
     int linhas = 0;
     for (; !rs.atEnd(); rs.moveNext(), ++linhas)
         QCOMPARE(rs.field(u"v").text(), u"antes"_s);
     QCOMPARE(linhas, 1000);
-    m_servidor->execute(u"DROP TABLE prova"_s);
+    m_server->execute(u"DROP TABLE prova"_s);
 }
 
 void TstOdbcWalk::resultMovesToAnotherOwner() {
-    odbc::ResultSet primeiro;
-    primeiro.open(m_conexao, sequencia(600));
+    odbc::ResultSet first;
+    first.open(m_connection, sequence(600));
     for (int i = 0; i < 255; ++i)
-        primeiro.moveNext();
-    odbc::ResultSet segundo = std::move(primeiro);
-    odbc::ResultSet terceiro;
-    terceiro.open(m_conexao, sequencia(1));
-    terceiro = std::move(segundo);
+        first.moveNext();
+    odbc::ResultSet second = std::move(first);
+    odbc::ResultSet third;
+    third.open(m_connection, sequence(1));
+    third = std::move(second);
     for (int n = 256; n <= 600; ++n) {
-        QCOMPARE(terceiro.field(u"n").integer(), n);
-        terceiro.moveNext();
+        QCOMPARE(third.field(u"n").integer(), n);
+        third.moveNext();
     }
-    QVERIFY(terceiro.atEnd());
+    QVERIFY(third.atEnd());
 }
 
 void TstOdbcWalk::statementWithoutRowsGivesNoResult() {
     odbc::ResultSet rs;
-    QVERIFY(errorOf([&] { rs.open(m_conexao, u"SET @a = 1"_s); }));
+    QVERIFY(errorOf([&] { rs.open(m_connection, u"SET @a = 1"_s); }));
     QVERIFY(!rs.isOpen());
 }
 
 void TstOdbcWalk::wholeNumberOfACell_data() {
-    QTest::addColumn<QString>("texto");
-    QTest::addColumn<qint64>("valor");
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<qint64>("value");
     QTest::newRow("digits") << u"42"_s << Q_INT64_C(42);
     QTest::newRow("negative") << u"-42"_s << Q_INT64_C(-42);
     QTest::newRow("decimals are cut") << u"12.99"_s << Q_INT64_C(12);
@@ -294,15 +294,15 @@ void TstOdbcWalk::wholeNumberOfACell_data() {
 }
 
 void TstOdbcWalk::wholeNumberOfACell() {
-    QFETCH(QString, texto);
-    QFETCH(qint64, valor);
-    QCOMPARE(odbc::Field(texto).integer(), valor);
+    QFETCH(QString, text);
+    QFETCH(qint64, value);
+    QCOMPARE(odbc::Field(text).integer(), value);
 }
 
 void TstOdbcWalk::wholeNumberTooLargeIsAnError() {
-    const int estouro = number(ErrorNumber::Overflow);
-    QCOMPARE(errorNumberOf([] { odbc::Field(u"9223372036854775808"_s).integer(); }), estouro);
-    QCOMPARE(errorNumberOf([] { odbc::Field(u"-9223372036854775809"_s).integer(); }), estouro);
+    const int overflow = number(ErrorNumber::Overflow);
+    QCOMPARE(errorNumberOf([] { odbc::Field(u"9223372036854775808"_s).integer(); }), overflow);
+    QCOMPARE(errorNumberOf([] { odbc::Field(u"-9223372036854775809"_s).integer(); }), overflow);
 }
 
 QTEST_GUILESS_MAIN(TstOdbcWalk)

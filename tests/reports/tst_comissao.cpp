@@ -20,22 +20,22 @@ using namespace tarvessa::test;
 
 namespace {
 
-const QColor amarelo(255, 255, 0);
-const QColor verde(0, 255, 0);
+const QColor yellow(255, 255, 0);
+const QColor green(0, 255, 0);
 
-bool ehPao(const QString& descricao) {
+bool isBread(const QString& descricao) {
     // The server compares without regard to case and accents.
     return descricao.toUpper().replace(u'Ã', u'A').contains(u"PAO"_s);
 }
 
 /// "1,5" of hundredths, one decimal: the percentages' display.
-QString porcentagem(const QString& ponto) {
+QString percentage(const QString& ponto) {
     return ponto.isEmpty() ? QString() : onScreen(proportion(cents(ponto), 1, 10), 1);
 }
 
 /// Tenths of a displayed percentage.
-qint64 decimos(const QString& tela) {
-    return QString(tela).remove(u',').toLongLong();
+qint64 tenths(const QString& screen) {
+    return QString(screen).remove(u',').toLongLong();
 }
 
 } // namespace
@@ -48,7 +48,7 @@ class TstComissao : public QObject {
     void initTestCase() { m = std::make_unique<Bench>(); }
     void cleanupTestCase() { m.reset(); }
     void init();
-    void cleanup() { tela.reset(); }
+    void cleanup() { screen.reset(); }
 
     void opensWithThePreviousMonth_data();
     void opensWithThePreviousMonth();
@@ -88,29 +88,29 @@ class TstComissao : public QObject {
     void byKeyboardAlone();
 
   private:
-    Grid* grade() const { return control<Grid>(tela.get(), "Grid1"); }
+    Grid* grid() const { return control<Grid>(screen.get(), "Grid1"); }
     void periodo(const QString& inicio, const QString& fim);
-    void gera() { QTest::mouseClick(control<QPushButton>(tela.get(), "Command4"), Qt::LeftButton); }
-    QPushButton* imprime() const { return control<QPushButton>(tela.get(), "Command1"); }
+    void run() { QTest::mouseClick(control<QPushButton>(screen.get(), "Command4"), Qt::LeftButton); }
+    QPushButton* imprime() const { return control<QPushButton>(screen.get(), "Command1"); }
     void venda(int vendedor, const QString& valor, const QString& descricao, const QString& cfop = u"5102"_s);
-    QList<QStringList> esperadas(const QString& inicio, const QString& fim);
+    QList<QStringList> expectedRows(const QString& inicio, const QString& fim);
 
     std::unique_ptr<Bench> m;
-    std::unique_ptr<Comissao> tela;
+    std::unique_ptr<Comissao> screen;
     int m_nota = 0;
 };
 
 void TstComissao::init() {
     m->resetConnected();
     m_nota = 0;
-    tela = std::make_unique<Comissao>();
-    QVERIFY(showActive(tela.get()));
+    screen = std::make_unique<Comissao>();
+    QVERIFY(showActive(screen.get()));
     m->mark();
 }
 
 void TstComissao::periodo(const QString& inicio, const QString& fim) {
-    control<DateBox>(tela.get(), "DataIni")->setText(inicio);
-    control<DateBox>(tela.get(), "DataFin")->setText(fim);
+    control<DateBox>(screen.get(), "DataIni")->setText(inicio);
+    control<DateBox>(screen.get(), "DataFin")->setText(fim);
 }
 
 // A returned invoice when the code is one of a return.
@@ -128,13 +128,13 @@ void TstComissao::venda(int vendedor, const QString& valor, const QString& descr
 }
 
 // All rows of the grid from the raw rows, with the test's own arithmetic, by seller name.
-QList<QStringList> TstComissao::esperadas(const QString& inicio, const QString& fim) {
+QList<QStringList> TstComissao::expectedRows(const QString& inicio, const QString& fim) {
     const QStringList vendas = {u"5101"_s, u"5102"_s, u"5104"_s, u"5401"_s, u"5403"_s, u"5405"_s,
                                 u"6101"_s, u"6102"_s, u"6104"_s, u"6401"_s, u"6403"_s, u"6404"_s};
     const QStringList devolucoes = {u"1202"_s, u"1411"_s, u"2202"_s, u"2411"_s};
-    QMap<QString, QString> descricaoDe;
+    QMap<QString, QString> descriptionOf;
     for (const QStringList& p : m->server().query(u"SELECT codfabr, descricao FROM produtos"_s))
-        descricaoDe[p[0]] = p[1];
+        descriptionOf[p[0]] = p[1];
     QMap<QString, QString> vendedorDaNota;
     for (const QStringList& n : m->server().query(u"SELECT nrnf, SerieNF, CodVendedor FROM nfsaida"_s))
         vendedorDaNota[n[0] + u'/' + n[1]] = n[2];
@@ -143,7 +143,7 @@ QList<QStringList> TstComissao::esperadas(const QString& inicio, const QString& 
         qint64 outros = 0;
         qint64 trocas = 0;
     };
-    QMap<QString, Somas> porVendedor;
+    QMap<QString, Somas> bySeller;
     for (const QStringList& l : m->server().query(u"SELECT nr_nf, serienf, dataemissao, entrsai, "
                                                   u"cancelado, cfop, codigo, descricao, totalvenda FROM "
                                                   "movsaient"_s)) {
@@ -155,8 +155,8 @@ QList<QStringList> TstComissao::esperadas(const QString& inicio, const QString& 
             valor = -valor;
         else if (l[3] != u"S" || !vendas.contains(l[5]))
             continue;
-        Somas& somas = porVendedor[vendedor];
-        (ehPao(descricaoDe.value(l[6], l[7])) ? somas.pao : somas.outros) += valor;
+        Somas& somas = bySeller[vendedor];
+        (isBread(descriptionOf.value(l[6], l[7])) ? somas.pao : somas.outros) += valor;
     }
     QMap<QString, qint64> trocas;
     for (const QStringList& t : m->server().query(
@@ -164,26 +164,26 @@ QList<QStringList> TstComissao::esperadas(const QString& inicio, const QString& 
         if (t[3] == u"B" && t[4] >= inicio && t[4] <= fim)
             trocas[t[0]] += QString(t[1]).remove(u'.').toLongLong() * cents(t[2]);
     for (auto t = trocas.cbegin(); t != trocas.cend(); ++t)
-        porVendedor[t.key()].trocas = centsOfHundredThousandths(t.value());
+        bySeller[t.key()].trocas = centsOfHundredThousandths(t.value());
 
     QMap<QString, QStringList> cadastro;
     for (const QStringList& v :
          m->server().query(u"SELECT codigovend, vendedor, ComissEsp1, ComissEsp2 FROM vendedores"_s))
         cadastro[v[0]] = v;
-    QMap<QString, QStringList> porNome;
+    QMap<QString, QStringList> byName;
     std::array<qint64, 13> soma = {};
-    for (auto v = porVendedor.cbegin(); v != porVendedor.cend(); ++v) {
-        const QStringList dados = cadastro.value(v.key(), {v.key(), QString(), QString(), QString()});
-        const QString porcPao = porcentagem(dados[2]);
-        const QString porcOutros = porcentagem(dados[3]);
-        const qint64 comissaoPao = proportion(v->pao, decimos(porcPao), 1000);
-        const qint64 comissaoOutros = proportion(v->outros, decimos(porcOutros), 1000);
+    for (auto v = bySeller.cbegin(); v != bySeller.cend(); ++v) {
+        const QStringList data = cadastro.value(v.key(), {v.key(), QString(), QString(), QString()});
+        const QString porcPao = percentage(data[2]);
+        const QString porcOutros = percentage(data[3]);
+        const qint64 comissaoPao = proportion(v->pao, tenths(porcPao), 1000);
+        const qint64 comissaoOutros = proportion(v->outros, tenths(porcOutros), 1000);
         const qint64 vendido = v->pao + v->outros;
-        porNome.insert(dados[1] + u'/' + v.key(),
-                       {v.key(), dados[1], onScreen(v->pao), porcPao, onScreen(comissaoPao),
-                        onScreen(v->outros), porcOutros, onScreen(comissaoOutros), onScreen(vendido),
-                        onScreen(comissaoPao + comissaoOutros), onScreen(v->trocas),
-                        onScreen(proportion(v->trocas, 10000, vendido)), QString()});
+        byName.insert(data[1] + u'/' + v.key(),
+                      {v.key(), data[1], onScreen(v->pao), porcPao, onScreen(comissaoPao),
+                       onScreen(v->outros), porcOutros, onScreen(comissaoOutros), onScreen(vendido),
+                       onScreen(comissaoPao + comissaoOutros), onScreen(v->trocas),
+                       onScreen(proportion(v->trocas, 10000, vendido)), QString()});
         soma[2] += v->pao;
         soma[4] += comissaoPao;
         soma[5] += v->outros;
@@ -192,21 +192,21 @@ QList<QStringList> TstComissao::esperadas(const QString& inicio, const QString& 
         soma[9] += comissaoPao + comissaoOutros;
         soma[10] += v->trocas;
     }
-    QList<QStringList> todas = porNome.values();
-    if (todas.isEmpty())
-        return todas;
-    todas.append(QStringList(13, QString()));
+    QList<QStringList> all = byName.values();
+    if (all.isEmpty())
+        return all;
+    all.append(QStringList(13, QString()));
     QStringList totais(13, QString());
     totais[1] = u"***TOTAL-***"_s;
-    for (const int coluna : {2, 4, 5, 7, 8, 9, 10})
-        totais[coluna] = onScreen(soma[static_cast<size_t>(coluna)]);
+    for (const int column : {2, 4, 5, 7, 8, 9, 10})
+        totais[column] = onScreen(soma[static_cast<size_t>(column)]);
     totais[11] = onScreen(proportion(soma[10], 10000, soma[8]));
-    todas.append(totais);
-    return todas;
+    all.append(totais);
+    return all;
 }
 
 void TstComissao::opensWithThePreviousMonth_data() {
-    QTest::addColumn<QDate>("hoje");
+    QTest::addColumn<QDate>("today");
     QTest::addColumn<QString>("inicio");
     QTest::addColumn<QString>("fim");
     QTest::newRow("1 March, leap year") << QDate(2024, 3, 1) << u"01/02/2024"_s << u"29/02/2024"_s;
@@ -215,78 +215,78 @@ void TstComissao::opensWithThePreviousMonth_data() {
 }
 
 void TstComissao::opensWithThePreviousMonth() {
-    QFETCH(QDate, hoje);
-    const QDateTime antes = clock::now();
-    clock::fix(QDateTime(hoje, QTime(8, 0)));
-    tela = std::make_unique<Comissao>();
-    clock::fix(antes);
-    QTEST(control<DateBox>(tela.get(), "DataIni")->text(), "inicio");
-    QTEST(control<DateBox>(tela.get(), "DataFin")->text(), "fim");
+    QFETCH(QDate, today);
+    const QDateTime before = clock::now();
+    clock::fix(QDateTime(today, QTime(8, 0)));
+    screen = std::make_unique<Comissao>();
+    clock::fix(before);
+    QTEST(control<DateBox>(screen.get(), "DataIni")->text(), "inicio");
+    QTEST(control<DateBox>(screen.get(), "DataFin")->text(), "fim");
 }
 
 void TstComissao::captionsWidthsAndNames() {
-    QCOMPARE(tela->windowTitle(), u" Comissão dos Vendedores"_s);
-    QCOMPARE(control<QPushButton>(tela.get(), "Command4")->text(), u"&Gerar Relatório"_s);
+    QCOMPARE(screen->windowTitle(), u" Comissão dos Vendedores"_s);
+    QCOMPARE(control<QPushButton>(screen.get(), "Command4")->text(), u"&Gerar Relatório"_s);
     QCOMPARE(imprime()->text(), u"&Imprime"_s);
     QVERIFY(!imprime()->isEnabled());
-    QCOMPARE(control<QLabel>(tela.get(), "Label3")->text(), u"AGUARDE...."_s);
-    QVERIFY(control<QLabel>(tela.get(), "Label3")->isHidden());
-    QCOMPARE(control<QLabel>(tela.get(), "Label2")->text(), u"PERÍODO"_s);
-    QVERIFY(control<QLineEdit>(tela.get(), "TextGrid")->isHidden());
-    QVERIFY(!control<QLabel>(tela.get(), "Image1")->pixmap().isNull());
-    QCOMPARE(cells(grade(), 0),
+    QCOMPARE(control<QLabel>(screen.get(), "Label3")->text(), u"AGUARDE...."_s);
+    QVERIFY(control<QLabel>(screen.get(), "Label3")->isHidden());
+    QCOMPARE(control<QLabel>(screen.get(), "Label2")->text(), u"PERÍODO"_s);
+    QVERIFY(control<QLineEdit>(screen.get(), "TextGrid")->isHidden());
+    QVERIFY(!control<QLabel>(screen.get(), "Image1")->pixmap().isNull());
+    QCOMPARE(cells(grid(), 0),
              QStringList({u"CÓDIGO"_s, u"VENDEDOR"_s, u"R$ TOTAL PÃO"_s, u"% COMISÃO"_s, u"R$ COMISSÃO"_s,
                           u"R$ TOTAL OUTROS"_s, u"% COMISSÃO"_s, u"R$ COMISSÃO"_s, u"R$ TOTAL VENDAS"_s,
                           u"R$ TOTAL COMISSÃO"_s, u"R$ DEVOLUÇÕES"_s, u"% DEVOLUÇÕES"_s, u"IMPRIME"_s}));
-    QCOMPARE(columnWidths(grade()),
+    QCOMPARE(columnWidths(grid()),
              QList<int>({800, 1300, 1400, 1400, 1400, 1600, 1400, 1400, 1600, 1600, 1400, 1400, 920}));
-    QCOMPARE(alignments(grade()), u"><>>>>>>>>>>^"_s);
-    for (int coluna = 0; coluna < grade()->columns(); ++coluna)
-        QVERIFY(grade()->isBold(0, coluna));
-    QCOMPARE(grade()->rows(), 1);
+    QCOMPARE(alignments(grid()), u"><>>>>>>>>>>^"_s);
+    for (int column = 0; column < grid()->columns(); ++column)
+        QVERIFY(grid()->isBold(0, column));
+    QCOMPARE(grid()->rows(), 1);
     QCOMPARE(m->statements(), QStringList());
 }
 
 void TstComissao::refusesBadPeriods_data() {
     QTest::addColumn<QString>("inicio");
     QTest::addColumn<QString>("fim");
-    QTest::addColumn<QString>("mensagem");
-    QTest::addColumn<QString>("foco");
-    const QString bom = u"01/02/2024"_s;
-    QTest::newRow("31/02") << u"31/02/2024"_s << bom << u"Data inicial inválida. Verifique!!!"_s
+    QTest::addColumn<QString>("message");
+    QTest::addColumn<QString>("focus");
+    const QString good = u"01/02/2024"_s;
+    QTest::newRow("31/02") << u"31/02/2024"_s << good << u"Data inicial inválida. Verifique!!!"_s
                            << u"DataIni"_s;
     QTest::newRow("both, the start first")
         << u"31/02/2024"_s << u"29/02/2023"_s << u"Data inicial inválida. Verifique!!!"_s << u"DataIni"_s;
-    QTest::newRow("half typed") << u"1"_s << bom << u"Data inicial inválida. Verifique!!!"_s << u"DataIni"_s;
-    QTest::newRow("zeros") << u"00/00/0000"_s << bom << u"Data inicial inválida. Verifique!!!"_s
+    QTest::newRow("half typed") << u"1"_s << good << u"Data inicial inválida. Verifique!!!"_s << u"DataIni"_s;
+    QTest::newRow("zeros") << u"00/00/0000"_s << good << u"Data inicial inválida. Verifique!!!"_s
                            << u"DataIni"_s;
-    QTest::newRow("no end") << bom << QString() << u"Data final inválida. Verifique!!!"_s << u"DataFin"_s;
-    QTest::newRow("end 29/02/2023") << bom << u"29/02/2023"_s << u"Data final inválida. Verifique!!!"_s
+    QTest::newRow("no end") << good << QString() << u"Data final inválida. Verifique!!!"_s << u"DataFin"_s;
+    QTest::newRow("end 29/02/2023") << good << u"29/02/2023"_s << u"Data final inválida. Verifique!!!"_s
                                     << u"DataFin"_s;
-    QTest::newRow("inverted") << u"02/02/2024"_s << bom
+    QTest::newRow("inverted") << u"02/02/2024"_s << good
                               << u"Data inicial superior a data final. Verifique!!!"_s << u"DataIni"_s;
 }
 
 void TstComissao::refusesBadPeriods() {
     QFETCH(QString, inicio);
     QFETCH(QString, fim);
-    QFETCH(QString, mensagem);
-    QFETCH(QString, foco);
+    QFETCH(QString, message);
+    QFETCH(QString, focus);
     periodo(inicio, fim);
     ModalHelper modal;
-    modal.expect(mensagem, QMessageBox::Ok);
-    gera();
+    modal.expect(message, QMessageBox::Ok);
+    run();
     QCOMPARE(modal.problem(), QString());
     QCOMPARE(modal.boxes()[0].title, u"Atenção!!!"_s);
-    QCOMPARE(tela->focusWidget()->objectName(), foco);
+    QCOMPARE(screen->focusWidget()->objectName(), focus);
     QCOMPARE(m->statements(), QStringList());
 }
 
 void TstComissao::refusedPeriodLeavesTheGrid() {
     venda(1, u"10.00"_s, u"BOLO"_s);
-    gera();
-    const QList<QStringList> antes = allCells(grade());
-    QCOMPARE(antes.size(), 3);
+    run();
+    const QList<QStringList> before = allCells(grid());
+    QCOMPARE(before.size(), 3);
     for (const auto& [inicio, fim] :
          {std::pair(u"31/02/2024"_s, u"29/02/2024"_s), std::pair(u"01/02/2024"_s, u"30/02/2024"_s),
           std::pair(u"02/02/2024"_s, u"01/02/2024"_s)}) {
@@ -294,9 +294,9 @@ void TstComissao::refusedPeriodLeavesTheGrid() {
         m->mark();
         ModalHelper modal;
         modal.expectContaining(u"Verifique!!!"_s, QMessageBox::Ok);
-        gera();
+        run();
         QCOMPARE(modal.problem(), QString());
-        QCOMPARE(allCells(grade()), antes);
+        QCOMPARE(allCells(grid()), before);
         QVERIFY(imprime()->isEnabled());
         QCOMPARE(m->statements(), QStringList());
     }
@@ -305,20 +305,20 @@ void TstComissao::refusedPeriodLeavesTheGrid() {
 void TstComissao::sendsTheStatementsInTheirOrder() {
     venda(1, u"10.00"_s, u"BOLO"_s);
     m->mark();
-    gera();
+    run();
     const QString inicio =
         u"INSERT INTO relat2 (CODIGO1, TEXTO1, CODIGO2, valor1, DATA1, TEXTO3) SELECT m.codigo, m.descricao, "
         "n.CodVendedor, "_s;
-    const QString meio =
+    const QString middle =
         u", m.dataemissao, 'OUTROS' AS Outros FROM movsaient AS m Inner JOIN nfsaida AS n ON "
         "m.nr_nf=n.nrnf AND m.serienf=n.SerieNF WHERE m.dataemissao>='2024-02-01' AND "
         "m.dataemissao<='2024-02-29' AND m.entrsai="_s;
-    const QStringList esperado = {
+    const QStringList expected = {
         u"TRUNCATE relat2"_s,
-        inicio + u"m.totalvenda"_s + meio +
+        inicio + u"m.totalvenda"_s + middle +
             u"'S' AND n.CodVendedor>0 AND m.cancelado='N' and m.cfop in "
             "('5101','5102','5104','5401','5403','5405','6101','6102','6104','6401','6403','6404')"_s,
-        inicio + u"-1 * m.totalvenda"_s + meio +
+        inicio + u"-1 * m.totalvenda"_s + middle +
             u"'E' AND n.CodVendedor>0 AND m.cancelado='N' and m.cfop in ('1202','1411','2202','2411')"_s,
         u"INSERT INTO relat2 (CODIGO1, CODIGO2, valor1, TEXTO3) SELECT '***DEVOLUÇÃO', Vendedor, "
         "ifnull(SUM(quantidade*pcfabrica),0) as TotalPed, '***DEVOLUÇÃO' AS Devolucao FROM Orcamento_Troca "
@@ -330,11 +330,11 @@ void TstComissao::sendsTheStatementsInTheirOrder() {
         "relat2 as r left join vendedores as v on r.codigo2=v.codigovend GROUP BY r.codigo2,r.texto3 ORDER "
         "BY "
         "r.TEXTO2, r.texto2"_s};
-    QCOMPARE(m->statements(), StatementLog::expected(esperado));
+    QCOMPARE(m->statements(), StatementLog::expected(expected));
 }
 
 void TstComissao::figuresOfARandomMonth_data() {
-    QTest::addColumn<quint32>("semente");
+    QTest::addColumn<quint32>("seed");
     QTest::addColumn<QString>("inicio");
     QTest::addColumn<QString>("fim");
     QTest::newRow("february") << 11u << u"2024-02-01"_s << u"2024-02-29"_s;
@@ -343,16 +343,16 @@ void TstComissao::figuresOfARandomMonth_data() {
 }
 
 void TstComissao::figuresOfARandomMonth() {
-    QFETCH(quint32, semente);
+    QFETCH(quint32, seed);
     QFETCH(QString, inicio);
     QFETCH(QString, fim);
-    m->shop().movimento(semente);
+    m->shop().movimento(seed);
     periodo(TextoTela(QDate::fromString(inicio, Qt::ISODate)),
             TextoTela(QDate::fromString(fim, Qt::ISODate)));
-    gera();
-    const QList<QStringList> todas = esperadas(inicio, fim);
-    QVERIFY(todas.size() > 8);
-    QCOMPARE(allCells(grade()), todas);
+    run();
+    const QList<QStringList> all = expectedRows(inicio, fim);
+    QVERIFY(all.size() > 8);
+    QCOMPARE(allCells(grid()), all);
     QVERIFY(imprime()->isEnabled());
 }
 
@@ -361,16 +361,16 @@ void TstComissao::coloursBoldAndPictures() {
     m->shop().vendedor(2, u"BETO"_s, u"3"_s, u"1.5"_s);
     venda(1, u"10.00"_s, u"BOLO"_s);
     venda(2, u"10.00"_s, u"PAO"_s);
-    gera();
-    QCOMPARE(grade()->rows(), 5);
-    for (int linha = 1; linha < grade()->rows(); ++linha)
-        for (int coluna = 0; coluna < grade()->columns(); ++coluna) {
-            const QColor cor = coluna >= 2 && coluna <= 4   ? amarelo
-                               : coluna >= 5 && coluna <= 7 ? verde
-                                                            : QColor();
-            QCOMPARE(grade()->backColor(linha, coluna), cor);
-            QCOMPARE(grade()->isBold(linha, coluna), linha == 4);
-            QCOMPARE(grade()->hasPicture(linha, coluna), coluna == 12 && linha <= 2);
+    run();
+    QCOMPARE(grid()->rows(), 5);
+    for (int row = 1; row < grid()->rows(); ++row)
+        for (int column = 0; column < grid()->columns(); ++column) {
+            const QColor colour = column >= 2 && column <= 4   ? yellow
+                                  : column >= 5 && column <= 7 ? green
+                                                               : QColor();
+            QCOMPARE(grid()->backColor(row, column), colour);
+            QCOMPARE(grid()->isBold(row, column), row == 4);
+            QCOMPARE(grid()->hasPicture(row, column), column == 12 && row <= 2);
         }
 }
 
@@ -389,17 +389,17 @@ void TstComissao::breadByTheWordInTheDescription() {
     QFETCH(QString, descricao);
     QFETCH(bool, pao);
     venda(1, u"10.00"_s, descricao);
-    gera();
-    QCOMPARE(grade()->text(1, 2), pao ? u"10,00"_s : u"0,00"_s);
-    QCOMPARE(grade()->text(1, 5), pao ? u"0,00"_s : u"10,00"_s);
+    run();
+    QCOMPARE(grid()->text(1, 2), pao ? u"10,00"_s : u"0,00"_s);
+    QCOMPARE(grid()->text(1, 5), pao ? u"0,00"_s : u"10,00"_s);
     QCOMPARE(m->server().query(u"SELECT Texto3 FROM relat2"_s)[0][0], pao ? u"PÃO"_s : u"OUTROS"_s);
 }
 
 void TstComissao::currentDescriptionReplacesTheInvoices() {
     m->shop().produto(u"SEM CADASTRO"_s, u"PÃO NOVO"_s);
     venda(1, u"10.00"_s, u"BOLO"_s);
-    gera();
-    QCOMPARE(grade()->text(1, 2), u"10,00"_s);
+    run();
+    QCOMPARE(grid()->text(1, 2), u"10,00"_s);
 }
 
 void TstComissao::returnedBreadLowersBread() {
@@ -407,8 +407,8 @@ void TstComissao::returnedBreadLowersBread() {
     venda(1, u"100.00"_s, u"PÃO"_s);
     venda(1, u"50.00"_s, u"BOLO"_s);
     venda(1, u"30.00"_s, u"PÃO"_s, u"1202"_s);
-    gera();
-    QCOMPARE(cells(grade(), 1),
+    run();
+    QCOMPARE(cells(grid(), 1),
              QStringList({u"1"_s, u"ANA"_s, u"70,00"_s, u"10,0"_s, u"7,00"_s, u"50,00"_s, u"1,0"_s, u"0,50"_s,
                           u"120,00"_s, u"7,50"_s, u"0,00"_s, u"0,00"_s, QString()}));
 }
@@ -429,16 +429,16 @@ void TstComissao::counterExchangesAreReturns() {
                          .situacao = u"A"_s,
                          .cliente = u"C1"_s,
                          .custo = u"9.00"_s});
-    gera();
-    QCOMPARE(grade()->text(1, 10), u"8,33"_s);
-    QCOMPARE(grade()->text(1, 11), u"8,33"_s);
-    QCOMPARE(grade()->text(1, 8), u"100,00"_s);
+    run();
+    QCOMPARE(grid()->text(1, 10), u"8,33"_s);
+    QCOMPARE(grid()->text(1, 11), u"8,33"_s);
+    QCOMPARE(grid()->text(1, 8), u"100,00"_s);
 }
 
 void TstComissao::sellerWithoutARow() {
     venda(77, u"100.00"_s, u"PÃO"_s);
-    gera();
-    QCOMPARE(cells(grade(), 1),
+    run();
+    QCOMPARE(cells(grid(), 1),
              QStringList({u"77"_s, QString(), u"100,00"_s, QString(), u"0,00"_s, u"0,00"_s, QString(),
                           u"0,00"_s, u"100,00"_s, u"0,00"_s, u"0,00"_s, u"0,00"_s, QString()}));
     QVERIFY(imprime()->isEnabled());
@@ -448,11 +448,11 @@ void TstComissao::nullPercentages() {
     m->shop().vendedor(1, u"ANA"_s, std::nullopt, u"2.55"_s);
     venda(1, u"100.00"_s, u"PÃO"_s);
     venda(1, u"100.00"_s, u"BOLO"_s);
-    gera();
-    QCOMPARE(grade()->text(1, 3), QString());
-    QCOMPARE(grade()->text(1, 4), u"0,00"_s);
-    QCOMPARE(grade()->text(1, 6), u"2,6"_s); // the shown percentage counts
-    QCOMPARE(grade()->text(1, 7), u"2,60"_s);
+    run();
+    QCOMPARE(grid()->text(1, 3), QString());
+    QCOMPARE(grid()->text(1, 4), u"0,00"_s);
+    QCOMPARE(grid()->text(1, 6), u"2,6"_s); // the shown percentage counts
+    QCOMPARE(grid()->text(1, 7), u"2,60"_s);
 }
 
 void TstComissao::twoSellersOfOneName() {
@@ -468,25 +468,25 @@ void TstComissao::twoSellersOfOneName() {
                              .cliente = u"C1"_s,
                              .custo = u"30.00"_s});
     }
-    gera();
-    QCOMPARE(grade()->rows(), 7);
-    QSet<QString> codigos;
-    for (int linha = 1; linha <= 4; ++linha) {
-        codigos.insert(grade()->text(linha, 0));
-        QCOMPARE(grade()->text(linha, 2), u"100,00"_s);
-        QCOMPARE(grade()->text(linha, 5), u"200,00"_s);
-        QCOMPARE(grade()->text(linha, 10), u"30,00"_s);
-        QCOMPARE(grade()->text(linha, 11), u"10,00"_s);
+    run();
+    QCOMPARE(grid()->rows(), 7);
+    QSet<QString> codes;
+    for (int row = 1; row <= 4; ++row) {
+        codes.insert(grid()->text(row, 0));
+        QCOMPARE(grid()->text(row, 2), u"100,00"_s);
+        QCOMPARE(grid()->text(row, 5), u"200,00"_s);
+        QCOMPARE(grid()->text(row, 10), u"30,00"_s);
+        QCOMPARE(grid()->text(row, 11), u"10,00"_s);
     }
-    QCOMPARE(codigos, QSet<QString>({u"1"_s, u"2"_s, u"31"_s, u"32"_s}));
+    QCOMPARE(codes, QSet<QString>({u"1"_s, u"2"_s, u"31"_s, u"32"_s}));
 }
 
 void TstComissao::invoicesWithoutSellerAreLeftOut() {
     venda(0, u"100.00"_s, u"PÃO"_s);
     venda(1, u"5.00"_s, u"PÃO"_s);
-    gera();
-    QCOMPARE(grade()->rows(), 4);
-    QCOMPARE(grade()->text(3, 8), u"5,00"_s);
+    run();
+    QCOMPARE(grid()->rows(), 4);
+    QCOMPARE(grid()->text(3, 8), u"5,00"_s);
 }
 
 void TstComissao::seriesMustMatch() {
@@ -495,20 +495,20 @@ void TstComissao::seriesMustMatch() {
     LinhaFiscal l;
     l.serie = u"2"_s;
     m->shop().linhaFiscal(l);
-    gera();
-    QCOMPARE(grade()->rows(), 4);
-    QCOMPARE(grade()->text(1, 0), u"2"_s);
+    run();
+    QCOMPARE(grid()->rows(), 4);
+    QCOMPARE(grid()->text(1, 0), u"2"_s);
 }
 
 void TstComissao::oneDayPeriod() {
     const QStringList dias = {u"2024-02-09"_s, u"2024-02-10"_s, u"2024-02-11"_s};
-    const QStringList valores = {u"1000.00"_s, u"20.00"_s, u"300.00"_s};
+    const QStringList values = {u"1000.00"_s, u"20.00"_s, u"300.00"_s};
     for (int i = 0; i < dias.size(); ++i) {
         m->shop().nota(i + 1, 1, u"CLIENTE"_s);
         LinhaFiscal l;
         l.nota = i + 1;
         l.data = dias[i];
-        l.totalVenda = valores[i];
+        l.totalVenda = values[i];
         m->shop().linhaFiscal(l);
         m->shop().devolucao({.vendedor = 1,
                              .produto = u"P1"_s,
@@ -518,9 +518,9 @@ void TstComissao::oneDayPeriod() {
                              .custo = u"%1.00"_s.arg(i + 1)});
     }
     periodo(u"10/02/2024"_s, u"10/02/2024"_s);
-    gera();
-    QCOMPARE(grade()->text(1, 8), u"20,00"_s);
-    QCOMPARE(grade()->text(1, 10), u"2,00"_s);
+    run();
+    QCOMPARE(grid()->text(1, 8), u"20,00"_s);
+    QCOMPARE(grid()->text(1, 10), u"2,00"_s);
 }
 
 void TstComissao::rowCounts_data() {
@@ -542,46 +542,46 @@ void TstComissao::rowCounts() {
         "dataemissao, entrsai, cancelado, cfop, codigo, descricao, totalvenda) SELECT seq, '1', "
         "'2024-02-10', "
         "'S', 'N', '5102', 'X', 'BOLO', seq * 0.41 FROM seq_1_to_%1"_s.arg(vendedores));
-    gera();
-    QCOMPARE(grade()->rows(), vendedores + 3);
+    run();
+    QCOMPARE(grid()->rows(), vendedores + 3);
     qint64 pao = 0;
     qint64 outros = 0;
     qint64 comissaoPao = 0;
     qint64 comissaoOutros = 0;
     for (int n = 1; n <= vendedores; ++n) {
-        const qint64 umPao = n * qint64(137);
-        const qint64 umOutros = n * qint64(41);
-        const qint64 umaComissaoPao = proportion(umPao, 15, 1000);
-        const qint64 umaComissaoOutros = proportion(umOutros, 25, 1000);
-        QCOMPARE(
-            cells(grade(), n),
-            QStringList({QString::number(n), u"V"_s + QString::number(n).rightJustified(5, u'0'),
-                         onScreen(umPao), u"1,5"_s, onScreen(umaComissaoPao), onScreen(umOutros), u"2,5"_s,
-                         onScreen(umaComissaoOutros), onScreen(umPao + umOutros),
-                         onScreen(umaComissaoPao + umaComissaoOutros), u"0,00"_s, u"0,00"_s, QString()}));
-        pao += umPao;
-        outros += umOutros;
-        comissaoPao += umaComissaoPao;
-        comissaoOutros += umaComissaoOutros;
+        const qint64 oneBread = n * qint64(137);
+        const qint64 oneOther = n * qint64(41);
+        const qint64 oneBreadCommission = proportion(oneBread, 15, 1000);
+        const qint64 oneOtherCommission = proportion(oneOther, 25, 1000);
+        QCOMPARE(cells(grid(), n),
+                 QStringList({QString::number(n), u"V"_s + QString::number(n).rightJustified(5, u'0'),
+                              onScreen(oneBread), u"1,5"_s, onScreen(oneBreadCommission), onScreen(oneOther),
+                              u"2,5"_s, onScreen(oneOtherCommission), onScreen(oneBread + oneOther),
+                              onScreen(oneBreadCommission + oneOtherCommission), u"0,00"_s, u"0,00"_s,
+                              QString()}));
+        pao += oneBread;
+        outros += oneOther;
+        comissaoPao += oneBreadCommission;
+        comissaoOutros += oneOtherCommission;
     }
-    QCOMPARE(cells(grade(), vendedores + 1), QStringList(13, QString()));
-    QCOMPARE(cells(grade(), vendedores + 2),
+    QCOMPARE(cells(grid(), vendedores + 1), QStringList(13, QString()));
+    QCOMPARE(cells(grid(), vendedores + 2),
              QStringList({QString(), u"***TOTAL-***"_s, onScreen(pao), QString(), onScreen(comissaoPao),
                           onScreen(outros), QString(), onScreen(comissaoOutros), onScreen(pao + outros),
                           onScreen(comissaoPao + comissaoOutros), u"0,00"_s, u"0,00"_s, QString()}));
-    QCOMPARE(columnWidths(grade()),
+    QCOMPARE(columnWidths(grid()),
              QList<int>({800, 1300, 1400, 1400, 1400, 1600, 1400, 1400, 1600, 1600, 1400, 1400, 920}));
-    QCOMPARE(alignments(grade()), u"><>>>>>>>>>>^"_s);
+    QCOMPARE(alignments(grid()), u"><>>>>>>>>>>^"_s);
     QVERIFY(imprime()->isEnabled());
 }
 
 void TstComissao::nothingInThePeriod() {
     ModalHelper modal;
-    gera();
+    run();
     QCOMPARE(modal.problem(), QString());
-    QCOMPARE(grade()->rows(), 1);
+    QCOMPARE(grid()->rows(), 1);
     QVERIFY(!imprime()->isEnabled());
-    QVERIFY(control<QLabel>(tela.get(), "Label3")->isHidden());
+    QVERIFY(control<QLabel>(screen.get(), "Label3")->isHidden());
 }
 
 void TstComissao::onlyExchangesIsADivisionByZero() {
@@ -598,20 +598,20 @@ void TstComissao::onlyExchangesIsADivisionByZero() {
                          .custo = u"30.00"_s});
     ModalHelper modal;
     modal.expectContaining(u"Vendedor 2 - BETO: Divisão por zero."_s, QMessageBox::Ok);
-    gera();
+    run();
     QCOMPARE(modal.problem(), QString());
     QVERIFY(!imprime()->isEnabled());
-    QVERIFY(control<QLabel>(tela.get(), "Label3")->isHidden());
+    QVERIFY(control<QLabel>(screen.get(), "Label3")->isHidden());
     // The seller before him as the run had listed her.
-    QCOMPARE(allCells(grade()),
+    QCOMPARE(allCells(grid()),
              QList<QStringList>({{u"1"_s, u"ANA"_s, u"100,00"_s, u"1,0"_s, u"0,00"_s, u"0,00"_s, u"1,0"_s,
                                   u"0,00"_s, u"100,00"_s, u"0,00"_s, u"0,00"_s, u"0,00"_s, QString()}}));
-    QVERIFY(grade()->hasPicture(1, 12));
+    QVERIFY(grid()->hasPicture(1, 12));
     // The staging table as far as it was filled.
     QCOMPARE(m->server().query(u"SELECT COUNT(*) FROM relat2"_s)[0][0], u"3"_s);
     m->server().execute(u"DELETE FROM Orcamento_Troca"_s);
-    gera();
-    QCOMPARE(grade()->rows(), 5);
+    run();
+    QCOMPARE(grid()->rows(), 5);
     QVERIFY(imprime()->isEnabled());
 }
 
@@ -628,14 +628,14 @@ void TstComissao::sellersLeftByAnErrorCanBeEdited() {
                          .custo = u"30.00"_s});
     ModalHelper modal;
     modal.expectContaining(u"Vendedor 2 - BETO"_s, QMessageBox::Ok);
-    gera();
+    run();
     QCOMPARE(modal.problem(), QString());
-    QCOMPARE(grade()->rows(), 2);
-    const Hands hands(tela.get());
+    QCOMPARE(grid()->rows(), 2);
+    const Hands hands(screen.get());
     hands.click(1, 3);
     hands.type(u"5"_s);
     hands.key(Qt::Key_Return);
-    QCOMPARE(allCells(grade()),
+    QCOMPARE(allCells(grid()),
              QList<QStringList>({{u"1"_s, u"ANA"_s, u"100,00"_s, u"5,0"_s, u"5,00"_s, u"0,00"_s, u"1,0"_s,
                                   u"0,00"_s, u"100,00"_s, u"5,00"_s, u"0,00"_s, u"0,00"_s, QString()}}));
 }
@@ -647,11 +647,11 @@ void TstComissao::totalSalesOfZeroIsADivisionByZero() {
     venda(2, u"100.00"_s, u"PÃO"_s, u"1411"_s);
     ModalHelper modal;
     modal.expectContaining(u"Divisão por zero."_s, QMessageBox::Ok);
-    gera();
+    run();
     QCOMPARE(modal.problem(), QString());
     QVERIFY(!imprime()->isEnabled());
-    QCOMPARE(grade()->text(1, 8), u"100,00"_s);
-    QCOMPARE(grade()->text(2, 8), u"-100,00"_s);
+    QCOMPARE(grid()->text(1, 8), u"100,00"_s);
+    QCOMPARE(grid()->text(2, 8), u"-100,00"_s);
 }
 
 void TstComissao::percentagesAreExact() {
@@ -665,37 +665,37 @@ void TstComissao::percentagesAreExact() {
                          .baixa = u"2024-02-10"_s,
                          .cliente = u"C1"_s,
                          .custo = u"0.01"_s});
-    gera();
-    QCOMPARE(grade()->text(1, 4), u"0,00"_s);
-    QCOMPARE(grade()->text(1, 7), u"0,02"_s);
-    QCOMPARE(grade()->text(1, 11), u"0,75"_s); // 0.7518...
+    run();
+    QCOMPARE(grid()->text(1, 4), u"0,00"_s);
+    QCOMPARE(grid()->text(1, 7), u"0,02"_s);
+    QCOMPARE(grid()->text(1, 11), u"0,75"_s); // 0.7518...
 }
 
 void TstComissao::failingStatementLeavesTheScreenUsable() {
     venda(1, u"10.00"_s, u"BOLO"_s);
-    gera();
+    run();
     QVERIFY(imprime()->isEnabled());
     m->server().execute(u"RENAME TABLE Orcamento_Troca TO guardada"_s);
     ModalHelper modal;
     modal.expectContaining(u"Orcamento_Troca"_s, QMessageBox::Ok);
-    gera();
+    run();
     m->server().execute(u"RENAME TABLE guardada TO Orcamento_Troca"_s);
     QCOMPARE(modal.problem(), QString());
-    QVERIFY(control<QLabel>(tela.get(), "Label3")->isHidden());
+    QVERIFY(control<QLabel>(screen.get(), "Label3")->isHidden());
     QVERIFY(!imprime()->isEnabled());
-    QCOMPARE(grade()->rows(), 1);
+    QCOMPARE(grid()->rows(), 1);
     QCOMPARE(m->server().query(u"SELECT TEXTO3 FROM relat2"_s), QList<QStringList>({{u"OUTROS"_s}}));
-    gera();
-    QCOMPARE(grade()->rows(), 4);
+    run();
+    QCOMPARE(grid()->rows(), 4);
     QVERIFY(imprime()->isEnabled());
 }
 
 void TstComissao::busyLabelIsSeenWhileRunning() {
     venda(1, u"10.00"_s, u"BOLO"_s);
-    gera();
-    QCOMPARE(grade()->rows(), 4);
+    run();
+    QCOMPARE(grid()->rows(), 4);
     m->mark();
-    auto* rotulo = control<QLabel>(tela.get(), "Label3");
+    auto* label = control<QLabel>(screen.get(), "Label3");
     struct Moment {
         qsizetype statements; // that the server had received
         int rows;
@@ -704,23 +704,23 @@ void TstComissao::busyLabelIsSeenWhileRunning() {
     };
     const auto now = [this] {
         const QCursor* pointer = QApplication::overrideCursor();
-        return Moment{m->texts().size(), grade()->rows(), pointer && pointer->shape() == Qt::WaitCursor};
+        return Moment{m->texts().size(), grid()->rows(), pointer && pointer->shape() == Qt::WaitCursor};
     };
     QList<Moment> painted;
     QList<Moment> hidden;
-    const EventWatcher watcher(rotulo, [&](QEvent::Type event) {
+    const EventWatcher watcher(label, [&](QEvent::Type event) {
         if (event == QEvent::Paint)
             painted.append(now());
         else if (event == QEvent::Hide)
             hidden.append(now());
     });
-    control<QPushButton>(tela.get(), "Command4")->click(); // without letting the event loop run
+    control<QPushButton>(screen.get(), "Command4")->click(); // without letting the event loop run
     // The last run's rows are there when the label comes, the sellers but no totals when it goes.
     QCOMPARE(painted, QList<Moment>({{0, 4, true}}));
     QCOMPARE(hidden, QList<Moment>({{8, 2, true}}));
-    QVERIFY(rotulo->isHidden());
+    QVERIFY(label->isHidden());
     QVERIFY(!QApplication::overrideCursor());
-    QCOMPARE(grade()->rows(), 4);
+    QCOMPARE(grid()->rows(), 4);
 }
 
 // Amounts have points for the thousands, a seller's percentages have not.
@@ -734,11 +734,11 @@ void TstComissao::masksFromAThousandOn() {
                          .baixa = u"2024-02-10"_s,
                          .cliente = u"C1"_s,
                          .custo = u"50000.00"_s});
-    gera();
-    QCOMPARE(cells(grade(), 1), QStringList({u"1"_s, u"ANA"_s, u"1.234,50"_s, u"1000,0"_s, u"12.345,00"_s,
-                                             u"2.345,60"_s, u"1000,0"_s, u"23.456,00"_s, u"3.580,10"_s,
-                                             u"35.801,00"_s, u"50.000,00"_s, u"1396,61"_s, QString()}));
-    QCOMPARE(cells(grade(), 3),
+    run();
+    QCOMPARE(cells(grid(), 1), QStringList({u"1"_s, u"ANA"_s, u"1.234,50"_s, u"1000,0"_s, u"12.345,00"_s,
+                                            u"2.345,60"_s, u"1000,0"_s, u"23.456,00"_s, u"3.580,10"_s,
+                                            u"35.801,00"_s, u"50.000,00"_s, u"1396,61"_s, QString()}));
+    QCOMPARE(cells(grid(), 3),
              QStringList({QString(), u"***TOTAL-***"_s, u"1.234,50"_s, QString(), u"12.345,00"_s,
                           u"2.345,60"_s, QString(), u"23.456,00"_s, u"3.580,10"_s, u"35.801,00"_s,
                           u"50.000,00"_s, u"1.396,61"_s, QString()}));
@@ -746,8 +746,8 @@ void TstComissao::masksFromAThousandOn() {
 
 void TstComissao::refusedDatesAreTypedOver_data() {
     QTest::addColumn<QString>("caixa");
-    QTest::addColumn<QString>("recusada");
-    QTest::addColumn<QString>("mensagem");
+    QTest::addColumn<QString>("refused");
+    QTest::addColumn<QString>("message");
     QTest::newRow("start") << u"DataIni"_s << u"31/02/2024"_s << u"Data inicial inválida. Verifique!!!"_s;
     QTest::newRow("end") << u"DataFin"_s << u"31/04/2024"_s << u"Data final inválida. Verifique!!!"_s;
     QTest::newRow("order") << u"DataIni"_s << u"01/03/2024"_s
@@ -756,13 +756,13 @@ void TstComissao::refusedDatesAreTypedOver_data() {
 
 void TstComissao::refusedDatesAreTypedOver() {
     QFETCH(QString, caixa);
-    QFETCH(QString, recusada);
-    QFETCH(QString, mensagem);
-    auto* box = control<DateBox>(tela.get(), qPrintable(caixa));
-    box->setText(recusada);
-    const Hands hands(tela.get());
+    QFETCH(QString, refused);
+    QFETCH(QString, message);
+    auto* box = control<DateBox>(screen.get(), qPrintable(caixa));
+    box->setText(refused);
+    const Hands hands(screen.get());
     ModalHelper modal;
-    modal.expect(mensagem, QMessageBox::Ok);
+    modal.expect(message, QMessageBox::Ok);
     hands.press(u"Command4"_s);
     QCOMPARE(modal.problem(), QString());
     QCOMPARE(Hands::focus(), caixa);
@@ -771,45 +771,45 @@ void TstComissao::refusedDatesAreTypedOver() {
 }
 
 void TstComissao::altKeysAreTold() {
-    QCOMPARE(control<QPushButton>(tela.get(), "Command4")->toolTip(), u"Tecla de atalho: Alt+G"_s);
+    QCOMPARE(control<QPushButton>(screen.get(), "Command4")->toolTip(), u"Tecla de atalho: Alt+G"_s);
     QCOMPARE(imprime()->toolTip(), u"Tecla de atalho: Alt+I"_s);
 }
 
 void TstComissao::runsAgainFromEmpty() {
     venda(1, u"100.00"_s, u"PÃO"_s);
-    gera();
-    gera();
-    QCOMPARE(grade()->rows(), 4);
+    run();
+    run();
+    QCOMPARE(grid()->rows(), 4);
     QCOMPARE(m->server().query(u"SELECT COUNT(*) FROM relat2"_s)[0][0], u"1"_s);
     periodo(u"01/01/2024"_s, u"31/01/2024"_s);
-    gera();
-    QCOMPARE(grade()->rows(), 1);
+    run();
+    QCOMPARE(grid()->rows(), 1);
     QVERIFY(!imprime()->isEnabled());
 }
 
 void TstComissao::byKeyboardAlone() {
     venda(1, u"100.00"_s, u"PÃO"_s);
-    const auto teclaNoFoco = [](Qt::Key tecla, Qt::KeyboardModifiers modificadores = {}) {
-        QTest::keyClick(QApplication::focusWidget(), tecla, modificadores);
+    const auto teclaNoFoco = [](Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
+        QTest::keyClick(QApplication::focusWidget(), key, modifiers);
         QCoreApplication::processEvents();
     };
-    control<DateBox>(tela.get(), "DataIni")->setFocus();
+    control<DateBox>(screen.get(), "DataIni")->setFocus();
     teclaNoFoco(Qt::Key_Return);
     QCOMPARE(QApplication::focusWidget()->objectName(), u"DataFin"_s);
-    for (const Qt::Key tecla :
+    for (const Qt::Key key :
          {Qt::Key_1, Qt::Key_Slash, Qt::Key_3, Qt::Key_Slash, Qt::Key_2, Qt::Key_0, Qt::Key_2, Qt::Key_4})
-        teclaNoFoco(tecla);
-    QCOMPARE(control<DateBox>(tela.get(), "DataFin")->text(), u"01/03/2024"_s);
+        teclaNoFoco(key);
+    QCOMPARE(control<DateBox>(screen.get(), "DataFin")->text(), u"01/03/2024"_s);
     teclaNoFoco(Qt::Key_Return);
     QCOMPARE(QApplication::focusWidget()->objectName(), u"Command4"_s);
     teclaNoFoco(Qt::Key_Space);
-    QCOMPARE(grade()->rows(), 4);
+    QCOMPARE(grid()->rows(), 4);
     teclaNoFoco(Qt::Key_Tab);
     QCOMPARE(QApplication::focusWidget()->objectName(), u"Grid1"_s);
     teclaNoFoco(Qt::Key_Tab);
     QCOMPARE(QApplication::focusWidget()->objectName(), u"Command1"_s);
     teclaNoFoco(Qt::Key_Escape);
-    QVERIFY(!tela->isVisible());
+    QVERIFY(!screen->isVisible());
 }
 
 QTEST_MAIN(TstComissao)

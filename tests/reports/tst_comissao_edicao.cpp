@@ -26,7 +26,7 @@ class TstComissaoEdicao : public QObject {
     void initTestCase() { m = std::make_unique<Bench>(); }
     void cleanupTestCase() { m.reset(); }
     void init();
-    void cleanup() { tela.reset(); }
+    void cleanup() { screen.reset(); }
 
     void opensOverTheCell_data();
     void opensOverTheCell();
@@ -60,21 +60,21 @@ class TstComissaoEdicao : public QObject {
     void messageWhileEditingIsNoLeaving();
 
   private:
-    Grid* grade() const { return control<Grid>(tela.get(), "Grid1"); }
-    QLineEdit* editor() const { return control<QLineEdit>(tela.get(), "TextGrid"); }
-    void abre(int linha, int coluna) { m->click(grade(), linha, coluna); }
-    void digita(const QString& texto) { QTest::keyClicks(editor(), texto); }
-    void tecla(Qt::Key qual) { QTest::keyClick(editor(), qual); }
-    static QString releitura(const QString& codigo = u"1"_s) {
+    Grid* grid() const { return control<Grid>(screen.get(), "Grid1"); }
+    QLineEdit* editor() const { return control<QLineEdit>(screen.get(), "TextGrid"); }
+    void openScreen(int row, int column) { m->click(grid(), row, column); }
+    void type(const QString& text) { QTest::keyClicks(editor(), text); }
+    void key(Qt::Key which) { QTest::keyClick(editor(), which); }
+    static QString readAgain(const QString& codigo = u"1"_s) {
         return u"Select ComissEsp1,ComissEsp2 From Vendedores Where Codigovend='"_s + codigo + u"'"_s;
     }
-    static QString grava(const QString& um, const QString& dois, const QString& codigo = u"1"_s) {
-        return u"Update Vendedores Set ComissEsp1="_s + um + u",ComissEsp2="_s + dois +
+    static QString save(const QString& one, const QString& two, const QString& codigo = u"1"_s) {
+        return u"Update Vendedores Set ComissEsp1="_s + one + u",ComissEsp2="_s + two +
                u" Where Codigovend='"_s + codigo + u"'"_s;
     }
 
     std::unique_ptr<Bench> m;
-    std::unique_ptr<Comissao> tela;
+    std::unique_ptr<Comissao> screen;
 };
 
 void TstComissaoEdicao::init() {
@@ -98,17 +98,17 @@ void TstComissaoEdicao::init() {
                          .baixa = u"2024-02-10"_s,
                          .cliente = u"C1"_s,
                          .custo = u"60.00"_s});
-    tela = std::make_unique<Comissao>();
-    QVERIFY(showActive(tela.get()));
-    QTest::mouseClick(control<QPushButton>(tela.get(), "Command4"), Qt::LeftButton);
-    QCOMPARE(grade()->rows(), 5);
+    screen = std::make_unique<Comissao>();
+    QVERIFY(showActive(screen.get()));
+    QTest::mouseClick(control<QPushButton>(screen.get(), "Command4"), Qt::LeftButton);
+    QCOMPARE(grid()->rows(), 5);
     m->mark();
 }
 
 void TstComissaoEdicao::opensOverTheCell_data() {
-    QTest::addColumn<int>("linha");
-    QTest::addColumn<int>("coluna");
-    QTest::addColumn<QString>("texto");
+    QTest::addColumn<int>("row");
+    QTest::addColumn<int>("column");
+    QTest::addColumn<QString>("text");
     QTest::newRow("bread") << 1 << 3 << u"3,0"_s;
     QTest::newRow("others") << 1 << 6 << u"1,5"_s;
     QTest::newRow("no percentage") << 2 << 3 << QString();
@@ -117,82 +117,82 @@ void TstComissaoEdicao::opensOverTheCell_data() {
 }
 
 void TstComissaoEdicao::opensOverTheCell() {
-    QFETCH(int, linha);
-    QFETCH(int, coluna);
-    abre(linha, coluna);
+    QFETCH(int, row);
+    QFETCH(int, column);
+    openScreen(row, column);
     QVERIFY(editor()->isVisible());
     QVERIFY(editor()->hasFocus());
-    QVERIFY(!grade()->isEnabled());
-    QTEST(editor()->text(), "texto");
+    QVERIFY(!grid()->isEnabled());
+    QTEST(editor()->text(), "text");
     QCOMPARE(editor()->selectedText(), editor()->text());
     QCOMPARE(editor()->geometry().topLeft(),
-             grade()->mapTo(tela.get(), grade()->cellRect(linha, coluna).topLeft()));
-    QCOMPARE(editor()->size(), grade()->cellRect(linha, coluna).size());
-    QCOMPARE(editor()->accessibleName(), grade()->text(0, coluna));
+             grid()->mapTo(screen.get(), grid()->cellRect(row, column).topLeft()));
+    QCOMPARE(editor()->size(), grid()->cellRect(row, column).size());
+    QCOMPARE(editor()->accessibleName(), grid()->text(0, column));
     QCOMPARE(m->statements(), QStringList());
 }
 
 void TstComissaoEdicao::otherCellsOpenNothing() {
-    for (const int coluna : {0, 1, 2, 4, 5, 7, 8, 9, 10, 11})
-        abre(1, coluna);
-    m->click(grade(), 0, 3);
-    abre(3, 12); // no picture there
-    abre(4, 12);
+    for (const int column : {0, 1, 2, 4, 5, 7, 8, 9, 10, 11})
+        openScreen(1, column);
+    m->click(grid(), 0, 3);
+    openScreen(3, 12); // no picture there
+    openScreen(4, 12);
     QVERIFY(editor()->isHidden());
-    QVERIFY(grade()->isEnabled());
+    QVERIFY(grid()->isEnabled());
     QCOMPARE(m->statements(), QStringList());
 }
 
 void TstComissaoEdicao::enterSaves_data() {
-    QTest::addColumn<int>("coluna");
-    QTest::addColumn<QString>("digitado");
+    QTest::addColumn<int>("column");
+    QTest::addColumn<QString>("typed");
     QTest::addColumn<QString>("celula");
-    QTest::addColumn<QStringList>("comandos");
+    QTest::addColumn<QStringList>("commands");
     QTest::addColumn<QStringList>("derivadas"); // columns 4, 7, 9 of the row, 4, 7, 9 of the totals
-    QTest::newRow("bread 5") << 3 << u"5"_s << u"5,0"_s << QStringList{grava(u" 5"_s, u" 1.5"_s)}
+    QTest::newRow("bread 5") << 3 << u"5"_s << u"5,0"_s << QStringList{save(u" 5"_s, u" 1.5"_s)}
                              << QStringList(
                                     {u"50,00"_s, u"3,00"_s, u"53,00"_s, u"50,00"_s, u"3,00"_s, u"53,00"_s});
-    QTest::newRow("others 2,5") << 6 << u"2,5"_s << u"2,5"_s << QStringList{grava(u" 3"_s, u" 2.5"_s)}
+    QTest::newRow("others 2,5") << 6 << u"2,5"_s << u"2,5"_s << QStringList{save(u" 3"_s, u" 2.5"_s)}
                                 << QStringList({u"30,00"_s, u"5,00"_s, u"35,00"_s, u"30,00"_s, u"5,00"_s,
                                                 u"35,00"_s});
-    QTest::newRow("negative") << 3 << u"-1"_s << u"-1,0"_s << QStringList{grava(u"-1"_s, u" 1.5"_s)}
+    QTest::newRow("negative") << 3 << u"-1"_s << u"-1,0"_s << QStringList{save(u"-1"_s, u" 1.5"_s)}
                               << QStringList({u"-10,00"_s, u"3,00"_s, u"-7,00"_s, u"-10,00"_s, u"3,00"_s,
                                               u"-7,00"_s});
     QTest::newRow("over a hundred") << 3 << u"100,55"_s << u"100,6"_s
-                                    << QStringList{grava(u" 100.6"_s, u" 1.5"_s)}
+                                    << QStringList{save(u" 100.6"_s, u" 1.5"_s)}
                                     << QStringList({u"1.006,00"_s, u"3,00"_s, u"1.009,00"_s, u"1.006,00"_s,
                                                     u"3,00"_s, u"1.009,00"_s});
-    QTest::newRow("unchanged") << 3 << u"3,0"_s << u"3,0"_s << QStringList{grava(u" 3"_s, u" 1.5"_s)}
+    QTest::newRow("unchanged") << 3 << u"3,0"_s << u"3,0"_s << QStringList{save(u" 3"_s, u" 1.5"_s)}
                                << QStringList(
                                       {u"30,00"_s, u"3,00"_s, u"33,00"_s, u"30,00"_s, u"3,00"_s, u"33,00"_s});
-    QTest::newRow("zero") << 6 << u"0"_s << u"0,0"_s << QStringList{grava(u" 3"_s, u" 0"_s)}
+    QTest::newRow("zero") << 6 << u"0"_s << u"0,0"_s << QStringList{save(u" 3"_s, u" 0"_s)}
                           << QStringList(
                                  {u"30,00"_s, u"0,00"_s, u"30,00"_s, u"30,00"_s, u"0,00"_s, u"30,00"_s});
 }
 
 void TstComissaoEdicao::enterSaves() {
-    QFETCH(int, coluna);
-    QFETCH(QString, digitado);
-    QFETCH(QStringList, comandos);
-    abre(1, coluna);
-    digita(digitado);
-    tecla(Qt::Key_Return);
-    QTEST(grade()->text(1, coluna), "celula");
-    QCOMPARE(m->statements(), StatementLog::expected(comandos));
+    QFETCH(int, column);
+    QFETCH(QString, typed);
+    QFETCH(QStringList, commands);
+    openScreen(1, column);
+    type(typed);
+    key(Qt::Key_Return);
+    QTEST(grid()->text(1, column), "celula");
+    QCOMPARE(m->statements(), StatementLog::expected(commands));
     QVERIFY(editor()->isHidden());
-    QVERIFY(grade()->isEnabled());
-    QVERIFY(grade()->hasFocus());
-    QTEST(QStringList({grade()->text(1, 4), grade()->text(1, 7), grade()->text(1, 9), grade()->text(4, 4),
-                       grade()->text(4, 7), grade()->text(4, 9)}),
+    QVERIFY(grid()->isEnabled());
+    QVERIFY(grid()->hasFocus());
+    QTEST(QStringList({grid()->text(1, 4), grid()->text(1, 7), grid()->text(1, 9), grid()->text(4, 4),
+                       grid()->text(4, 7), grid()->text(4, 9)}),
           "derivadas");
-    QVERIFY(tela->isVisible());
-    const QStringList gravado =
+    QVERIFY(screen->isVisible());
+    const QStringList stored =
         m->server().query(u"SELECT ComissEsp1, ComissEsp2 FROM vendedores WHERE codigovend=1"_s)[0];
-    QCOMPARE(onScreen(proportion(cents(gravado[coluna == 3 ? 0 : 1]), 1, 10), 1), grade()->text(1, coluna));
+    QCOMPARE(onScreen(proportion(cents(stored[column == 3 ? 0 : 1]), 1, 10), 1), grid()->text(1, column));
 }
 
 void TstComissaoEdicao::enterIgnoresWhatIsNoNumber_data() {
-    QTest::addColumn<QString>("digitado");
+    QTest::addColumn<QString>("typed");
     QTest::newRow("letters") << u"abc"_s;
     QTest::newRow("number and letters") << u"5 %"_s;
     QTest::newRow("two commas") << u"1,2,3"_s;
@@ -200,292 +200,292 @@ void TstComissaoEdicao::enterIgnoresWhatIsNoNumber_data() {
 }
 
 void TstComissaoEdicao::enterIgnoresWhatIsNoNumber() {
-    QFETCH(QString, digitado);
-    const QList<QStringList> antes = allCells(grade());
-    abre(1, 3);
+    QFETCH(QString, typed);
+    const QList<QStringList> before = allCells(grid());
+    openScreen(1, 3);
     editor()->clear();
-    digita(digitado);
-    tecla(Qt::Key_Enter);
-    QCOMPARE(allCells(grade()), antes);
+    type(typed);
+    key(Qt::Key_Enter);
+    QCOMPARE(allCells(grid()), before);
     QCOMPARE(m->statements(), QStringList());
     QVERIFY(editor()->isHidden());
-    QVERIFY(grade()->isEnabled());
-    QVERIFY(grade()->hasFocus());
+    QVERIFY(grid()->isEnabled());
+    QVERIFY(grid()->hasFocus());
 }
 
 void TstComissaoEdicao::typedPointBecomesAComma() {
-    abre(1, 3);
-    digita(u"5.5"_s);
+    openScreen(1, 3);
+    type(u"5.5"_s);
     QCOMPARE(editor()->text(), u"5,5"_s);
-    tecla(Qt::Key_Return);
-    QCOMPARE(m->statements(), StatementLog::expected({grava(u" 5.5"_s, u" 1.5"_s)}));
+    key(Qt::Key_Return);
+    QCOMPARE(m->statements(), StatementLog::expected({save(u" 5.5"_s, u" 1.5"_s)}));
 }
 
 void TstComissaoEdicao::pastedPointBecomesAComma() {
-    abre(1, 3);
+    openScreen(1, 3);
     QApplication::clipboard()->setText(u"5.5"_s);
     QTest::keyClick(editor(), Qt::Key_V, Qt::ControlModifier);
     QCOMPARE(editor()->text(), u"5,5"_s);
 }
 
 void TstComissaoEdicao::letterAndApostropheFollowTheConvention() {
-    abre(1, 3);
-    digita(u"a'b"_s);
+    openScreen(1, 3);
+    type(u"a'b"_s);
     QCOMPARE(editor()->text(), u"A´B"_s);
 }
 
 void TstComissaoEdicao::escapeTakesTheOldTextBack() {
-    const QList<QStringList> antes = allCells(grade());
-    abre(1, 3);
-    digita(u"9"_s);
-    tecla(Qt::Key_Escape);
+    const QList<QStringList> before = allCells(grid());
+    openScreen(1, 3);
+    type(u"9"_s);
+    key(Qt::Key_Escape);
     QCOMPARE(editor()->text(), u"3,0"_s);
     QVERIFY(editor()->isHidden());
-    QVERIFY(grade()->isEnabled());
-    QVERIFY(grade()->hasFocus());
-    QCOMPARE(allCells(grade()), antes);
+    QVERIFY(grid()->isEnabled());
+    QVERIFY(grid()->hasFocus());
+    QCOMPARE(allCells(grid()), before);
     QCOMPARE(m->statements(), QStringList());
-    QVERIFY(tela->isVisible());
-    QTest::keyClick(grade(), Qt::Key_Escape); // now the form's
-    QVERIFY(!tela->isVisible());
+    QVERIFY(screen->isVisible());
+    QTest::keyClick(grid(), Qt::Key_Escape); // now the form's
+    QVERIFY(!screen->isVisible());
 }
 
 void TstComissaoEdicao::emptyOtherPercentageIsSavedAsZero() {
-    abre(2, 3);
-    digita(u"4"_s);
-    tecla(Qt::Key_Return);
-    QCOMPARE(m->statements(), StatementLog::expected({grava(u" 4"_s, u" 0"_s, u"2"_s)}));
-    QCOMPARE(grade()->text(2, 4), u"4,00"_s);
-    QCOMPARE(grade()->text(2, 6), QString());
-    QCOMPARE(grade()->text(4, 9), u"37,00"_s);
+    openScreen(2, 3);
+    type(u"4"_s);
+    key(Qt::Key_Return);
+    QCOMPARE(m->statements(), StatementLog::expected({save(u" 4"_s, u" 0"_s, u"2"_s)}));
+    QCOMPARE(grid()->text(2, 4), u"4,00"_s);
+    QCOMPARE(grid()->text(2, 6), QString());
+    QCOMPARE(grid()->text(4, 9), u"37,00"_s);
 }
 
 void TstComissaoEdicao::leavingSaves_data() {
-    QTest::addColumn<bool>("porTecla");
+    QTest::addColumn<bool>("byKey");
     QTest::newRow("Tab") << true;
     QTest::newRow("mouse") << false;
 }
 
 void TstComissaoEdicao::leavingSaves() {
-    QFETCH(bool, porTecla);
-    abre(1, 3);
-    digita(u"5"_s);
-    if (porTecla)
-        tecla(Qt::Key_Tab);
+    QFETCH(bool, byKey);
+    openScreen(1, 3);
+    type(u"5"_s);
+    if (byKey)
+        key(Qt::Key_Tab);
     else
-        QTest::mouseClick(control<QLineEdit>(tela.get(), "DataIni"), Qt::LeftButton);
-    QCOMPARE(m->statements(), StatementLog::expected({grava(u" 5"_s, u" 1.5"_s)}));
+        QTest::mouseClick(control<QLineEdit>(screen.get(), "DataIni"), Qt::LeftButton);
+    QCOMPARE(m->statements(), StatementLog::expected({save(u" 5"_s, u" 1.5"_s)}));
     QVERIFY(editor()->isHidden());
-    QVERIFY(grade()->isEnabled());
-    QCOMPARE(grade()->text(1, 3), u"5,0"_s);
+    QVERIFY(grid()->isEnabled());
+    QCOMPARE(grid()->text(1, 3), u"5,0"_s);
 }
 
 // A button's key takes no focus away.
 void TstComissaoEdicao::shortcutSavesFirst() {
-    abre(1, 3);
-    digita(u"5"_s);
+    openScreen(1, 3);
+    type(u"5"_s);
     QTest::keyClick(editor(), Qt::Key_G, Qt::AltModifier);
     QTRY_VERIFY(editor()->isHidden()); // the button shows itself pressed for a moment
-    const QStringList comandos = m->statements();
-    QCOMPARE(comandos.value(0), grava(u" 5"_s, u" 1.5"_s));
-    QCOMPARE(comandos.value(1), u"TRUNCATE relat2"_s);
-    QCOMPARE(comandos.filter(u"Update Vendedores"_s).size(), 1);
+    const QStringList commands = m->statements();
+    QCOMPARE(commands.value(0), save(u" 5"_s, u" 1.5"_s));
+    QCOMPARE(commands.value(1), u"TRUNCATE relat2"_s);
+    QCOMPARE(commands.filter(u"Update Vendedores"_s).size(), 1);
     QVERIFY(editor()->isHidden());
-    QVERIFY(grade()->isEnabled());
-    QCOMPARE(grade()->text(1, 3), u"5,0"_s);
-    QCOMPARE(grade()->rows(), 5);
+    QVERIFY(grid()->isEnabled());
+    QCOMPARE(grid()->text(1, 3), u"5,0"_s);
+    QCOMPARE(grid()->rows(), 5);
 }
 
 void TstComissaoEdicao::printShortcutSavesFirst() {
-    abre(1, 3);
-    digita(u"5"_s);
+    openScreen(1, 3);
+    type(u"5"_s);
     QTest::keyClick(editor(), Qt::Key_I, Qt::AltModifier);
     QTRY_VERIFY(openPreview()); // the button shows itself pressed for a moment
     QCOMPARE(m->closePreviews(), 1);
-    const QStringList comandos = m->statements();
-    QCOMPARE(comandos.value(0), grava(u" 5"_s, u" 1.5"_s));
-    QCOMPARE(comandos.value(1), u"Truncate Relat2"_s);
-    QCOMPARE(comandos.filter(u"Update Vendedores"_s).size(), 1);
+    const QStringList commands = m->statements();
+    QCOMPARE(commands.value(0), save(u" 5"_s, u" 1.5"_s));
+    QCOMPARE(commands.value(1), u"Truncate Relat2"_s);
+    QCOMPARE(commands.filter(u"Update Vendedores"_s).size(), 1);
     QVERIFY(editor()->isHidden());
-    QVERIFY(grade()->isEnabled());
-    QCOMPARE(grade()->text(1, 3), u"5,0"_s);
+    QVERIFY(grid()->isEnabled());
+    QCOMPARE(grid()->text(1, 3), u"5,0"_s);
     QCOMPARE(m->server().query(u"SELECT Valor2, Valor3 FROM relat2 WHERE Codigo1='1'"_s),
              QList<QStringList>({{u"5.00"_s, u"50.00"_s}}));
 }
 
 void TstComissaoEdicao::failedSaveKeepsTheCell() {
     m->server().execute(u"RENAME TABLE vendedores TO guardados"_s);
-    abre(1, 3);
-    digita(u"5"_s);
+    openScreen(1, 3);
+    type(u"5"_s);
     ModalHelper modal;
     modal.expectContaining(u"Update Vendedores"_s, QMessageBox::Ok);
-    tecla(Qt::Key_Return);
+    key(Qt::Key_Return);
     m->server().execute(u"RENAME TABLE guardados TO vendedores"_s);
     QCOMPARE(modal.problem(), QString());
-    QCOMPARE(grade()->text(1, 3), u"3,0"_s);
+    QCOMPARE(grid()->text(1, 3), u"3,0"_s);
     QVERIFY(editor()->isHidden());
-    QVERIFY(grade()->isEnabled());
-    QVERIFY(tela->isVisible());
+    QVERIFY(grid()->isEnabled());
+    QVERIFY(screen->isVisible());
     m->mark();
-    abre(1, 3);
-    digita(u"6"_s);
-    tecla(Qt::Key_Return);
-    QCOMPARE(m->statements(), StatementLog::expected({grava(u" 6"_s, u" 1.5"_s)}));
+    openScreen(1, 3);
+    type(u"6"_s);
+    key(Qt::Key_Return);
+    QCOMPARE(m->statements(), StatementLog::expected({save(u" 6"_s, u" 1.5"_s)}));
 }
 
 void TstComissaoEdicao::emptyAndTotalsRowsUpdateNobody_data() {
-    QTest::addColumn<int>("linha");
+    QTest::addColumn<int>("row");
     QTest::newRow("empty row") << 3;
     QTest::newRow("totals row") << 4;
 }
 
 void TstComissaoEdicao::emptyAndTotalsRowsUpdateNobody() {
-    QFETCH(int, linha);
+    QFETCH(int, row);
     const auto vendedores = m->server().query(u"SELECT * FROM vendedores ORDER BY codigovend"_s);
-    abre(linha, 3);
-    digita(u"9"_s);
+    openScreen(row, 3);
+    type(u"9"_s);
     ModalHelper modal;
     modal.expect(u"Esta linha não é de um vendedor, nada foi gravado. Verifique!!!"_s, QMessageBox::Ok);
-    tecla(Qt::Key_Return);
+    key(Qt::Key_Return);
     QCOMPARE(modal.problem(), QString());
-    QCOMPARE(m->statements(), StatementLog::expected({grava(u" 9"_s, u" 0"_s, QString())}));
+    QCOMPARE(m->statements(), StatementLog::expected({save(u" 9"_s, u" 0"_s, QString())}));
     QCOMPARE(m->server().query(u"SELECT * FROM vendedores ORDER BY codigovend"_s), vendedores);
-    QCOMPARE(grade()->text(linha, 3), u"9,0"_s);
-    QCOMPARE(grade()->text(4, 4), u"30,00"_s);
-    QCOMPARE(grade()->text(4, 9), u"33,00"_s);
+    QCOMPARE(grid()->text(row, 3), u"9,0"_s);
+    QCOMPARE(grid()->text(4, 4), u"30,00"_s);
+    QCOMPARE(grid()->text(4, 9), u"33,00"_s);
 }
 
 void TstComissaoEdicao::sellerRemovedMeanwhile() {
     m->server().execute(u"DELETE FROM vendedores WHERE codigovend=1"_s);
-    const QList<QStringList> antes = allCells(grade());
-    abre(1, 6);
-    digita(u"9"_s);
+    const QList<QStringList> before = allCells(grid());
+    openScreen(1, 6);
+    type(u"9"_s);
     ModalHelper modal;
     modal.expect(u"O vendedor 1 não está mais no cadastro, nada foi gravado. Verifique!!!"_s,
                  QMessageBox::Ok);
-    tecla(Qt::Key_Return);
+    key(Qt::Key_Return);
     QCOMPARE(modal.problem(), QString());
     QCOMPARE(modal.boxes()[0].title, u"Atenção!!!"_s);
-    QCOMPARE(allCells(grade()), antes);
-    QVERIFY(grade()->isEnabled());
+    QCOMPARE(allCells(grid()), before);
+    QVERIFY(grid()->isEnabled());
 }
 
 void TstComissaoEdicao::clippedRateIsTold_data() {
-    QTest::addColumn<int>("coluna");
-    QTest::addColumn<QString>("digitado");
-    QTest::addColumn<QString>("gravado");
+    QTest::addColumn<int>("column");
+    QTest::addColumn<QString>("typed");
+    QTest::addColumn<QString>("stored");
     QTest::addColumn<QString>("comissao");
     QTest::newRow("bread, too large") << 3 << u"99999"_s << u"999,99"_s << u"9.999,90"_s;
     QTest::newRow("others, too small") << 6 << u"-99999"_s << u"-999,99"_s << u"-1.999,98"_s;
 }
 
 void TstComissaoEdicao::clippedRateIsTold() {
-    QFETCH(int, coluna);
-    QFETCH(QString, digitado);
-    QFETCH(QString, gravado);
-    abre(1, coluna);
-    digita(digitado);
+    QFETCH(int, column);
+    QFETCH(QString, typed);
+    QFETCH(QString, stored);
+    openScreen(1, column);
+    type(typed);
     ModalHelper modal;
-    modal.expect(u"O percentual não coube no cadastro do vendedor. Foi gravado "_s + gravado +
+    modal.expect(u"O percentual não coube no cadastro do vendedor. Foi gravado "_s + stored +
                      u". Verifique!!!"_s,
                  QMessageBox::Ok);
-    tecla(Qt::Key_Return);
+    key(Qt::Key_Return);
     QCOMPARE(modal.problem(), QString());
-    QCOMPARE(grade()->text(1, coluna), gravado);
-    QTEST(grade()->text(1, coluna + 1), "comissao");
-    QCOMPARE(m->statements().value(1), releitura());
+    QCOMPARE(grid()->text(1, column), stored);
+    QTEST(grid()->text(1, column + 1), "comissao");
+    QCOMPARE(m->statements().value(1), readAgain());
     // The next entry of the row sends what is stored.
     m->mark();
-    abre(1, coluna == 3 ? 6 : 3);
-    digita(u"1"_s);
-    tecla(Qt::Key_Return);
-    const QString ponto = coluna == 3 ? u" 999.99"_s : u"-999.99"_s;
+    openScreen(1, column == 3 ? 6 : 3);
+    type(u"1"_s);
+    key(Qt::Key_Return);
+    const QString ponto = column == 3 ? u" 999.99"_s : u"-999.99"_s;
     QCOMPARE(m->statements(),
-             StatementLog::expected({coluna == 3 ? grava(ponto, u" 1"_s) : grava(u" 1"_s, ponto)}));
+             StatementLog::expected({column == 3 ? save(ponto, u" 1"_s) : save(u" 1"_s, ponto)}));
 }
 
 // The grid is disabled while a cell is edited: the click ends that and then counts.
 void TstComissaoEdicao::clickOnAnotherCellSavesFirst() {
-    abre(1, 3);
-    digita(u"7"_s);
-    abre(2, 3);
-    QCOMPARE(m->statements(), StatementLog::expected({grava(u" 7"_s, u" 1.5"_s)}));
-    QCOMPARE(grade()->text(1, 3), u"7,0"_s);
+    openScreen(1, 3);
+    type(u"7"_s);
+    openScreen(2, 3);
+    QCOMPARE(m->statements(), StatementLog::expected({save(u" 7"_s, u" 1.5"_s)}));
+    QCOMPARE(grid()->text(1, 3), u"7,0"_s);
     QVERIFY(editor()->isVisible());
     QVERIFY(editor()->hasFocus());
-    QCOMPARE(editor()->geometry().topLeft(), grade()->mapTo(tela.get(), grade()->cellRect(2, 3).topLeft()));
+    QCOMPARE(editor()->geometry().topLeft(), grid()->mapTo(screen.get(), grid()->cellRect(2, 3).topLeft()));
     m->type(u"8"_s);
     m->key(Qt::Key_Return);
-    QCOMPARE(grade()->text(1, 3), u"7,0"_s);
-    QCOMPARE(grade()->text(2, 3), u"8,0"_s);
+    QCOMPARE(grid()->text(1, 3), u"7,0"_s);
+    QCOMPARE(grid()->text(2, 3), u"8,0"_s);
     QCOMPARE(m->server().query(u"SELECT ComissEsp1 FROM vendedores ORDER BY codigovend"_s),
              QList<QStringList>({{u"7.00"_s}, {u"8.00"_s}}));
 }
 
 void TstComissaoEdicao::clickElsewhereInTheGridSaves() {
-    abre(1, 3);
-    digita(u"7"_s);
-    abre(2, 1); // nothing opens there
-    QCOMPARE(m->statements(), StatementLog::expected({grava(u" 7"_s, u" 1.5"_s)}));
+    openScreen(1, 3);
+    type(u"7"_s);
+    openScreen(2, 1); // nothing opens there
+    QCOMPARE(m->statements(), StatementLog::expected({save(u" 7"_s, u" 1.5"_s)}));
     QVERIFY(editor()->isHidden());
-    QVERIFY(grade()->isEnabled());
-    QCOMPARE(grade()->text(1, 3), u"7,0"_s);
+    QVERIFY(grid()->isEnabled());
+    QCOMPARE(grid()->text(1, 3), u"7,0"_s);
 }
 
 void TstComissaoEdicao::recomputesWithoutASave_data() {
-    QTest::addColumn<QString>("digitado");
+    QTest::addColumn<QString>("typed");
     QTest::addColumn<Qt::Key>("fim");
     QTest::newRow("Escape") << u"9"_s << Qt::Key_Escape;
     QTest::newRow("no number, Enter") << u"abc"_s << Qt::Key_Return;
 }
 
 void TstComissaoEdicao::recomputesWithoutASave() {
-    QFETCH(QString, digitado);
+    QFETCH(QString, typed);
     QFETCH(Qt::Key, fim);
-    const QList<QStringList> antes = allCells(grade());
-    for (const int coluna : {4, 7, 9}) {
-        grade()->setText(1, coluna, u"0,01"_s);
-        grade()->setText(4, coluna, u"0,01"_s);
+    const QList<QStringList> before = allCells(grid());
+    for (const int column : {4, 7, 9}) {
+        grid()->setText(1, column, u"0,01"_s);
+        grid()->setText(4, column, u"0,01"_s);
     }
-    abre(1, 3);
-    digita(digitado);
-    tecla(fim);
-    QCOMPARE(allCells(grade()), antes);
+    openScreen(1, 3);
+    type(typed);
+    key(fim);
+    QCOMPARE(allCells(grid()), before);
 }
 
 void TstComissaoEdicao::recomputesOnlyOnceAndOnlyTheSum() {
-    abre(1, 3);
-    digita(u"5"_s);
-    tecla(Qt::Key_Return);
-    QCOMPARE(cells(grade(), 4), QStringList({QString(), u"***TOTAL-***"_s, u"1.100,00"_s, QString(),
-                                             u"50,00"_s, u"200,00"_s, QString(), u"3,00"_s, u"1.300,00"_s,
-                                             u"53,00"_s, u"60,00"_s, u"4,62"_s, QString()}));
-    for (int coluna = 0; coluna < grade()->columns(); ++coluna)
-        QVERIFY(grade()->isBold(4, coluna));
+    openScreen(1, 3);
+    type(u"5"_s);
+    key(Qt::Key_Return);
+    QCOMPARE(cells(grid(), 4), QStringList({QString(), u"***TOTAL-***"_s, u"1.100,00"_s, QString(),
+                                            u"50,00"_s, u"200,00"_s, QString(), u"3,00"_s, u"1.300,00"_s,
+                                            u"53,00"_s, u"60,00"_s, u"4,62"_s, QString()}));
+    for (int column = 0; column < grid()->columns(); ++column)
+        QVERIFY(grid()->isBold(4, column));
 }
 
 void TstComissaoEdicao::closingTheFormSavesNothing() {
-    abre(1, 3);
-    digita(u"5"_s);
-    tela->close();
+    openScreen(1, 3);
+    type(u"5"_s);
+    screen->close();
     QCOMPARE(m->statements(), QStringList());
 }
 
 void TstComissaoEdicao::editorFollowsTheGrid() {
-    abre(1, 6);
-    tela->resize(tela->width() / 2, tela->height());
+    openScreen(1, 6);
+    screen->resize(screen->width() / 2, screen->height());
     QCoreApplication::processEvents();
-    const QPoint canto = grade()->mapTo(tela.get(), grade()->cellRect(1, 6).topLeft());
-    QCOMPARE(editor()->geometry().top(), canto.y());
-    QVERIFY(editor()->geometry().isEmpty() || editor()->geometry().left() == canto.x());
+    const QPoint corner = grid()->mapTo(screen.get(), grid()->cellRect(1, 6).topLeft());
+    QCOMPARE(editor()->geometry().top(), corner.y());
+    QVERIFY(editor()->geometry().isEmpty() || editor()->geometry().left() == corner.x());
 }
 
 void TstComissaoEdicao::messageWhileEditingIsNoLeaving() {
-    abre(1, 3);
-    digita(u"5"_s);
+    openScreen(1, 3);
+    type(u"5"_s);
     ModalHelper modal;
     modal.expect(u"Aviso"_s, QMessageBox::Ok);
-    QMessageBox::information(tela.get(), u"Aviso"_s, u"Aviso"_s);
+    QMessageBox::information(screen.get(), u"Aviso"_s, u"Aviso"_s);
     QCOMPARE(modal.problem(), QString());
     QVERIFY(editor()->isVisible());
     QCOMPARE(m->statements(), QStringList());

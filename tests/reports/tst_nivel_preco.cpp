@@ -23,7 +23,7 @@ using namespace tarvessa::test;
 
 namespace {
 
-const QString obrigatoria = u"Obrigatória a seleção de um nível de preço. Verifique!!!"_s;
+const QString required = u"Obrigatória a seleção de um nível de preço. Verifique!!!"_s;
 
 QString consulta(int nivel) {
     return u"SELECT clientes1.`codigo`, clientes1.`nome`, clientes1.`fantasia`, clientes1.`colunapreco` From "
@@ -41,7 +41,7 @@ class TstNivelPreco : public QObject {
     void initTestCase() { m = std::make_unique<Bench>(); }
     void cleanupTestCase() { m.reset(); }
     void init() { m->resetConnected(); }
-    void cleanup() { tela.reset(); }
+    void cleanup() { screen.reset(); }
 
     void captionsAndNames();
     void levelsWithTitles_data();
@@ -65,48 +65,48 @@ class TstNivelPreco : public QObject {
     void altKeyIsTold();
 
   private:
-    void abre();
-    void titulos(const QString& um, const QString& dois, const QString& tres, const QString& quatro);
-    QComboBox* lista() const { return control<QComboBox>(tela.get(), "TabelaPreco"); }
+    void openScreen();
+    void titles(const QString& one, const QString& two, const QString& three, const QString& four);
+    QComboBox* lista() const { return control<QComboBox>(screen.get(), "TabelaPreco"); }
     /// Generates the list of level 2 and closes its preview.
-    void geraNivelDois();
-    void gera() { QTest::mouseClick(control<QPushButton>(tela.get(), "Command4"), Qt::LeftButton); }
+    void runLevelTwo();
+    void run() { QTest::mouseClick(control<QPushButton>(screen.get(), "Command4"), Qt::LeftButton); }
 
     std::unique_ptr<Bench> m;
-    std::unique_ptr<RelatNivelPreco> tela;
+    std::unique_ptr<RelatNivelPreco> screen;
 };
 
-void TstNivelPreco::titulos(const QString& um, const QString& dois, const QString& tres,
-                            const QString& quatro) {
-    const auto valor = [](const QString& titulo) {
-        return titulo == u"NULL" ? titulo : u"'"_s + titulo + u"'"_s;
+void TstNivelPreco::titles(const QString& one, const QString& two, const QString& three,
+                           const QString& four) {
+    const auto valor = [](const QString& title) {
+        return title == u"NULL" ? title : u"'"_s + title + u"'"_s;
     };
-    m->server().execute(u"UPDATE empresa SET Titulom1="_s + valor(um) + u", Titulom2="_s + valor(dois) +
-                        u", Titulom3="_s + valor(tres) + u", Titulom4="_s + valor(quatro));
+    m->server().execute(u"UPDATE empresa SET Titulom1="_s + valor(one) + u", Titulom2="_s + valor(two) +
+                        u", Titulom3="_s + valor(three) + u", Titulom4="_s + valor(four));
 }
 
-void TstNivelPreco::abre() {
+void TstNivelPreco::openScreen() {
     m->mark();
-    tela = std::make_unique<RelatNivelPreco>();
-    QVERIFY(showActive(tela.get()));
+    screen = std::make_unique<RelatNivelPreco>();
+    QVERIFY(showActive(screen.get()));
 }
 
 void TstNivelPreco::captionsAndNames() {
-    titulos(u"varejo"_s, u"b"_s, u"c"_s, u"d"_s);
-    abre();
-    QCOMPARE(tela->windowTitle(), u" Relatório de Nível de Preços"_s);
-    QCOMPARE(control<QLabel>(tela.get(), "Label1")->text(), u"NÍVEL PREÇO"_s);
+    titles(u"varejo"_s, u"b"_s, u"c"_s, u"d"_s);
+    openScreen();
+    QCOMPARE(screen->windowTitle(), u" Relatório de Nível de Preços"_s);
+    QCOMPARE(control<QLabel>(screen.get(), "Label1")->text(), u"NÍVEL PREÇO"_s);
     QCOMPARE(lista()->accessibleName(), u"NÍVEL PREÇO"_s);
     QCOMPARE(lista()->lineEdit()->accessibleName(), u"NÍVEL PREÇO"_s);
-    QCOMPARE(control<QPushButton>(tela.get(), "Command4")->text(), u"&Gerar Relatório"_s);
+    QCOMPARE(control<QPushButton>(screen.get(), "Command4")->text(), u"&Gerar Relatório"_s);
     QCOMPARE(lista()->currentIndex(), -1);
     QCOMPARE(lista()->currentText(), QString());
     QCOMPARE(m->statements(), QStringList({u"Select Titulom1,Titulom2,Titulom3,Titulom4 from Empresa"_s}));
 }
 
 void TstNivelPreco::levelsWithTitles_data() {
-    QTest::addColumn<QStringList>("gravados");
-    QTest::addColumn<QStringList>("itens");
+    QTest::addColumn<QStringList>("stored");
+    QTest::addColumn<QStringList>("items");
     QTest::newRow("all") << QStringList({u"varejo"_s, u"Atacado"_s, u"doces à mão"_s, u"X"_s})
                          << QStringList(
                                 {u"1 - VAREJO"_s, u"2 - ATACADO"_s, u"3 - DOCES À MÃO"_s, u"4 - X"_s});
@@ -118,28 +118,28 @@ void TstNivelPreco::levelsWithTitles_data() {
 }
 
 void TstNivelPreco::levelsWithTitles() {
-    QFETCH(QStringList, gravados);
-    titulos(gravados[0], gravados[1], gravados[2], gravados[3]);
-    abre();
-    QStringList itens;
+    QFETCH(QStringList, stored);
+    titles(stored[0], stored[1], stored[2], stored[3]);
+    openScreen();
+    QStringList items;
     for (int i = 0; i < lista()->count(); ++i)
-        itens.append(lista()->itemText(i));
-    QTEST(itens, "itens");
+        items.append(lista()->itemText(i));
+    QTEST(items, "items");
 }
 
 void TstNivelPreco::secondItemIsLevelThree() {
-    titulos(u"A"_s, QString(), u"C"_s, QString());
-    abre();
+    titles(u"A"_s, QString(), u"C"_s, QString());
+    openScreen();
     lista()->setCurrentIndex(1);
     ModalHelper modal;
-    modal.onOpen([](QWidget* previa) { previa->close(); });
-    gera();
+    modal.onOpen([](QWidget* preview) { preview->close(); });
+    run();
     QTRY_COMPARE(modal.problem(), QString());
     QCOMPARE(CRW->sqlQuery(), consulta(3));
 }
 
 void TstNivelPreco::refusesWhatNamesNoLevel_data() {
-    QTest::addColumn<QString>("digitado");
+    QTest::addColumn<QString>("typed");
     QTest::newRow("nothing") << QString();
     QTest::newRow("text") << u"varejo"_s;
     QTest::newRow("text before the number") << u"n1"_s;
@@ -148,25 +148,25 @@ void TstNivelPreco::refusesWhatNamesNoLevel_data() {
 }
 
 void TstNivelPreco::refusesWhatNamesNoLevel() {
-    QFETCH(QString, digitado);
-    titulos(u"A"_s, u"B"_s, u"C"_s, u"D"_s);
-    abre();
-    control<QPushButton>(tela.get(), "Command4")->setFocus();
-    lista()->lineEdit()->setText(digitado);
+    QFETCH(QString, typed);
+    titles(u"A"_s, u"B"_s, u"C"_s, u"D"_s);
+    openScreen();
+    control<QPushButton>(screen.get(), "Command4")->setFocus();
+    lista()->lineEdit()->setText(typed);
     m->mark();
     ModalHelper modal;
-    modal.expect(obrigatoria, QMessageBox::Ok);
-    gera();
+    modal.expect(required, QMessageBox::Ok);
+    run();
     QCOMPARE(modal.problem(), QString());
     QCOMPARE(modal.boxes()[0].title, u"Atenção!!!"_s);
     QCOMPARE(modal.boxes()[0].icon, QMessageBox::Information);
-    QCOMPARE(tela->focusWidget(), lista());
+    QCOMPARE(screen->focusWidget(), lista());
     QCOMPARE(CRW->sqlQuery(), QString());
     QCOMPARE(m->statements(), QStringList());
 }
 
 void TstNivelPreco::leadingNumberCounts_data() {
-    QTest::addColumn<QString>("digitado");
+    QTest::addColumn<QString>("typed");
     QTest::addColumn<int>("nivel");
     QTest::newRow("a number") << u"2"_s << 2;
     QTest::newRow("number and text") << u"4 qualquer"_s << 4;
@@ -175,21 +175,21 @@ void TstNivelPreco::leadingNumberCounts_data() {
 }
 
 void TstNivelPreco::leadingNumberCounts() {
-    QFETCH(QString, digitado);
+    QFETCH(QString, typed);
     QFETCH(int, nivel);
-    titulos(u"A"_s, QString(), QString(), QString());
-    abre();
+    titles(u"A"_s, QString(), QString(), QString());
+    openScreen();
     lista()->setFocus();
-    QTest::keyClicks(lista()->lineEdit(), digitado);
+    QTest::keyClicks(lista()->lineEdit(), typed);
     ModalHelper modal;
-    modal.onOpen([](QWidget* previa) { previa->close(); });
-    gera();
+    modal.onOpen([](QWidget* preview) { preview->close(); });
+    run();
     QTRY_COMPARE(modal.problem(), QString());
     QCOMPARE(CRW->sqlQuery(), consulta(nivel));
 }
 
 void TstNivelPreco::typedTextFollowsTheConvention() {
-    abre();
+    openScreen();
     lista()->setFocus();
     QTest::keyClicks(lista()->lineEdit(), u"a'b"_s);
     QCOMPARE(lista()->currentText(), u"A´B"_s);
@@ -200,17 +200,17 @@ void TstNivelPreco::typedTextFollowsTheConvention() {
 }
 
 void TstNivelPreco::paperProposesItsFileName() {
-    titulos(u"A"_s, u"B"_s, u"C"_s, u"D"_s);
-    abre();
+    titles(u"A"_s, u"B"_s, u"C"_s, u"D"_s);
+    openScreen();
     lista()->setCurrentIndex(2);
-    gera();
+    run();
     QTRY_VERIFY(openPreview());
     QCOMPARE(proposedFileName(), u"Clientes do nível de preço 3.pdf"_s);
     QCOMPARE(m->closePreviews(), 1);
 }
 
 void TstNivelPreco::printsActiveCustomersOfTheLevel() {
-    titulos(u"A"_s, u"B"_s, u"C"_s, u"D"_s);
+    titles(u"A"_s, u"B"_s, u"C"_s, u"D"_s);
     m->shop().cliente({.codigo = u"C1"_s,
                        .nome = u"ZULMIRA"_s,
                        .colunaPreco = u"2"_s,
@@ -238,59 +238,59 @@ void TstNivelPreco::printsActiveCustomersOfTheLevel() {
                        .colunaPreco = u"3"_s,
                        .cnpjCpf = u"5"_s,
                        .fantasia = u"F DE OUTRO NÍVEL"_s});
-    abre();
+    openScreen();
     lista()->setCurrentIndex(1);
     m->mark();
     ModalHelper modal;
-    modal.onOpen([](QWidget* previa) {
-        QVERIFY(previa->isMaximized());
-        previa->close();
+    modal.onOpen([](QWidget* preview) {
+        QVERIFY(preview->isMaximized());
+        preview->close();
     });
-    gera();
+    run();
     QTRY_COMPARE(modal.problem(), QString());
     QCOMPARE(m->statements(), QStringList({consulta(2)}));
     QCOMPARE(CRW->windowState(), 2);
     QVERIFY(CRW->reportFileName().endsWith(u"\\rpt\\RelatNivelPreco.RPT"));
     QCOMPARE(CRW->formula(0), QString());
-    const QString texto = m->reportText();
-    QVERIFY2(texto.contains(u"ÁGATA"_s) && texto.contains(u"ZULMIRA"_s), qPrintable(texto));
-    QVERIFY(texto.indexOf(u"ÁGATA"_s) < texto.indexOf(u"ZULMIRA"_s));
-    for (const QString& fora : {u"INATIVA"_s, u"SEM SITUAÇÃO"_s, u"DE OUTRO NÍVEL"_s})
-        QVERIFY2(!texto.contains(fora), qPrintable(texto));
+    const QString text = m->reportText();
+    QVERIFY2(text.contains(u"ÁGATA"_s) && text.contains(u"ZULMIRA"_s), qPrintable(text));
+    QVERIFY(text.indexOf(u"ÁGATA"_s) < text.indexOf(u"ZULMIRA"_s));
+    for (const QString& outside : {u"INATIVA"_s, u"SEM SITUAÇÃO"_s, u"DE OUTRO NÍVEL"_s})
+        QVERIFY2(!text.contains(outside), qPrintable(text));
 }
 
-void TstNivelPreco::geraNivelDois() {
-    titulos(u"A"_s, u"B"_s, u"C"_s, u"D"_s);
-    abre();
+void TstNivelPreco::runLevelTwo() {
+    titles(u"A"_s, u"B"_s, u"C"_s, u"D"_s);
+    openScreen();
     lista()->setCurrentIndex(1);
     ModalHelper modal;
-    modal.onOpen([](QWidget* previa) { previa->close(); });
-    gera();
+    modal.onOpen([](QWidget* preview) { preview->close(); });
+    run();
     QTRY_COMPARE(modal.problem(), QString());
 }
 
 void TstNivelPreco::listedByLetterWithCounts() {
-    const QStringList nomes = {u"BAR DO ZÉ"_s, u"ÁGUIA LTDA"_s, u"7 ESTRELAS"_s, u"ALVES LTDA"_s,
+    const QStringList names = {u"BAR DO ZÉ"_s, u"ÁGUIA LTDA"_s, u"7 ESTRELAS"_s, u"ALVES LTDA"_s,
                                u"ÇA VA"_s,     u"COSTA"_s,      u"boteco"_s};
-    for (int i = 0; i < nomes.size(); ++i)
+    for (int i = 0; i < names.size(); ++i)
         m->shop().cliente({.codigo = u"C%1"_s.arg(i + 1),
-                           .nome = nomes[i],
+                           .nome = names[i],
                            .colunaPreco = u"2"_s,
                            .cnpjCpf = QString::number(i + 1),
-                           .fantasia = u"F "_s + nomes[i]});
+                           .fantasia = u"F "_s + names[i]});
     m->shop().cliente({.codigo = u"C8"_s,
                        .nome = u"BAZAR"_s,
                        .colunaPreco = u"1"_s,
                        .cnpjCpf = u"8"_s,
                        .fantasia = u"F BAZAR"_s});
-    geraNivelDois();
-    const QString texto = m->reportWords();
+    runLevelTwo();
+    const QString text = m->reportWords();
     const QString lista = u"Nível de preço: 2 Código Nome Nome fantasia "
                           "# C3 7 ESTRELAS F 7 ESTRELAS Letra #: 1 "
                           "A C2 ÁGUIA LTDA F ÁGUIA LTDA C4 ALVES LTDA F ALVES LTDA Letra A: 2 "
                           "B C1 BAR DO ZÉ F BAR DO ZÉ C7 boteco F boteco Letra B: 2 "
                           "C C5 ÇA VA F ÇA VA C6 COSTA F COSTA Letra C: 2 Total de clientes: 7"_s;
-    QVERIFY2(texto.contains(lista), qPrintable(lista + u" missing in:\n"_s + texto));
+    QVERIFY2(text.contains(lista), qPrintable(lista + u" missing in:\n"_s + text));
 }
 
 void TstNivelPreco::tenThousandCustomers() {
@@ -299,46 +299,46 @@ void TstNivelPreco::tenThousandCustomers() {
         u"INSERT INTO clientes (codigo, nome, fantasia, colunapreco, ativocad) SELECT seq, "
         "CONCAT(CHAR(65 + seq * 7 % 9 * 3), LPAD(seq * 7919 % 10007, 5, '0')), 'F', '2', 'S' FROM "
         "seq_1_to_10000"_s);
-    geraNivelDois();
-    QStringList paginas = m->reportText().split(u'\f');
-    paginas.removeLast(); // a form feed ends the last page too
-    QVERIFY(paginas.size() > 150);
+    runLevelTwo();
+    QStringList pages = m->reportText().split(u'\f');
+    pages.removeLast(); // a form feed ends the last page too
+    QVERIFY(pages.size() > 150);
     static const QRegularExpression cliente(u"^ *[0-9]+ +([A-Z][0-9]{5}) +F$"_s);
-    static const QRegularExpression letra(u"^ *Letra ([A-Z]): ([0-9.]+)$"_s);
-    QStringList nomes;
-    QMap<QChar, int> contados;
-    QMap<QChar, QString> impressos;
-    for (int pagina = 1; pagina <= paginas.size(); ++pagina) {
-        const QString& texto = paginas[pagina - 1];
-        const QString palavras = texto.simplified();
-        QVERIFY(palavras.contains(u"Página %1 de %2"_s.arg(pagina).arg(paginas.size())));
+    static const QRegularExpression letter(u"^ *Letra ([A-Z]): ([0-9.]+)$"_s);
+    QStringList names;
+    QMap<QChar, int> counted;
+    QMap<QChar, QString> printed;
+    for (int page = 1; page <= pages.size(); ++page) {
+        const QString& text = pages[page - 1];
+        const QString palavras = text.simplified();
+        QVERIFY(palavras.contains(u"Página %1 de %2"_s.arg(page).arg(pages.size())));
         QVERIFY(palavras.contains(u"Nível de preço: 2 Código Nome Nome fantasia "_s));
-        for (const QString& linha : texto.split(u'\n')) {
-            if (const auto achado = cliente.match(linha); achado.hasMatch()) {
-                nomes.append(achado.captured(1));
-                ++contados[nomes.last()[0]];
-            } else if (const auto total = letra.match(linha); total.hasMatch()) {
-                impressos[total.captured(1)[0]] = total.captured(2).remove(u'.');
+        for (const QString& linha : text.split(u'\n')) {
+            if (const auto found = cliente.match(linha); found.hasMatch()) {
+                names.append(found.captured(1));
+                ++counted[names.last()[0]];
+            } else if (const auto total = letter.match(linha); total.hasMatch()) {
+                printed[total.captured(1)[0]] = total.captured(2).remove(u'.');
             }
         }
     }
-    QCOMPARE(nomes.size(), 10000);
-    QVERIFY(std::is_sorted(nomes.cbegin(), nomes.cend()));
-    QCOMPARE(QSet<QString>(nomes.cbegin(), nomes.cend()).size(), 10000);
-    QCOMPARE(contados.size(), 9);
-    QCOMPARE(impressos.keys(), contados.keys());
-    for (auto i = contados.cbegin(); i != contados.cend(); ++i)
-        QCOMPARE(impressos[i.key()], QString::number(i.value()));
-    QVERIFY(paginas.last().simplified().endsWith(u"Total de clientes: 10.000"_s));
+    QCOMPARE(names.size(), 10000);
+    QVERIFY(std::is_sorted(names.cbegin(), names.cend()));
+    QCOMPARE(QSet<QString>(names.cbegin(), names.cend()).size(), 10000);
+    QCOMPARE(counted.size(), 9);
+    QCOMPARE(printed.keys(), counted.keys());
+    for (auto i = counted.cbegin(); i != counted.cend(); ++i)
+        QCOMPARE(printed[i.key()], QString::number(i.value()));
+    QVERIFY(pages.last().simplified().endsWith(u"Total de clientes: 10.000"_s));
 }
 
 void TstNivelPreco::queryStaysForItsLayoutAlone() {
-    titulos(u"A"_s, u"B"_s, u"C"_s, u"D"_s);
-    abre();
+    titles(u"A"_s, u"B"_s, u"C"_s, u"D"_s);
+    openScreen();
     lista()->setCurrentIndex(0);
     ModalHelper modal;
-    modal.onOpen([](QWidget* previa) { previa->close(); });
-    gera();
+    modal.onOpen([](QWidget* preview) { preview->close(); });
+    run();
     QTRY_COMPARE(modal.problem(), QString());
     QCOMPARE(CRW->sqlQuery(), consulta(1));
     // Another report in between runs its own query, and this one stays set.
@@ -346,32 +346,32 @@ void TstNivelPreco::queryStaysForItsLayoutAlone() {
     m->mark();
     printLayout(u"COMISSAO.RPT"_s, u"Comissão"_s);
     QCOMPARE(m->closePreviews(), 1);
-    const QStringList comandos = m->statements();
-    QCOMPARE(comandos.size(), 1);
-    QVERIFY2(comandos[0].contains(u"FROM relat2"_s), qPrintable(comandos[0]));
+    const QStringList commands = m->statements();
+    QCOMPARE(commands.size(), 1);
+    QVERIFY2(commands[0].contains(u"FROM relat2"_s), qPrintable(commands[0]));
     QVERIFY(m->reportText().contains(u"MARIA"_s));
     QCOMPARE(CRW->sqlQuery(), consulta(1));
     QTRY_VERIFY(!QApplication::activeModalWidget());
-    tela->activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(tela.get()));
+    screen->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(screen.get()));
     lista()->setCurrentIndex(3);
-    modal.onOpen([](QWidget* previa) { previa->close(); });
-    gera();
+    modal.onOpen([](QWidget* preview) { preview->close(); });
+    run();
     QTRY_COMPARE(modal.problem(), QString());
     QCOMPARE(CRW->sqlQuery(), consulta(4));
 }
 
 void TstNivelPreco::failedReportTakesItsQueryAlong() {
-    titulos(u"A"_s, u"B"_s, u"C"_s, u"D"_s);
+    titles(u"A"_s, u"B"_s, u"C"_s, u"D"_s);
     m->server().execute(u"INSERT INTO relat2 SET Codigo1='1', Texto1='MARIA'"_s);
-    abre();
+    openScreen();
     lista()->setCurrentIndex(0);
-    const QString pasta = m->programFolder();
-    setProgramFolder(pasta + u"/docs"_s);
+    const QString folder = m->programFolder();
+    setProgramFolder(folder + u"/docs"_s);
     ModalHelper modal;
     modal.expectContaining(u"RelatNivelPreco.RPT"_s, QMessageBox::Ok);
-    gera();
-    setProgramFolder(pasta);
+    run();
+    setProgramFolder(folder);
     QCOMPARE(modal.problem(), QString());
     printLayout(u"COMISSAO.RPT"_s, u"Comissão"_s);
     QCOMPARE(m->closePreviews(), 1);
@@ -379,15 +379,15 @@ void TstNivelPreco::failedReportTakesItsQueryAlong() {
 }
 
 void TstNivelPreco::withoutTheControlIsAnErrorReport() {
-    titulos(u"A"_s, u"B"_s, u"C"_s, u"D"_s);
-    abre();
+    titles(u"A"_s, u"B"_s, u"C"_s, u"D"_s);
+    openScreen();
     lista()->setCurrentIndex(0);
     ReportControl* const crw = std::exchange(CRW, nullptr);
     ModalHelper modal;
     modal.expectContaining(
         u"Erro em tempo de execução 424:\n\nO objeto é obrigatório: não há controle de relatório."_s,
         QMessageBox::Ok);
-    const int fim = runInEventLoop([this] { gera(); });
+    const int fim = runInEventLoop([this] { run(); });
     CRW = crw;
     QCOMPARE(fim, EXIT_FAILURE);
     QCOMPARE(modal.problem(), QString());
@@ -399,10 +399,10 @@ void TstNivelPreco::noCompanyIsAnErrorReport() {
 }
 
 void TstNivelPreco::byKeyboardAlone() {
-    titulos(u"A"_s, u"B"_s, u"C"_s, u"D"_s);
-    abre();
-    const auto teclaNoFoco = [](Qt::Key tecla, Qt::KeyboardModifiers modificadores = {}) {
-        QTest::keyClick(QApplication::focusWidget(), tecla, modificadores);
+    titles(u"A"_s, u"B"_s, u"C"_s, u"D"_s);
+    openScreen();
+    const auto teclaNoFoco = [](Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
+        QTest::keyClick(QApplication::focusWidget(), key, modifiers);
         QCoreApplication::processEvents();
     };
     lista()->setFocus();
@@ -413,21 +413,21 @@ void TstNivelPreco::byKeyboardAlone() {
     QCOMPARE(QApplication::focusWidget()->objectName(), u"Command4"_s);
     QCOMPARE(lista()->count(), 4);
     ModalHelper modal;
-    modal.onOpen([](QWidget* previa) { previa->close(); });
+    modal.onOpen([](QWidget* preview) { preview->close(); });
     teclaNoFoco(Qt::Key_Space);
     QTRY_COMPARE(modal.problem(), QString());
     QCOMPARE(CRW->sqlQuery(), consulta(2));
-    QTest::keyClick(tela.get(), Qt::Key_Escape);
-    QVERIFY(!tela->isVisible());
+    QTest::keyClick(screen.get(), Qt::Key_Escape);
+    QVERIFY(!screen->isVisible());
 }
 
 void TstNivelPreco::refusedLevelIsTypedOver() {
-    abre();
-    const Hands hands(tela.get());
+    openScreen();
+    const Hands hands(screen.get());
     lista()->setFocus();
     hands.type(u"abc"_s);
     ModalHelper modal;
-    modal.expect(obrigatoria, QMessageBox::Ok);
+    modal.expect(required, QMessageBox::Ok);
     hands.press(u"Command4"_s);
     QCOMPARE(modal.problem(), QString());
     QCOMPARE(Hands::focus(), u"TabelaPreco"_s);
@@ -436,8 +436,8 @@ void TstNivelPreco::refusedLevelIsTypedOver() {
 }
 
 void TstNivelPreco::altKeyIsTold() {
-    abre();
-    QCOMPARE(control<QPushButton>(tela.get(), "Command4")->toolTip(), u"Tecla de atalho: Alt+G"_s);
+    openScreen();
+    QCOMPARE(control<QPushButton>(screen.get(), "Command4")->toolTip(), u"Tecla de atalho: Alt+G"_s);
 }
 
 QTEST_MAIN(TstNivelPreco)

@@ -26,7 +26,7 @@ const QString erroDeExecucao = u"Divisão por zero."_s;
 constexpr int niveis = 4;
 
 /// What a customer's row must hold, in cents.
-struct Esperado {
+struct Expected {
     QString nome;
     QString fantasia;
     int nivel = 1;
@@ -34,8 +34,8 @@ struct Esperado {
     qint64 trocas = 0;
 
     QStringList row(const QString& documento) const {
-        const qint64 parte = vendas > 0 && trocas > 0 ? proportion(trocas, 10000, vendas) : 0;
-        return {documento, nome, fantasia, onScreen(vendas), onScreen(trocas), onScreen(parte)};
+        const qint64 part = vendas > 0 && trocas > 0 ? proportion(trocas, 10000, vendas) : 0;
+        return {documento, nome, fantasia, onScreen(vendas), onScreen(trocas), onScreen(part)};
     }
 };
 
@@ -49,7 +49,7 @@ class TstResumoVendas : public QObject {
     void initTestCase() { m = std::make_unique<Bench>(); }
     void cleanupTestCase() { m.reset(); }
     void init();
-    void cleanup() { tela.reset(); }
+    void cleanup() { screen.reset(); }
 
     void opensWithTheCurrentMonth();
     void controlsAndAccessibleNames();
@@ -87,44 +87,44 @@ class TstResumoVendas : public QObject {
     void byKeyboardAlone();
 
   private:
-    Grid* grade(int n) const { return control<Grid>(tela.get(), qPrintable(u"TabelaPreco(%1)"_s.arg(n))); }
-    QString rotulo(int n) const {
-        return control<QLabel>(tela.get(), qPrintable(u"Label4(%1)"_s.arg(n)))->text();
+    Grid* grid(int n) const { return control<Grid>(screen.get(), qPrintable(u"TabelaPreco(%1)"_s.arg(n))); }
+    QString label(int n) const {
+        return control<QLabel>(screen.get(), qPrintable(u"Label4(%1)"_s.arg(n)))->text();
     }
-    QString geral() const { return control<QLabel>(tela.get(), "Label5")->text(); }
-    void periodo(const QString& inicio, const QString& fim);
-    void gera() { QTest::mouseClick(control<QPushButton>(tela.get(), "Command4"), Qt::LeftButton); }
-    QMap<QString, Esperado> esperados(const QString& inicio, const QString& fim);
+    QString geral() const { return control<QLabel>(screen.get(), "Label5")->text(); }
+    void periodo(const QString& begin, const QString& end);
+    void run() { QTest::mouseClick(control<QPushButton>(screen.get(), "Command4"), Qt::LeftButton); }
+    QMap<QString, Expected> expectedRows(const QString& begin, const QString& end);
 
     std::unique_ptr<Bench> m;
-    std::unique_ptr<ResumoVendas> tela;
+    std::unique_ptr<ResumoVendas> screen;
 };
 
 void TstResumoVendas::init() {
     m->resetConnected();
-    tela = std::make_unique<ResumoVendas>();
-    QVERIFY(showActive(tela.get()));
+    screen = std::make_unique<ResumoVendas>();
+    QVERIFY(showActive(screen.get()));
     periodo(u"01/02/2024"_s, u"29/02/2024"_s);
     m->mark();
 }
 
-void TstResumoVendas::periodo(const QString& inicio, const QString& fim) {
-    control<DateBox>(tela.get(), "DataIni")->setText(inicio);
-    control<DateBox>(tela.get(), "DataFin")->setText(fim);
+void TstResumoVendas::periodo(const QString& begin, const QString& end) {
+    control<DateBox>(screen.get(), "DataIni")->setText(begin);
+    control<DateBox>(screen.get(), "DataFin")->setText(end);
 }
 
 // From the raw rows, with the test's own arithmetic. Dates compare as texts.
-QMap<QString, Esperado> TstResumoVendas::esperados(const QString& inicio, const QString& fim) {
-    const QStringList prefixos = {u"510"_s, u"511"_s, u"512"_s, u"610"_s, u"611"_s,
+QMap<QString, Expected> TstResumoVendas::expectedRows(const QString& begin, const QString& end) {
+    const QStringList prefixes = {u"510"_s, u"511"_s, u"512"_s, u"610"_s, u"611"_s,
                                   u"612"_s, u"540"_s, u"640"_s, u"565"_s, u"665"_s};
     const QStringList devolucoes = {u"1202"_s, u"1411"_s, u"2202"_s, u"2411"_s};
-    QMap<QString, Esperado> documentos;
+    QMap<QString, Expected> documentos;
     const auto movimento = m->server().query(
         u"SELECT cnpj_cpf, dataemissao, entrsai, cancelado, cfop, totalvenda, vlr_tot_item FROM movsaient"_s);
     for (const QStringList& l : movimento) {
-        if (l[1] < inicio || l[1] > fim || l[3] != u"N")
+        if (l[1] < begin || l[1] > end || l[3] != u"N")
             continue;
-        if (l[2] == u"S" && prefixos.contains(l[4].left(3)))
+        if (l[2] == u"S" && prefixes.contains(l[4].left(3)))
             documentos[l[0]].vendas += cents(l[6]);
         else if (l[2] == u"E" && devolucoes.contains(l[4]))
             documentos[l[0]].vendas -= cents(l[5]);
@@ -136,7 +136,7 @@ QMap<QString, Esperado> TstResumoVendas::esperados(const QString& inicio, const 
         documentoDoCliente[c[0]] = c[3];
         if (!documentos.contains(c[3]))
             continue;
-        Esperado& e = documentos[c[3]];
+        Expected& e = documentos[c[3]];
         e.nome = c[1];
         e.fantasia = c[2];
         e.nivel = QStringList{u"1"_s, u"2"_s, u"3"_s, u"4"_s}.contains(c[4]) ? c[4].toInt() : 1;
@@ -145,7 +145,7 @@ QMap<QString, Esperado> TstResumoVendas::esperados(const QString& inicio, const 
     const auto trocas = m->server().query(
         u"SELECT codigocli, quantidade, pcfabrica, situacaoorc, databaixa FROM Orcamento_Troca"_s);
     for (const QStringList& t : trocas)
-        if (t[3] == u"B" && t[4] >= inicio && t[4] <= fim)
+        if (t[3] == u"B" && t[4] >= begin && t[4] <= end)
             trocasDoCliente[t[0]] += QString(t[1]).remove(u'.').toLongLong() * cents(t[2]);
     for (auto t = trocasDoCliente.cbegin(); t != trocasDoCliente.cend(); ++t) {
         const QString documento = documentoDoCliente.value(t.key());
@@ -156,9 +156,9 @@ QMap<QString, Esperado> TstResumoVendas::esperados(const QString& inicio, const 
 }
 
 void TstResumoVendas::opensWithTheCurrentMonth() {
-    const ResumoVendas nova;
-    auto* form = const_cast<ResumoVendas*>(&nova);
-    QCOMPARE(nova.windowTitle(), u" Resumo de Vendas"_s);
+    const ResumoVendas newOne;
+    auto* form = const_cast<ResumoVendas*>(&newOne);
+    QCOMPARE(newOne.windowTitle(), u" Resumo de Vendas"_s);
     QCOMPARE(control<DateBox>(form, "DataIni")->text(), u"01/03/2024"_s);
     QCOMPARE(control<DateBox>(form, "DataFin")->text(), u"15/03/2024"_s);
     auto* order = control<QComboBox>(form, "order");
@@ -180,60 +180,60 @@ void TstResumoVendas::opensWithTheCurrentMonth() {
         QCOMPARE(alignments(tabela), u"^<<>>>"_s);
         QCOMPARE(tabela->rows(), 1);
         QCOMPARE(columnWidths(tabela), QList<int>({1750, 4900, 3500, 1405, 1405, 1405}));
-        for (int coluna = 0; coluna < tabela->columns(); ++coluna)
-            QVERIFY(tabela->isBold(0, coluna));
+        for (int column = 0; column < tabela->columns(); ++column)
+            QVERIFY(tabela->isBold(0, column));
         QCOMPARE(control<QLabel>(form, qPrintable(u"Label4(%1)"_s.arg(n)))->text(), u"TOTAL R$ 0,00"_s);
     }
     QCOMPARE(m->statements(), QStringList());
 }
 
 void TstResumoVendas::controlsAndAccessibleNames() {
-    QCOMPARE(control<QPushButton>(tela.get(), "Command4")->text(), u"Gera Relatório"_s);
-    QCOMPARE(control<QLabel>(tela.get(), "Label3")->text(), u"AGUARDE..."_s);
-    const QMap<QString, QString> nomes = {
+    QCOMPARE(control<QPushButton>(screen.get(), "Command4")->text(), u"Gera Relatório"_s);
+    QCOMPARE(control<QLabel>(screen.get(), "Label3")->text(), u"AGUARDE..."_s);
+    const QMap<QString, QString> names = {
         {u"DataIni"_s, u"PERÍODO (início)"_s}, {u"DataFin"_s, u"PERÍODO (fim)"_s},
         {u"order"_s, u"ORDENAR POR"_s},        {u"TabPreco"_s, u"Níveis de preço"_s},
         {u"TabelaPreco(1)"_s, u"Preço 1"_s},   {u"TabelaPreco(2)"_s, u"Preço 2"_s},
         {u"TabelaPreco(3)"_s, u"Preço 3"_s},   {u"TabelaPreco(4)"_s, u"Preço 4"_s}};
-    for (auto nome = nomes.cbegin(); nome != nomes.cend(); ++nome)
-        QCOMPARE(control<QWidget>(tela.get(), qPrintable(nome.key()))->accessibleName(), nome.value());
-    const auto* abas = control<QTabWidget>(tela.get(), "TabPreco");
-    QAccessibleInterface* barra = QAccessible::queryAccessibleInterface(abas->tabBar());
+    for (auto nome = names.cbegin(); nome != names.cend(); ++nome)
+        QCOMPARE(control<QWidget>(screen.get(), qPrintable(nome.key()))->accessibleName(), nome.value());
+    const auto* abas = control<QTabWidget>(screen.get(), "TabPreco");
+    QAccessibleInterface* bar = QAccessible::queryAccessibleInterface(abas->tabBar());
     for (int n = 1; n <= niveis; ++n)
-        QCOMPARE(barra->child(n - 1)->text(QAccessible::Name), u"Preço %1"_s.arg(n));
+        QCOMPARE(bar->child(n - 1)->text(QAccessible::Name), u"Preço %1"_s.arg(n));
 }
 
 void TstResumoVendas::refusesBadPeriods_data() {
-    QTest::addColumn<QString>("inicio");
-    QTest::addColumn<QString>("fim");
-    QTest::addColumn<QString>("mensagem");
-    QTest::addColumn<QString>("foco");
-    const QString bom = u"01/02/2024"_s;
-    const QString inicial = u"Data inicial inválida. Verifique!!!"_s;
+    QTest::addColumn<QString>("begin");
+    QTest::addColumn<QString>("end");
+    QTest::addColumn<QString>("message");
+    QTest::addColumn<QString>("focus");
+    const QString good = u"01/02/2024"_s;
+    const QString initial = u"Data inicial inválida. Verifique!!!"_s;
     const QString final = u"Data final inválida. Verifique!!!"_s;
-    QTest::newRow("31/02") << u"31/02/2024"_s << bom << inicial << u"DataIni"_s;
-    QTest::newRow("29/02 of 2023") << u"29/02/2023"_s << bom << inicial << u"DataIni"_s;
-    QTest::newRow("zeros") << u"00/00/0000"_s << bom << inicial << u"DataIni"_s;
-    QTest::newRow("half typed") << u"01/02/20"_s << bom << inicial << u"DataIni"_s;
-    QTest::newRow("end 31/04") << bom << u"31/04/2024"_s << final << u"DataFin"_s;
-    QTest::newRow("no end") << bom << QString() << final << u"DataFin"_s;
-    QTest::newRow("inverted") << u"02/02/2024"_s << bom << u"Data inicial superior a final. Verifique!!!"_s
+    QTest::newRow("31/02") << u"31/02/2024"_s << good << initial << u"DataIni"_s;
+    QTest::newRow("29/02 of 2023") << u"29/02/2023"_s << good << initial << u"DataIni"_s;
+    QTest::newRow("zeros") << u"00/00/0000"_s << good << initial << u"DataIni"_s;
+    QTest::newRow("half typed") << u"01/02/20"_s << good << initial << u"DataIni"_s;
+    QTest::newRow("end 31/04") << good << u"31/04/2024"_s << final << u"DataFin"_s;
+    QTest::newRow("no end") << good << QString() << final << u"DataFin"_s;
+    QTest::newRow("inverted") << u"02/02/2024"_s << good << u"Data inicial superior a final. Verifique!!!"_s
                               << u"DataIni"_s;
 }
 
 void TstResumoVendas::refusesBadPeriods() {
-    QFETCH(QString, inicio);
-    QFETCH(QString, fim);
-    QFETCH(QString, mensagem);
-    QFETCH(QString, foco);
-    periodo(inicio, fim);
+    QFETCH(QString, begin);
+    QFETCH(QString, end);
+    QFETCH(QString, message);
+    QFETCH(QString, focus);
+    periodo(begin, end);
     ModalHelper modal;
-    modal.expect(mensagem, QMessageBox::Ok);
-    gera();
+    modal.expect(message, QMessageBox::Ok);
+    run();
     QCOMPARE(modal.problem(), QString());
     QCOMPARE(modal.boxes()[0].title, u"Atenção!!!"_s);
     QCOMPARE(modal.boxes()[0].icon, QMessageBox::Information);
-    QCOMPARE(tela->focusWidget()->objectName(), foco);
+    QCOMPARE(screen->focusWidget()->objectName(), focus);
     QCOMPARE(m->statements(), QStringList());
 }
 
@@ -244,8 +244,8 @@ void TstResumoVendas::sendsTheStatementsInTheirOrder() {
                        .cnpjCpf = u"11"_s,
                        .fantasia = u"F UM"_s});
     m->shop().linhaFiscal({});
-    gera();
-    const QStringList esperado = {
+    run();
+    const QStringList expected = {
         u"TRUNCATE relat2"_s,
         u"INSERT INTO relat2 (Codigo1,Valor1) SELECT cnpj_cpf, SUM(vlr_tot_item) AS totalVenda FROM "
         u"movsaient "
@@ -271,12 +271,12 @@ void TstResumoVendas::sendsTheStatementsInTheirOrder() {
         u"UPDATE relat SET valor3=round(valor2*100/valor1,2) WHERE valor1>0 and valor2>0"_s,
         u"Select * From Relat Order By Texto1"_s,
         u"Select sum(Valor1) as Valor1, Texto3 From relat group by Texto3"_s};
-    QCOMPARE(m->statements(), StatementLog::expected(esperado));
+    QCOMPARE(m->statements(), StatementLog::expected(expected));
 }
 
 void TstResumoVendas::ordersAsChosen_data() {
     QTest::addColumn<int>("item");
-    QTest::addColumn<QString>("ordem");
+    QTest::addColumn<QString>("ordering");
     QTest::addColumn<QStringList>("documentos");
     QTest::newRow("alphabetic") << 0 << u"Texto1"_s << QStringList({u"33"_s, u"22"_s, u"11"_s});
     QTest::newRow("sold") << 1 << u"valor1 desc"_s << QStringList({u"22"_s, u"33"_s, u"11"_s});
@@ -308,35 +308,34 @@ void TstResumoVendas::ordersAsChosen() {
     vende(u"C1"_s, u"CARLOS"_s, u"11"_s, u"10.00"_s, u"9.00"_s);
     vende(u"C2"_s, u"BRUNA"_s, u"22"_s, u"1000.00"_s, u"20.00"_s);
     vende(u"C3"_s, u"ANA"_s, u"33"_s, u"100.00"_s, u"30.00"_s);
-    control<QComboBox>(tela.get(), "order")->setCurrentIndex(item);
+    control<QComboBox>(screen.get(), "order")->setCurrentIndex(item);
     m->mark();
-    gera();
-    QFETCH(QString, ordem);
-    QVERIFY(m->statements().contains(u"Select * From Relat Order By "_s + ordem));
-    QStringList vistos;
-    for (const QStringList& linha : allCells(grade(3)))
-        vistos.append(linha[0]);
-    QCOMPARE(vistos, documentos);
+    run();
+    QFETCH(QString, ordering);
+    QVERIFY(m->statements().contains(u"Select * From Relat Order By "_s + ordering));
+    QStringList shownDocuments;
+    for (const QStringList& linha : allCells(grid(3)))
+        shownDocuments.append(linha[0]);
+    QCOMPARE(shownDocuments, documentos);
 }
 
 void TstResumoVendas::figuresOfARandomMonth_data() {
-    QTest::addColumn<quint32>("semente");
-    QTest::addColumn<QString>("inicio");
-    QTest::addColumn<QString>("fim");
+    QTest::addColumn<quint32>("seed");
+    QTest::addColumn<QString>("begin");
+    QTest::addColumn<QString>("end");
     QTest::newRow("february") << 1u << u"2024-02-01"_s << u"2024-02-29"_s;
     QTest::newRow("one day") << 2u << u"2024-02-15"_s << u"2024-02-15"_s;
     QTest::newRow("everything") << 3u << u"2023-01-01"_s << u"2024-12-31"_s;
 }
 
 void TstResumoVendas::figuresOfARandomMonth() {
-    QFETCH(quint32, semente);
-    QFETCH(QString, inicio);
-    QFETCH(QString, fim);
-    m->shop().movimento(semente);
-    periodo(TextoTela(QDate::fromString(inicio, Qt::ISODate)),
-            TextoTela(QDate::fromString(fim, Qt::ISODate)));
-    gera();
-    const auto documentos = esperados(inicio, fim);
+    QFETCH(quint32, seed);
+    QFETCH(QString, begin);
+    QFETCH(QString, end);
+    m->shop().movimento(seed);
+    periodo(TextoTela(QDate::fromString(begin, Qt::ISODate)), TextoTela(QDate::fromString(end, Qt::ISODate)));
+    run();
+    const auto documentos = expectedRows(begin, end);
     QVERIFY(documentos.size() > 5);
     qint64 total = 0;
     QMap<int, qint64> totalDoNivel;
@@ -347,17 +346,17 @@ void TstResumoVendas::figuresOfARandomMonth() {
         linhasDoNivel[d->nivel].insert(d.key(), d->row(d.key()));
     }
     for (int n = 1; n <= niveis; ++n) {
-        QMap<QString, QStringList> vistas;
-        QString anterior;
-        for (const QStringList& linha : allCells(grade(n))) {
-            vistas.insert(linha[0], linha);
-            QVERIFY2(linha[1] >= anterior, "not in alphabetic order");
-            anterior = linha[1];
+        QMap<QString, QStringList> shownRows;
+        QString previous;
+        for (const QStringList& linha : allCells(grid(n))) {
+            shownRows.insert(linha[0], linha);
+            QVERIFY2(linha[1] >= previous, "not in alphabetic order");
+            previous = linha[1];
         }
-        QCOMPARE(grade(n)->rows() - 1, vistas.size());
-        QCOMPARE(vistas, linhasDoNivel[n]);
-        QCOMPARE(rotulo(n), u"("_s + onScreen(proportion(totalDoNivel[n], 100000, total), 3) +
-                                u"%)   -   TOTAL R$ "_s + onScreen(totalDoNivel[n]));
+        QCOMPARE(grid(n)->rows() - 1, shownRows.size());
+        QCOMPARE(shownRows, linhasDoNivel[n]);
+        QCOMPARE(label(n), u"("_s + onScreen(proportion(totalDoNivel[n], 100000, total), 3) +
+                               u"%)   -   TOTAL R$ "_s + onScreen(totalDoNivel[n]));
     }
     QCOMPARE(geral(), u"TOTAL GERAL R$ "_s + onScreen(total));
 }
@@ -385,11 +384,11 @@ void TstResumoVendas::salesByPrefixAndItemValueReturnsByCodeAndSaleValue() {
     linha(u"E"_s, u"1201"_s);
     linha(u"E"_s, u"5102"_s);
     linha(u"S"_s, u"1202"_s);
-    gera();
-    QCOMPARE(allCells(grade(1)),
+    run();
+    QCOMPARE(allCells(grid(1)),
              QList<QStringList>({{u"11"_s, u"UM"_s, u"F UM"_s, u"99,00"_s, u"0,00"_s, u"0,00"_s}}));
-    QCOMPARE(rotulo(1), u"(100,000%)   -   TOTAL R$ 99,00"_s);
-    QCOMPARE(rotulo(2), u"(0,000%)   -   TOTAL R$ 0,00"_s);
+    QCOMPARE(label(1), u"(100,000%)   -   TOTAL R$ 99,00"_s);
+    QCOMPARE(label(2), u"(0,000%)   -   TOTAL R$ 0,00"_s);
     QCOMPARE(geral(), u"TOTAL GERAL R$ 99,00"_s);
 }
 
@@ -400,28 +399,28 @@ void TstResumoVendas::periodBoundsAreInside() {
                        .cnpjCpf = u"11"_s,
                        .fantasia = u"F UM"_s});
     const QStringList dias = {u"2024-01-31"_s, u"2024-02-01"_s, u"2024-02-29"_s, u"2024-03-01"_s};
-    const QStringList valores = {u"1000.00"_s, u"1.00"_s, u"10.00"_s, u"100.00"_s};
+    const QStringList values = {u"1000.00"_s, u"1.00"_s, u"10.00"_s, u"100.00"_s};
     for (int i = 0; i < dias.size(); ++i) {
         LinhaFiscal l;
         l.data = dias[i];
-        l.valorItem = valores[i];
+        l.valorItem = values[i];
         m->shop().linhaFiscal(l);
         m->shop().devolucao({.vendedor = 1,
                              .produto = u"P1"_s,
                              .quantidade = u"1"_s,
                              .baixa = dias[i],
                              .cliente = u"C1"_s,
-                             .custo = valores[i]});
+                             .custo = values[i]});
     }
-    gera();
-    QCOMPARE(allCells(grade(1)).value(0).mid(3), QStringList({u"11,00"_s, u"11,00"_s, u"100,00"_s}));
+    run();
+    QCOMPARE(allCells(grid(1)).value(0).mid(3), QStringList({u"11,00"_s, u"11,00"_s, u"100,00"_s}));
 }
 
 void TstResumoVendas::oneDayPeriod() {
     m->shop().linhaFiscal({});
     periodo(u"10/02/2024"_s, u"10/02/2024"_s);
-    gera();
-    QCOMPARE(grade(1)->rows(), 2);
+    run();
+    QCOMPARE(grid(1)->rows(), 2);
 }
 
 void TstResumoVendas::returnsOnly() {
@@ -450,8 +449,8 @@ void TstResumoVendas::returnsOnly() {
                          .baixa = u"2024-02-10"_s,
                          .cliente = u"C1"_s,
                          .custo = u"5.00"_s});
-    gera();
-    QCOMPARE(allCells(grade(4)),
+    run();
+    QCOMPARE(allCells(grid(4)),
              QList<QStringList>({{u"22"_s, u"DOIS"_s, u"F DOIS"_s, u"1.240,00"_s, u"0,00"_s, u"0,00"_s},
                                  {u"11"_s, u"UM"_s, u"F UM"_s, u"-40,00"_s, u"10,00"_s, u"0,00"_s}}));
     QCOMPARE(geral(), u"TOTAL GERAL R$ 1.200,00"_s);
@@ -474,11 +473,11 @@ void TstResumoVendas::unknownLevelsGoToTheFirstTab() {
                        .cnpjCpf = u"11"_s,
                        .fantasia = u"F UM"_s});
     m->shop().linhaFiscal({});
-    gera();
-    QCOMPARE(grade(1)->rows(), 2);
+    run();
+    QCOMPARE(grid(1)->rows(), 2);
     for (int n = 2; n <= niveis; ++n)
-        QCOMPARE(grade(n)->rows(), 1);
-    QCOMPARE(rotulo(1), u"(100,000%)   -   TOTAL R$ 10,00"_s);
+        QCOMPARE(grid(n)->rows(), 1);
+    QCOMPARE(label(1), u"(100,000%)   -   TOTAL R$ 10,00"_s);
 }
 
 void TstResumoVendas::documentWithoutCustomer() {
@@ -488,15 +487,15 @@ void TstResumoVendas::documentWithoutCustomer() {
                        .cnpjCpf = u"11"_s,
                        .fantasia = u"F UM"_s});
     m->shop().linhaFiscal({});
-    LinhaFiscal semCadastro;
-    semCadastro.cnpj = u"99"_s;
-    semCadastro.valorItem = u"30.00"_s;
-    m->shop().linhaFiscal(semCadastro);
-    gera();
-    QCOMPARE(allCells(grade(1)),
+    LinhaFiscal withoutRecord;
+    withoutRecord.cnpj = u"99"_s;
+    withoutRecord.valorItem = u"30.00"_s;
+    m->shop().linhaFiscal(withoutRecord);
+    run();
+    QCOMPARE(allCells(grid(1)),
              QList<QStringList>({{u"99"_s, QString(), QString(), u"30,00"_s, u"0,00"_s, u"0,00"_s}}));
-    QCOMPARE(rotulo(1), u"(75,000%)   -   TOTAL R$ 30,00"_s);
-    QCOMPARE(rotulo(2), u"(25,000%)   -   TOTAL R$ 10,00"_s);
+    QCOMPARE(label(1), u"(75,000%)   -   TOTAL R$ 30,00"_s);
+    QCOMPARE(label(2), u"(25,000%)   -   TOTAL R$ 10,00"_s);
     QCOMPARE(geral(), u"TOTAL GERAL R$ 40,00"_s);
 }
 
@@ -524,9 +523,9 @@ void TstResumoVendas::documentOfTwoCustomers() {
                          .baixa = u"2024-02-10"_s,
                          .cliente = u"C2"_s,
                          .custo = u"2.00"_s});
-    gera();
-    QCOMPARE(grade(2)->rows(), 2);
-    const QStringList linha = cells(grade(2), 1);
+    run();
+    QCOMPARE(grid(2)->rows(), 2);
+    const QStringList linha = cells(grid(2), 1);
     QVERIFY(QStringList({u"UM"_s, u"OUTRO"_s}).contains(linha[1]));
     QCOMPARE(linha[2], u"F "_s + linha[1]);
     QCOMPARE(linha[3], u"10,00"_s);
@@ -559,8 +558,8 @@ void TstResumoVendas::exchangesWithoutInvoicesAreDropped() {
                          .situacao = u"A"_s,
                          .cliente = u"C1"_s,
                          .custo = u"5.00"_s});
-    gera();
-    QCOMPARE(allCells(grade(1)),
+    run();
+    QCOMPARE(allCells(grid(1)),
              QList<QStringList>({{u"11"_s, u"UM"_s, u"F UM"_s, u"10,00"_s, u"0,00"_s, u"0,00"_s}}));
 }
 
@@ -588,25 +587,25 @@ void TstResumoVendas::documentThatIsNullOrEmpty() {
     venda(u"nulo"_s, u"5.00"_s);
     venda(QString(), u"7.50"_s);
     m->server().execute(u"UPDATE movsaient SET cnpj_cpf=NULL WHERE cnpj_cpf='nulo'"_s);
-    gera();
-    QList<QStringList> semCliente = allCells(grade(1));
-    std::sort(semCliente.begin(), semCliente.end());
-    QCOMPARE(semCliente,
+    run();
+    QList<QStringList> withoutCustomer = allCells(grid(1));
+    std::sort(withoutCustomer.begin(), withoutCustomer.end());
+    QCOMPARE(withoutCustomer,
              QList<QStringList>({{QString(), QString(), QString(), u"25,00"_s, u"0,00"_s, u"0,00"_s},
                                  {QString(), QString(), QString(), u"7,50"_s, u"0,00"_s, u"0,00"_s}}));
-    QCOMPARE(rotulo(1), u"(76,471%)   -   TOTAL R$ 32,50"_s);
-    QCOMPARE(rotulo(2), u"(23,529%)   -   TOTAL R$ 10,00"_s);
+    QCOMPARE(label(1), u"(76,471%)   -   TOTAL R$ 32,50"_s);
+    QCOMPARE(label(2), u"(23,529%)   -   TOTAL R$ 10,00"_s);
     QCOMPARE(geral(), u"TOTAL GERAL R$ 42,50"_s);
 }
 
 void TstResumoVendas::nothingSoldIsADivisionByZero() {
     ModalHelper modal;
     modal.expectContaining(erroDeExecucao, QMessageBox::Ok);
-    gera();
+    run();
     QCOMPARE(modal.problem(), QString());
-    QVERIFY(control<QLabel>(tela.get(), "Label3")->isHidden());
+    QVERIFY(control<QLabel>(screen.get(), "Label3")->isHidden());
     m->shop().linhaFiscal({});
-    gera();
+    run();
     QCOMPARE(geral(), u"TOTAL GERAL R$ 10,00"_s);
 }
 
@@ -627,20 +626,20 @@ void TstResumoVendas::salesEqualToReturnsAreADivisionByZero() {
     devolvida.cfop = u"1202"_s;
     devolvida.cnpj = u"22"_s;
     m->shop().linhaFiscal(devolvida);
-    control<QLabel>(tela.get(), "Label5")->setText(u"DE ANTES"_s);
+    control<QLabel>(screen.get(), "Label5")->setText(u"DE ANTES"_s);
     ModalHelper modal;
     modal.expectContaining(erroDeExecucao, QMessageBox::Ok);
-    gera();
+    run();
     QCOMPARE(modal.problem(), QString());
     // As far as it came: the customers and the grand total.
-    QCOMPARE(allCells(grade(2)),
+    QCOMPARE(allCells(grid(2)),
              QList<QStringList>({{u"11"_s, u"UM"_s, u"F UM"_s, u"10,00"_s, u"0,00"_s, u"0,00"_s}}));
-    QCOMPARE(allCells(grade(3)),
+    QCOMPARE(allCells(grid(3)),
              QList<QStringList>({{u"22"_s, u"DOIS"_s, u"F DOIS"_s, u"-10,00"_s, u"0,00"_s, u"0,00"_s}}));
     QCOMPARE(geral(), u"TOTAL GERAL R$ 0,00"_s);
     for (int n = 1; n <= niveis; ++n)
-        QCOMPARE(rotulo(n), u"TOTAL R$ 0,00"_s);
-    QVERIFY(control<QLabel>(tela.get(), "Label3")->isHidden());
+        QCOMPARE(label(n), u"TOTAL R$ 0,00"_s);
+    QVERIFY(control<QLabel>(screen.get(), "Label3")->isHidden());
 }
 
 void TstResumoVendas::columnNarrowsWithTheScrollBar_data() {
@@ -668,16 +667,16 @@ void TstResumoVendas::columnNarrowsWithTheScrollBar() {
         l.cnpj = QString::number(i);
         m->shop().linhaFiscal(l);
     }
-    gera();
-    QCOMPARE(grade(nivel)->rows(), clientes + 1);
-    QCOMPARE(alignments(grade(nivel)), u"^<<>>>"_s);
-    QTEST(grade(nivel)->columnTwips(1), "largura");
+    run();
+    QCOMPARE(grid(nivel)->rows(), clientes + 1);
+    QCOMPARE(alignments(grid(nivel)), u"^<<>>>"_s);
+    QTEST(grid(nivel)->columnTwips(1), "largura");
     for (int n = 1; n <= niveis; ++n)
         if (n != nivel)
-            QCOMPARE(grade(n)->columnTwips(1), 4900);
+            QCOMPARE(grid(n)->columnTwips(1), 4900);
     m->server().execute(u"DELETE FROM movsaient WHERE cnpj_cpf<>'1'"_s);
-    gera();
-    QCOMPARE(grade(nivel)->columnTwips(1), 4900);
+    run();
+    QCOMPARE(grid(nivel)->columnTwips(1), 4900);
 }
 
 // More rows than come in one fetch, on each tab; figures of the test's own formula.
@@ -691,9 +690,9 @@ void TstResumoVendas::tenThousandCustomers() {
         "LPAD(seq, 14, '0') FROM seq_1_to_%1; INSERT INTO Orcamento_Troca (codigo, codigocli, Vendedor, "
         "quantidade, pcfabrica, situacaoorc, databaixa) SELECT 'P', CONCAT('C', seq), 1, 1, seq % 100 / 100, "
         "'B', '2024-02-11' FROM seq_1_to_%1"_s.arg(clientes));
-    gera();
+    run();
     std::array<qint64, niveis> somas = {};
-    std::array<int, niveis> vistas = {};
+    std::array<int, niveis> shownRows = {};
     qint64 total = 0;
     for (int i = 1; i <= clientes; ++i) {
         const auto n = static_cast<size_t>(i % niveis);
@@ -702,39 +701,39 @@ void TstResumoVendas::tenThousandCustomers() {
         somas[n] += vendas;
         total += vendas;
         const QString numero = QString::number(i);
-        QCOMPARE(cells(grade(static_cast<int>(n) + 1), ++vistas[n]),
+        QCOMPARE(cells(grid(static_cast<int>(n) + 1), ++shownRows[n]),
                  QStringList({numero.rightJustified(14, u'0'), u"CLIENTE "_s + numero.rightJustified(5, u'0'),
                               u"F "_s + numero, onScreen(vendas), onScreen(trocas),
                               onScreen(trocas > 0 ? proportion(trocas, 10000, vendas) : 0)}));
     }
     for (int n = 1; n <= niveis; ++n) {
-        QCOMPARE(grade(n)->rows(), clientes / niveis + 1);
+        QCOMPARE(grid(n)->rows(), clientes / niveis + 1);
         const qint64 soma = somas[static_cast<size_t>(n - 1)];
-        QCOMPARE(rotulo(n), u"("_s + onScreen(proportion(soma, 100000, total), 3) + u"%)   -   TOTAL R$ "_s +
-                                onScreen(soma));
+        QCOMPARE(label(n), u"("_s + onScreen(proportion(soma, 100000, total), 3) + u"%)   -   TOTAL R$ "_s +
+                               onScreen(soma));
     }
     QCOMPARE(geral(), u"TOTAL GERAL R$ "_s + onScreen(total));
 }
 
 void TstResumoVendas::busyLabelIsSeenWhileRunning() {
     m->shop().linhaFiscal({});
-    gera();
-    QCOMPARE(grade(1)->rows(), 2);
+    run();
+    QCOMPARE(grid(1)->rows(), 2);
     m->mark();
-    auto* rotuloDeEspera = control<QLabel>(tela.get(), "Label3");
-    struct Moment {
+    auto* waitingLabel = control<QLabel>(screen.get(), "Label3");
+    struct BusyMoment {
         qsizetype statements; // that the server had received
         int rows;
         bool busyPointer;
-        bool operator==(const Moment&) const = default;
+        bool operator==(const BusyMoment&) const = default;
     };
     const auto now = [this] {
         const QCursor* pointer = QApplication::overrideCursor();
-        return Moment{m->texts().size(), grade(1)->rows(), pointer && pointer->shape() == Qt::WaitCursor};
+        return BusyMoment{m->texts().size(), grid(1)->rows(), pointer && pointer->shape() == Qt::WaitCursor};
     };
-    QList<Moment> painted;
-    QList<Moment> hidden;
-    const EventWatcher watcher(rotuloDeEspera, [&](QEvent::Type event) {
+    QList<BusyMoment> painted;
+    QList<BusyMoment> hidden;
+    const EventWatcher watcher(waitingLabel, [&](QEvent::Type event) {
         if (event == QEvent::Paint)
             painted.append(now());
         else if (event == QEvent::Hide)
@@ -743,10 +742,10 @@ void TstResumoVendas::busyLabelIsSeenWhileRunning() {
     // Another result than the last run's, so that its rows can be told from this one's.
     m->shop().linhaFiscal({.cnpj = u"22"_s});
     m->mark();
-    control<QPushButton>(tela.get(), "Command4")->click(); // without letting the event loop run
-    QCOMPARE(painted, QList<Moment>({{0, 2, true}}));
-    QCOMPARE(hidden, QList<Moment>({{13, 3, true}}));
-    QVERIFY(rotuloDeEspera->isHidden());
+    control<QPushButton>(screen.get(), "Command4")->click(); // without letting the event loop run
+    QCOMPARE(painted, QList<BusyMoment>({{0, 2, true}}));
+    QCOMPARE(hidden, QList<BusyMoment>({{13, 3, true}}));
+    QVERIFY(waitingLabel->isHidden());
     QVERIFY(!QApplication::overrideCursor());
 }
 
@@ -763,29 +762,29 @@ void TstResumoVendas::masksFromAThousandOn() {
                          .baixa = u"2024-02-10"_s,
                          .cliente = u"C1"_s,
                          .custo = u"61728.00"_s});
-    gera();
-    QCOMPARE(cells(grade(1), 1).mid(3), QStringList({u"5.000,00"_s, u"61.728,00"_s, u"1.234,56"_s}));
-    QCOMPARE(cells(grade(2), 1).mid(3), QStringList({u"-4.900,00"_s, u"0,00"_s, u"0,00"_s}));
-    QCOMPARE(rotulo(1), u"(5000,000%)   -   TOTAL R$ 5.000,00"_s);
-    QCOMPARE(rotulo(2), u"(-4900,000%)   -   TOTAL R$ -4.900,00"_s);
+    run();
+    QCOMPARE(cells(grid(1), 1).mid(3), QStringList({u"5.000,00"_s, u"61.728,00"_s, u"1.234,56"_s}));
+    QCOMPARE(cells(grid(2), 1).mid(3), QStringList({u"-4.900,00"_s, u"0,00"_s, u"0,00"_s}));
+    QCOMPARE(label(1), u"(5000,000%)   -   TOTAL R$ 5.000,00"_s);
+    QCOMPARE(label(2), u"(-4900,000%)   -   TOTAL R$ -4.900,00"_s);
     m->shop().linhaFiscal({.valorItem = u"1134.50"_s, .cnpj = u"33"_s});
-    gera();
+    run();
     QCOMPARE(geral(), u"TOTAL GERAL R$ 1.234,50"_s);
 }
 
 void TstResumoVendas::failedRunLeavesTotalsOfZero() {
     m->shop().linhaFiscal({});
-    gera();
-    QCOMPARE(rotulo(1), u"(100,000%)   -   TOTAL R$ 10,00"_s);
+    run();
+    QCOMPARE(label(1), u"(100,000%)   -   TOTAL R$ 10,00"_s);
     m->server().execute(u"RENAME TABLE Orcamento_Troca TO guardada"_s);
     ModalHelper modal;
     modal.expectContaining(u"Orcamento_Troca"_s, QMessageBox::Ok);
-    gera();
+    run();
     m->server().execute(u"RENAME TABLE guardada TO Orcamento_Troca"_s);
     QCOMPARE(modal.problem(), QString());
     for (int n = 1; n <= niveis; ++n) {
-        QCOMPARE(rotulo(n), u"TOTAL R$ 0,00"_s);
-        QCOMPARE(grade(n)->rows(), 1);
+        QCOMPARE(label(n), u"TOTAL R$ 0,00"_s);
+        QCOMPARE(grid(n)->rows(), 1);
     }
     QVERIFY(!QApplication::overrideCursor());
 }
@@ -795,7 +794,7 @@ void TstResumoVendas::handsTheWholeStatementOver() {
     m->server().execute(u"RENAME TABLE movsaient TO guardada"_s);
     ModalHelper modal;
     modal.expectContaining(u"movsaient"_s, QMessageBox::Ok);
-    gera();
+    run();
     m->server().execute(u"RENAME TABLE guardada TO movsaient"_s);
     QCOMPARE(modal.problem(), QString());
     QVERIFY(modal.boxes()[0].details.endsWith(u"('1202','1411','2202','2411') GROUP BY cnpj_cpf "));
@@ -803,8 +802,8 @@ void TstResumoVendas::handsTheWholeStatementOver() {
 
 void TstResumoVendas::refusedDatesAreTypedOver_data() {
     QTest::addColumn<QString>("caixa");
-    QTest::addColumn<QString>("recusada");
-    QTest::addColumn<QString>("mensagem");
+    QTest::addColumn<QString>("refused");
+    QTest::addColumn<QString>("message");
     QTest::newRow("start") << u"DataIni"_s << u"31/02/2024"_s << u"Data inicial inválida. Verifique!!!"_s;
     QTest::newRow("end") << u"DataFin"_s << u"31/04/2024"_s << u"Data final inválida. Verifique!!!"_s;
     QTest::newRow("order") << u"DataIni"_s << u"01/03/2024"_s
@@ -813,13 +812,13 @@ void TstResumoVendas::refusedDatesAreTypedOver_data() {
 
 void TstResumoVendas::refusedDatesAreTypedOver() {
     QFETCH(QString, caixa);
-    QFETCH(QString, recusada);
-    QFETCH(QString, mensagem);
-    auto* box = control<DateBox>(tela.get(), qPrintable(caixa));
-    box->setText(recusada);
-    const Hands hands(tela.get());
+    QFETCH(QString, refused);
+    QFETCH(QString, message);
+    auto* box = control<DateBox>(screen.get(), qPrintable(caixa));
+    box->setText(refused);
+    const Hands hands(screen.get());
     ModalHelper modal;
-    modal.expect(mensagem, QMessageBox::Ok);
+    modal.expect(message, QMessageBox::Ok);
     hands.press(u"Command4"_s);
     QCOMPARE(modal.problem(), QString());
     QCOMPARE(Hands::focus(), caixa);
@@ -828,11 +827,11 @@ void TstResumoVendas::refusedDatesAreTypedOver() {
 }
 
 void TstResumoVendas::tabsByKey() {
-    QCOMPARE(control<QPushButton>(tela.get(), "Command4")->toolTip(), u"Tecla de atalho: Alt+G"_s);
-    auto* tabs = control<QTabWidget>(tela.get(), "TabPreco");
+    QCOMPARE(control<QPushButton>(screen.get(), "Command4")->toolTip(), u"Tecla de atalho: Alt+G"_s);
+    auto* tabs = control<QTabWidget>(screen.get(), "TabPreco");
     for (int n = 1; n <= niveis; ++n)
         QCOMPARE(tabs->tabToolTip(n - 1), u"Tecla de atalho: Alt+%1"_s.arg(n));
-    const Hands hands(tela.get());
+    const Hands hands(screen.get());
     for (const QString& from : {u"DataIni"_s, u"order"_s, u"Command4"_s, u"TabelaPreco(1)"_s}) {
         tabs->setCurrentIndex(0);
         hands.control(from)->setFocus();
@@ -852,13 +851,13 @@ void TstResumoVendas::runsAgainFromEmpty() {
                        .cnpjCpf = u"11"_s,
                        .fantasia = u"F UM"_s});
     m->shop().linhaFiscal({});
-    gera();
-    gera();
-    QCOMPARE(grade(2)->rows(), 2);
+    run();
+    run();
+    QCOMPARE(grid(2)->rows(), 2);
     m->server().execute(u"UPDATE clientes SET colunapreco='3'"_s);
-    gera();
-    QCOMPARE(grade(2)->rows(), 1);
-    QCOMPARE(grade(3)->rows(), 2);
+    run();
+    QCOMPARE(grid(2)->rows(), 1);
+    QCOMPARE(grid(3)->rows(), 2);
     QCOMPARE(m->server().query(u"SELECT COUNT(*) FROM relat"_s)[0][0], u"1"_s);
 }
 
@@ -867,13 +866,13 @@ void TstResumoVendas::failingStatementLeavesTheScreenUsable() {
     m->server().execute(u"RENAME TABLE Orcamento_Troca TO guardada"_s);
     ModalHelper modal;
     modal.expectContaining(u"Orcamento_Troca"_s, QMessageBox::Ok);
-    gera();
+    run();
     m->server().execute(u"RENAME TABLE guardada TO Orcamento_Troca"_s);
     QCOMPARE(modal.problem(), QString());
     // As far as it was filled.
     QCOMPARE(m->server().query(u"SELECT COUNT(*) FROM relat"_s)[0][0], u"1"_s);
-    QVERIFY(control<QLabel>(tela.get(), "Label3")->isHidden());
-    gera();
+    QVERIFY(control<QLabel>(screen.get(), "Label3")->isHidden());
+    run();
     QCOMPARE(geral(), u"TOTAL GERAL R$ 10,00"_s);
 }
 
@@ -884,11 +883,11 @@ void TstResumoVendas::byKeyboardAlone() {
                        .cnpjCpf = u"11"_s,
                        .fantasia = u"F UM"_s});
     m->shop().linhaFiscal({});
-    const auto teclaNoFoco = [](Qt::Key tecla, Qt::KeyboardModifiers modificadores = {}) {
-        QTest::keyClick(QApplication::focusWidget(), tecla, modificadores);
+    const auto teclaNoFoco = [](Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
+        QTest::keyClick(QApplication::focusWidget(), key, modifiers);
         QCoreApplication::processEvents();
     };
-    auto* dataIni = control<DateBox>(tela.get(), "DataIni");
+    auto* dataIni = control<DateBox>(screen.get(), "DataIni");
     dataIni->setFocus();
     QTest::keyClicks(dataIni, u"01022024"_s);
     teclaNoFoco(Qt::Key_Return);
@@ -897,19 +896,19 @@ void TstResumoVendas::byKeyboardAlone() {
     teclaNoFoco(Qt::Key_Enter);
     QCOMPARE(QApplication::focusWidget()->objectName(), u"order"_s);
     teclaNoFoco(Qt::Key_Down);
-    QCOMPARE(control<QComboBox>(tela.get(), "order")->currentIndex(), 1);
+    QCOMPARE(control<QComboBox>(screen.get(), "order")->currentIndex(), 1);
     teclaNoFoco(Qt::Key_Return);
     QCOMPARE(QApplication::focusWidget()->objectName(), u"Command4"_s);
     teclaNoFoco(Qt::Key_Space);
     QCOMPARE(geral(), u"TOTAL GERAL R$ 10,00"_s);
     teclaNoFoco(Qt::Key_Tab);
     teclaNoFoco(Qt::Key_Right); // on the tabs' bar
-    auto* abas = control<QTabWidget>(tela.get(), "TabPreco");
+    auto* abas = control<QTabWidget>(screen.get(), "TabPreco");
     QCOMPARE(abas->currentIndex(), 1);
     teclaNoFoco(Qt::Key_Tab);
     QCOMPARE(QApplication::focusWidget()->objectName(), u"TabelaPreco(2)"_s);
     teclaNoFoco(Qt::Key_Escape);
-    QVERIFY(!tela->isVisible());
+    QVERIFY(!screen->isVisible());
 }
 
 QTEST_MAIN(TstResumoVendas)

@@ -54,9 +54,9 @@ bool wouldBlock() {
 
 bool wait(std::vector<Watch>& watched) {
     std::vector<PollRequest> requests;
-    for (const Watch& vigia : watched) {
-        const int events = (vigia.read ? POLLIN : 0) | (vigia.write ? POLLOUT : 0);
-        requests.push_back({static_cast<Native>(vigia.handle), static_cast<short>(events), 0});
+    for (const Watch& watch : watched) {
+        const int events = (watch.read ? POLLIN : 0) | (watch.write ? POLLOUT : 0);
+        requests.push_back({static_cast<Native>(watch.handle), static_cast<short>(events), 0});
     }
     if (query(requests) < 0) {
         return false;

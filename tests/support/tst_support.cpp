@@ -33,14 +33,14 @@ class Odbc {
         SQLAllocHandle(SQL_HANDLE_ENV, SQL_NULL_HANDLE, &m_env);
         SQLSetEnvAttr(m_env, SQL_ATTR_ODBC_VERSION, reinterpret_cast<SQLPOINTER>(SQL_OV_ODBC3), 0);
         SQLAllocHandle(SQL_HANDLE_DBC, m_env, &m_dbc);
-        QByteArray fonte("dsn=QDX");
-        const SQLRETURN r = SQLDriverConnect(m_dbc, nullptr, reinterpret_cast<SQLCHAR*>(fonte.data()),
-                                             SQL_NTS, nullptr, 0, nullptr, SQL_DRIVER_NOPROMPT);
-        m_ligado = SQL_SUCCEEDED(r);
-        m_estado = m_ligado ? QString() : diagnostico(SQL_HANDLE_DBC, m_dbc);
+        QByteArray font("dsn=QDX");
+        const SQLRETURN r = SQLDriverConnect(m_dbc, nullptr, reinterpret_cast<SQLCHAR*>(font.data()), SQL_NTS,
+                                             nullptr, 0, nullptr, SQL_DRIVER_NOPROMPT);
+        m_connected = SQL_SUCCEEDED(r);
+        m_state = m_connected ? QString() : diagnosis(SQL_HANDLE_DBC, m_dbc);
     }
     ~Odbc() {
-        if (m_ligado) {
+        if (m_connected) {
             SQLDisconnect(m_dbc);
         }
         SQLFreeHandle(SQL_HANDLE_DBC, m_dbc);
@@ -50,55 +50,55 @@ class Odbc {
     Odbc& operator=(const Odbc&) = delete;
 
     /// SQLSTATE and message of the failed connect; empty when connected.
-    QString estado() const { return m_estado; }
+    QString state() const { return m_state; }
 
     /// Runs `sql` with a static cursor; gives SQLSTATE and message, empty on success.
     QString execute(QByteArray sql) {
         m_valor.reset();
-        SQLHSTMT comando = SQL_NULL_HSTMT;
-        if (!SQL_SUCCEEDED(SQLAllocHandle(SQL_HANDLE_STMT, m_dbc, &comando))) {
-            return diagnostico(SQL_HANDLE_DBC, m_dbc);
+        SQLHSTMT command = SQL_NULL_HSTMT;
+        if (!SQL_SUCCEEDED(SQLAllocHandle(SQL_HANDLE_STMT, m_dbc, &command))) {
+            return diagnosis(SQL_HANDLE_DBC, m_dbc);
         }
-        SQLSetStmtAttr(comando, SQL_ATTR_CURSOR_TYPE, reinterpret_cast<SQLPOINTER>(SQL_CURSOR_STATIC), 0);
-        QString erro;
-        if (!SQL_SUCCEEDED(SQLExecDirect(comando, reinterpret_cast<SQLCHAR*>(sql.data()),
+        SQLSetStmtAttr(command, SQL_ATTR_CURSOR_TYPE, reinterpret_cast<SQLPOINTER>(SQL_CURSOR_STATIC), 0);
+        QString error;
+        if (!SQL_SUCCEEDED(SQLExecDirect(command, reinterpret_cast<SQLCHAR*>(sql.data()),
                                          static_cast<SQLINTEGER>(sql.size())))) {
-            erro = diagnostico(SQL_HANDLE_STMT, comando);
+            error = diagnosis(SQL_HANDLE_STMT, command);
         } else {
-            SQLSMALLINT colunas = 0;
-            SQLNumResultCols(comando, &colunas);
-            if (colunas > 0 && SQL_SUCCEEDED(SQLFetch(comando))) {
-                QByteArray celula(4096, '\0');
-                SQLLEN tamanho = 0;
-                SQLGetData(comando, 1, SQL_C_CHAR, celula.data(), celula.size(), &tamanho);
-                m_valor = celula.left(static_cast<qsizetype>(tamanho));
+            SQLSMALLINT columns = 0;
+            SQLNumResultCols(command, &columns);
+            if (columns > 0 && SQL_SUCCEEDED(SQLFetch(command))) {
+                QByteArray cell(4096, '\0');
+                SQLLEN size = 0;
+                SQLGetData(command, 1, SQL_C_CHAR, cell.data(), cell.size(), &size);
+                m_valor = cell.left(static_cast<qsizetype>(size));
             }
         }
-        SQLFreeHandle(SQL_HANDLE_STMT, comando);
-        return erro;
+        SQLFreeHandle(SQL_HANDLE_STMT, command);
+        return error;
     }
 
     /// The first cell of the first row of `sql`, in the data source's charset.
-    QByteArray valor(const QByteArray& sql) {
-        const QString erro = execute(sql);
-        return erro.isEmpty() ? m_valor.value_or("no row") : erro.toUtf8();
+    QByteArray value(const QByteArray& sql) {
+        const QString error = execute(sql);
+        return error.isEmpty() ? m_valor.value_or("no row") : error.toUtf8();
     }
 
   private:
-    static QString diagnostico(SQLSMALLINT tipo, SQLHANDLE alca) {
-        SQLCHAR estado[6] = {};
-        SQLCHAR texto[512] = {};
+    static QString diagnosis(SQLSMALLINT tipo, SQLHANDLE handle) {
+        SQLCHAR state[6] = {};
+        SQLCHAR text[512] = {};
         SQLINTEGER numero = 0;
-        SQLSMALLINT tamanho = 0;
-        SQLGetDiagRec(tipo, alca, 1, estado, &numero, texto, sizeof texto, &tamanho);
-        return QStringLiteral("%1 %2").arg(QString::fromLatin1(reinterpret_cast<char*>(estado)),
-                                           QString::fromUtf8(reinterpret_cast<char*>(texto)));
+        SQLSMALLINT size = 0;
+        SQLGetDiagRec(tipo, handle, 1, state, &numero, text, sizeof text, &size);
+        return QStringLiteral("%1 %2").arg(QString::fromLatin1(reinterpret_cast<char*>(state)),
+                                           QString::fromUtf8(reinterpret_cast<char*>(text)));
     }
 
     SQLHENV m_env = SQL_NULL_HENV;
     SQLHDBC m_dbc = SQL_NULL_HDBC;
-    bool m_ligado = false;
-    QString m_estado;
+    bool m_connected = false;
+    QString m_state;
     std::optional<QByteArray> m_valor;
 };
 
@@ -148,74 +148,74 @@ class TstSupport : public QObject {
     // The slots end here for moc, which the checker does not know of.
     // NOLINTNEXTLINE(readability-redundant-access-specifiers)
   private:
-    std::unique_ptr<PrivateServer> m_servidor;
+    std::unique_ptr<PrivateServer> m_server;
 };
 
 void TstSupport::initTestCase() {
-    m_servidor = std::make_unique<PrivateServer>();
+    m_server = std::make_unique<PrivateServer>();
 }
 
 void TstSupport::cleanupTestCase() {
-    m_servidor.reset();
+    m_server.reset();
 }
 
 void TstSupport::init() {
-    m_servidor->execute(
+    m_server->execute(
         QStringLiteral("CREATE TABLE prova (id INT PRIMARY KEY, nome VARCHAR(50), texto LONGTEXT); "
                        "INSERT INTO prova VALUES (1, 'PÃO', NULL), (2, '', NULL)"));
 }
 
 void TstSupport::cleanup() {
-    m_servidor->useCharset(QString());
-    m_servidor->useSocket(m_servidor->socket());
-    m_servidor->useInitStmt(QStringLiteral("SET sql_mode='NO_ENGINE_SUBSTITUTION'"));
-    m_servidor->execute(QStringLiteral("DROP TABLE IF EXISTS prova"));
+    m_server->useCharset(QString());
+    m_server->useSocket(m_server->socket());
+    m_server->useInitStmt(QStringLiteral("SET sql_mode='NO_ENGINE_SUBSTITUTION'"));
+    m_server->execute(QStringLiteral("DROP TABLE IF EXISTS prova"));
 }
 
 void TstSupport::schemaIsLoadedAndNothingElse() {
     QFile esquema(QStringLiteral(TARVESSA_SOURCE_DIR "/demo/schema.sql"));
     QVERIFY(esquema.open(QIODevice::ReadOnly));
-    static const QRegularExpression Criacao(QStringLiteral("^CREATE TABLE (?:IF NOT EXISTS )?`?(\\w+)"),
-                                            QRegularExpression::MultilineOption |
-                                                QRegularExpression::CaseInsensitiveOption);
-    QStringList esperadas;
-    auto achados = Criacao.globalMatch(QString::fromUtf8(esquema.readAll()));
-    while (achados.hasNext()) {
-        esperadas += achados.next().captured(1).toLower();
+    static const QRegularExpression Creation(QStringLiteral("^CREATE TABLE (?:IF NOT EXISTS )?`?(\\w+)"),
+                                             QRegularExpression::MultilineOption |
+                                                 QRegularExpression::CaseInsensitiveOption);
+    QStringList expectedTables;
+    auto found = Creation.globalMatch(QString::fromUtf8(esquema.readAll()));
+    while (found.hasNext()) {
+        expectedTables += found.next().captured(1).toLower();
     }
-    QVERIFY(esperadas.size() > 10);
-    esperadas.sort();
+    QVERIFY(expectedTables.size() > 10);
+    expectedTables.sort();
 
-    const auto tabelas = [this] {
-        QStringList nomes;
-        for (const QStringList& linha : m_servidor->query(QStringLiteral("SHOW TABLES"))) {
-            nomes += linha[0];
+    const auto tables = [this] {
+        QStringList names;
+        for (const QStringList& row : m_server->query(QStringLiteral("SHOW TABLES"))) {
+            names += row[0];
         }
-        nomes.sort();
-        return nomes;
+        names.sort();
+        return names;
     };
-    QVERIFY(tabelas().contains(QStringLiteral("prova")));
-    m_servidor->recreate();
-    QCOMPARE(tabelas(), esperadas);
-    for (const QString& tabela : esperadas) {
-        QCOMPARE(m_servidor->query(QStringLiteral("SELECT COUNT(*) FROM `%1`").arg(tabela))[0][0],
+    QVERIFY(tables().contains(QStringLiteral("prova")));
+    m_server->recreate();
+    QCOMPARE(tables(), expectedTables);
+    for (const QString& table : expectedTables) {
+        QCOMPARE(m_server->query(QStringLiteral("SELECT COUNT(*) FROM `%1`").arg(table))[0][0],
                  QStringLiteral("0"));
     }
 }
 
 void TstSupport::dataSourceLeadsToTheDatabase() {
     Odbc odbc;
-    QCOMPARE(odbc.estado(), QString());
-    QCOMPARE(odbc.valor("SELECT DATABASE()"), m_servidor->database().toUtf8());
-    QCOMPARE(odbc.valor("SELECT CURRENT_USER()"), m_servidor->user().toUtf8() + "@localhost");
-    QCOMPARE(odbc.valor("SELECT @@sql_mode"), QByteArray("NO_ENGINE_SUBSTITUTION"));
-    QCOMPARE(odbc.valor("SELECT @@skip_networking"), QByteArray("1"));
-    QCOMPARE(odbc.valor("SELECT nome FROM PROVA WHERE id = 1"), QByteArray("PÃO"));
+    QCOMPARE(odbc.state(), QString());
+    QCOMPARE(odbc.value("SELECT DATABASE()"), m_server->database().toUtf8());
+    QCOMPARE(odbc.value("SELECT CURRENT_USER()"), m_server->user().toUtf8() + "@localhost");
+    QCOMPARE(odbc.value("SELECT @@sql_mode"), QByteArray("NO_ENGINE_SUBSTITUTION"));
+    QCOMPARE(odbc.value("SELECT @@skip_networking"), QByteArray("1"));
+    QCOMPARE(odbc.value("SELECT nome FROM PROVA WHERE id = 1"), QByteArray("PÃO"));
 }
 
 void TstSupport::nullEmptyAndOddCharacters() {
-    m_servidor->execute(QStringLiteral("INSERT INTO prova VALUES (3, '\U0001F950 d''Ávila', 'a\nb')"));
-    const auto linhas = m_servidor->query(QStringLiteral("SELECT nome, texto FROM prova ORDER BY id"));
+    m_server->execute(QStringLiteral("INSERT INTO prova VALUES (3, '\U0001F950 d''Ávila', 'a\nb')"));
+    const auto linhas = m_server->query(QStringLiteral("SELECT nome, texto FROM prova ORDER BY id"));
     QCOMPARE(linhas.size(), 3);
     QCOMPARE(linhas[0][0], QStringLiteral("PÃO"));
     QVERIFY(linhas[0][1].isNull());
@@ -225,16 +225,16 @@ void TstSupport::nullEmptyAndOddCharacters() {
 
 void TstSupport::failedStatementRaises() {
     QVERIFY_THROWS_EXCEPTION(TestError,
-                             m_servidor->execute(QStringLiteral("SELECT 1; UPDATE nenhuma SET a = 1")));
-    QVERIFY_THROWS_EXCEPTION(TestError, m_servidor->query(QStringLiteral("SELECT")));
-    QVERIFY_THROWS_EXCEPTION(TestError, m_servidor->query(QStringLiteral("UPDATE prova SET nome = 'x'")));
-    QVERIFY_THROWS_EXCEPTION(TestError, m_servidor->query(QStringLiteral("SELECT 1; SELECT 2")));
-    QCOMPARE(m_servidor->query(QStringLiteral("SELECT 3"))[0][0], QStringLiteral("3"));
+                             m_server->execute(QStringLiteral("SELECT 1; UPDATE nenhuma SET a = 1")));
+    QVERIFY_THROWS_EXCEPTION(TestError, m_server->query(QStringLiteral("SELECT")));
+    QVERIFY_THROWS_EXCEPTION(TestError, m_server->query(QStringLiteral("UPDATE prova SET nome = 'x'")));
+    QVERIFY_THROWS_EXCEPTION(TestError, m_server->query(QStringLiteral("SELECT 1; SELECT 2")));
+    QCOMPARE(m_server->query(QStringLiteral("SELECT 3"))[0][0], QStringLiteral("3"));
 }
 
 void TstSupport::dataSourceCharset_data() {
     QTest::addColumn<QString>("charset");
-    QTest::addColumn<QByteArray>("esperado");
+    QTest::addColumn<QByteArray>("expected");
     QTest::newRow("none") << QString() << QByteArray("P\xC3\x83O");
     QTest::newRow("utf8mb4") << QStringLiteral("utf8mb4") << QByteArray("P\xC3\x83O");
     QTest::newRow("latin1") << QStringLiteral("latin1") << QByteArray("P\xC3O");
@@ -242,59 +242,59 @@ void TstSupport::dataSourceCharset_data() {
 
 void TstSupport::dataSourceCharset() {
     QFETCH(QString, charset);
-    QFETCH(QByteArray, esperado);
-    m_servidor->useCharset(charset);
+    QFETCH(QByteArray, expected);
+    m_server->useCharset(charset);
     Odbc odbc;
-    QCOMPARE(odbc.estado(), QString());
-    QCOMPARE(odbc.valor("SELECT nome FROM prova WHERE id = 1"), esperado);
+    QCOMPARE(odbc.state(), QString());
+    QCOMPARE(odbc.value("SELECT nome FROM prova WHERE id = 1"), expected);
 }
 
 void TstSupport::dataSourceInitStmt() {
-    m_servidor->useInitStmt(QStringLiteral("SET @marca = 'primeira'"));
-    Odbc primeira;
-    QCOMPARE(primeira.valor("SELECT @marca"), QByteArray("primeira"));
-    m_servidor->useInitStmt(QStringLiteral("SET @marca = 'segunda'"));
-    Odbc segunda;
-    QCOMPARE(segunda.valor("SELECT @marca"), QByteArray("segunda"));
-    m_servidor->useInitStmt(QString());
-    Odbc terceira;
-    QCOMPARE(terceira.valor("SELECT COALESCE(@marca, 'nenhuma')"), QByteArray("nenhuma"));
+    m_server->useInitStmt(QStringLiteral("SET @marca = 'primeira'"));
+    Odbc first;
+    QCOMPARE(first.value("SELECT @marca"), QByteArray("primeira"));
+    m_server->useInitStmt(QStringLiteral("SET @marca = 'segunda'"));
+    Odbc second;
+    QCOMPARE(second.value("SELECT @marca"), QByteArray("segunda"));
+    m_server->useInitStmt(QString());
+    Odbc third;
+    QCOMPARE(third.value("SELECT COALESCE(@marca, 'nenhuma')"), QByteArray("nenhuma"));
 }
 
 void TstSupport::killedConnections() {
-    m_servidor->killProgramConnections();
+    m_server->killProgramConnections();
     Odbc odbc;
     QCOMPARE(odbc.execute("UPDATE prova SET nome = 'antes'"), QString());
-    m_servidor->killProgramConnections();
-    const QString erro = odbc.execute("UPDATE prova SET nome = 'depois'");
-    QVERIFY2(erro.startsWith(QStringLiteral("08S01")), qPrintable(erro));
-    QCOMPARE(m_servidor->query(QStringLiteral("SELECT nome FROM prova WHERE id = 1"))[0][0],
+    m_server->killProgramConnections();
+    const QString error = odbc.execute("UPDATE prova SET nome = 'depois'");
+    QVERIFY2(error.startsWith(QStringLiteral("08S01")), qPrintable(error));
+    QCOMPARE(m_server->query(QStringLiteral("SELECT nome FROM prova WHERE id = 1"))[0][0],
              QStringLiteral("antes"));
 }
 
 void TstSupport::logHasEachStatementOnce() {
-    StatementLog registro(*m_servidor);
+    StatementLog log(*m_server);
     Odbc odbc;
-    QCOMPARE(registro.texts(), QStringList());
+    QCOMPARE(log.texts(), QStringList());
     const QList<QByteArray> sqls{"SELECT nome FROM prova", "UPDATE prova SET nome = 'a' WHERE id = 2",
                                  "SELECT id FROM prova",   "INSERT INTO prova VALUES (9, 'n', '')",
                                  "DELETE FROM nenhuma",    "TRUNCATE TABLE prova",
                                  "SELECT nome FROM prova"};
-    QStringList esperados;
+    QStringList expectedStatements;
     for (const QByteArray& sql : sqls) {
         QCOMPARE(odbc.execute(sql).isEmpty(), !sql.contains("nenhuma"));
-        esperados += QString::fromUtf8(sql);
+        expectedStatements += QString::fromUtf8(sql);
     }
-    QCOMPARE(registro.texts(), esperados);
+    QCOMPARE(log.texts(), expectedStatements);
 
-    registro.mark();
-    QCOMPARE(registro.texts(), QStringList());
+    log.mark();
+    QCOMPARE(log.texts(), QStringList());
     odbc.execute("SET @a = 1");
-    QCOMPARE(registro.texts(), QStringList{QStringLiteral("SET @a = 1")});
+    QCOMPARE(log.texts(), QStringList{QStringLiteral("SET @a = 1")});
 }
 
 void TstSupport::logKeepsEveryLetter() {
-    StatementLog registro(*m_servidor);
+    StatementLog log(*m_server);
     Odbc odbc;
     const QStringList sqls{
         QStringLiteral("  SELECT  nome   FROM prova WHERE nome = ' ÁÉÍ´  \"x\" \\\\ \U0001F950 '  "),
@@ -303,7 +303,7 @@ void TstSupport::logKeepsEveryLetter() {
     for (const QString& sql : sqls) {
         QCOMPARE(odbc.execute(sql.toUtf8()), QString());
     }
-    QCOMPARE(registro.texts(), StatementLog::expected(sqls));
+    QCOMPARE(log.texts(), StatementLog::expected(sqls));
     QCOMPARE(StatementLog::expected(sqls)[0],
              QStringLiteral("SELECT  nome   FROM prova WHERE nome = ' ÁÉÍ´  \"x\" \\\\ \U0001F950 '"));
     QCOMPARE(StatementLog::expected(sqls)[1],
@@ -311,24 +311,23 @@ void TstSupport::logKeepsEveryLetter() {
 }
 
 void TstSupport::logFromLatin1() {
-    m_servidor->useCharset(QStringLiteral("latin1"));
-    StatementLog registro(*m_servidor);
+    m_server->useCharset(QStringLiteral("latin1"));
+    StatementLog log(*m_server);
     Odbc odbc;
     QCOMPARE(odbc.execute("UPDATE prova SET nome = 'P\xC3O DE A\xC7\xDA"
                           "CAR'"),
              QString());
-    QCOMPARE(registro.texts(),
-             QStringList{QStringLiteral("UPDATE prova SET nome = 'P\\xC3O DE A\\xC7\\xDACAR'")});
-    QCOMPARE(m_servidor->query(QStringLiteral("SELECT DISTINCT nome FROM prova")),
+    QCOMPARE(log.texts(), QStringList{QStringLiteral("UPDATE prova SET nome = 'P\\xC3O DE A\\xC7\\xDACAR'")});
+    QCOMPARE(m_server->query(QStringLiteral("SELECT DISTINCT nome FROM prova")),
              QList<QStringList>{{QStringLiteral("PÃO DE AÇÚCAR")}});
 }
 
 void TstSupport::logOfThisProgramOnly() {
-    StatementLog registro(*m_servidor);
+    StatementLog log(*m_server);
     Odbc odbc;
-    m_servidor->execute(QStringLiteral("UPDATE prova SET nome = 'do teste'"));
+    m_server->execute(QStringLiteral("UPDATE prova SET nome = 'do teste'"));
     QCOMPARE(odbc.execute("UPDATE prova SET nome = 'do programa'"), QString());
-    QCOMPARE(registro.texts(), QStringList{QStringLiteral("UPDATE prova SET nome = 'do programa'")});
+    QCOMPARE(log.texts(), QStringList{QStringLiteral("UPDATE prova SET nome = 'do programa'")});
 }
 
 void TstSupport::cutBeforeEachStatement_data() {
@@ -340,12 +339,12 @@ void TstSupport::cutBeforeEachStatement_data() {
 
 void TstSupport::cutBeforeEachStatement() {
     QFETCH(int, k);
-    FaultProxy proxy(m_servidor->socket());
-    m_servidor->useSocket(proxy.socket());
-    StatementLog registro(*m_servidor);
+    FaultProxy proxy(m_server->socket());
+    m_server->useSocket(proxy.socket());
+    StatementLog log(*m_server);
     Odbc odbc;
-    QCOMPARE(odbc.estado(), QString());
-    m_servidor->execute(QStringLiteral("DELETE FROM prova"));
+    QCOMPARE(odbc.state(), QString());
+    m_server->execute(QStringLiteral("DELETE FROM prova"));
 
     QList<QByteArray> sqls;
     for (int i = 1; i <= 6; ++i) {
@@ -353,50 +352,50 @@ void TstSupport::cutBeforeEachStatement() {
                            : "SELECT COUNT(*) AS n" + QByteArray::number(i) + " FROM prova";
     }
     proxy.cutBefore(k);
-    QStringList falhas;
+    QStringList failures;
     for (const QByteArray& sql : sqls) {
-        falhas += odbc.execute(sql);
+        failures += odbc.execute(sql);
     }
     for (int i = 1; i <= 6; ++i) {
-        const QString& falha = falhas[i - 1];
+        const QString& failure = failures[i - 1];
         // The driver finds the loss at the statement that is cut, and knows of it from then on.
-        QCOMPARE(falha.left(5), i < k    ? QString()
-                                : i == k ? QStringLiteral("08S01")
-                                         : QStringLiteral("08003"));
+        QCOMPARE(failure.left(5), i < k    ? QString()
+                                  : i == k ? QStringLiteral("08S01")
+                                           : QStringLiteral("08003"));
     }
     QCOMPARE(proxy.texts(), sqls.mid(0, k - 1));
     QCOMPARE(proxy.cutAt(), sqls[k - 1]);
-    QStringList recebidos;
+    QStringList received;
     for (const QByteArray& sql : sqls.mid(0, k - 1)) {
-        recebidos += QString::fromUtf8(sql);
+        received += QString::fromUtf8(sql);
     }
-    QCOMPARE(registro.texts(), StatementLog::expected(recebidos));
+    QCOMPARE(log.texts(), StatementLog::expected(received));
     // Statements 1, 3 and 5 insert: those below k did.
-    QCOMPARE(m_servidor->query(QStringLiteral("SELECT COUNT(*) FROM prova"))[0][0], QString::number(k / 2));
+    QCOMPARE(m_server->query(QStringLiteral("SELECT COUNT(*) FROM prova"))[0][0], QString::number(k / 2));
 
-    Odbc nova;
-    QCOMPARE(nova.valor("SELECT 7"), QByteArray("7"));
+    Odbc newOne;
+    QCOMPARE(newOne.value("SELECT 7"), QByteArray("7"));
 }
 
 void TstSupport::noCutWhenNoneIsDue() {
-    FaultProxy proxy(m_servidor->socket());
-    m_servidor->useSocket(proxy.socket());
+    FaultProxy proxy(m_server->socket());
+    m_server->useSocket(proxy.socket());
     Odbc odbc;
     QVERIFY(!proxy.texts().isEmpty());
     proxy.cutBefore(2);
-    QCOMPARE(odbc.valor("SELECT 1"), QByteArray("1"));
+    QCOMPARE(odbc.value("SELECT 1"), QByteArray("1"));
     proxy.mark();
     QCOMPARE(proxy.texts(), QList<QByteArray>());
-    QCOMPARE(odbc.valor("SELECT 2"), QByteArray("2"));
-    QCOMPARE(odbc.valor("SELECT 3"), QByteArray("3"));
+    QCOMPARE(odbc.value("SELECT 2"), QByteArray("2"));
+    QCOMPARE(odbc.value("SELECT 3"), QByteArray("3"));
     QCOMPARE(proxy.texts(), (QList<QByteArray>{"SELECT 2", "SELECT 3"}));
     QVERIFY(proxy.cutAt().isNull());
 }
 
 void TstSupport::proxyKeepsEveryByte() {
-    FaultProxy proxy(m_servidor->socket());
-    m_servidor->useSocket(proxy.socket());
-    m_servidor->useCharset(QStringLiteral("latin1"));
+    FaultProxy proxy(m_server->socket());
+    m_server->useSocket(proxy.socket());
+    m_server->useCharset(QStringLiteral("latin1"));
     Odbc odbc;
     proxy.mark();
     // The last two do not parse, one to be prepared and one to be executed at once.
@@ -411,16 +410,16 @@ void TstSupport::proxyKeepsEveryByte() {
     // The driver cuts blanks off the ends before it sends; the tests' own connection does not.
     proxy.mark();
     QCOMPARE(odbc.execute("  UPDATE prova SET nome = 'a'  "), QString());
-    AdminConnection propria(proxy.socket());
-    propria.execute(QStringLiteral("  DO 1 ; "));
+    AdminConnection own(proxy.socket());
+    own.execute(QStringLiteral("  DO 1 ; "));
     QCOMPARE(proxy.texts(), (QList<QByteArray>{"UPDATE prova SET nome = 'a'", "  DO 1 ; "}));
 }
 
 void TstSupport::proxyPassesLongStatements() {
     // Left so: other test programs on the same server may be about to rely on it.
-    m_servidor->execute(QStringLiteral("SET GLOBAL max_allowed_packet = 67108864"));
-    FaultProxy proxy(m_servidor->socket());
-    m_servidor->useSocket(proxy.socket());
+    m_server->execute(QStringLiteral("SET GLOBAL max_allowed_packet = 67108864"));
+    FaultProxy proxy(m_server->socket());
+    m_server->useSocket(proxy.socket());
     Odbc odbc;
     proxy.cutBefore(4);
 
@@ -432,21 +431,21 @@ void TstSupport::proxyPassesLongStatements() {
         const QByteArray sql = inicio + QByteArray(conteudo, 'x') + fim;
         QCOMPARE(odbc.execute(sql), QString());
         QVERIFY(proxy.texts().last() == sql);
-        QCOMPARE(m_servidor->query(QStringLiteral("SELECT LENGTH(texto) FROM prova WHERE id = 1"))[0][0],
+        QCOMPARE(m_server->query(QStringLiteral("SELECT LENGTH(texto) FROM prova WHERE id = 1"))[0][0],
                  QString::number(conteudo));
     }
-    const QByteArray longo = inicio + QByteArray(20000000, 'y') + fim;
-    QVERIFY(odbc.execute(longo).startsWith(QStringLiteral("08S01")));
-    QVERIFY(proxy.cutAt() == longo);
-    QCOMPARE(m_servidor->query(QStringLiteral("SELECT LEFT(texto, 1) FROM prova WHERE id = 1"))[0][0],
+    const QByteArray tooLong = inicio + QByteArray(20000000, 'y') + fim;
+    QVERIFY(odbc.execute(tooLong).startsWith(QStringLiteral("08S01")));
+    QVERIFY(proxy.cutAt() == tooLong);
+    QCOMPARE(m_server->query(QStringLiteral("SELECT LEFT(texto, 1) FROM prova WHERE id = 1"))[0][0],
              QStringLiteral("x"));
 }
 
 void TstSupport::proxyInFrontOfNothing() {
-    FaultProxy proxy(m_servidor->socket() + QStringLiteral(".nenhum"));
-    m_servidor->useSocket(proxy.socket());
+    FaultProxy proxy(m_server->socket() + QStringLiteral(".nenhum"));
+    m_server->useSocket(proxy.socket());
     Odbc odbc;
-    QVERIFY(!odbc.estado().isEmpty());
+    QVERIFY(!odbc.state().isEmpty());
 }
 
 void TstSupport::boxesAreAnswered() {
@@ -456,16 +455,16 @@ void TstSupport::boxesAreAnswered() {
     modal.expect(QStringLiteral("Pronto."), QMessageBox::NoButton);
     modal.expectContaining(QStringLiteral("08S01"), QMessageBox::Ok);
 
-    const auto pergunta = [](const char* texto) {
-        return QMessageBox::question(nullptr, QStringLiteral("Atenção!!!"), QString::fromUtf8(texto));
+    const auto pergunta = [](const char* text) {
+        return QMessageBox::question(nullptr, QStringLiteral("Atenção!!!"), QString::fromUtf8(text));
     };
     QCOMPARE(pergunta("Confirma?"), QMessageBox::Yes);
     QCOMPARE(pergunta("Confirma mesmo?"), QMessageBox::No);
     QMessageBox::information(nullptr, QStringLiteral("Atenção!!!"), QStringLiteral("Pronto."));
-    QMessageBox erro(QMessageBox::Critical, QStringLiteral("Erro"), QStringLiteral("Falhou"),
-                     QMessageBox::Ok);
-    erro.setDetailedText(QStringLiteral("SQLSTATE 08S01"));
-    QCOMPARE(erro.exec(), int(QMessageBox::Ok));
+    QMessageBox error(QMessageBox::Critical, QStringLiteral("Erro"), QStringLiteral("Falhou"),
+                      QMessageBox::Ok);
+    error.setDetailedText(QStringLiteral("SQLSTATE 08S01"));
+    QCOMPARE(error.exec(), int(QMessageBox::Ok));
 
     QCOMPARE(modal.problem(), QString());
     QCOMPARE(modal.boxes().size(), 4);
@@ -516,24 +515,24 @@ void TstSupport::missingButtonIsTold() {
 }
 
 void TstSupport::boxInsideWindow() {
-    QDialog janela;
-    auto* botao = new QPushButton(QStringLiteral("Gravar"), &janela);
-    auto resposta = QMessageBox::NoButton;
-    QObject::connect(botao, &QPushButton::clicked, &janela, [&] {
-        resposta = QMessageBox::question(&janela, QString(), QStringLiteral("Grava?"));
-        janela.accept();
+    QDialog window;
+    auto* button = new QPushButton(QStringLiteral("Gravar"), &window);
+    auto answer = QMessageBox::NoButton;
+    QObject::connect(button, &QPushButton::clicked, &window, [&] {
+        answer = QMessageBox::question(&window, QString(), QStringLiteral("Grava?"));
+        window.accept();
     });
 
     ModalHelper modal;
-    QWidget* vista = nullptr;
-    modal.onOpen([&](QWidget* aberta) {
-        vista = aberta;
-        QTest::mouseClick(aberta->findChild<QPushButton*>(), Qt::LeftButton);
+    QWidget* seen = nullptr;
+    modal.onOpen([&](QWidget* open) {
+        seen = open;
+        QTest::mouseClick(open->findChild<QPushButton*>(), Qt::LeftButton);
     });
     modal.expect(QStringLiteral("Grava?"), QMessageBox::Yes);
-    QCOMPARE(janela.exec(), int(QDialog::Accepted));
-    QCOMPARE(resposta, QMessageBox::Yes);
-    QCOMPARE(vista, &janela);
+    QCOMPARE(window.exec(), int(QDialog::Accepted));
+    QCOMPARE(answer, QMessageBox::Yes);
+    QCOMPARE(seen, &window);
     QCOMPARE(modal.problem(), QString());
 }
 
@@ -551,17 +550,17 @@ void TstSupport::sameBoxTwice() {
 void TstSupport::windowLeftOpenIsTold() {
     ModalHelper modal;
     modal.onOpen([](QWidget*) {});
-    QDialog janela;
-    QCOMPARE(janela.exec(), int(QDialog::Rejected));
+    QDialog window;
+    QCOMPARE(window.exec(), int(QDialog::Rejected));
     QVERIFY(modal.problem().contains(QStringLiteral("left open")));
 }
 
 void TstSupport::unannouncedWindowIsClosed() {
     ModalHelper modal;
     modal.expect(QStringLiteral("Uma caixa"), QMessageBox::Ok);
-    QDialog janela;
-    janela.setObjectName(QStringLiteral("Intrusa"));
-    QCOMPARE(janela.exec(), int(QDialog::Rejected));
+    QDialog window;
+    window.setObjectName(QStringLiteral("Intrusa"));
+    QCOMPARE(window.exec(), int(QDialog::Rejected));
     QVERIFY(modal.problem().contains(QStringLiteral("Intrusa")));
 }
 

@@ -54,11 +54,11 @@ class TstMetasEdicao : public QObject {
 
   private:
     void abreEditor(const QString& codigo = u"P1"_s);
-    void deixaEditor(const QString& como, ModalHelper& caixas);
+    void deixaEditor(const QString& como, ModalHelper& boxes);
     /// What the server receives for this quantity of P1: the update, and the record read back.
-    QStringList sent(const QString& numero);
-    void confereFechado(const QString& celula);
-    int linha() const { return b->rowOf(u"Grid1"_s, u"P1"_s); }
+    QStringList sent(const QString& number);
+    void checkClosed(const QString& cell);
+    int targetRow() const { return b->rowOf(u"Grid1"_s, u"P1"_s); }
 
     std::unique_ptr<TargetsBench> b;
 };
@@ -71,30 +71,30 @@ void TstMetasEdicao::abreEditor(const QString& codigo) {
     QVERIFY(b->box(u"TextGrid"_s)->isVisible());
 }
 
-QStringList TstMetasEdicao::sent(const QString& numero) {
-    const QString id = b->row(u"Grid1"_s, linha())[metasquadro::grid1::Id];
-    return {u"Update metavendedoritem Set Quantidade="_s + numero + u" Where ID="_s + id};
+QStringList TstMetasEdicao::sent(const QString& number) {
+    const QString id = b->row(u"Grid1"_s, targetRow())[metasquadro::grid1::Id];
+    return {u"Update metavendedoritem Set Quantidade="_s + number + u" Where ID="_s + id};
 }
 
 // The editor is gone, the cell shows this, the grid can be used and has the focus.
-void TstMetasEdicao::confereFechado(const QString& celula) {
+void TstMetasEdicao::checkClosed(const QString& cell) {
     QVERIFY(!b->box(u"TextGrid"_s)->isVisible());
     QVERIFY(b->grid(u"Grid1"_s)->isEnabled());
     QCOMPARE(b->focus(), u"Grid1"_s);
-    QCOMPARE(b->row(u"Grid1"_s, linha())[metasquadro::grid1::Quantidade], celula);
+    QCOMPARE(b->row(u"Grid1"_s, targetRow())[metasquadro::grid1::Quantidade], cell);
 }
 
 void TstMetasEdicao::opensOverTheCell() {
     abreEditor();
     const QLineEdit* editor = b->box(u"TextGrid"_s);
-    Grid* grade = b->grid(u"Grid1"_s);
+    Grid* grid = b->grid(u"Grid1"_s);
     QCOMPARE(editor->text(), u"1.234,500"_s);
     QCOMPARE(editor->selectedText(), editor->text());
     QCOMPARE(b->focus(), u"TextGrid"_s);
-    QVERIFY(!grade->isEnabled());
-    const QRect celula = grade->cellRect(linha(), metasquadro::grid1::Quantidade);
+    QVERIFY(!grid->isEnabled());
+    const QRect cell = grid->cellRect(targetRow(), metasquadro::grid1::Quantidade);
     QCOMPARE(QRect(editor->mapTo(b->screen(), QPoint()), editor->size()),
-             QRect(grade->mapTo(b->screen(), celula.topLeft()), celula.size()));
+             QRect(grid->mapTo(b->screen(), cell.topLeft()), cell.size()));
 }
 
 void TstMetasEdicao::followsTheScrolledGrid() {
@@ -103,44 +103,44 @@ void TstMetasEdicao::followsTheScrolledGrid() {
     b->server().execute(u"INSERT INTO metavendedoritem (CodVendedor, CodigoProduto, Quantidade) SELECT 1, "
                         "CONCAT('Q', seq), seq FROM seq_1_to_100"_s);
     abreEditor(u"Q50"_s);
-    Grid* grade = b->grid(u"Grid1"_s);
-    QScrollBar* rolagem = grade->verticalScrollBar();
-    rolagem->setValue(rolagem->value() + (rolagem->value() < rolagem->maximum() ? 2 : -2));
+    Grid* grid = b->grid(u"Grid1"_s);
+    QScrollBar* scrollBar = grid->verticalScrollBar();
+    scrollBar->setValue(scrollBar->value() + (scrollBar->value() < scrollBar->maximum() ? 2 : -2));
     b->settle();
-    const QRect celula = grade->cellRect(b->rowOf(u"Grid1"_s, u"Q50"_s), metasquadro::grid1::Quantidade);
+    const QRect cell = grid->cellRect(b->rowOf(u"Grid1"_s, u"Q50"_s), metasquadro::grid1::Quantidade);
     const QLineEdit* editor = b->box(u"TextGrid"_s);
-    QCOMPARE(editor->mapTo(b->screen(), QPoint()), grade->mapTo(b->screen(), celula.topLeft()));
+    QCOMPARE(editor->mapTo(b->screen(), QPoint()), grid->mapTo(b->screen(), cell.topLeft()));
 }
 
 void TstMetasEdicao::enterCommits() {
     abreEditor();
-    StatementLog registro(b->server());
+    StatementLog log(b->server());
     b->type(u"77,25"_s);
     b->key(Qt::Key_Return);
-    QCOMPARE(registro.texts(), sent(u"77.25"_s));
-    confereFechado(u"77,250"_s);
+    QCOMPARE(log.texts(), sent(u"77.25"_s));
+    checkClosed(u"77,250"_s);
     QCOMPARE(b->shop().metas()[0][2], u"77.250"_s);
     QCOMPARE(b->shop().metas()[1][2], u"20.000"_s);
     // Nothing follows when the focus goes on.
     b->key(Qt::Key_Return);
-    QCOMPARE(registro.texts().size(), 2);
+    QCOMPARE(log.texts().size(), 1);
 }
 
 void TstMetasEdicao::unchangedIsWrittenAgain() {
     abreEditor();
-    StatementLog registro(b->server());
+    StatementLog log(b->server());
     b->key(Qt::Key_Enter);
-    QCOMPARE(registro.texts(), sent(u"1234.5"_s));
-    confereFechado(u"1.234,500"_s);
+    QCOMPARE(log.texts(), sent(u"1234.5"_s));
+    checkClosed(u"1.234,500"_s);
 }
 
 void TstMetasEdicao::escapeWritesTheOldOne() {
     abreEditor();
-    StatementLog registro(b->server());
+    StatementLog log(b->server());
     b->type(u"99"_s);
     b->key(Qt::Key_Escape);
-    QCOMPARE(registro.texts(), sent(u"1234.5"_s));
-    confereFechado(u"1.234,500"_s);
+    QCOMPARE(log.texts(), sent(u"1234.5"_s));
+    checkClosed(u"1.234,500"_s);
     // Only the next Escape closes the form.
     QVERIFY(b->screen()->isVisible());
     b->key(Qt::Key_Escape);
@@ -150,20 +150,20 @@ void TstMetasEdicao::escapeWritesTheOldOne() {
 namespace {
 
 void quantidades() {
-    QTest::addColumn<QString>("texto");
-    QTest::addColumn<QString>("numero");
-    QTest::addColumn<QString>("celula");
-    const QString antiga = u"1234.5"_s;
-    const QString celulaAntiga = u"1.234,500"_s;
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("number");
+    QTest::addColumn<QString>("cell");
+    const QString old = u"1234.5"_s;
+    const QString oldCell = u"1.234,500"_s;
     QTest::newRow("comma") << u"1,5"_s << u"1.5"_s << u"1,500"_s;
     QTest::newRow("point") << u"1.5"_s << u"1.5"_s << u"1,500"_s;
     QTest::newRow("largest") << u"999999,999"_s << u"999999.999"_s << u"999.999,999"_s;
     QTest::newRow("a million") << u"1000000"_s << u"1000000"_s << u"1.000.000"_s;
-    QTest::newRow("zero") << u"0"_s << antiga << celulaAntiga;
-    QTest::newRow("negative") << u"-1"_s << antiga << celulaAntiga;
-    QTest::newRow("letters") << u"abc"_s << antiga << celulaAntiga;
-    QTest::newRow("nothing") << QString() << antiga << celulaAntiga;
-    QTest::newRow("number with letters") << u"12cx"_s << antiga << celulaAntiga;
+    QTest::newRow("zero") << u"0"_s << old << oldCell;
+    QTest::newRow("negative") << u"-1"_s << old << oldCell;
+    QTest::newRow("letters") << u"abc"_s << old << oldCell;
+    QTest::newRow("nothing") << QString() << old << oldCell;
+    QTest::newRow("number with letters") << u"12cx"_s << old << oldCell;
 }
 
 } // namespace
@@ -175,17 +175,17 @@ void TstMetasEdicao::typed_data() {
 }
 
 void TstMetasEdicao::typed() {
-    QFETCH(QString, texto);
-    QFETCH(QString, numero);
-    QFETCH(QString, celula);
+    QFETCH(QString, text);
+    QFETCH(QString, number);
+    QFETCH(QString, cell);
     abreEditor();
-    StatementLog registro(b->server());
+    StatementLog log(b->server());
     b->key(Qt::Key_Delete); // the text is selected
-    b->type(texto);
-    QCOMPARE(b->box(u"TextGrid"_s)->text(), QString(texto).replace(u'.', u',').toUpper());
+    b->type(text);
+    QCOMPARE(b->box(u"TextGrid"_s)->text(), QString(text).replace(u'.', u',').toUpper());
     b->key(Qt::Key_Return);
-    QCOMPARE(registro.texts(), sent(numero));
-    confereFechado(celula);
+    QCOMPARE(log.texts(), sent(number));
+    checkClosed(cell);
 }
 
 void TstMetasEdicao::pasted_data() {
@@ -194,18 +194,18 @@ void TstMetasEdicao::pasted_data() {
 }
 
 void TstMetasEdicao::pasted() {
-    QFETCH(QString, texto);
-    QFETCH(QString, numero);
-    QFETCH(QString, celula);
+    QFETCH(QString, text);
+    QFETCH(QString, number);
+    QFETCH(QString, cell);
     abreEditor();
-    StatementLog registro(b->server());
-    if (texto.isEmpty())
+    StatementLog log(b->server());
+    if (text.isEmpty())
         b->key(Qt::Key_X, Qt::ControlModifier);
     else
-        b->paste(texto);
+        b->paste(text);
     b->key(Qt::Key_Return);
-    QCOMPARE(registro.texts(), sent(numero));
-    confereFechado(celula);
+    QCOMPARE(log.texts(), sent(number));
+    checkClosed(cell);
 }
 
 void TstMetasEdicao::leftBy_data() {
@@ -214,7 +214,7 @@ void TstMetasEdicao::leftBy_data() {
         QTest::newRow(como) << QString::fromLatin1(como);
 }
 
-void TstMetasEdicao::deixaEditor(const QString& como, ModalHelper& caixas) {
+void TstMetasEdicao::deixaEditor(const QString& como, ModalHelper& boxes) {
     if (como == u"Tab") {
         b->key(Qt::Key_Tab);
     } else if (como == u"Backtab") {
@@ -223,7 +223,7 @@ void TstMetasEdicao::deixaEditor(const QString& como, ModalHelper& caixas) {
         QTest::mouseClick(b->box(u"Quantidade"_s), Qt::LeftButton);
         b->settle();
     } else if (como == u"shortcut") {
-        caixas.expect(u"Produto não selecionado corretamente. Verifique!!!"_s, QMessageBox::Ok);
+        boxes.expect(u"Produto não selecionado corretamente. Verifique!!!"_s, QMessageBox::Ok);
         b->key(Qt::Key_A, Qt::AltModifier);
     } else {
         b->key(Qt::Key_2, Qt::AltModifier);
@@ -234,12 +234,12 @@ void TstMetasEdicao::deixaEditor(const QString& como, ModalHelper& caixas) {
 void TstMetasEdicao::leftBy() {
     QFETCH(QString, como);
     abreEditor();
-    StatementLog registro(b->server());
-    ModalHelper caixas;
+    StatementLog log(b->server());
+    ModalHelper boxes;
     b->type(u"8"_s);
-    deixaEditor(como, caixas);
-    QCOMPARE(caixas.problem(), QString());
-    QCOMPARE(registro.texts(), sent(u"8"_s));
+    deixaEditor(como, boxes);
+    QCOMPARE(boxes.problem(), QString());
+    QCOMPARE(log.texts(), sent(u"8"_s));
     if (como == u"tab page") {
         QCOMPARE(b->control<QTabWidget>(u"SSTab1"_s)->currentIndex(), 1);
         QCOMPARE(b->focus(), u"DataIni"_s);
@@ -251,16 +251,16 @@ void TstMetasEdicao::leftBy() {
     }
     QVERIFY(!b->box(u"TextGrid"_s)->isVisible());
     QVERIFY(b->grid(u"Grid1"_s)->isEnabled());
-    QCOMPARE(b->row(u"Grid1"_s, linha())[metasquadro::grid1::Quantidade], u"8"_s);
+    QCOMPARE(b->row(u"Grid1"_s, targetRow())[metasquadro::grid1::Quantidade], u"8"_s);
 }
 
 void TstMetasEdicao::leavingWithoutANumber() {
     abreEditor();
-    StatementLog registro(b->server());
+    StatementLog log(b->server());
     b->type(u"x"_s);
     b->key(Qt::Key_Tab);
-    QCOMPARE(registro.texts(), sent(u"1234.5"_s));
-    confereFechado(u"1.234,500"_s);
+    QCOMPARE(log.texts(), sent(u"1234.5"_s));
+    checkClosed(u"1.234,500"_s);
 }
 
 // As long as the column takes it, fifteen characters on the screen.
@@ -268,12 +268,12 @@ void TstMetasEdicao::longestQuantityIsKeptWhole() {
     b->server().execute(
         u"UPDATE metavendedoritem SET Quantidade = 999999999.999 WHERE CodigoProduto = 'P1'"_s);
     abreEditor();
-    StatementLog registro(b->server());
+    StatementLog log(b->server());
     QCOMPARE(b->box(u"TextGrid"_s)->text(), u"999.999.999,999"_s);
     b->type(u"7"_s);
     b->key(Qt::Key_Escape);
-    QCOMPARE(registro.texts(), sent(u"999999999.999"_s));
-    confereFechado(u"999.999.999,999"_s);
+    QCOMPARE(log.texts(), sent(u"999999999.999"_s));
+    checkClosed(u"999.999.999,999"_s);
     QCOMPARE(b->shop().metas()[0][2], u"999999999.999"_s);
 }
 
@@ -285,32 +285,32 @@ void TstMetasEdicao::numberBeyondEverything_data() {
 void TstMetasEdicao::numberBeyondEverything() {
     QFETCH(QString, como);
     abreEditor();
-    StatementLog registro(b->server());
-    ModalHelper caixas;
-    caixas.expectContaining(u"Estouro"_s, QMessageBox::Ok);
+    StatementLog log(b->server());
+    ModalHelper boxes;
+    boxes.expectContaining(u"Estouro"_s, QMessageBox::Ok);
     b->type(u"99999999999999999999"_s);
-    deixaEditor(como, caixas);
+    deixaEditor(como, boxes);
     if (como == u"tab page")
         b->goToTab(0);
-    QCOMPARE(caixas.problem(), QString());
-    QCOMPARE(registro.texts().filter(u"Update"_s), QStringList());
+    QCOMPARE(boxes.problem(), QString());
+    QCOMPARE(log.texts().filter(u"Update"_s), QStringList());
     QVERIFY(!b->box(u"TextGrid"_s)->isVisible());
     QVERIFY(b->grid(u"Grid1"_s)->isEnabled());
-    QCOMPARE(b->row(u"Grid1"_s, linha())[metasquadro::grid1::Quantidade], u"1.234,500"_s);
+    QCOMPARE(b->row(u"Grid1"_s, targetRow())[metasquadro::grid1::Quantidade], u"1.234,500"_s);
 }
 
 // A product that is still to be searched says so before the clicked cell does anything, not over it.
 void TstMetasEdicao::clickWaitsForTheProduct() {
     b->open();
     b->choose(u"Vendedores"_s, u"ANA"_s);
-    for (const int coluna : {int(metasquadro::grid1::Excluir), int(metasquadro::grid1::Quantidade)}) {
+    for (const int column : {int(metasquadro::grid1::Excluir), int(metasquadro::grid1::Quantidade)}) {
         b->box(u"Descricao"_s)->setFocus();
         b->type(u"NADA IGUAL"_s);
-        ModalHelper caixas;
-        caixas.expectContaining(u"Descrição não cadastrada"_s, QMessageBox::Ok);
-        caixas.expect(u"Descricao inexistente. Verifique!!!"_s, QMessageBox::Ok);
-        b->click(u"Grid1"_s, linha(), coluna);
-        QCOMPARE(caixas.problem(), QString());
+        ModalHelper boxes;
+        boxes.expectContaining(u"Descrição não cadastrada"_s, QMessageBox::Ok);
+        boxes.expect(u"Descricao inexistente. Verifique!!!"_s, QMessageBox::Ok);
+        b->click(u"Grid1"_s, targetRow(), column);
+        QCOMPARE(boxes.problem(), QString());
         QVERIFY(!b->box(u"TextGrid"_s)->isVisible());
     }
     QCOMPARE(b->shop().metas().size(), 2);
@@ -318,47 +318,47 @@ void TstMetasEdicao::clickWaitsForTheProduct() {
 
 void TstMetasEdicao::closingTheFormCommitsNothing() {
     abreEditor();
-    StatementLog registro(b->server());
+    StatementLog log(b->server());
     b->type(u"8"_s);
     b->screen()->close();
     b->settle();
-    QCOMPARE(registro.texts(), QStringList());
+    QCOMPARE(log.texts(), QStringList());
     QCOMPARE(b->shop().metas()[0][2], u"1234.500"_s);
 }
 
 void TstMetasEdicao::boxesAndOtherWindowsAreNoLeaving() {
     abreEditor();
-    StatementLog registro(b->server());
+    StatementLog log(b->server());
     b->type(u"8"_s);
-    QLineEdit outra;
-    outra.show();
-    outra.activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(&outra));
+    QLineEdit other;
+    other.show();
+    other.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&other));
     b->settle();
-    QCOMPARE(registro.texts(), QStringList());
+    QCOMPARE(log.texts(), QStringList());
     QVERIFY(b->box(u"TextGrid"_s)->isVisible());
     b->screen()->activateWindow();
     QVERIFY(QTest::qWaitForWindowActive(b->screen()));
     QCOMPARE(b->focus(), u"TextGrid"_s);
     b->key(Qt::Key_Return);
-    QCOMPARE(registro.texts(), sent(u"8"_s));
+    QCOMPARE(log.texts(), sent(u"8"_s));
 }
 
 void TstMetasEdicao::failingUpdate() {
     abreEditor();
     b->server().execute(u"RENAME TABLE metavendedoritem TO guardada"_s);
-    StatementLog registro(b->server());
-    ModalHelper caixas;
-    caixas.expectContaining(u"Erro em tempo de execução"_s, QMessageBox::Ok);
+    StatementLog log(b->server());
+    ModalHelper boxes;
+    boxes.expectContaining(u"Erro em tempo de execução"_s, QMessageBox::Ok);
     b->type(u"8"_s);
     b->key(Qt::Key_Tab);
-    QCOMPARE(caixas.problem(), QString());
-    confereFechado(u"1.234,500"_s);
+    QCOMPARE(boxes.problem(), QString());
+    checkClosed(u"1.234,500"_s);
     b->server().execute(u"RENAME TABLE guardada TO metavendedoritem"_s);
     abreEditor();
     b->type(u"9"_s);
     b->key(Qt::Key_Return);
-    confereFechado(u"9"_s);
+    checkClosed(u"9"_s);
 }
 
 void TstMetasEdicao::connectionLost() {
@@ -366,12 +366,12 @@ void TstMetasEdicao::connectionLost() {
     b->server().useSocket(proxy.socket());
     abreEditor();
     proxy.cutBefore(1);
-    ModalHelper caixas;
-    caixas.expectContaining(u"a próxima operação tentará abri-la novamente"_s, QMessageBox::Ok);
+    ModalHelper boxes;
+    boxes.expectContaining(u"a próxima operação tentará abri-la novamente"_s, QMessageBox::Ok);
     b->type(u"8"_s);
     b->key(Qt::Key_Return);
-    QCOMPARE(caixas.problem(), QString());
-    confereFechado(u"1.234,500"_s);
+    QCOMPARE(boxes.problem(), QString());
+    checkClosed(u"1.234,500"_s);
     QCOMPARE(b->shop().metas()[0][2], u"1234.500"_s);
     // Escape always gets out.
     b->key(Qt::Key_Escape);

@@ -24,10 +24,10 @@ using namespace tarvessa::test;
 
 namespace {
 
-QString sqlLinha(const QString& valores) {
+QString sqlLinha(const QString& values) {
     return u"Insert into relat2 (codigo1,codigo2,texto1,texto2,texto3,texto4,texto5,texto6,texto7) "
            "Values ("_s +
-           valores + u")"_s;
+           values + u")"_s;
 }
 
 } // namespace
@@ -57,13 +57,13 @@ class TstMetasImpressao : public QObject {
     void waitingLabelComesFirst();
 
   private:
-    void gera();
+    void run();
     void imprime();
 
     std::unique_ptr<TargetsBench> b;
 };
 
-void TstMetasImpressao::gera() {
+void TstMetasImpressao::run() {
     b->shop().meta(1, u"P1"_s, u"100"_s);
     b->shop().meta(2, u"P3"_s, u"2.5"_s);
     b->shop().venda({.vendedor = 1, .produto = u"P1"_s, .quantidade = u"150"_s, .total = u"1234.50"_s});
@@ -76,29 +76,29 @@ void TstMetasImpressao::gera() {
 // The preview is a window of its own: closed again, whatever its modality.
 void TstMetasImpressao::imprime() {
     b->press(u"Command2"_s);
-    for (QWidget* janela : QApplication::topLevelWidgets())
-        if (janela != b->screen() && janela->isVisible())
-            janela->close();
+    for (QWidget* window : QApplication::topLevelWidgets())
+        if (window != b->screen() && window->isVisible())
+            window->close();
     b->settle();
 }
 
 void TstMetasImpressao::stagedRows() {
-    gera();
-    StatementLog registro(b->server());
+    run();
+    StatementLog log(b->server());
     imprime();
-    const QString vazia = u"'', '', '', '', '', '', '', ''"_s;
-    const QStringList esperados{
+    const QString empty = u"'', '', '', '', '', '', '', ''"_s;
+    const QStringList expectedRows{
         u"Truncate Relat2"_s,
         sqlLinha(u"'1 - ANA', 'P1', 'PAO FRANCES', '100', '150', '150,0%', '1.234,50', '7,500', '5,0%'"_s),
-        sqlLinha(u"'1 - ANA', "_s + vazia),
+        sqlLinha(u"'1 - ANA', "_s + empty),
         sqlLinha(u"'1 - ANA', '', '*** TOTAIS DE 1 - ANA ***', '100', '150', '150,0%', '1.234,50', '7,500', "
                  "'5,0%'"_s),
         sqlLinha(u"'2 - BRUNO', 'P3', 'LEITE', '2,500', '0', '0,0%', '0,00', '0', '0,0%'"_s),
-        sqlLinha(u"'2 - BRUNO', "_s + vazia),
+        sqlLinha(u"'2 - BRUNO', "_s + empty),
         sqlLinha(
             u"'2 - BRUNO', '', '*** TOTAIS DE 2 - BRUNO ***', '2,500', '1', '40,0%', '0,00', '0', '0,0%'"_s)};
     // The report's own connection follows with the layout's query.
-    QCOMPARE(registro.texts().first(esperados.size()), StatementLog::expected(esperados));
+    QCOMPARE(log.texts().first(expectedRows.size()), StatementLog::expected(expectedRows));
     const QString v;
     QCOMPARE(b->shop().estagio().size(), 6);
     QCOMPARE(b->shop().estagio()[1], QStringList({u"1 - ANA"_s, v, v, v, v, v, v, v, v}));
@@ -107,7 +107,7 @@ void TstMetasImpressao::stagedRows() {
 }
 
 void TstMetasImpressao::paperProposesItsFileName() {
-    gera();
+    run();
     b->press(u"Command2"_s);
     QCOMPARE(proposedFileName(), u"Metas - 2024-03-01 a 2024-03-15.pdf"_s);
     openPreview()->close();
@@ -115,7 +115,7 @@ void TstMetasImpressao::paperProposesItsFileName() {
 
 void TstMetasImpressao::reportControl() {
     b->reportControl()->setFormula(1, u"Outra='FICA'"_s);
-    gera();
+    run();
     imprime();
     QCOMPARE(b->reportControl()->reportFileName(), programFolder() + u"\\rpt\\Metas.RPT"_s);
     QCOMPARE(b->reportControl()->windowState(), 2);
@@ -127,39 +127,39 @@ void TstMetasImpressao::reportControl() {
 
 namespace {
 
-QString textoImpresso(report::Report& relatorio) {
-    QTemporaryDir pasta;
-    const QString pdf = pasta.filePath(u"metas.pdf"_s);
-    report::savePdf(relatorio, pdf);
+QString textOf(report::Report& printed) {
+    QTemporaryDir folder;
+    const QString pdf = folder.filePath(u"metas.pdf"_s);
+    report::savePdf(printed, pdf);
     return pdfText(pdf).simplified();
 }
 
 } // namespace
 
 void TstMetasImpressao::periodAsItStandsWhenPrinted() {
-    gera();
+    run();
     b->period(u"02/03/2024"_s, u"14/03/2024"_s);
     imprime();
-    const QString texto = textoImpresso(*b->reportControl()->lastReport());
-    QVERIFY2(texto.contains(u"PERÍODO DE 02/03/2024 A 14/03/2024"_s), qPrintable(texto));
+    const QString text = textOf(*b->reportControl()->lastReport());
+    QVERIFY2(text.contains(u"PERÍODO DE 02/03/2024 A 14/03/2024"_s), qPrintable(text));
 }
 
 void TstMetasImpressao::printedText() {
-    gera();
+    run();
     imprime();
-    const QString texto = textoImpresso(*b->reportControl()->lastReport());
-    for (const auto& trecho :
+    const QString text = textOf(*b->reportControl()->lastReport());
+    for (const auto& part :
          {u"PERÍODO DE 01/03/2024 A 15/03/2024"_s, u"1 - ANA"_s,
           u"P1 PAO FRANCES 100 150 150,0% 1.234,50 7,500 5,0%"_s, u"*** TOTAIS DE 1 - ANA ***"_s,
           u"2 - BRUNO"_s, u"P3 LEITE 2,500 0 0,0% 0,00 0 0,0%"_s, u"*** TOTAIS DE 2 - BRUNO ***"_s})
-        QVERIFY2(texto.contains(trecho), qPrintable(trecho + u" in "_s + texto));
+        QVERIFY2(text.contains(part), qPrintable(part + u" in "_s + text));
 }
 
 void TstMetasImpressao::namesWithApostrophesPrint() {
     b->server().execute(u"UPDATE vendedores SET vendedor = 'D''ÁVILA' WHERE codigovend = 2; "
                         "UPDATE produtos SET descricao = CONCAT('PÃO D''ÁGUA', CHAR(92), 'SAL') "
                         "WHERE codfabr = 'P3'"_s);
-    gera();
+    run();
     imprime();
     const QList<QStringList> staged = b->shop().estagio();
     QCOMPARE(staged.size(), 6);
@@ -167,48 +167,48 @@ void TstMetasImpressao::namesWithApostrophesPrint() {
     QCOMPARE(staged[5][2], u"*** TOTAIS DE 2 - D´ÁVILA ***"_s);
     // The screen shows what is stored.
     QCOMPARE(b->row(u"Grid2"_s, 5)[1], u"2 - D'ÁVILA"_s);
-    const QString texto = textoImpresso(*b->reportControl()->lastReport());
-    QVERIFY2(texto.contains(u"2 - D´ÁVILA"_s), qPrintable(texto));
+    const QString text = textOf(*b->reportControl()->lastReport());
+    QVERIFY2(text.contains(u"2 - D´ÁVILA"_s), qPrintable(text));
 }
 
 void TstMetasImpressao::failedStagingPrintsNothing() {
-    gera();
+    run();
     b->server().execute(u"RENAME TABLE relat2 TO guardada"_s);
-    ModalHelper caixas;
-    caixas.expectContaining(u"Erro em tempo de execução"_s, QMessageBox::Ok);
+    ModalHelper boxes;
+    boxes.expectContaining(u"Erro em tempo de execução"_s, QMessageBox::Ok);
     imprime();
     b->server().execute(u"RENAME TABLE guardada TO relat2"_s);
-    QCOMPARE(caixas.problem(), QString());
+    QCOMPARE(boxes.problem(), QString());
     QVERIFY(!b->reportControl()->lastReport());
     QVERIFY(!b->control(u"Label7"_s)->isVisible());
     QVERIFY(b->control(u"Command2"_s)->isEnabled());
 }
 
 void TstMetasImpressao::missingControl() {
-    gera();
+    run();
     ReportControl* const crw = std::exchange(CRW, nullptr);
-    ModalHelper caixas;
-    caixas.expectContaining(u"Erro em tempo de execução 424:"_s, QMessageBox::Ok);
+    ModalHelper boxes;
+    boxes.expectContaining(u"Erro em tempo de execução 424:"_s, QMessageBox::Ok);
     // Such an error ends the program.
     QTimer::singleShot(0, b->screen(), [this] { imprime(); });
     const int fim = QApplication::exec();
     CRW = crw;
     QCOMPARE(fim, EXIT_FAILURE);
-    QCOMPARE(caixas.problem(), QString());
+    QCOMPARE(boxes.problem(), QString());
     QCOMPARE(b->shop().estagio().size(), 6);
     QVERIFY(!b->control(u"Label7"_s)->isVisible());
 }
 
 void TstMetasImpressao::missingLayout() {
-    const QTemporaryDir vazia;
-    const QString pasta = programFolder();
-    setProgramFolder(vazia.path());
-    gera();
-    ModalHelper caixas;
-    caixas.expectContaining(u"Metas.RPT"_s, QMessageBox::Ok);
+    const QTemporaryDir empty;
+    const QString folder = programFolder();
+    setProgramFolder(empty.path());
+    run();
+    ModalHelper boxes;
+    boxes.expectContaining(u"Metas.RPT"_s, QMessageBox::Ok);
     imprime();
-    setProgramFolder(pasta);
-    QCOMPARE(caixas.problem(), QString());
+    setProgramFolder(folder);
+    QCOMPARE(boxes.problem(), QString());
     QCOMPARE(b->shop().estagio().size(), 6);
     QVERIFY(!b->control(u"Label7"_s)->isVisible());
 }
@@ -220,7 +220,7 @@ void TstMetasImpressao::missingLayoutLeavesTheScreenUsable() {
 }
 
 void TstMetasImpressao::waitingLabelComesFirst() {
-    gera();
+    run();
     b->mark();
     QList<bool> staging; // at each painting of the label: whether staging had begun
     const EventWatcher watcher(b->control(u"Label7"_s), [&](QEvent::Type type) {

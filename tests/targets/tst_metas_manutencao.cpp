@@ -26,9 +26,9 @@ const QString sqlLista =
     u"SELECT m.id, m.codigoproduto, p.descricao, m.Quantidade from metavendedoritem AS m INNER JOIN "
     "produtos AS p ON m.codigoproduto=p.codfabr Where CodVendedor=1"_s;
 
-const QString semVendedor = u"Vendedor não selecionado corretamente. Verifique!!!"_s;
-const QString semProduto = u"Produto não selecionado corretamente. Verifique!!!"_s;
-const QString quantidadeInvalida = u"Quantidade inválida. Verifique!!!"_s;
+const QString withoutSeller = u"Vendedor não selecionado corretamente. Verifique!!!"_s;
+const QString withoutProduct = u"Produto não selecionado corretamente. Verifique!!!"_s;
+const QString invalidQuantity = u"Quantidade inválida. Verifique!!!"_s;
 
 } // namespace
 
@@ -74,16 +74,16 @@ class TstMetasManutencao : public QObject {
     void otherCellsDoNothing();
 
   private:
-    void preparaInclusao(const QString& quantidade);
-    void verificaQuantidade(const QString& gravada);
+    void prepareAdding(const QString& quantidade);
+    void checkQuantity(const QString& stored);
 
     std::unique_ptr<TargetsBench> b;
 };
 
 void TstMetasManutencao::startUp() {
-    StatementLog registro(b->server());
+    StatementLog log(b->server());
     b->open();
-    QCOMPARE(registro.texts(), StatementLog::expected({sqlVendedores}));
+    QCOMPARE(log.texts(), StatementLog::expected({sqlVendedores}));
     QCOMPARE(b->screen()->windowTitle(), u" Metas de vendas"_s);
     QCOMPARE(b->control<QTabWidget>(u"SSTab1"_s)->currentIndex(), 0);
     QCOMPARE(b->focus(), u"Vendedores"_s);
@@ -98,16 +98,16 @@ void TstMetasManutencao::sellerLists() {
     b->shop().vendedor(1234, u"ZECA"_s);
     b->shop().vendedor(8, u"CAIO"_s, u"N"_s);
     b->open();
-    const QStringList ativos{u"ALICE   <<045>>"_s, u"ANA   <<001>>"_s, u"BRUNO   <<002>>"_s,
+    const QStringList active{u"ALICE   <<045>>"_s, u"ANA   <<001>>"_s, u"BRUNO   <<002>>"_s,
                              u"ZECA   <<1234>>"_s};
-    const auto itens = [this](const QString& nome) {
-        QStringList textos;
-        for (int i = 0; i < b->list(nome)->count(); ++i)
-            textos.append(b->list(nome)->itemText(i));
-        return textos;
+    const auto items = [this](const QString& name) {
+        QStringList texts;
+        for (int i = 0; i < b->list(name)->count(); ++i)
+            texts.append(b->list(name)->itemText(i));
+        return texts;
     };
-    QCOMPARE(itens(u"Vendedores"_s), ativos);
-    QCOMPARE(itens(u"Vendedores2"_s), QStringList(u"(Todos)"_s) + ativos);
+    QCOMPARE(items(u"Vendedores"_s), active);
+    QCOMPARE(items(u"Vendedores2"_s), QStringList(u"(Todos)"_s) + active);
 }
 
 void TstMetasManutencao::oddSellers() {
@@ -126,44 +126,44 @@ void TstMetasManutencao::controlsOfTheTab() {
     const auto* abas = b->control<QTabWidget>(u"SSTab1"_s);
     QCOMPARE(abas->tabText(0), u"CONFIGURA METAS"_s);
     QCOMPARE(abas->tabText(1), u"CONSULTA METAS"_s);
-    const auto* quadro = b->control(u"Frame1"_s);
-    const auto texto = [quadro](const QString& nome) { return quadro->findChild<QLabel*>(nome)->text(); };
-    QCOMPARE(texto(u"Label1"_s), u"VENDEDOR(A)"_s);
-    QCOMPARE(texto(u"Label2"_s), u"DESCRIÇÃO"_s);
-    QCOMPARE(texto(u"Label3"_s), u"QUANTIDADE"_s);
-    QCOMPARE(texto(u"Label4"_s), u"CLIQUE NA COLUNA QUANTIDADE PARA ALTERAR O VALOR DESTE CAMPO."_s);
-    for (const auto& nome : {u"Descricao"_s, u"Quantidade"_s, u"Descricao2"_s})
-        QCOMPARE(b->box(nome)->toolTip(), u"[F4] Consulta ítens nos pedidos efetuados"_s);
+    const auto* frame = b->control(u"Frame1"_s);
+    const auto text = [frame](const QString& name) { return frame->findChild<QLabel*>(name)->text(); };
+    QCOMPARE(text(u"Label1"_s), u"VENDEDOR(A)"_s);
+    QCOMPARE(text(u"Label2"_s), u"DESCRIÇÃO"_s);
+    QCOMPARE(text(u"Label3"_s), u"QUANTIDADE"_s);
+    QCOMPARE(text(u"Label4"_s), u"CLIQUE NA COLUNA QUANTIDADE PARA ALTERAR O VALOR DESTE CAMPO."_s);
+    for (const auto& name : {u"Descricao"_s, u"Quantidade"_s, u"Descricao2"_s})
+        QCOMPARE(b->box(name)->toolTip(), u"[F4] Consulta ítens nos pedidos efetuados"_s);
     // No F4 of the form's own: text and search stay as they are.
     b->box(u"Descricao"_s)->setFocus();
     b->type(u"p1"_s);
-    StatementLog registro(b->server());
+    StatementLog log(b->server());
     b->key(Qt::Key_F4);
-    QCOMPARE(registro.texts(), QStringList());
+    QCOMPARE(log.texts(), QStringList());
     QCOMPARE(b->box(u"Descricao"_s)->text(), u"P1"_s);
 }
 
 void TstMetasManutencao::gridLayout() {
     b->open();
-    const Grid* grade = b->grid(u"Grid1"_s);
+    const Grid* grid = b->grid(u"Grid1"_s);
     QCOMPARE(b->row(u"Grid1"_s, 0),
              QStringList({u"CÓDIGO"_s, u"PRODUTO"_s, u"QUANTIDADE"_s, u"EXCLUIR"_s, u"ID"_s}));
-    const QList<int> larguras{2230, 7100, 2000, 1640, 0};
-    const QList<Qt::Alignment> lados{Qt::AlignLeft, Qt::AlignLeft, Qt::AlignRight, Qt::AlignHCenter};
-    for (int coluna = 0; coluna < grade->columns(); ++coluna) {
-        QCOMPARE(grade->columnTwips(coluna), larguras[coluna]);
-        QCOMPARE(grade->isColumnHidden(coluna), larguras[coluna] == 0);
-        QVERIFY(grade->isBold(0, coluna));
-        if (coluna < lados.size())
-            QVERIFY(grade->model()
-                        ->headerData(coluna, Qt::Horizontal, Qt::TextAlignmentRole)
+    const QList<int> widths{2230, 7100, 2000, 1640, 0};
+    const QList<Qt::Alignment> sides{Qt::AlignLeft, Qt::AlignLeft, Qt::AlignRight, Qt::AlignHCenter};
+    for (int column = 0; column < grid->columns(); ++column) {
+        QCOMPARE(grid->columnTwips(column), widths[column]);
+        QCOMPARE(grid->isColumnHidden(column), widths[column] == 0);
+        QVERIFY(grid->isBold(0, column));
+        if (column < sides.size())
+            QVERIFY(grid->model()
+                        ->headerData(column, Qt::Horizontal, Qt::TextAlignmentRole)
                         .value<Qt::Alignment>()
-                        .testFlags(lados[coluna]));
+                        .testFlags(sides[column]));
     }
     // All columns can be seen without scrolling sideways, where the screen has the room.
     b->screen()->resize(TargetsBench::largeScreen);
     b->settle();
-    QVERIFY(grade->horizontalHeader()->length() <= grade->viewport()->width());
+    QVERIFY(grid->horizontalHeader()->length() <= grid->viewport()->width());
 }
 
 void TstMetasManutencao::noSellerListsNothing() {
@@ -177,9 +177,9 @@ void TstMetasManutencao::chosenSellerIsListed() {
     b->shop().meta(1, u"P1"_s, u"10"_s);
     b->shop().meta(1, u"P3"_s, u"2.5"_s);
     b->open();
-    StatementLog registro(b->server());
+    StatementLog log(b->server());
     b->choose(u"Vendedores"_s, u"ANA"_s);
-    QCOMPARE(registro.texts(), StatementLog::expected({sqlLista}));
+    QCOMPARE(log.texts(), StatementLog::expected({sqlLista}));
     const QList<QStringList> ids =
         b->server().query(u"SELECT ID FROM metavendedoritem ORDER BY CodigoProduto"_s);
     QList<QStringList> linhas = b->rows(u"Grid1"_s);
@@ -187,13 +187,13 @@ void TstMetasManutencao::chosenSellerIsListed() {
     QCOMPARE(linhas, QList<QStringList>({{u"P1"_s, u"PAO FRANCES"_s, u"10"_s, QString(), ids[0][0]},
                                          {u"P3"_s, u"LEITE"_s, u"2,500"_s, QString(), ids[1][0]}}));
     QVERIFY(b->control(u"Label4"_s)->isVisible());
-    for (int linha = 1; linha <= 2; ++linha) {
-        QVERIFY(b->grid(u"Grid1"_s)->hasPicture(linha, metasquadro::grid1::Excluir));
-        QVERIFY(!b->grid(u"Grid1"_s)->hasPicture(linha, metasquadro::grid1::Quantidade));
+    for (int row = 1; row <= 2; ++row) {
+        QVERIFY(b->grid(u"Grid1"_s)->hasPicture(row, metasquadro::grid1::Excluir));
+        QVERIFY(!b->grid(u"Grid1"_s)->hasPicture(row, metasquadro::grid1::Quantidade));
     }
     // A screen reader hears more than an empty cell.
-    const QModelIndex celula = b->grid(u"Grid1"_s)->model()->index(0, metasquadro::grid1::Excluir);
-    QCOMPARE(celula.data(Qt::AccessibleTextRole).toString(), u"EXCLUIR"_s);
+    const QModelIndex cell = b->grid(u"Grid1"_s)->model()->index(0, metasquadro::grid1::Excluir);
+    QCOMPARE(cell.data(Qt::AccessibleTextRole).toString(), u"EXCLUIR"_s);
 }
 
 void TstMetasManutencao::otherSellersTargetsAreNotListed() {
@@ -208,8 +208,8 @@ void TstMetasManutencao::otherSellersTargetsAreNotListed() {
 }
 
 void TstMetasManutencao::quantitiesAsShown_data() {
-    QTest::addColumn<QString>("gravada");
-    QTest::addColumn<QString>("vista");
+    QTest::addColumn<QString>("stored");
+    QTest::addColumn<QString>("seen");
     QTest::newRow("whole") << u"12.000"_s << u"12"_s;
     QTest::newRow("decimals") << u"12.500"_s << u"12,500"_s;
     QTest::newRow("thousands") << u"1234.000"_s << u"1.234"_s;
@@ -221,24 +221,24 @@ void TstMetasManutencao::quantitiesAsShown_data() {
 }
 
 void TstMetasManutencao::quantitiesAsShown() {
-    QFETCH(QString, gravada);
-    QFETCH(QString, vista);
-    b->shop().meta(1, u"P1"_s, gravada.isEmpty() ? Valor() : Valor(gravada));
+    QFETCH(QString, stored);
+    QFETCH(QString, seen);
+    b->shop().meta(1, u"P1"_s, stored.isEmpty() ? Valor() : Valor(stored));
     b->open();
     b->choose(u"Vendedores"_s, u"ANA"_s);
-    QCOMPARE(b->row(u"Grid1"_s, 1)[metasquadro::grid1::Quantidade], vista);
+    QCOMPARE(b->row(u"Grid1"_s, 1)[metasquadro::grid1::Quantidade], seen);
 }
 
 void TstMetasManutencao::targetOfARemovedProductIsNotListedButBlocks() {
     b->shop().meta(1, u"P1"_s, u"10"_s);
     b->open();
     b->choose(u"Vendedores"_s, u"ANA"_s);
-    preparaInclusao(u"7"_s);
+    prepareAdding(u"7"_s);
     b->server().execute(u"DELETE FROM produtos WHERE codfabr = 'P1'"_s);
-    ModalHelper caixas;
-    caixas.expect(u"Já existe uma meta de venda para o produto\n\nPAO FRANCES"_s, QMessageBox::Ok);
+    ModalHelper boxes;
+    boxes.expect(u"Já existe uma meta de venda para o produto\n\nPAO FRANCES"_s, QMessageBox::Ok);
     b->press(u"Command1"_s);
-    QCOMPARE(caixas.problem(), QString());
+    QCOMPARE(boxes.problem(), QString());
     b->choose(u"Vendedores"_s, u"BRUNO"_s);
     b->choose(u"Vendedores"_s, u"ANA"_s);
     QCOMPARE(b->grid(u"Grid1"_s)->rows(), 1);
@@ -256,7 +256,7 @@ void TstMetasManutencao::thousandTargets() {
 }
 
 // A product is pending and the quantity typed; the focus is on the quantity.
-void TstMetasManutencao::preparaInclusao(const QString& quantidade) {
+void TstMetasManutencao::prepareAdding(const QString& quantidade) {
     b->enterProduct(u"Descricao"_s, u"PAO FRANCES"_s);
     QCOMPARE(b->tag(u"Descricao"_s), u"P1"_s);
     QCOMPARE(b->focus(), u"Quantidade"_s);
@@ -268,10 +268,10 @@ void TstMetasManutencao::preparaInclusao(const QString& quantidade) {
 void TstMetasManutencao::addingSends() {
     b->open();
     b->choose(u"Vendedores"_s, u"ANA"_s);
-    preparaInclusao(u"1234,5"_s);
-    StatementLog registro(b->server());
+    prepareAdding(u"1234,5"_s);
+    StatementLog log(b->server());
     b->press(u"Command1"_s);
-    QCOMPARE(registro.texts(),
+    QCOMPARE(log.texts(),
              StatementLog::expected(
                  {u"Select * from metavendedoritem Where CodVendedor=1 and CodigoProduto='P1'"_s,
                   u"Insert Into metavendedoritem Set CodVendedor=1, CodigoProduto='P1', Quantidade=1234.5"_s,
@@ -288,36 +288,36 @@ void TstMetasManutencao::addingSends() {
 
 void TstMetasManutencao::addingWithoutSeller() {
     b->open();
-    preparaInclusao(u"0"_s);
-    StatementLog registro(b->server());
-    ModalHelper caixas;
-    caixas.expect(semVendedor, QMessageBox::Ok);
+    prepareAdding(u"0"_s);
+    StatementLog log(b->server());
+    ModalHelper boxes;
+    boxes.expect(withoutSeller, QMessageBox::Ok);
     b->press(u"Command1"_s);
-    QCOMPARE(caixas.problem(), QString());
-    QCOMPARE(caixas.boxes()[0].title, u"Atenção!!!"_s);
-    QCOMPARE(caixas.boxes()[0].icon, QMessageBox::Information);
+    QCOMPARE(boxes.problem(), QString());
+    QCOMPARE(boxes.boxes()[0].title, u"Atenção!!!"_s);
+    QCOMPARE(boxes.boxes()[0].icon, QMessageBox::Information);
     QCOMPARE(b->focus(), u"Vendedores"_s);
-    QCOMPARE(registro.texts(), QStringList());
+    QCOMPARE(log.texts(), QStringList());
 }
 
 void TstMetasManutencao::addingWithoutProduct() {
     b->open();
     b->choose(u"Vendedores"_s, u"ANA"_s);
-    StatementLog registro(b->server());
-    ModalHelper caixas;
-    caixas.expect(semProduto, QMessageBox::Ok);
+    StatementLog log(b->server());
+    ModalHelper boxes;
+    boxes.expect(withoutProduct, QMessageBox::Ok);
     b->press(u"Command1"_s);
-    QCOMPARE(caixas.problem(), QString());
+    QCOMPARE(boxes.problem(), QString());
     QCOMPARE(b->focus(), u"Descricao"_s);
-    QCOMPARE(registro.texts(), QStringList());
+    QCOMPARE(log.texts(), QStringList());
 }
 
 namespace {
 
 // An empty text under `gravada` means refused.
 void quantidades() {
-    QTest::addColumn<QString>("texto");
-    QTest::addColumn<QString>("gravada");
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("stored");
     QTest::newRow("comma") << u"1,5"_s << u"1.500"_s;
     QTest::newRow("whole") << u"12"_s << u"12.000"_s;
     QTest::newRow("largest") << u"999999,999"_s << u"999999.999"_s;
@@ -337,20 +337,20 @@ void quantidades() {
 
 } // namespace
 
-void TstMetasManutencao::verificaQuantidade(const QString& gravada) {
-    ModalHelper caixas;
-    if (gravada.isEmpty())
-        caixas.expect(quantidadeInvalida, QMessageBox::Ok);
-    StatementLog registro(b->server());
+void TstMetasManutencao::checkQuantity(const QString& stored) {
+    ModalHelper boxes;
+    if (stored.isEmpty())
+        boxes.expect(invalidQuantity, QMessageBox::Ok);
+    StatementLog log(b->server());
     b->press(u"Command1"_s);
-    QCOMPARE(caixas.problem(), QString());
-    if (gravada.isEmpty()) {
-        QCOMPARE(registro.texts(), QStringList());
+    QCOMPARE(boxes.problem(), QString());
+    if (stored.isEmpty()) {
+        QCOMPARE(log.texts(), QStringList());
         QCOMPARE(b->focus(), u"Quantidade"_s);
         QCOMPARE(b->tag(u"Descricao"_s), u"P1"_s);
     } else {
         QCOMPARE(b->shop().metas().size(), 1);
-        QCOMPARE(b->shop().metas()[0][2], gravada);
+        QCOMPARE(b->shop().metas()[0][2], stored);
     }
 }
 
@@ -362,13 +362,13 @@ void TstMetasManutencao::quantityTyped_data() {
 }
 
 void TstMetasManutencao::quantityTyped() {
-    QFETCH(QString, texto);
-    QFETCH(QString, gravada);
+    QFETCH(QString, text);
+    QFETCH(QString, stored);
     b->open();
     b->choose(u"Vendedores"_s, u"ANA"_s);
-    preparaInclusao(texto);
-    QCOMPARE(b->box(u"Quantidade"_s)->text(), QString(texto).replace(u'.', u',').toUpper());
-    verificaQuantidade(gravada);
+    prepareAdding(text);
+    QCOMPARE(b->box(u"Quantidade"_s)->text(), QString(text).replace(u'.', u',').toUpper());
+    checkQuantity(stored);
 }
 
 void TstMetasManutencao::quantityPasted_data() {
@@ -379,27 +379,27 @@ void TstMetasManutencao::quantityPasted_data() {
 }
 
 void TstMetasManutencao::quantityPasted() {
-    QFETCH(QString, texto);
-    QFETCH(QString, gravada);
+    QFETCH(QString, text);
+    QFETCH(QString, stored);
     b->open();
     b->choose(u"Vendedores"_s, u"ANA"_s);
-    preparaInclusao({});
-    b->paste(texto);
-    verificaQuantidade(gravada);
+    prepareAdding({});
+    b->paste(text);
+    checkQuantity(stored);
 }
 
 void TstMetasManutencao::duplicateIsRefused() {
     b->shop().meta(1, u"P1"_s, u"10"_s);
     b->open();
     b->choose(u"Vendedores"_s, u"ANA"_s);
-    preparaInclusao(u"7"_s);
-    StatementLog registro(b->server());
-    ModalHelper caixas;
-    caixas.expect(u"Já existe uma meta de venda para o produto\n\nPAO FRANCES"_s, QMessageBox::Ok);
+    prepareAdding(u"7"_s);
+    StatementLog log(b->server());
+    ModalHelper boxes;
+    boxes.expect(u"Já existe uma meta de venda para o produto\n\nPAO FRANCES"_s, QMessageBox::Ok);
     b->press(u"Command1"_s);
-    QCOMPARE(caixas.problem(), QString());
+    QCOMPARE(boxes.problem(), QString());
     QCOMPARE(b->focus(), u"Descricao"_s);
-    QCOMPARE(registro.texts(),
+    QCOMPARE(log.texts(),
              StatementLog::expected(
                  {u"Select * from metavendedoritem Where CodVendedor=1 and CodigoProduto='P1'"_s}));
     // Another seller may have it.
@@ -412,25 +412,25 @@ void TstMetasManutencao::oneMessageAtATime() {
     b->open();
     b->box(u"Descricao"_s)->setFocus();
     b->type(u"NADA ASSIM"_s);
-    ModalHelper caixas;
-    caixas.expect(u"Descrição não cadastrada. Verifique!!!"_s, QMessageBox::Ok);
-    caixas.expect(u"Descricao inexistente. Verifique!!!"_s, QMessageBox::Ok);
+    ModalHelper boxes;
+    boxes.expect(u"Descrição não cadastrada. Verifique!!!"_s, QMessageBox::Ok);
+    boxes.expect(u"Descricao inexistente. Verifique!!!"_s, QMessageBox::Ok);
     // By its shortcut, which moves no focus of its own.
     b->key(Qt::Key_A, Qt::AltModifier);
-    QCOMPARE(caixas.problem(), QString());
+    QCOMPARE(boxes.problem(), QString());
     QCOMPARE(b->focus(), u"Descricao"_s);
 }
 
 void TstMetasManutencao::addingAfterAnErrorReport() {
     b->open();
     b->choose(u"Vendedores"_s, u"ANA"_s);
-    preparaInclusao(u"7"_s);
+    prepareAdding(u"7"_s);
     b->server().execute(u"RENAME TABLE metavendedoritem TO guardada"_s);
     {
-        ModalHelper caixas;
-        caixas.expectContaining(u"Erro em tempo de execução"_s, QMessageBox::Ok);
+        ModalHelper boxes;
+        boxes.expectContaining(u"Erro em tempo de execução"_s, QMessageBox::Ok);
         b->press(u"Command1"_s);
-        QCOMPARE(caixas.problem(), QString());
+        QCOMPARE(boxes.problem(), QString());
     }
     b->server().execute(u"RENAME TABLE guardada TO metavendedoritem"_s);
     b->press(u"Command1"_s);
@@ -442,24 +442,24 @@ void TstMetasManutencao::deleting() {
     b->shop().meta(1, u"P3"_s, u"20"_s);
     b->open();
     b->choose(u"Vendedores"_s, u"ANA"_s);
-    const int linha = b->rowOf(u"Grid1"_s, u"P1"_s);
-    const QString id = b->row(u"Grid1"_s, linha)[metasquadro::grid1::Id];
-    StatementLog registro(b->server());
-    ModalHelper caixas;
-    caixas.expect(u"Deseja realmente excluir o produto\nP1?"_s, QMessageBox::Yes);
-    b->click(u"Grid1"_s, linha, metasquadro::grid1::Excluir);
-    QCOMPARE(caixas.problem(), QString());
-    QCOMPARE(caixas.boxes()[0].title, u"Atenção!!!"_s);
-    QCOMPARE(caixas.boxes()[0].icon, QMessageBox::Information);
-    QCOMPARE(caixas.boxes()[0].buttons, QMessageBox::Yes | QMessageBox::No);
-    QCOMPARE(registro.texts(),
+    const int row = b->rowOf(u"Grid1"_s, u"P1"_s);
+    const QString id = b->row(u"Grid1"_s, row)[metasquadro::grid1::Id];
+    StatementLog log(b->server());
+    ModalHelper boxes;
+    boxes.expect(u"Deseja realmente excluir o produto\nP1?"_s, QMessageBox::Yes);
+    b->click(u"Grid1"_s, row, metasquadro::grid1::Excluir);
+    QCOMPARE(boxes.problem(), QString());
+    QCOMPARE(boxes.boxes()[0].title, u"Atenção!!!"_s);
+    QCOMPARE(boxes.boxes()[0].icon, QMessageBox::Information);
+    QCOMPARE(boxes.boxes()[0].buttons, QMessageBox::Yes | QMessageBox::No);
+    QCOMPARE(log.texts(),
              StatementLog::expected({u"Delete from metavendedoritem Where ID="_s + id, sqlLista}));
     QCOMPARE(b->rows(u"Grid1"_s).size(), 1);
     QCOMPARE(b->row(u"Grid1"_s, 1)[0], u"P3"_s);
 
-    caixas.expect(u"Deseja realmente excluir o produto\nP3?"_s, QMessageBox::Yes);
+    boxes.expect(u"Deseja realmente excluir o produto\nP3?"_s, QMessageBox::Yes);
     b->click(u"Grid1"_s, 1, metasquadro::grid1::Excluir);
-    QCOMPARE(caixas.problem(), QString());
+    QCOMPARE(boxes.problem(), QString());
     QVERIFY(!b->control(u"Label4"_s)->isVisible());
     QVERIFY(b->shop().metas().isEmpty());
 }
@@ -468,14 +468,14 @@ void TstMetasManutencao::notDeleting() {
     b->shop().meta(1, u"P1"_s, u"10"_s);
     b->open();
     b->choose(u"Vendedores"_s, u"ANA"_s);
-    StatementLog registro(b->server());
-    for (const QMessageBox::StandardButton resposta : {QMessageBox::No, QMessageBox::NoButton}) {
-        ModalHelper caixas;
-        caixas.expect(u"Deseja realmente excluir o produto\nP1?"_s, resposta);
+    StatementLog log(b->server());
+    for (const QMessageBox::StandardButton answer : {QMessageBox::No, QMessageBox::NoButton}) {
+        ModalHelper boxes;
+        boxes.expect(u"Deseja realmente excluir o produto\nP1?"_s, answer);
         b->click(u"Grid1"_s, 1, metasquadro::grid1::Excluir);
-        QCOMPARE(caixas.problem(), QString());
+        QCOMPARE(boxes.problem(), QString());
     }
-    QCOMPARE(registro.texts(), QStringList());
+    QCOMPARE(log.texts(), QStringList());
     QVERIFY(b->screen()->isVisible());
 }
 
@@ -484,10 +484,10 @@ void TstMetasManutencao::deletingWhatIsGone() {
     b->open();
     b->choose(u"Vendedores"_s, u"ANA"_s);
     b->server().execute(u"DELETE FROM metavendedoritem"_s);
-    ModalHelper caixas;
-    caixas.expect(u"Deseja realmente excluir o produto\nP1?"_s, QMessageBox::Yes);
+    ModalHelper boxes;
+    boxes.expect(u"Deseja realmente excluir o produto\nP1?"_s, QMessageBox::Yes);
     b->click(u"Grid1"_s, 1, metasquadro::grid1::Excluir);
-    QCOMPARE(caixas.problem(), QString());
+    QCOMPARE(boxes.problem(), QString());
     QCOMPARE(b->grid(u"Grid1"_s)->rows(), 1);
 }
 
@@ -495,17 +495,17 @@ void TstMetasManutencao::otherCellsDoNothing() {
     b->shop().meta(1, u"P1"_s, u"10"_s);
     b->open();
     b->choose(u"Vendedores"_s, u"ANA"_s);
-    StatementLog registro(b->server());
-    ModalHelper caixas;
+    StatementLog log(b->server());
+    ModalHelper boxes;
     b->click(u"Grid1"_s, 1, metasquadro::grid1::Codigo);
     b->click(u"Grid1"_s, 1, metasquadro::grid1::Produto);
-    const QHeaderView* cabecalho = b->grid(u"Grid1"_s)->horizontalHeader();
-    for (int coluna = 0; coluna < metasquadro::grid1::Id; ++coluna)
-        QTest::mouseClick(cabecalho->viewport(), Qt::LeftButton, {},
-                          QPoint(cabecalho->sectionViewportPosition(coluna) + 5, cabecalho->height() / 2));
+    const QHeaderView* header = b->grid(u"Grid1"_s)->horizontalHeader();
+    for (int column = 0; column < metasquadro::grid1::Id; ++column)
+        QTest::mouseClick(header->viewport(), Qt::LeftButton, {},
+                          QPoint(header->sectionViewportPosition(column) + 5, header->height() / 2));
     b->settle();
-    QCOMPARE(caixas.problem(), QString());
-    QCOMPARE(registro.texts(), QStringList());
+    QCOMPARE(boxes.problem(), QString());
+    QCOMPARE(log.texts(), QStringList());
     QVERIFY(!b->control(u"TextGrid"_s)->isVisible());
 }
 

@@ -15,7 +15,7 @@ using namespace tarvessa::test;
 
 namespace {
 
-const QString naoCadastrada = u"Descrição não cadastrada. Verifique!!!"_s;
+const QString unregistered = u"Descrição não cadastrada. Verifique!!!"_s;
 
 QString sqlCodigo(const QString& codigo) {
     return u"Select CodFabr, Descricao from produtos where CodFabr='"_s + codigo + u"'"_s;
@@ -56,92 +56,92 @@ class TstMetasProduto : public QObject {
     void failingSearch();
 
   private:
-    void paraAba(const QString& campo);
+    void toTab(const QString& field);
 
     std::unique_ptr<TargetsBench> b;
 };
 
 namespace {
 
-void osDoisCampos() {
-    QTest::addColumn<QString>("campo");
+void bothFields() {
+    QTest::addColumn<QString>("field");
     QTest::newRow("tab 0") << u"Descricao"_s;
     QTest::newRow("tab 1") << u"Descricao2"_s;
 }
 
 } // namespace
 
-void TstMetasProduto::paraAba(const QString& campo) {
-    if (campo == u"Descricao2")
+void TstMetasProduto::toTab(const QString& field) {
+    if (field == u"Descricao2")
         b->goToTab(1);
 }
 
 void TstMetasProduto::found_data() {
-    osDoisCampos();
+    bothFields();
 }
 
 void TstMetasProduto::found() {
-    QFETCH(QString, campo);
-    paraAba(campo);
-    StatementLog registro(b->server());
-    b->enterProduct(campo, u"leite"_s);
-    QCOMPARE(b->box(campo)->text(), u"LEITE"_s);
-    QCOMPARE(b->tag(campo), u"P3"_s);
-    QCOMPARE(registro.texts(), StatementLog::expected(
-                                   {u"Select * from Produtos where (Descricao like '%LEITE%' or CodFabr like "
-                                    "'%LEITE%') and ativo='S' order by Descricao"_s,
-                                    sqlCodigo(u"P3"_s)}));
+    QFETCH(QString, field);
+    toTab(field);
+    StatementLog log(b->server());
+    b->enterProduct(field, u"leite"_s);
+    QCOMPARE(b->box(field)->text(), u"LEITE"_s);
+    QCOMPARE(b->tag(field), u"P3"_s);
+    QCOMPARE(log.texts(), StatementLog::expected(
+                              {u"Select * from Produtos where (Descricao like '%LEITE%' or CodFabr like "
+                               "'%LEITE%') and ativo='S' order by Descricao"_s,
+                               sqlCodigo(u"P3"_s)}));
 }
 
 void TstMetasProduto::notFoundIsSpeltPerTab_data() {
-    QTest::addColumn<QString>("campo");
-    QTest::addColumn<QString>("mensagem");
+    QTest::addColumn<QString>("field");
+    QTest::addColumn<QString>("message");
     QTest::newRow("tab 0") << u"Descricao"_s << u"Descricao inexistente. Verifique!!!"_s;
     QTest::newRow("tab 1") << u"Descricao2"_s << u"Descrição inexistente. Verifique!!!"_s;
 }
 
 void TstMetasProduto::notFoundIsSpeltPerTab() {
-    QFETCH(QString, campo);
-    QFETCH(QString, mensagem);
-    paraAba(campo);
-    b->enterProduct(campo, u"LEITE"_s);
-    StatementLog registro(b->server());
-    ModalHelper caixas;
-    caixas.expect(naoCadastrada, QMessageBox::Ok);
-    caixas.expect(mensagem, QMessageBox::Ok);
-    b->enterProduct(campo, u"NADA"_s);
-    QCOMPARE(caixas.problem(), QString());
-    QCOMPARE(caixas.boxes()[1].title, u"Atenção!!!"_s);
-    QCOMPARE(caixas.boxes()[1].icon, QMessageBox::Information);
-    QCOMPARE(b->box(campo)->text(), QString());
-    QCOMPARE(b->tag(campo), QString());
-    QCOMPARE(registro.texts().last(), sqlCodigo({}));
+    QFETCH(QString, field);
+    QFETCH(QString, message);
+    toTab(field);
+    b->enterProduct(field, u"LEITE"_s);
+    StatementLog log(b->server());
+    ModalHelper boxes;
+    boxes.expect(unregistered, QMessageBox::Ok);
+    boxes.expect(message, QMessageBox::Ok);
+    b->enterProduct(field, u"NADA"_s);
+    QCOMPARE(boxes.problem(), QString());
+    QCOMPARE(boxes.boxes()[1].title, u"Atenção!!!"_s);
+    QCOMPARE(boxes.boxes()[1].icon, QMessageBox::Information);
+    QCOMPARE(b->box(field)->text(), QString());
+    QCOMPARE(b->tag(field), QString());
+    QCOMPARE(log.texts().last(), sqlCodigo({}));
 }
 
 void TstMetasProduto::severalAndOneChosen_data() {
-    osDoisCampos();
+    bothFields();
 }
 
 void TstMetasProduto::severalAndOneChosen() {
-    QFETCH(QString, campo);
-    paraAba(campo);
-    ModalHelper caixas;
-    caixas.onOpen([](QWidget* selecao) {
-        QTest::keyClick(selecao->focusWidget(), Qt::Key_Down);
-        QTest::keyClick(selecao->focusWidget(), Qt::Key_Return);
+    QFETCH(QString, field);
+    toTab(field);
+    ModalHelper boxes;
+    boxes.onOpen([](QWidget* selection) {
+        QTest::keyClick(selection->focusWidget(), Qt::Key_Down);
+        QTest::keyClick(selection->focusWidget(), Qt::Key_Return);
     });
-    b->enterProduct(campo, u"PAO"_s);
-    QCOMPARE(caixas.problem(), QString());
-    QCOMPARE(b->tag(campo), u"P1"_s);
-    QCOMPARE(b->box(campo)->text(), u"PAO FRANCES"_s);
+    b->enterProduct(field, u"PAO"_s);
+    QCOMPARE(boxes.problem(), QString());
+    QCOMPARE(b->tag(field), u"P1"_s);
+    QCOMPARE(b->box(field)->text(), u"PAO FRANCES"_s);
 }
 
 void TstMetasProduto::severalAndNoneChosen() {
-    ModalHelper caixas;
-    caixas.onOpen([](QWidget* selecao) { QTest::keyClick(selecao->focusWidget(), Qt::Key_Escape); });
-    caixas.expect(u"Descricao inexistente. Verifique!!!"_s, QMessageBox::Ok);
+    ModalHelper boxes;
+    boxes.onOpen([](QWidget* selection) { QTest::keyClick(selection->focusWidget(), Qt::Key_Escape); });
+    boxes.expect(u"Descricao inexistente. Verifique!!!"_s, QMessageBox::Ok);
     b->enterProduct(u"Descricao"_s, u"PAO"_s);
-    QCOMPARE(caixas.problem(), QString());
+    QCOMPARE(boxes.problem(), QString());
     QCOMPARE(b->tag(u"Descricao"_s), QString());
     QCOMPARE(b->box(u"Descricao"_s)->text(), QString());
     QVERIFY(b->screen()->isVisible());
@@ -149,32 +149,32 @@ void TstMetasProduto::severalAndNoneChosen() {
 
 void TstMetasProduto::emptyTextClearsTheTag() {
     b->enterProduct(u"Descricao"_s, u"LEITE"_s);
-    StatementLog registro(b->server());
+    StatementLog log(b->server());
     b->enterProduct(u"Descricao"_s, {});
     QCOMPARE(b->tag(u"Descricao"_s), QString());
-    QCOMPARE(registro.texts(), QStringList());
+    QCOMPARE(log.texts(), QStringList());
 }
 
 void TstMetasProduto::leavingAgainSearchesAgain() {
     b->enterProduct(u"Descricao"_s, u"P3"_s);
     b->box(u"Descricao"_s)->setFocus();
-    StatementLog registro(b->server());
+    StatementLog log(b->server());
     b->key(Qt::Key_Return);
     QCOMPARE(b->tag(u"Descricao"_s), u"P3"_s);
-    QCOMPARE(registro.texts().size(), 2);
-    QCOMPARE(registro.texts().last(), sqlCodigo(u"P3"_s));
+    QCOMPARE(log.texts().size(), 2);
+    QCOMPARE(log.texts().last(), sqlCodigo(u"P3"_s));
 }
 
 // The product vanishes between the search and the reading of its code.
 void TstMetasProduto::foundButGone() {
-    ModalHelper caixas;
-    caixas.onOpen([this](QWidget* selecao) {
+    ModalHelper boxes;
+    boxes.onOpen([this](QWidget* selection) {
         b->server().execute(u"DELETE FROM produtos"_s);
-        QTest::keyClick(selecao->focusWidget(), Qt::Key_Return);
+        QTest::keyClick(selection->focusWidget(), Qt::Key_Return);
     });
-    caixas.expect(u"Descricao inexistente. Verifique!!!"_s, QMessageBox::Ok);
+    boxes.expect(u"Descricao inexistente. Verifique!!!"_s, QMessageBox::Ok);
     b->enterProduct(u"Descricao"_s, u"PAO"_s);
-    QCOMPARE(caixas.problem(), QString());
+    QCOMPARE(boxes.problem(), QString());
     QCOMPARE(b->tag(u"Descricao"_s), QString());
 }
 
@@ -187,10 +187,10 @@ void TstMetasProduto::oddDescriptionIsShownLetterByLetter() {
 
 void TstMetasProduto::codeWithAnApostrophe() {
     b->shop().produto(u"Z'9"_s, u"TESTE"_s);
-    ModalHelper caixas;
-    caixas.expectContaining(u"Erro em tempo de execução"_s, QMessageBox::Ok);
+    ModalHelper boxes;
+    boxes.expectContaining(u"Erro em tempo de execução"_s, QMessageBox::Ok);
     b->enterProduct(u"Descricao"_s, u"TESTE"_s);
-    QCOMPARE(caixas.problem(), QString());
+    QCOMPARE(boxes.problem(), QString());
     QCOMPARE(b->tag(u"Descricao"_s), QString());
     QVERIFY(b->screen()->isVisible());
 }
@@ -201,29 +201,29 @@ void TstMetasProduto::leavingByClickOnAButton() {
     b->box(u"Quantidade"_s)->setText(u"5"_s);
     b->box(u"Descricao"_s)->setFocus();
     b->type(u"LEITE"_s);
-    ModalHelper caixas;
+    ModalHelper boxes;
     QTest::mouseClick(b->control<QPushButton>(u"Command1"_s), Qt::LeftButton);
     b->settle();
-    QCOMPARE(caixas.problem(), QString());
+    QCOMPARE(boxes.problem(), QString());
     QCOMPARE(b->shop().metas().size(), 1);
 
     b->box(u"Quantidade"_s)->setText(u"6"_s);
     b->box(u"Descricao"_s)->setFocus();
     b->type(u"PAO DOCE"_s);
     b->press(u"Command1"_s);
-    QCOMPARE(caixas.problem(), QString());
+    QCOMPARE(boxes.problem(), QString());
     QCOMPARE(b->shop().metas().size(), 2);
 
     // Two boxes about the product, none about the target that is not there.
     b->box(u"Descricao"_s)->setFocus();
     b->type(u"NADA"_s);
-    caixas.expect(naoCadastrada, QMessageBox::Ok);
-    caixas.expect(u"Descricao inexistente. Verifique!!!"_s, QMessageBox::Ok);
-    auto* botao = b->control<QPushButton>(u"Command1"_s);
-    QTest::mousePress(botao, Qt::LeftButton);
+    boxes.expect(unregistered, QMessageBox::Ok);
+    boxes.expect(u"Descricao inexistente. Verifique!!!"_s, QMessageBox::Ok);
+    auto* button = b->control<QPushButton>(u"Command1"_s);
+    QTest::mousePress(button, Qt::LeftButton);
     b->settle();
-    QVERIFY(!botao->isDown());
-    QCOMPARE(caixas.problem(), QString());
+    QVERIFY(!button->isDown());
+    QCOMPARE(boxes.problem(), QString());
 }
 
 void TstMetasProduto::leavingByChangingTheTab() {
@@ -232,13 +232,13 @@ void TstMetasProduto::leavingByChangingTheTab() {
     b->goToTab(1);
     QCOMPARE(b->focus(), u"DataIni"_s);
     QCOMPARE(b->tag(u"Descricao"_s), u"P3"_s);
-    ModalHelper caixas;
-    caixas.expect(naoCadastrada, QMessageBox::Ok);
-    caixas.expect(u"Descrição inexistente. Verifique!!!"_s, QMessageBox::Ok);
+    ModalHelper boxes;
+    boxes.expect(unregistered, QMessageBox::Ok);
+    boxes.expect(u"Descrição inexistente. Verifique!!!"_s, QMessageBox::Ok);
     b->box(u"Descricao2"_s)->setFocus();
     b->type(u"NADA"_s);
     b->goToTab(0);
-    QCOMPARE(caixas.problem(), QString());
+    QCOMPARE(boxes.problem(), QString());
     QCOMPARE(b->control<QTabWidget>(u"SSTab1"_s)->currentIndex(), 0);
     QCOMPARE(b->focus(), u"Vendedores"_s);
 }
@@ -246,56 +246,56 @@ void TstMetasProduto::leavingByChangingTheTab() {
 void TstMetasProduto::noSearchForABoxOrAnotherWindow() {
     b->box(u"Descricao"_s)->setFocus();
     b->type(u"LEITE"_s);
-    StatementLog registro(b->server());
-    QLineEdit outra;
-    outra.show();
-    outra.activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(&outra));
+    StatementLog log(b->server());
+    QLineEdit other;
+    other.show();
+    other.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&other));
     b->settle();
     b->screen()->activateWindow();
     QVERIFY(QTest::qWaitForWindowActive(b->screen()));
     {
-        ModalHelper caixas;
-        caixas.expect(u"Uma caixa qualquer"_s, QMessageBox::Ok);
+        ModalHelper boxes;
+        boxes.expect(u"Uma caixa qualquer"_s, QMessageBox::Ok);
         QMessageBox(QMessageBox::Information, QString(), u"Uma caixa qualquer"_s, QMessageBox::Ok,
                     b->screen())
             .exec();
-        QCOMPARE(caixas.problem(), QString());
+        QCOMPARE(boxes.problem(), QString());
     }
     b->settle();
-    QCOMPARE(registro.texts(), QStringList());
+    QCOMPARE(log.texts(), QStringList());
 }
 
 void TstMetasProduto::noSearchOnClosing() {
     b->box(u"Descricao"_s)->setFocus();
     b->type(u"NADA"_s);
-    StatementLog registro(b->server());
-    ModalHelper caixas;
+    StatementLog log(b->server());
+    ModalHelper boxes;
     b->key(Qt::Key_Escape);
     QVERIFY(!b->screen()->isVisible());
-    QCOMPARE(caixas.problem(), QString());
-    QCOMPARE(registro.texts(), QStringList());
+    QCOMPARE(boxes.problem(), QString());
+    QCOMPARE(log.texts(), QStringList());
 }
 
 void TstMetasProduto::gotFocusSelectsAll() {
-    for (const auto& nome : {u"Descricao"_s, u"Quantidade"_s, u"Descricao2"_s}) {
-        paraAba(nome);
-        QLineEdit* caixa = b->box(nome);
-        b->control(nome == u"Descricao2" ? u"Vendedores2"_s : u"Vendedores"_s)->setFocus();
-        caixa->setText(u"123"_s);
-        QTest::mouseClick(caixa, Qt::LeftButton);
+    for (const auto& name : {u"Descricao"_s, u"Quantidade"_s, u"Descricao2"_s}) {
+        toTab(name);
+        QLineEdit* box = b->box(name);
+        b->control(name == u"Descricao2" ? u"Vendedores2"_s : u"Vendedores"_s)->setFocus();
+        box->setText(u"123"_s);
+        QTest::mouseClick(box, Qt::LeftButton);
         b->settle();
-        QCOMPARE(caixa->selectedText(), u"123"_s);
-        caixa->clear();
+        QCOMPARE(box->selectedText(), u"123"_s);
+        box->clear();
     }
 }
 
 void TstMetasProduto::failingSearch() {
     b->server().execute(u"RENAME TABLE produtos TO guardada"_s);
-    ModalHelper caixas;
-    caixas.expectContaining(u"Erro em tempo de execução"_s, QMessageBox::Ok);
+    ModalHelper boxes;
+    boxes.expectContaining(u"Erro em tempo de execução"_s, QMessageBox::Ok);
     b->enterProduct(u"Descricao"_s, u"LEITE"_s);
-    QCOMPARE(caixas.problem(), QString());
+    QCOMPARE(boxes.problem(), QString());
     QCOMPARE(b->tag(u"Descricao"_s), QString());
     b->server().execute(u"RENAME TABLE guardada TO produtos"_s);
     b->enterProduct(u"Descricao"_s, u"LEITE"_s);

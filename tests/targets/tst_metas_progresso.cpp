@@ -22,9 +22,9 @@ using namespace tarvessa::test;
 
 namespace {
 
-const QColor amarelo(255, 255, 0);
-const QColor vermelho(255, 0, 0);
-const QColor vermelhoClaro(255, 192, 192);
+const QColor yellow(255, 255, 0);
+const QColor red(255, 0, 0);
+const QColor lightRed(255, 192, 192);
 
 // The statements for 01/03/2024 to 15/03/2024, whole but for the filters.
 const QString sqlZera = u"Update metavendedoritem Set Vendido=0, TotalVendas=0, QtdDevolucao=0"_s;
@@ -108,21 +108,21 @@ class TstMetasProgresso : public QObject {
     void cutAtEveryStatement();
 
   private:
-    struct Aparencia {
-        QColor fundo;
-        QColor letra;
-        bool negrito = false;
+    struct Look {
+        QColor background;
+        QColor letter;
+        bool bold = false;
     };
 
-    void gera();
-    void aparencia(int linha, int coluna, const Aparencia& esperada) const;
-    QStringList produto(int linha) { return b->row(u"Grid2"_s, linha); }
+    void run();
+    void look(int row, int column, const Look& expected) const;
+    QStringList produto(int row) { return b->row(u"Grid2"_s, row); }
     QStringList produto(const QString& codigo) { return produto(b->rowOf(u"Grid2"_s, codigo)); }
 
     std::unique_ptr<TargetsBench> b;
 };
 
-void TstMetasProgresso::gera() {
+void TstMetasProgresso::run() {
     if (!b->screen()) {
         b->open();
         b->goToTab(1);
@@ -134,40 +134,40 @@ void TstMetasProgresso::controlsAndLayout() {
     b->open();
     b->goToTab(1);
     QCOMPARE(b->focus(), u"DataIni"_s);
-    const auto* quadro = b->control(u"Frame2"_s);
-    const auto texto = [quadro](const QString& nome) { return quadro->findChild<QLabel*>(nome)->text(); };
-    QCOMPARE(texto(u"Label1"_s), u"VENDEDOR(A)"_s);
-    QCOMPARE(texto(u"Label6"_s), u"DESCRIÇÃO"_s);
-    QCOMPARE(texto(u"Label5"_s), u"PERÍODO DE"_s);
-    QCOMPARE(texto(u"Label7"_s), u"AGUARDE..."_s);
+    const auto* frame = b->control(u"Frame2"_s);
+    const auto text = [frame](const QString& nome) { return frame->findChild<QLabel*>(nome)->text(); };
+    QCOMPARE(text(u"Label1"_s), u"VENDEDOR(A)"_s);
+    QCOMPARE(text(u"Label6"_s), u"DESCRIÇÃO"_s);
+    QCOMPARE(text(u"Label5"_s), u"PERÍODO DE"_s);
+    QCOMPARE(text(u"Label7"_s), u"AGUARDE..."_s);
     QVERIFY(!b->control(u"Label7"_s)->isVisible());
     QCOMPARE(b->control<QPushButton>(u"Command4"_s)->text(), u"&Gerar Relatório"_s);
     QCOMPARE(b->control<QPushButton>(u"Command2"_s)->text(), u"&Imprimir"_s);
     QVERIFY(!b->control(u"Command2"_s)->isEnabled());
-    const Grid* grade = b->grid(u"Grid2"_s);
+    const Grid* grid = b->grid(u"Grid2"_s);
     QCOMPARE(b->row(u"Grid2"_s, 0),
              QStringList({u"CÓDIGO"_s, u"DESCRIÇÃO"_s, u"META"_s, u"VENDIDO"_s, u"% META"_s,
                           u"R$ TOTAL VENDA"_s, u"DEVOLUÇÃO"_s, u"% DEVOLUÇÃO"_s}));
-    const QList<int> larguras{1460, 4000, 1100, 1100, 900, 1570, 1400, 1440};
-    for (int coluna = 0; coluna < grade->columns(); ++coluna) {
-        QCOMPARE(grade->columnTwips(coluna), larguras[coluna]);
-        const bool direita = coluna >= metasquadro::grid2::Meta && coluna <= metasquadro::grid2::Devolucao;
-        QVERIFY(grade->model()
-                    ->headerData(coluna, Qt::Horizontal, Qt::TextAlignmentRole)
+    const QList<int> widths{1460, 4000, 1100, 1100, 900, 1570, 1400, 1440};
+    for (int column = 0; column < grid->columns(); ++column) {
+        QCOMPARE(grid->columnTwips(column), widths[column]);
+        const bool right = column >= metasquadro::grid2::Meta && column <= metasquadro::grid2::Devolucao;
+        QVERIFY(grid->model()
+                    ->headerData(column, Qt::Horizontal, Qt::TextAlignmentRole)
                     .value<Qt::Alignment>()
-                    .testFlags(direita ? Qt::AlignRight : Qt::AlignLeft));
+                    .testFlags(right ? Qt::AlignRight : Qt::AlignLeft));
     }
     b->screen()->resize(TargetsBench::largeScreen);
     b->settle();
-    QVERIFY(grade->horizontalHeader()->length() <= grade->viewport()->width());
+    QVERIFY(grid->horizontalHeader()->length() <= grid->viewport()->width());
 }
 
 void TstMetasProgresso::statements_data() {
     QTest::addColumn<QString>("vendedor");
-    QTest::addColumn<QString>("produto");  // of this tab
-    QTest::addColumn<QString>("pendente"); // of the other one
-    QTest::addColumn<QString>("filtroVendas");
-    QTest::addColumn<QString>("filtroLista");
+    QTest::addColumn<QString>("produto"); // of this tab
+    QTest::addColumn<QString>("pending"); // of the other one
+    QTest::addColumn<QString>("salesFilter");
+    QTest::addColumn<QString>("listFilter");
     QTest::newRow("none") << QString() << QString() << QString() << QString() << QString();
     QTest::newRow("seller") << u"BRUNO"_s << QString() << QString() << u" AND n.CodVendedor=2"_s
                             << u"Where m.codvendedor=2"_s;
@@ -188,40 +188,40 @@ void TstMetasProgresso::statements_data() {
 void TstMetasProgresso::statements() {
     QFETCH(QString, vendedor);
     QFETCH(QString, produto);
-    QFETCH(QString, pendente);
-    QFETCH(QString, filtroVendas);
-    QFETCH(QString, filtroLista);
+    QFETCH(QString, pending);
+    QFETCH(QString, salesFilter);
+    QFETCH(QString, listFilter);
     b->shop().meta(1, u"P3"_s, u"10"_s);
     b->shop().meta(2, u"P3"_s, u"10"_s);
     b->open();
-    if (!pendente.isEmpty())
-        b->enterProduct(u"Descricao"_s, pendente);
+    if (!pending.isEmpty())
+        b->enterProduct(u"Descricao"_s, pending);
     b->goToTab(1);
     if (!vendedor.isEmpty())
         b->choose(u"Vendedores2"_s, vendedor);
     if (!produto.isEmpty())
         b->enterProduct(u"Descricao2"_s, produto);
-    StatementLog registro(b->server());
-    gera();
-    QStringList esperados{sqlZera,
-                          u"Truncate Relat2"_s,
-                          sqlVendas + filtroVendas + sqlVendasFim,
-                          sqlPassaVendas,
-                          u"TRUNCATE relat2"_s,
-                          sqlDevolucoes,
-                          sqlPassaDevolucoes,
-                          sqlListagem + filtroLista + sqlListagemFim};
+    StatementLog log(b->server());
+    run();
+    QStringList expectedRows{sqlZera,
+                             u"Truncate Relat2"_s,
+                             sqlVendas + salesFilter + sqlVendasFim,
+                             sqlPassaVendas,
+                             u"TRUNCATE relat2"_s,
+                             sqlDevolucoes,
+                             sqlPassaDevolucoes,
+                             sqlListagem + listFilter + sqlListagemFim};
     for (const int codigo : {1, 2})
         if (vendedor.isEmpty() || vendedor == (codigo == 1 ? u"ANA"_s : u"BRUNO"_s))
-            esperados.append(sqlRotulo(codigo));
-    QCOMPARE(registro.texts(), StatementLog::expected(esperados));
+            expectedRows.append(sqlRotulo(codigo));
+    QCOMPARE(log.texts(), StatementLog::expected(expectedRows));
 }
 
 void TstMetasProgresso::periodRefused_data() {
     QTest::addColumn<QString>("inicio");
     QTest::addColumn<QString>("fim");
-    QTest::addColumn<QString>("mensagem");
-    QTest::addColumn<QString>("foco");
+    QTest::addColumn<QString>("message");
+    QTest::addColumn<QString>("focus");
     const QString inicioInvalido = u"Data Inicial inválida. Verifique!!!"_s;
     const QString fimInvalido = u"Data Final inválida. Verifique!!!"_s;
     QTest::newRow("no start") << QString() << u"15/03/2024"_s << inicioInvalido << u"DataIni"_s;
@@ -236,20 +236,20 @@ void TstMetasProgresso::periodRefused_data() {
 void TstMetasProgresso::periodRefused() {
     QFETCH(QString, inicio);
     QFETCH(QString, fim);
-    QFETCH(QString, mensagem);
-    QFETCH(QString, foco);
+    QFETCH(QString, message);
+    QFETCH(QString, focus);
     b->open();
     b->goToTab(1);
     b->period(inicio, fim);
-    StatementLog registro(b->server());
-    ModalHelper caixas;
-    caixas.expect(mensagem, QMessageBox::Ok);
-    gera();
-    QCOMPARE(caixas.problem(), QString());
-    QCOMPARE(caixas.boxes()[0].title, u"Atenção!!!"_s);
-    QCOMPARE(caixas.boxes()[0].icon, QMessageBox::Information);
-    QCOMPARE(b->focus(), foco);
-    QCOMPARE(registro.texts(), QStringList());
+    StatementLog log(b->server());
+    ModalHelper boxes;
+    boxes.expect(message, QMessageBox::Ok);
+    run();
+    QCOMPARE(boxes.problem(), QString());
+    QCOMPARE(boxes.boxes()[0].title, u"Atenção!!!"_s);
+    QCOMPARE(boxes.boxes()[0].icon, QMessageBox::Information);
+    QCOMPARE(b->focus(), focus);
+    QCOMPARE(log.texts(), QStringList());
     QVERIFY(!b->control(u"Label7"_s)->isVisible());
 }
 
@@ -262,11 +262,11 @@ void TstMetasProgresso::oneDayAndBothBounds() {
     b->open();
     b->goToTab(1);
     b->period(u"10/03/2024"_s, u"12/03/2024"_s);
-    gera();
+    run();
     QCOMPARE(produto(2)[metasquadro::grid2::Vendido], u"2"_s);
     QCOMPARE(produto(2)[metasquadro::grid2::Devolucao], u"2"_s);
     b->period(u"13/03/2024"_s, u"13/03/2024"_s);
-    gera();
+    run();
     QCOMPARE(produto(2)[metasquadro::grid2::Vendido], u"1"_s);
     QCOMPARE(produto(2)[metasquadro::grid2::Devolucao], u"1"_s);
 }
@@ -278,7 +278,7 @@ void TstMetasProgresso::boardOfOneSeller() {
     b->shop().venda({.vendedor = 1, .produto = u"P1"_s, .quantidade = u"50"_s, .total = u"0.50"_s});
     b->shop().venda({.vendedor = 1, .produto = u"P2"_s, .quantidade = u"0.125"_s, .total = u"10"_s});
     b->shop().devolucao({.vendedor = 1, .produto = u"P1"_s, .quantidade = u"7.5"_s});
-    gera();
+    run();
     const QString v;
     QCOMPARE(b->grid(u"Grid2"_s)->rows(), 1 + 5);
     QCOMPARE(produto(1), QStringList({v, u"1 - ANA"_s, v, v, v, v, v, v}));
@@ -300,28 +300,28 @@ void TstMetasProgresso::looks() {
     b->shop().meta(1, u"P2"_s, u"100"_s);
     b->shop().venda({.vendedor = 1, .produto = u"P1"_s, .quantidade = u"100"_s});
     b->shop().venda({.vendedor = 1, .produto = u"P2"_s, .quantidade = u"99.99"_s});
-    gera();
-    const Grid* grade = b->grid(u"Grid2"_s);
-    const int atingida = b->rowOf(u"Grid2"_s, u"P1"_s);
-    const int quase = b->rowOf(u"Grid2"_s, u"P2"_s);
-    QCOMPARE(produto(atingida)[metasquadro::grid2::PercMeta], u"100,0%"_s);
-    QCOMPARE(produto(quase)[metasquadro::grid2::PercMeta], u"99,99%"_s);
-    for (int coluna = 0; coluna < grade->columns(); ++coluna) {
-        QCOMPARE(grade->backColor(1, coluna), amarelo);
-        QCOMPARE(grade->foreColor(1, coluna), vermelho);
-        QVERIFY(grade->isBold(1, coluna));
-        const bool destaque = coluna == metasquadro::grid2::PercMeta;
-        QCOMPARE(grade->backColor(atingida, coluna), destaque ? vermelhoClaro : QColor());
-        QCOMPARE(grade->foreColor(atingida, coluna), destaque ? vermelho : QColor());
-        QCOMPARE(grade->isBold(atingida, coluna), destaque);
-        for (const int comum : {quase, 4}) {
-            QCOMPARE(grade->backColor(comum, coluna), QColor());
-            QCOMPARE(grade->foreColor(comum, coluna), QColor());
-            QVERIFY(!grade->isBold(comum, coluna));
+    run();
+    const Grid* grid = b->grid(u"Grid2"_s);
+    const int reached = b->rowOf(u"Grid2"_s, u"P1"_s);
+    const int almost = b->rowOf(u"Grid2"_s, u"P2"_s);
+    QCOMPARE(produto(reached)[metasquadro::grid2::PercMeta], u"100,0%"_s);
+    QCOMPARE(produto(almost)[metasquadro::grid2::PercMeta], u"99,99%"_s);
+    for (int column = 0; column < grid->columns(); ++column) {
+        QCOMPARE(grid->backColor(1, column), yellow);
+        QCOMPARE(grid->foreColor(1, column), red);
+        QVERIFY(grid->isBold(1, column));
+        const bool emphasis = column == metasquadro::grid2::PercMeta;
+        QCOMPARE(grid->backColor(reached, column), emphasis ? lightRed : QColor());
+        QCOMPARE(grid->foreColor(reached, column), emphasis ? red : QColor());
+        QCOMPARE(grid->isBold(reached, column), emphasis);
+        for (const int common : {almost, 4}) {
+            QCOMPARE(grid->backColor(common, column), QColor());
+            QCOMPARE(grid->foreColor(common, column), QColor());
+            QVERIFY(!grid->isBold(common, column));
         }
-        QCOMPARE(grade->backColor(5, coluna), vermelhoClaro);
-        QCOMPARE(grade->foreColor(5, coluna), QColor());
-        QVERIFY(grade->isBold(5, coluna));
+        QCOMPARE(grid->backColor(5, column), lightRed);
+        QCOMPARE(grid->foreColor(5, column), QColor());
+        QVERIFY(grid->isBold(5, column));
     }
 }
 
@@ -331,7 +331,7 @@ void TstMetasProgresso::percentages_data() {
     QTest::addColumn<QString>("devolvido");
     QTest::addColumn<QString>("percMeta");
     QTest::addColumn<QString>("percDevolucao");
-    QTest::addColumn<bool>("destaque");
+    QTest::addColumn<bool>("emphasis");
     QTest::addColumn<QString>("totalMeta");
     QTest::addColumn<QString>("totalDevolucao");
     QTest::newRow("half") << u"100"_s << u"50"_s << u"25"_s << u"50,0%"_s << u"50,0%"_s << false << u"50,0%"_s
@@ -368,14 +368,14 @@ void TstMetasProgresso::percentages() {
     b->shop().meta(1, u"P1"_s, meta);
     b->shop().venda({.vendedor = 1, .produto = u"P1"_s, .quantidade = vendido});
     b->shop().devolucao({.vendedor = 1, .produto = u"P1"_s, .quantidade = devolvido});
-    gera();
+    run();
     QTEST(produto(2)[metasquadro::grid2::PercMeta], "percMeta");
     QTEST(produto(2)[metasquadro::grid2::PercDevolucao], "percDevolucao");
-    QFETCH(bool, destaque);
-    const Grid* grade = b->grid(u"Grid2"_s);
-    QCOMPARE(grade->isBold(2, metasquadro::grid2::PercMeta), destaque);
-    QCOMPARE(grade->backColor(2, metasquadro::grid2::PercMeta), destaque ? vermelhoClaro : QColor());
-    QCOMPARE(grade->foreColor(2, metasquadro::grid2::PercMeta), destaque ? vermelho : QColor());
+    QFETCH(bool, emphasis);
+    const Grid* grid = b->grid(u"Grid2"_s);
+    QCOMPARE(grid->isBold(2, metasquadro::grid2::PercMeta), emphasis);
+    QCOMPARE(grid->backColor(2, metasquadro::grid2::PercMeta), emphasis ? lightRed : QColor());
+    QCOMPARE(grid->foreColor(2, metasquadro::grid2::PercMeta), emphasis ? red : QColor());
     QTEST(produto(4)[metasquadro::grid2::PercMeta], "totalMeta");
     QTEST(produto(4)[metasquadro::grid2::PercDevolucao], "totalDevolucao");
 }
@@ -383,7 +383,7 @@ void TstMetasProgresso::percentages() {
 void TstMetasProgresso::sellerWithoutSales() {
     b->shop().meta(1, u"P1"_s, u"40"_s);
     b->shop().meta(1, u"P2"_s, u"10"_s);
-    gera();
+    run();
     QCOMPARE(produto(u"P1"_s), QStringList({u"P1"_s, u"PAO FRANCES"_s, u"40"_s, u"0"_s, u"0,0%"_s, u"0,00"_s,
                                             u"0"_s, u"0,0%"_s}));
     QCOMPARE(produto(5), QStringList({QString(), u"*** TOTAIS DE 1 - ANA ***"_s, u"50"_s, u"1"_s, u"2,0%"_s,
@@ -396,13 +396,13 @@ void TstMetasProgresso::sellerFilterAndAll() {
     b->shop().meta(1, u"P2"_s, u"10"_s);
     b->shop().venda({.vendedor = 1, .produto = u"P1"_s, .quantidade = u"3"_s});
     b->shop().venda({.vendedor = 2, .produto = u"P1"_s, .quantidade = u"4"_s});
-    gera();
+    run();
     QCOMPARE(b->grid(u"Grid2"_s)->rows(), 1 + 5 + 4);
     QCOMPARE(produto(1)[1], u"1 - ANA"_s);
     QCOMPARE(produto(6)[1], u"2 - BRUNO"_s);
     QCOMPARE(produto(7)[metasquadro::grid2::Vendido], u"4"_s);
     b->choose(u"Vendedores2"_s, u"BRUNO"_s);
-    gera();
+    run();
     QCOMPARE(b->grid(u"Grid2"_s)->rows(), 1 + 4);
     QCOMPARE(produto(1)[1], u"2 - BRUNO"_s);
     // Every target was cleared, only those of the filter have figures again.
@@ -415,7 +415,7 @@ void TstMetasProgresso::returnsWithoutTargetAreIgnored() {
     b->shop().devolucao({.vendedor = 1, .produto = u"P2"_s, .quantidade = u"5"_s});
     b->shop().devolucao({.vendedor = 2, .produto = u"P1"_s, .quantidade = u"5"_s});
     b->shop().devolucao({.vendedor = 1, .produto = u"P1"_s, .quantidade = u"5"_s, .situacao = u"A"_s});
-    gera();
+    run();
     QCOMPARE(b->grid(u"Grid2"_s)->rows(), 1 + 4);
     QCOMPARE(produto(2)[metasquadro::grid2::Devolucao], u"0"_s);
 }
@@ -423,7 +423,7 @@ void TstMetasProgresso::returnsWithoutTargetAreIgnored() {
 void TstMetasProgresso::soldWithoutTargetDoesNotAppear() {
     b->shop().meta(1, u"P1"_s, u"10"_s);
     b->shop().venda({.vendedor = 1, .produto = u"P2"_s, .quantidade = u"5"_s});
-    gera();
+    run();
     QCOMPARE(b->grid(u"Grid2"_s)->rows(), 1 + 4);
     QCOMPARE(produto(4)[metasquadro::grid2::Vendido], u"1"_s);
 }
@@ -436,7 +436,7 @@ void TstMetasProgresso::productFilterWithoutPendingProduct() {
     b->open();
     b->goToTab(1);
     b->enterProduct(u"Descricao2"_s, u"PAO FRANCES"_s);
-    gera();
+    run();
     QCOMPARE(b->grid(u"Grid2"_s)->rows(), 1 + 4);
     QCOMPARE(produto(u"P1"_s), QStringList({u"P1"_s, u"PAO FRANCES"_s, u"10"_s, u"0"_s, u"0,0%"_s, u"0,00"_s,
                                             u"2"_s, u"0,0%"_s}));
@@ -451,7 +451,7 @@ void TstMetasProgresso::productFilterWithAnotherPending() {
     b->enterProduct(u"Descricao"_s, u"PAO DOCE"_s);
     b->goToTab(1);
     b->enterProduct(u"Descricao2"_s, u"PAO FRANCES"_s);
-    gera();
+    run();
     QCOMPARE(produto(2)[metasquadro::grid2::Codigo], u"P1"_s);
     QCOMPARE(produto(2)[metasquadro::grid2::Vendido], u"0"_s);
     QCOMPARE(b->shop().metas()[0][3], u"0.000"_s);
@@ -465,13 +465,13 @@ void TstMetasProgresso::productFilterWithTheSamePending() {
     b->enterProduct(u"Descricao"_s, u"PAO FRANCES"_s);
     b->goToTab(1);
     b->enterProduct(u"Descricao2"_s, u"PAO FRANCES"_s);
-    gera();
+    run();
     QCOMPARE(produto(2)[metasquadro::grid2::Vendido], u"5"_s);
 }
 
 void TstMetasProgresso::unknownSeller() {
     b->shop().meta(9, u"P1"_s, u"10"_s);
-    gera();
+    run();
     QCOMPARE(produto(1)[1], u"9 - (Nenhum)"_s);
     QCOMPARE(produto(4)[1], u"*** TOTAIS DE 9 - (Nenhum) ***"_s);
 }
@@ -479,14 +479,14 @@ void TstMetasProgresso::unknownSeller() {
 void TstMetasProgresso::inactiveSeller() {
     b->shop().vendedor(3, u"CAIO"_s, u"N"_s);
     b->shop().meta(3, u"P1"_s, u"10"_s);
-    gera();
+    run();
     QCOMPARE(produto(1)[1], u"3 - CAIO"_s);
 }
 
 void TstMetasProgresso::removedProductIsUpdatedButNotListed() {
     b->shop().meta(1, u"SUMIU"_s, u"10"_s);
     b->shop().venda({.vendedor = 1, .produto = u"SUMIU"_s, .quantidade = u"5"_s});
-    gera();
+    run();
     QCOMPARE(b->grid(u"Grid2"_s)->rows(), 1);
     QVERIFY(!b->control(u"Command2"_s)->isEnabled());
     QCOMPARE(b->shop().metas()[0][3], u"5.000"_s);
@@ -500,7 +500,7 @@ void TstMetasProgresso::onlyCountedLinesCount() {
     b->shop().venda({.vendedor = 2, .produto = u"P1"_s, .quantidade = u"40"_s});
     // The same number in another series belongs to another seller's invoice.
     b->server().execute(u"INSERT INTO nfsaida (nrnf, SerieNF, CodVendedor) VALUES (1, '2', 2)"_s);
-    gera();
+    run();
     QCOMPARE(produto(2)[metasquadro::grid2::Vendido], u"1"_s);
 }
 
@@ -512,7 +512,7 @@ void TstMetasProgresso::nullFigures() {
                         "VALUES ('P1', 1, NULL, 'B', '2024-03-10')"_s);
     b->shop().meta(1, u"P2"_s, u"10"_s);
     b->server().execute(u"UPDATE produtos SET descricao = NULL WHERE codfabr = 'P1'"_s);
-    gera();
+    run();
     QVERIFY(b->shop().metas()[0][3].isNull());
     QVERIFY(b->shop().metas()[0][4].isNull());
     QVERIFY(b->shop().metas()[0][5].isNull());
@@ -525,16 +525,16 @@ void TstMetasProgresso::targetTotalOfZero() {
     b->shop().meta(1, u"P1"_s, u"0"_s);
     b->open();
     b->goToTab(1);
-    ModalHelper caixas;
-    caixas.expectContaining(u"Divisão por zero"_s, QMessageBox::Ok);
-    gera();
-    QCOMPARE(caixas.problem(), QString());
+    ModalHelper boxes;
+    boxes.expectContaining(u"Divisão por zero"_s, QMessageBox::Ok);
+    run();
+    QCOMPARE(boxes.problem(), QString());
     QVERIFY(!b->control(u"Label7"_s)->isVisible());
     QVERIFY(!b->control(u"Command2"_s)->isEnabled());
     // The screen goes on.
     b->server().execute(u"UPDATE metavendedoritem SET Quantidade = 5"_s);
-    gera();
-    QCOMPARE(caixas.problem(), QString());
+    run();
+    QCOMPARE(boxes.problem(), QString());
     QCOMPARE(b->grid(u"Grid2"_s)->rows(), 1 + 4);
 }
 
@@ -544,11 +544,11 @@ void TstMetasProgresso::targetsOfZeroAndNegative() {
     b->shop().meta(1, u"P3"_s, u"9"_s);
     for (const auto& codigo : {u"P1"_s, u"P2"_s})
         b->shop().venda({.vendedor = 1, .produto = codigo, .quantidade = u"5"_s});
-    gera();
+    run();
     QCOMPARE(produto(u"P1"_s)[metasquadro::grid2::PercMeta], u"0,0%"_s);
     QCOMPARE(produto(u"P2"_s)[metasquadro::grid2::PercMeta], u"0,0%"_s);
-    for (const int linha : {2, 3, 4})
-        QVERIFY(!b->grid(u"Grid2"_s)->isBold(linha, metasquadro::grid2::PercMeta));
+    for (const int row : {2, 3, 4})
+        QVERIFY(!b->grid(u"Grid2"_s)->isBold(row, metasquadro::grid2::PercMeta));
     QCOMPARE(produto(6)[metasquadro::grid2::Meta], u"5"_s);
     QCOMPARE(produto(6)[metasquadro::grid2::PercMeta], u"200,0%"_s);
 }
@@ -556,13 +556,13 @@ void TstMetasProgresso::targetsOfZeroAndNegative() {
 void TstMetasProgresso::periodWithoutInvoices() {
     b->shop().meta(1, u"P1"_s, u"10"_s);
     b->shop().venda({.vendedor = 1, .produto = u"P1"_s, .emissao = u"2020-01-01"_s});
-    gera();
+    run();
     QCOMPARE(produto(2)[metasquadro::grid2::Vendido], u"0"_s);
     QCOMPARE(b->server().query(u"SELECT * FROM relat2"_s).size(), 0);
 }
 
 void TstMetasProgresso::noTargetsAtAll() {
-    gera();
+    run();
     QCOMPARE(b->grid(u"Grid2"_s)->rows(), 1);
     QVERIFY(!b->control(u"Command2"_s)->isEnabled());
 }
@@ -570,75 +570,73 @@ void TstMetasProgresso::noTargetsAtAll() {
 void TstMetasProgresso::earlierFiguresAreOverwritten() {
     b->shop().meta(1, u"P1"_s, u"10"_s);
     b->server().execute(u"UPDATE metavendedoritem SET Vendido=5, TotalVendas=6, QtdDevolucao=7"_s);
-    gera();
+    run();
     QCOMPARE(b->shop().metas()[0].sliced(3), QStringList({u"0.000"_s, u"0.00"_s, u"0.000"_s}));
 }
 
 // Rows of one seller come in the database's order: each is looked up by its product.
-void TstMetasProgresso::aparencia(int linha, int coluna, const Aparencia& esperada) const {
-    const Grid* grade = b->grid(u"Grid2"_s);
-    QCOMPARE(grade->backColor(linha, coluna), esperada.fundo);
-    QCOMPARE(grade->foreColor(linha, coluna), esperada.letra);
-    QCOMPARE(grade->isBold(linha, coluna), esperada.negrito);
+void TstMetasProgresso::look(int row, int column, const Look& expected) const {
+    const Grid* grid = b->grid(u"Grid2"_s);
+    QCOMPARE(grid->backColor(row, column), expected.background);
+    QCOMPARE(grid->foreColor(row, column), expected.letter);
+    QCOMPARE(grid->isBold(row, column), expected.bold);
 }
 
 void TstMetasProgresso::secondComputationStartsAnew() {
     b->shop().meta(1, u"P1"_s, u"10"_s);
-    gera();
+    run();
     const QList<QStringList> first = b->rows(u"Grid2"_s);
     QCOMPARE(first.size(), 4);
     b->grid(u"Grid2"_s)->setColumnTwips(metasquadro::grid2::Meta, 2000);
-    gera();
+    run();
     QCOMPARE(b->rows(u"Grid2"_s), first);
     QCOMPARE(b->grid(u"Grid2"_s)->columnTwips(metasquadro::grid2::Meta), 1100);
     // Refused by the server at once, it leaves nothing of the earlier board to be printed.
     b->server().execute(u"RENAME TABLE metavendedoritem TO guardada"_s);
-    ModalHelper caixas;
-    caixas.expectContaining(u"Erro em tempo de execução"_s, QMessageBox::Ok);
-    gera();
+    ModalHelper boxes;
+    boxes.expectContaining(u"Erro em tempo de execução"_s, QMessageBox::Ok);
+    run();
     b->server().execute(u"RENAME TABLE guardada TO metavendedoritem"_s);
-    QCOMPARE(caixas.problem(), QString());
+    QCOMPARE(boxes.problem(), QString());
     QCOMPARE(b->rows(u"Grid2"_s), QList<QStringList>());
     QVERIFY(!b->button(u"Command2"_s)->isEnabled());
 }
 
 void TstMetasProgresso::figuresAgainstRawRows() {
-    const Aparencia destaque{vermelhoClaro, vermelho, true};
-    const DrawnTargets mundo(b->server());
-    gera();
-    const Grid* grade = b->grid(u"Grid2"_s);
-    int linha = 1;
+    const Look emphasis{lightRed, red, true};
+    const DrawnTargets world(b->server());
+    run();
+    const Grid* grid = b->grid(u"Grid2"_s);
+    int row = 1;
     for (int v = 1; v <= DrawnTargets::vendedores; ++v) {
-        const QString rotulo = v == 1 ? u"1 - ANA"_s : v == 2 ? u"2 - BRUNO"_s : u"%1 - (Nenhum)"_s.arg(v);
-        for (int coluna = 0; coluna < grade->columns(); ++coluna)
-            aparencia(linha, coluna, {amarelo, vermelho, true});
-        QCOMPARE(produto(linha++)[metasquadro::grid2::Descricao], rotulo);
-        QSet<int> vistos;
+        const QString label = v == 1 ? u"1 - ANA"_s : v == 2 ? u"2 - BRUNO"_s : u"%1 - (Nenhum)"_s.arg(v);
+        for (int column = 0; column < grid->columns(); ++column)
+            look(row, column, {yellow, red, true});
+        QCOMPARE(produto(row++)[metasquadro::grid2::Descricao], label);
+        QSet<int> seen;
         DrawnTargets::Conta totais;
-        for (; !produto(linha)[metasquadro::grid2::Codigo].isEmpty(); ++linha) {
-            const int p = produto(linha)[metasquadro::grid2::Codigo].sliced(1).toInt();
-            vistos.insert(p);
-            const DrawnTargets::Conta conta = mundo.contas().at({v, p});
+        for (; !produto(row)[metasquadro::grid2::Codigo].isEmpty(); ++row) {
+            const int p = produto(row)[metasquadro::grid2::Codigo].sliced(1).toInt();
+            seen.insert(p);
+            const DrawnTargets::Conta conta = world.contas().at({v, p});
             totais += conta;
-            QCOMPARE(produto(linha),
+            QCOMPARE(produto(row),
                      DrawnTargets::celulas(DrawnTargets::codigo(p), DrawnTargets::descricao(p), conta));
-            const bool atingida = conta.vendido >= conta.meta;
-            for (int coluna = 0; coluna < grade->columns(); ++coluna)
-                aparencia(linha, coluna,
-                          atingida && coluna == metasquadro::grid2::PercMeta ? destaque : Aparencia{});
+            const bool reached = conta.vendido >= conta.meta;
+            for (int column = 0; column < grid->columns(); ++column)
+                look(row, column, reached && column == metasquadro::grid2::PercMeta ? emphasis : Look{});
         }
         const auto doVendedor = [v](const auto& conta) { return conta.first.first == v; };
-        QCOMPARE(vistos.size(), std::count_if(mundo.contas().begin(), mundo.contas().end(), doVendedor));
+        QCOMPARE(seen.size(), std::count_if(world.contas().begin(), world.contas().end(), doVendedor));
         QVERIFY(totais.vendido > 0);
-        for (int coluna = 0; coluna < grade->columns(); ++coluna) {
-            aparencia(linha, coluna, {});
-            aparencia(linha + 1, coluna, {vermelhoClaro, {}, true});
+        for (int column = 0; column < grid->columns(); ++column) {
+            look(row, column, {});
+            look(row + 1, column, {lightRed, {}, true});
         }
-        QCOMPARE(produto(linha++), QStringList(QList<QString>(8)));
-        QCOMPARE(produto(linha++),
-                 DrawnTargets::celulas({}, u"*** TOTAIS DE "_s + rotulo + u" ***"_s, totais));
+        QCOMPARE(produto(row++), QStringList(QList<QString>(8)));
+        QCOMPARE(produto(row++), DrawnTargets::celulas({}, u"*** TOTAIS DE "_s + label + u" ***"_s, totais));
     }
-    QCOMPARE(linha, grade->rows());
+    QCOMPARE(row, grid->rows());
 }
 
 void TstMetasProgresso::widthForTheScrollBar_data() {
@@ -656,22 +654,22 @@ void TstMetasProgresso::widthForTheScrollBar() {
         b->shop().produto(codigo, codigo);
         b->shop().meta(1, codigo, u"1"_s);
     }
-    gera();
-    const Grid* grade = b->grid(u"Grid2"_s);
-    QCOMPARE(grade->rows(), linhas);
-    QTEST(grade->columnTwips(metasquadro::grid2::Descricao), "largura");
+    run();
+    const Grid* grid = b->grid(u"Grid2"_s);
+    QCOMPARE(grid->rows(), linhas);
+    QTEST(grid->columnTwips(metasquadro::grid2::Descricao), "largura");
     b->screen()->resize(TargetsBench::largeScreen);
     b->settle();
-    QVERIFY(!grade->horizontalScrollBar()->isVisible());
+    QVERIFY(!grid->horizontalScrollBar()->isVisible());
     // A smaller result gets the full width back.
     b->server().execute(u"DELETE FROM metavendedoritem"_s);
-    gera();
-    QCOMPARE(grade->columnTwips(metasquadro::grid2::Descricao), 4000);
+    run();
+    QCOMPARE(grid->columnTwips(metasquadro::grid2::Descricao), 4000);
 }
 
 void TstMetasProgresso::tabChangeEmptiesTheBoard() {
     b->shop().meta(1, u"P1"_s, u"10"_s);
-    gera();
+    run();
     QVERIFY(b->control(u"Command2"_s)->isEnabled());
     b->goToTab(0);
     QCOMPARE(b->focus(), u"Vendedores"_s);
@@ -684,14 +682,14 @@ void TstMetasProgresso::tabChangeEmptiesTheBoard() {
 namespace {
 
 // Notes each painting of a widget.
-class Pintura : public QObject {
+class PaintCounter : public QObject {
   public:
-    explicit Pintura(QWidget* alvo) { alvo->installEventFilter(this); }
-    bool eventFilter(QObject*, QEvent* evento) override {
-        vezes += evento->type() == QEvent::Paint ? 1 : 0;
+    explicit PaintCounter(QWidget* target) { target->installEventFilter(this); }
+    bool eventFilter(QObject*, QEvent* event) override {
+        times += event->type() == QEvent::Paint ? 1 : 0;
         return false;
     }
-    int vezes = 0;
+    int times = 0;
 };
 
 } // namespace
@@ -700,26 +698,26 @@ void TstMetasProgresso::waitingLabel() {
     b->shop().meta(1, u"P1"_s, u"10"_s);
     b->open();
     b->goToTab(1);
-    Pintura pintura(b->control(u"Label7"_s));
-    gera();
-    QCOMPARE(pintura.vezes, 1);
+    PaintCounter painting(b->control(u"Label7"_s));
+    run();
+    QCOMPARE(painting.times, 1);
     QVERIFY(!b->control(u"Label7"_s)->isVisible());
 }
 
 // The computation is cut before each of its statements in turn: one report, and the screen goes on to close.
 void TstMetasProgresso::cutAtEveryStatement() {
-    constexpr int comandos = 9;
+    constexpr int commands = 9;
     b->shop().meta(1, u"P1"_s, u"10"_s);
     FaultProxy proxy(b->server().socket());
-    for (int k = 1; k <= comandos; ++k) {
+    for (int k = 1; k <= commands; ++k) {
         b->server().useSocket(proxy.socket());
         b->open();
         b->goToTab(1);
-        ModalHelper caixas;
-        caixas.expectContaining(u"a próxima operação tentará abri-la novamente"_s, QMessageBox::Ok);
+        ModalHelper boxes;
+        boxes.expectContaining(u"a próxima operação tentará abri-la novamente"_s, QMessageBox::Ok);
         proxy.cutBefore(k);
         b->press(u"Command4"_s);
-        QCOMPARE(caixas.problem(), QString());
+        QCOMPARE(boxes.problem(), QString());
         QVERIFY(!proxy.cutAt().isNull());
         QVERIFY(!b->control(u"Label7"_s)->isVisible());
         QVERIFY(!b->control(u"Command2"_s)->isEnabled());

@@ -80,10 +80,10 @@ void TstMetasTeclado::addEditAndDeleteATarget() {
     QCOMPARE(b->focus(), u"Grid1"_s);
 
     b->key(Qt::Key_Right);
-    ModalHelper caixas;
-    caixas.expect(u"Deseja realmente excluir o produto\nP3?"_s, QMessageBox::Yes);
+    ModalHelper boxes;
+    boxes.expect(u"Deseja realmente excluir o produto\nP3?"_s, QMessageBox::Yes);
     b->key(Qt::Key_Space);
-    QCOMPARE(caixas.problem(), QString());
+    QCOMPARE(boxes.problem(), QString());
     QVERIFY(b->shop().metas().isEmpty());
 }
 
@@ -109,22 +109,22 @@ void TstMetasTeclado::computeAndPrint() {
 
 void TstMetasTeclado::enterWalksThroughEveryControl() {
     b->open();
-    const auto percorre = [this](int passos) {
-        QStringList nomes;
-        for (int i = 0; i < passos; ++i) {
-            nomes.append(b->focus());
+    const auto walk = [this](int steps) {
+        QStringList order;
+        for (int i = 0; i < steps; ++i) {
+            order.append(b->focus());
             b->key(Qt::Key_Return);
         }
-        return nomes;
+        return order;
     };
-    QCOMPARE(percorre(5),
+    QCOMPARE(walk(5),
              QStringList({u"Vendedores"_s, u"Descricao"_s, u"Quantidade"_s, u"Command1"_s, u"Grid1"_s}));
     QVERIFY(qobject_cast<QTabBar*>(QApplication::focusWidget()));
     b->goToTab(1);
-    QCOMPARE(percorre(4), QStringList({u"DataIni"_s, u"DataFin"_s, u"Command4"_s, u"Grid2"_s}));
+    QCOMPARE(walk(4), QStringList({u"DataIni"_s, u"DataFin"_s, u"Command4"_s, u"Grid2"_s}));
     QVERIFY(qobject_cast<QTabBar*>(QApplication::focusWidget()));
     b->key(Qt::Key_Return);
-    QCOMPARE(percorre(3), QStringList({u"Vendedores2"_s, u"Descricao2"_s, u"DataIni"_s}));
+    QCOMPARE(walk(3), QStringList({u"Vendedores2"_s, u"Descricao2"_s, u"DataIni"_s}));
 }
 
 void TstMetasTeclado::changingTheTabByKey() {
@@ -148,11 +148,11 @@ void TstMetasTeclado::changingTheTabByKey() {
 
 void TstMetasTeclado::convention() {
     b->open();
-    for (const auto& nome : {u"Descricao"_s, u"Quantidade"_s}) {
-        b->box(nome)->setFocus();
+    for (const auto& name : {u"Descricao"_s, u"Quantidade"_s}) {
+        b->box(name)->setFocus();
         b->type(u"d'agua"_s);
-        QCOMPARE(b->box(nome)->text(), u"D´AGUA"_s);
-        b->box(nome)->clear();
+        QCOMPARE(b->box(name)->text(), u"D´AGUA"_s);
+        b->box(name)->clear();
     }
 }
 
@@ -177,7 +177,7 @@ void TstMetasTeclado::escapeInADropDownClosesTheDropDown() {
 
 void TstMetasTeclado::names() {
     b->open();
-    const QList<std::pair<QString, QString>> esperados{
+    const QList<std::pair<QString, QString>> expectedRows{
         {u"Vendedores"_s, u"VENDEDOR(A)"_s},   {u"Descricao"_s, u"DESCRIÇÃO"_s},
         {u"Quantidade"_s, u"QUANTIDADE"_s},    {u"TextGrid"_s, u"QUANTIDADE"_s},
         {u"Grid1"_s, u"Metas do vendedor"_s},  {u"Vendedores2"_s, u"VENDEDOR(A)"_s},
@@ -185,19 +185,19 @@ void TstMetasTeclado::names() {
         {u"DataFin"_s, u"PERÍODO DE (fim)"_s}, {u"Grid2"_s, u"Andamento das metas"_s},
         {u"Frame1"_s, u"CONFIGURA METAS"_s},   {u"Frame2"_s, u"CONSULTA METAS"_s},
         {u"SSTab1"_s, u"Metas de vendas"_s}};
-    for (const auto& [nome, acessivel] : esperados)
-        QCOMPARE(b->control(nome)->accessibleName(), acessivel);
+    for (const auto& [name, accessible] : expectedRows)
+        QCOMPARE(b->control(name)->accessibleName(), accessible);
     // Those without a name of their own are called by what they say.
-    const QList<std::pair<QString, QString>> pelaLegenda{
+    const QList<std::pair<QString, QString>> byCaption{
         {u"Command1"_s, u"Adicionar"_s},
         {u"Command2"_s, u"Imprimir"_s},
         {u"Command4"_s, u"Gerar Relatório"_s},
         {u"Label4"_s, u"CLIQUE NA COLUNA QUANTIDADE PARA ALTERAR O VALOR DESTE CAMPO."_s},
         {u"Label7"_s, u"AGUARDE..."_s}};
-    for (const auto& [nome, legenda] : pelaLegenda) {
-        const QAccessibleInterface* acesso = QAccessible::queryAccessibleInterface(b->control(nome));
-        QVERIFY2(acesso, qPrintable(nome));
-        QCOMPARE(acesso->text(QAccessible::Name), legenda);
+    for (const auto& [name, caption] : byCaption) {
+        const QAccessibleInterface* access = QAccessible::queryAccessibleInterface(b->control(name));
+        QVERIFY2(access, qPrintable(name));
+        QCOMPARE(access->text(QAccessible::Name), caption);
     }
     // Each tab has a Label1 of its own.
     QCOMPARE(b->control(u"Frame1"_s)->findChildren<QWidget*>(u"Label1"_s).size(), 1);
@@ -209,18 +209,18 @@ void TstMetasTeclado::openedFromThePanel() {
     QVERIFY(painel.Form_Load());
     painel.show();
     QVERIFY(QTest::qWaitForWindowActive(&painel));
-    ModalHelper janelas;
+    ModalHelper windows;
     bool modal = false;
-    QString titulo;
-    janelas.onOpen([&](QWidget* tela) {
-        modal = tela->isModal();
-        titulo = tela->windowTitle();
-        QTest::keyClick(tela->focusWidget(), Qt::Key_Escape);
+    QString title;
+    windows.onOpen([&](QWidget* screen) {
+        modal = screen->isModal();
+        title = screen->windowTitle();
+        QTest::keyClick(screen->focusWidget(), Qt::Key_Escape);
     });
     QTest::keyClick(&painel, Qt::Key_M, Qt::AltModifier);
-    QCOMPARE(janelas.problem(), QString());
+    QCOMPARE(windows.problem(), QString());
     QVERIFY(modal);
-    QCOMPARE(titulo, u" Metas de vendas"_s);
+    QCOMPARE(title, u" Metas de vendas"_s);
     QVERIFY(painel.isVisible());
 }
 
@@ -230,10 +230,10 @@ void TstMetasTeclado::panelStaysWhenTheScreenCannotLoad() {
     painel.show();
     QVERIFY(QTest::qWaitForWindowActive(&painel));
     b->server().execute(u"RENAME TABLE vendedores TO guardada"_s);
-    ModalHelper janelas;
-    janelas.expectContaining(u"Erro em tempo de execução"_s, QMessageBox::Ok);
+    ModalHelper windows;
+    windows.expectContaining(u"Erro em tempo de execução"_s, QMessageBox::Ok);
     painel.findChild<QAction*>(u"Metas"_s)->trigger();
-    QCOMPARE(janelas.problem(), QString());
+    QCOMPARE(windows.problem(), QString());
     QVERIFY(painel.isVisible());
 }
 

@@ -17,17 +17,17 @@ using namespace tarvessa::test;
 namespace {
 
 /// Does `acao` with the message box that comes up next.
-template <typename Acao>
-void comACaixa(QObject* dono, Acao acao) {
-    auto* relogio = new QTimer(dono);
-    QObject::connect(relogio, &QTimer::timeout, dono, [relogio, acao] {
-        if (auto* caixa = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
-            relogio->stop();
-            relogio->deleteLater();
-            acao(caixa);
+template <typename Action>
+void withTheBox(QObject* owner, Action action) {
+    auto* timer = new QTimer(owner);
+    QObject::connect(timer, &QTimer::timeout, owner, [timer, action] {
+        if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
+            timer->stop();
+            timer->deleteLater();
+            action(box);
         }
     });
-    relogio->start(2);
+    timer->start(2);
 }
 
 } // namespace
@@ -49,83 +49,83 @@ class TstBoxes : public QObject {
 };
 
 void TstBoxes::titleIconAndButtons() {
-    ModalHelper caixas;
-    caixas.expect(u"Informação. Verifique!!!"_s, QMessageBox::Ok);
+    ModalHelper modals;
+    modals.expect(u"Informação. Verifique!!!"_s, QMessageBox::Ok);
     boxes::inform(nullptr, u"Informação. Verifique!!!"_s);
-    caixas.expect(u"Cuidado."_s, QMessageBox::Ok);
+    modals.expect(u"Cuidado."_s, QMessageBox::Ok);
     boxes::exclaim(nullptr, u"Cuidado."_s);
-    caixas.expect(u"Confirma?"_s, QMessageBox::Yes);
+    modals.expect(u"Confirma?"_s, QMessageBox::Yes);
     boxes::ask(nullptr, u"Confirma?"_s, QMessageBox::Question);
-    caixas.expect(u"Confirma mesmo?"_s, QMessageBox::No);
+    modals.expect(u"Confirma mesmo?"_s, QMessageBox::No);
     boxes::ask(nullptr, u"Confirma mesmo?"_s, QMessageBox::Information);
-    QCOMPARE(caixas.problem(), QString());
+    QCOMPARE(modals.problem(), QString());
 
-    const QMessageBox::StandardButtons simENao = QMessageBox::Yes | QMessageBox::No;
-    const QList<QPair<QMessageBox::Icon, QMessageBox::StandardButtons>> esperadas{
+    const QMessageBox::StandardButtons yesAndNo = QMessageBox::Yes | QMessageBox::No;
+    const QList<QPair<QMessageBox::Icon, QMessageBox::StandardButtons>> expectedRows{
         {QMessageBox::Information, QMessageBox::Ok},
         {QMessageBox::Warning, QMessageBox::Ok},
-        {QMessageBox::Question, simENao},
-        {QMessageBox::Information, simENao}};
-    QCOMPARE(caixas.boxes().size(), esperadas.size());
-    for (qsizetype i = 0; i < esperadas.size(); ++i) {
-        QCOMPARE(caixas.boxes()[i].title, u"Atenção!!!"_s);
-        QCOMPARE(caixas.boxes()[i].icon, esperadas[i].first);
-        QCOMPARE(caixas.boxes()[i].buttons, esperadas[i].second);
+        {QMessageBox::Question, yesAndNo},
+        {QMessageBox::Information, yesAndNo}};
+    QCOMPARE(modals.boxes().size(), expectedRows.size());
+    for (qsizetype i = 0; i < expectedRows.size(); ++i) {
+        QCOMPARE(modals.boxes()[i].title, u"Atenção!!!"_s);
+        QCOMPARE(modals.boxes()[i].icon, expectedRows[i].first);
+        QCOMPARE(modals.boxes()[i].buttons, expectedRows[i].second);
     }
 }
 
 void TstBoxes::yesIsTrueAndNoIsFalse() {
-    ModalHelper caixas;
-    caixas.expect(u"?"_s, QMessageBox::Yes);
+    ModalHelper modals;
+    modals.expect(u"?"_s, QMessageBox::Yes);
     QVERIFY(boxes::ask(nullptr, u"?"_s, QMessageBox::Question));
-    caixas.expect(u"?"_s, QMessageBox::No);
+    modals.expect(u"?"_s, QMessageBox::No);
     QVERIFY(!boxes::ask(nullptr, u"?"_s, QMessageBox::Question));
-    QCOMPARE(caixas.problem(), QString());
+    QCOMPARE(modals.problem(), QString());
 }
 
 void TstBoxes::escapeMeansNo() {
-    ModalHelper caixas;
-    caixas.expect(u"?"_s, QMessageBox::NoButton);
+    ModalHelper modals;
+    modals.expect(u"?"_s, QMessageBox::NoButton);
     QVERIFY(!boxes::ask(nullptr, u"?"_s, QMessageBox::Question));
-    caixas.expect(u"!"_s, QMessageBox::NoButton);
+    modals.expect(u"!"_s, QMessageBox::NoButton);
     boxes::inform(nullptr, u"!"_s);
-    QCOMPARE(caixas.problem(), QString());
+    QCOMPARE(modals.problem(), QString());
 }
 
 void TstBoxes::closingTheBoxMeansNo() {
-    comACaixa(this, [](QMessageBox* caixa) { caixa->close(); });
+    withTheBox(this, [](QMessageBox* box) { box->close(); });
     QVERIFY(!boxes::ask(nullptr, u"?"_s, QMessageBox::Question));
-    comACaixa(this, [](QMessageBox* caixa) { caixa->close(); });
+    withTheBox(this, [](QMessageBox* box) { box->close(); });
     boxes::inform(nullptr, u"!"_s);
 }
 
 void TstBoxes::enterPressesTheFirstButton() {
-    comACaixa(this, [](QMessageBox* caixa) { QTest::keyClick(caixa, Qt::Key_Return); });
+    withTheBox(this, [](QMessageBox* box) { QTest::keyClick(box, Qt::Key_Return); });
     QVERIFY(boxes::ask(nullptr, u"?"_s, QMessageBox::Question));
-    comACaixa(this, [](QMessageBox* caixa) { QTest::keyClick(caixa, Qt::Key_Return); });
+    withTheBox(this, [](QMessageBox* box) { QTest::keyClick(box, Qt::Key_Return); });
     boxes::inform(nullptr, u"!"_s);
 }
 
 void TstBoxes::textIsNeverRichText_data() {
-    QTest::addColumn<QString>("texto");
+    QTest::addColumn<QString>("text");
     QTest::newRow("tags") << u"<b>CLIENTE</b> & FILHOS <br> <img src='x'>"_s;
     QTest::newRow("entities") << u"A &amp; B &lt;"_s;
     QTest::newRow("line breaks") << u"um\ndois"_s;
 }
 
 void TstBoxes::textIsNeverRichText() {
-    QFETCH(QString, texto);
-    QString mostrado;
-    Qt::TextFormat formato = Qt::RichText;
-    comACaixa(this, [&](QMessageBox* caixa) {
-        const auto* rotulo = caixa->findChild<QLabel*>(u"qt_msgbox_label"_s);
-        mostrado = rotulo->text();
-        formato = rotulo->textFormat();
-        caixa->close();
+    QFETCH(QString, text);
+    QString shown;
+    Qt::TextFormat format = Qt::RichText;
+    withTheBox(this, [&](QMessageBox* box) {
+        const auto* label = box->findChild<QLabel*>(u"qt_msgbox_label"_s);
+        shown = label->text();
+        format = label->textFormat();
+        box->close();
     });
-    boxes::inform(nullptr, texto);
-    QCOMPARE(mostrado, texto);
-    QCOMPARE(formato, Qt::PlainText);
+    boxes::inform(nullptr, text);
+    QCOMPARE(shown, text);
+    QCOMPARE(format, Qt::PlainText);
 }
 
 void TstBoxes::boxIsModalToItsForm() {
@@ -133,30 +133,30 @@ void TstBoxes::boxIsModalToItsForm() {
     form.show();
     QVERIFY(QTest::qWaitForWindowActive(&form));
     bool modal = false;
-    QPointer<QWidget> dona;
-    comACaixa(this, [&](QMessageBox* caixa) {
-        modal = caixa->isModal();
-        dona = caixa->parentWidget();
-        caixa->close();
+    QPointer<QWidget> shownOwner;
+    withTheBox(this, [&](QMessageBox* box) {
+        modal = box->isModal();
+        shownOwner = box->parentWidget();
+        box->close();
     });
     boxes::inform(&form, u"!"_s);
     QVERIFY(modal);
-    QCOMPARE(dona.data(), &form);
+    QCOMPARE(shownOwner.data(), &form);
 }
 
 void TstBoxes::buttonsAreInPortuguese() {
-    QTranslator textos;
-    QVERIFY(textos.load(u"qtbase_pt_BR"_s, QLibraryInfo::path(QLibraryInfo::TranslationsPath)));
-    QVERIFY(QApplication::installTranslator(&textos));
-    QStringList botoes;
-    comACaixa(this, [&](QMessageBox* caixa) {
-        for (const auto qual : {QMessageBox::Yes, QMessageBox::No})
-            botoes += caixa->button(qual)->text().remove(u'&');
-        caixa->close();
+    QTranslator texts;
+    QVERIFY(texts.load(u"qtbase_pt_BR"_s, QLibraryInfo::path(QLibraryInfo::TranslationsPath)));
+    QVERIFY(QApplication::installTranslator(&texts));
+    QStringList buttons;
+    withTheBox(this, [&](QMessageBox* box) {
+        for (const auto which : {QMessageBox::Yes, QMessageBox::No})
+            buttons += box->button(which)->text().remove(u'&');
+        box->close();
     });
     boxes::ask(nullptr, u"?"_s, QMessageBox::Question);
-    QApplication::removeTranslator(&textos);
-    QCOMPARE(botoes, (QStringList{u"Sim"_s, u"Não"_s}));
+    QApplication::removeTranslator(&texts);
+    QCOMPARE(buttons, (QStringList{u"Sim"_s, u"Não"_s}));
 }
 
 QTEST_MAIN(TstBoxes)

@@ -68,52 +68,53 @@ class TstErrorReport : public QObject {
     void errorIsAnException();
 
   private:
-    static ModalHelper::Box mostrado(const RuntimeError& erro) {
-        ModalHelper caixas;
-        caixas.expectContaining(erro.text(), QMessageBox::Ok);
+    static ModalHelper::Box shown(const RuntimeError& runTimeError) {
+        ModalHelper boxes;
+        boxes.expectContaining(runTimeError.text(), QMessageBox::Ok);
         QWidget form;
         form.show();
-        showErrorReport(&form, erro);
-        return caixas.problem().isEmpty() && caixas.boxes().size() == 1
-                   ? caixas.boxes()[0]
-                   : ModalHelper::Box{caixas.problem(), QMessageBox::NoIcon, {}, {}, {}, {}};
+        showErrorReport(&form, runTimeError);
+        return boxes.problem().isEmpty() && boxes.boxes().size() == 1
+                   ? boxes.boxes()[0]
+                   : ModalHelper::Box{boxes.problem(), QMessageBox::NoIcon, {}, {}, {}, {}};
     }
 };
 
 void TstErrorReport::numberAndTextAreShown() {
-    const auto caixa = mostrado(RuntimeError(1146, u"Table 'x.<b>nenhuma</b>' doesn't exist"_s, u"42S02"_s,
+    const auto shownBox = shown(RuntimeError(1146, u"Table 'x.<b>nenhuma</b>' doesn't exist"_s, u"42S02"_s,
                                              u"SELECT * FROM nenhuma"_s));
-    QCOMPARE(caixa.title, u"Erro de execução"_s);
-    QCOMPARE(caixa.icon, QMessageBox::Critical);
-    QCOMPARE(caixa.text,
+    QCOMPARE(shownBox.title, u"Erro de execução"_s);
+    QCOMPARE(shownBox.icon, QMessageBox::Critical);
+    QCOMPARE(shownBox.text,
              u"Erro em tempo de execução 1146:\n\nFalta uma tabela no banco de dados. Confira "
              "DATABASE na fonte de dados QDX e lower_case_table_names no servidor; verifica.sql diz "
              "quais tabelas faltam.\n\nTable 'x.<b>nenhuma</b>' doesn't exist"_s);
-    QCOMPARE(caixa.informative, u"A operação foi interrompida; o que já foi executado permanece gravado."_s);
-    QCOMPARE(caixa.buttons, QMessageBox::StandardButtons(QMessageBox::Ok));
+    QCOMPARE(shownBox.informative,
+             u"A operação foi interrompida; o que já foi executado permanece gravado."_s);
+    QCOMPARE(shownBox.buttons, QMessageBox::StandardButtons(QMessageBox::Ok));
 }
 
 void TstErrorReport::stateAndStatementAreUnderDetails_data() {
-    QTest::addColumn<QString>("estado");
-    QTest::addColumn<QString>("comando");
+    QTest::addColumn<QString>("sqlState");
+    QTest::addColumn<QString>("command");
     QTest::addColumn<QString>("detalhes");
-    const QString comando = u"UPDATE  produtos Set v=' {PÃO} 100% \U0001F950'"_s;
-    QTest::newRow("both") << u"42S02"_s << comando << u"SQLSTATE: 42S02\nComando SQL:\n"_s + comando;
+    const QString command = u"UPDATE  produtos Set v=' {PÃO} 100% \U0001F950'"_s;
+    QTest::newRow("both") << u"42S02"_s << command << u"SQLSTATE: 42S02\nComando SQL:\n"_s + command;
     QTest::newRow("state only") << u"08001"_s << QString() << u"SQLSTATE: 08001"_s;
-    QTest::newRow("statement only") << QString() << comando << u"Comando SQL:\n"_s + comando;
+    QTest::newRow("statement only") << QString() << command << u"Comando SQL:\n"_s + command;
 }
 
 void TstErrorReport::stateAndStatementAreUnderDetails() {
-    QFETCH(QString, estado);
-    QFETCH(QString, comando);
+    QFETCH(QString, sqlState);
+    QFETCH(QString, command);
     QFETCH(QString, detalhes);
-    QCOMPARE(mostrado(RuntimeError(1, u"erro"_s, estado, comando)).details, detalhes);
+    QCOMPARE(shown(RuntimeError(1, u"erro"_s, sqlState, command)).details, detalhes);
 }
 
 void TstErrorReport::ownErrorHasNoDetails() {
-    const auto caixa = mostrado(RuntimeError(ErrorNumber::DivisionByZero, u"Divisão por zero."_s));
-    QCOMPARE(caixa.text, u"Erro em tempo de execução 11:\n\nDivisão por zero."_s);
-    QCOMPARE(caixa.details, QString());
+    const auto shownBox = shown(RuntimeError(ErrorNumber::DivisionByZero, u"Divisão por zero."_s));
+    QCOMPARE(shownBox.text, u"Erro em tempo de execução 11:\n\nDivisão por zero."_s);
+    QCOMPARE(shownBox.details, QString());
 }
 
 void TstErrorReport::adviceByNumberOrState_data() {
@@ -142,9 +143,9 @@ void TstErrorReport::adviceByNumberOrState() {
     const QString advice = errorAdvice(error);
     QCOMPARE(advice.isEmpty(), begin.isEmpty());
     QVERIFY2(advice.startsWith(begin), qPrintable(advice));
-    QCOMPARE(mostrado(error).text, u"Erro em tempo de execução %1:\n\n"_s.arg(number) +
-                                       (advice.isEmpty() ? QString() : advice + u"\n\n"_s) +
-                                       u"the driver's own"_s);
+    QCOMPARE(shown(error).text, u"Erro em tempo de execução %1:\n\n"_s.arg(number) +
+                                    (advice.isEmpty() ? QString() : advice + u"\n\n"_s) +
+                                    u"the driver's own"_s);
 }
 
 void TstErrorReport::guideHasTheSameTable() {
@@ -200,8 +201,8 @@ void TstErrorReport::copyByKeyLeavesTheReportOpen() {
 }
 
 void TstErrorReport::lostConnectionAsksForANewStart_data() {
-    QTest::addColumn<int>("numeroDoErro");
-    QTest::addColumn<QString>("estado");
+    QTest::addColumn<int>("errorNumber");
+    QTest::addColumn<QString>("sqlState");
     QTest::newRow("link failure") << 2013 << u"08S01"_s;
     QTest::newRow("already known to be lost") << 0 << u"08003"_s;
     QTest::newRow("write error") << 5014 << u"HY000"_s;
@@ -209,30 +210,30 @@ void TstErrorReport::lostConnectionAsksForANewStart_data() {
 }
 
 void TstErrorReport::lostConnectionAsksForANewStart() {
-    QFETCH(int, numeroDoErro);
-    QFETCH(QString, estado);
+    QFETCH(int, errorNumber);
+    QFETCH(QString, sqlState);
     QCOMPARE(
-        mostrado(RuntimeError(numeroDoErro, u"perdida"_s, estado, u"SELECT 1"_s)).informative,
+        shown(RuntimeError(errorNumber, u"perdida"_s, sqlState, u"SELECT 1"_s)).informative,
         u"A operação foi interrompida; o que já foi executado permanece gravado. A conexão com o banco de "
         "dados foi perdida; a próxima operação tentará abri-la novamente."_s);
 }
 
 void TstErrorReport::escapeClosesIt() {
-    ModalHelper caixas;
-    caixas.expectContaining(u"erro"_s, QMessageBox::NoButton);
+    ModalHelper boxes;
+    boxes.expectContaining(u"erro"_s, QMessageBox::NoButton);
     showErrorReport(nullptr, RuntimeError(1, u"erro"_s, u"HY000"_s, u"SELECT 1"_s));
-    QCOMPARE(caixas.problem(), QString());
+    QCOMPARE(boxes.problem(), QString());
 }
 
 void TstErrorReport::errorIsAnException() {
-    const RuntimeError erro(7, u"Não há memória"_s, u"HY001"_s, u"SELECT 1"_s);
-    const std::exception& base = erro;
+    const RuntimeError runTimeError(7, u"Não há memória"_s, u"HY001"_s, u"SELECT 1"_s);
+    const std::exception& base = runTimeError;
     QCOMPARE(QString::fromUtf8(base.what()), u"Não há memória"_s);
     // NOLINTNEXTLINE(performance-unnecessary-copy-initialization): the copy is what is tested
-    const RuntimeError copia = erro;
-    QCOMPARE(copia.number(), 7);
-    QCOMPARE(copia.sqlState(), u"HY001"_s);
-    QCOMPARE(copia.statement(), u"SELECT 1"_s);
+    const RuntimeError copy = runTimeError;
+    QCOMPARE(copy.number(), 7);
+    QCOMPARE(copy.sqlState(), u"HY001"_s);
+    QCOMPARE(copy.statement(), u"SELECT 1"_s);
 }
 
 QTEST_MAIN(TstErrorReport)

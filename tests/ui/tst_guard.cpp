@@ -30,18 +30,18 @@ class TstGuard : public QObject {
     void whatTheHandlerHeldIsReleased();
 
   private:
-    struct Form : QWidget {
-        QPushButton* botao = new QPushButton(this);
-        QLineEdit* campo = new QLineEdit(this);
+    struct GuardedForm : QWidget {
+        QPushButton* button = new QPushButton(this);
+        QLineEdit* field = new QLineEdit(this);
     };
 
-    static void falha() { throw RuntimeError(ErrorNumber::DivisionByZero, u"Divisão por zero."_s); }
+    static void failure() { throw RuntimeError(ErrorNumber::DivisionByZero, u"Divisão por zero."_s); }
 
-    std::unique_ptr<Form> m_form;
+    std::unique_ptr<GuardedForm> m_form;
 };
 
 void TstGuard::init() {
-    m_form = std::make_unique<Form>();
+    m_form = std::make_unique<GuardedForm>();
     m_form->show();
     QVERIFY(QTest::qWaitForWindowActive(m_form.get()));
 }
@@ -51,96 +51,96 @@ void TstGuard::cleanup() {
 }
 
 void TstGuard::handlerThatEndsWellShowsNothing() {
-    ModalHelper caixas;
-    int vezes = 0;
-    onSignal(m_form->botao, &QPushButton::clicked, m_form.get(), [&](bool) { ++vezes; });
-    m_form->botao->click();
-    m_form->botao->click();
-    QCOMPARE(vezes, 2);
-    QVERIFY(caixas.boxes().isEmpty());
+    ModalHelper boxes;
+    int times = 0;
+    onSignal(m_form->button, &QPushButton::clicked, m_form.get(), [&](bool) { ++times; });
+    m_form->button->click();
+    m_form->button->click();
+    QCOMPARE(times, 2);
+    QVERIFY(boxes.boxes().isEmpty());
 }
 
 void TstGuard::errorEndsTheHandlerAndIsReportedOnce() {
-    ModalHelper caixas;
-    caixas.expect(u"Erro em tempo de execução 11:\n\nDivisão por zero."_s, QMessageBox::Ok);
-    QStringList passos;
-    onSignal(m_form->botao, &QPushButton::clicked, m_form.get(), [&](bool) {
-        passos += u"antes"_s;
-        falha();
-        passos += u"depois"_s;
+    ModalHelper boxes;
+    boxes.expect(u"Erro em tempo de execução 11:\n\nDivisão por zero."_s, QMessageBox::Ok);
+    QStringList steps;
+    onSignal(m_form->button, &QPushButton::clicked, m_form.get(), [&](bool) {
+        steps += u"antes"_s;
+        failure();
+        steps += u"depois"_s;
     });
-    m_form->botao->click();
-    QCOMPARE(passos, QStringList{u"antes"_s});
-    QCOMPARE(caixas.problem(), QString());
-    QCOMPARE(caixas.boxes().size(), 1);
+    m_form->button->click();
+    QCOMPARE(steps, QStringList{u"antes"_s});
+    QCOMPARE(boxes.problem(), QString());
+    QCOMPARE(boxes.boxes().size(), 1);
 }
 
 void TstGuard::formStaysUsableAfterAnError() {
-    ModalHelper caixas;
-    caixas.expectContaining(u"Divisão por zero."_s, QMessageBox::Ok);
-    int vezes = 0;
-    onSignal(m_form->botao, &QPushButton::clicked, m_form.get(), [&](bool) {
-        if (++vezes == 1)
-            falha();
+    ModalHelper boxes;
+    boxes.expectContaining(u"Divisão por zero."_s, QMessageBox::Ok);
+    int times = 0;
+    onSignal(m_form->button, &QPushButton::clicked, m_form.get(), [&](bool) {
+        if (++times == 1)
+            failure();
     });
-    QTest::mouseClick(m_form->botao, Qt::LeftButton);
-    QTest::mouseClick(m_form->botao, Qt::LeftButton);
-    QCOMPARE(vezes, 2);
-    QCOMPARE(caixas.problem(), QString());
+    QTest::mouseClick(m_form->button, Qt::LeftButton);
+    QTest::mouseClick(m_form->button, Qt::LeftButton);
+    QCOMPARE(times, 2);
+    QCOMPARE(boxes.problem(), QString());
     QVERIFY(m_form->isVisible());
     QVERIFY(m_form->isEnabled());
 }
 
 void TstGuard::signalArgumentsReachTheHandler() {
-    QStringList textos;
-    onSignal(m_form->campo, &QLineEdit::textChanged, m_form.get(),
-             [&](const QString& texto) { textos += texto; });
-    m_form->campo->setText(u"PÃO"_s);
-    QCOMPARE(textos, QStringList{u"PÃO"_s});
+    QStringList texts;
+    onSignal(m_form->field, &QLineEdit::textChanged, m_form.get(),
+             [&](const QString& text) { texts += text; });
+    m_form->field->setText(u"PÃO"_s);
+    QCOMPARE(texts, QStringList{u"PÃO"_s});
 }
 
 void TstGuard::handlerGoesWithItsForm() {
-    QPushButton outro;
-    int vezes = 0;
-    onSignal(&outro, &QPushButton::clicked, m_form.get(), [&](bool) { ++vezes; });
-    outro.click();
+    QPushButton other;
+    int times = 0;
+    onSignal(&other, &QPushButton::clicked, m_form.get(), [&](bool) { ++times; });
+    other.click();
     m_form.reset();
-    outro.click();
-    QCOMPARE(vezes, 1);
+    other.click();
+    QCOMPARE(times, 1);
 }
 
 void TstGuard::errorInsideANestedHandlerIsReportedThere() {
-    ModalHelper caixas;
-    caixas.expectContaining(u"Divisão por zero."_s, QMessageBox::Ok);
-    QStringList passos;
-    onSignal(m_form->campo, &QLineEdit::textChanged, m_form.get(), [](const QString&) { falha(); });
-    onSignal(m_form->botao, &QPushButton::clicked, m_form.get(), [&](bool) {
-        m_form->campo->setText(u"x"_s);
-        passos += u"depois"_s;
+    ModalHelper boxes;
+    boxes.expectContaining(u"Divisão por zero."_s, QMessageBox::Ok);
+    QStringList steps;
+    onSignal(m_form->field, &QLineEdit::textChanged, m_form.get(), [](const QString&) { failure(); });
+    onSignal(m_form->button, &QPushButton::clicked, m_form.get(), [&](bool) {
+        m_form->field->setText(u"x"_s);
+        steps += u"depois"_s;
     });
-    m_form->botao->click();
-    QCOMPARE(passos, QStringList{u"depois"_s});
-    QCOMPARE(caixas.problem(), QString());
+    m_form->button->click();
+    QCOMPARE(steps, QStringList{u"depois"_s});
+    QCOMPARE(boxes.problem(), QString());
 }
 
 void TstGuard::otherExceptionsPass() {
-    ModalHelper caixas;
+    ModalHelper boxes;
     QVERIFY_THROWS_EXCEPTION(std::logic_error, guarded(m_form.get(), [] { throw std::logic_error("x"); }));
-    QCOMPARE(caixas.problem(), QString());
+    QCOMPARE(boxes.problem(), QString());
 }
 
 void TstGuard::whatTheHandlerHeldIsReleased() {
-    ModalHelper caixas;
-    caixas.expectContaining(u"Divisão por zero."_s, QMessageBox::Ok);
-    bool ocupado = false;
+    ModalHelper boxes;
+    boxes.expectContaining(u"Divisão por zero."_s, QMessageBox::Ok);
+    bool busy = false;
     guarded(m_form.get(), [&] {
-        const BusyPointer espera;
-        ocupado = QApplication::overrideCursor() && QApplication::overrideCursor()->shape() == Qt::WaitCursor;
-        falha();
+        const BusyPointer waiting;
+        busy = QApplication::overrideCursor() && QApplication::overrideCursor()->shape() == Qt::WaitCursor;
+        failure();
     });
-    QVERIFY(ocupado);
+    QVERIFY(busy);
     QVERIFY(!QApplication::overrideCursor());
-    QCOMPARE(caixas.problem(), QString());
+    QCOMPARE(boxes.problem(), QString());
 }
 
 QTEST_MAIN(TstGuard)

@@ -45,23 +45,23 @@ class TstTextBox : public QObject {
     void changeIsToldOncePerEdit();
 
   private:
-    std::unique_ptr<TextBox> m_caixa;
+    std::unique_ptr<TextBox> m_box;
 };
 
 void TstTextBox::init() {
-    m_caixa = std::make_unique<TextBox>();
-    m_caixa->show();
-    QVERIFY(QTest::qWaitForWindowActive(m_caixa.get()));
-    m_caixa->setFocus();
+    m_box = std::make_unique<TextBox>();
+    m_box->show();
+    QVERIFY(QTest::qWaitForWindowActive(m_box.get()));
+    m_box->setFocus();
 }
 
 void TstTextBox::cleanup() {
-    m_caixa.reset();
+    m_box.reset();
 }
 
 void TstTextBox::texts_data() {
     QTest::addColumn<QString>("entrada");
-    QTest::addColumn<QString>("texto");
+    QTest::addColumn<QString>("text");
     QTest::newRow("lower case") << u"pão de açúcar"_s << u"PÃO DE AÇÚCAR"_s;
     QTest::newRow("upper case") << u"PÃO"_s << u"PÃO"_s;
     QTest::newRow("apostrophes") << u"d'ávila's"_s << u"D´ÁVILA´S"_s;
@@ -79,156 +79,156 @@ void TstTextBox::texts_data() {
 
 void TstTextBox::typed() {
     QFETCH(QString, entrada);
-    QFETCH(QString, texto);
+    QFETCH(QString, text);
     for (const char32_t c : entrada.toUcs4())
-        QTest::sendKeyEvent(QTest::Click, m_caixa.get(), Qt::Key_unknown, QString::fromUcs4(&c, 1),
+        QTest::sendKeyEvent(QTest::Click, m_box.get(), Qt::Key_unknown, QString::fromUcs4(&c, 1),
                             Qt::NoModifier);
-    QCOMPARE(m_caixa->text(), texto);
+    QCOMPARE(m_box->text(), text);
 }
 
 void TstTextBox::pasted() {
     QFETCH(QString, entrada);
-    QFETCH(QString, texto);
+    QFETCH(QString, text);
     QGuiApplication::clipboard()->setText(entrada);
-    QTest::keyClick(m_caixa.get(), Qt::Key_V, Qt::ControlModifier);
-    QCOMPARE(m_caixa->text(), texto);
+    QTest::keyClick(m_box.get(), Qt::Key_V, Qt::ControlModifier);
+    QCOMPARE(m_box->text(), text);
 }
 
 void TstTextBox::dropped() {
     QFETCH(QString, entrada);
-    QFETCH(QString, texto);
-    QMimeData dados;
-    dados.setText(entrada);
-    const QPointF ponto = m_caixa->rect().center();
-    QDragEnterEvent chegada(ponto.toPoint(), Qt::CopyAction, &dados, Qt::LeftButton, Qt::NoModifier);
-    QApplication::sendEvent(m_caixa.get(), &chegada);
-    QVERIFY(chegada.isAccepted());
-    QDropEvent solta(ponto, Qt::CopyAction, &dados, Qt::LeftButton, Qt::NoModifier);
-    QApplication::sendEvent(m_caixa.get(), &solta);
-    QCOMPARE(m_caixa->text(), texto);
+    QFETCH(QString, text);
+    QMimeData data;
+    data.setText(entrada);
+    const QPointF ponto = m_box->rect().center();
+    QDragEnterEvent arrival(ponto.toPoint(), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(m_box.get(), &arrival);
+    QVERIFY(arrival.isAccepted());
+    QDropEvent release(ponto, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(m_box.get(), &release);
+    QCOMPARE(m_box->text(), text);
 }
 
 void TstTextBox::composed() {
     QFETCH(QString, entrada);
-    QFETCH(QString, texto);
-    QInputMethodEvent evento;
-    evento.setCommitString(entrada);
-    QApplication::sendEvent(m_caixa.get(), &evento);
-    QCOMPARE(m_caixa->text(), texto);
+    QFETCH(QString, text);
+    QInputMethodEvent event;
+    event.setCommitString(entrada);
+    QApplication::sendEvent(m_box.get(), &event);
+    QCOMPARE(m_box->text(), text);
 }
 
 void TstTextBox::setByAnotherProgram() {
     QFETCH(QString, entrada);
-    QFETCH(QString, texto);
-    m_caixa->setText(entrada);
-    QCOMPARE(m_caixa->text(), texto);
-    m_caixa->clear();
-    m_caixa->insert(entrada);
-    QCOMPARE(m_caixa->text(), texto);
+    QFETCH(QString, text);
+    m_box->setText(entrada);
+    QCOMPARE(m_box->text(), text);
+    m_box->clear();
+    m_box->insert(entrada);
+    QCOMPARE(m_box->text(), text);
 }
 
 void TstTextBox::conventionalForm() {
     QFETCH(QString, entrada);
-    QFETCH(QString, texto);
-    QCOMPARE(TextBox::conventional(entrada), texto);
-    QCOMPARE(TextBox::conventional(texto), texto);
+    QFETCH(QString, text);
+    QCOMPARE(TextBox::conventional(entrada), text);
+    QCOMPARE(TextBox::conventional(text), text);
 }
 
 void TstTextBox::compositionInProgressIsShownAsItIs() {
-    QInputMethodEvent emCurso(u"~"_s, {});
-    QApplication::sendEvent(m_caixa.get(), &emCurso);
-    QCOMPARE(m_caixa->text(), QString());
-    QInputMethodEvent fim;
-    fim.setCommitString(u"ã"_s);
-    QApplication::sendEvent(m_caixa.get(), &fim);
-    QCOMPARE(m_caixa->text(), u"Ã"_s);
-    QCOMPARE(m_caixa->cursorPosition(), 1);
+    QInputMethodEvent inProgress(u"~"_s, {});
+    QApplication::sendEvent(m_box.get(), &inProgress);
+    QCOMPARE(m_box->text(), QString());
+    QInputMethodEvent end;
+    end.setCommitString(u"ã"_s);
+    QApplication::sendEvent(m_box.get(), &end);
+    QCOMPARE(m_box->text(), u"Ã"_s);
+    QCOMPARE(m_box->cursorPosition(), 1);
 }
 
 void TstTextBox::cursorStaysBehindWhatWasTyped() {
-    m_caixa->setText(u"PÃO"_s);
-    m_caixa->setCursorPosition(1);
-    QTest::keyClicks(m_caixa.get(), u"ab"_s);
-    QCOMPARE(m_caixa->text(), u"PABÃO"_s);
-    QCOMPARE(m_caixa->cursorPosition(), 3);
-    QTest::keyClick(m_caixa.get(), Qt::Key_Backspace);
-    QCOMPARE(m_caixa->text(), u"PAÃO"_s);
-    QCOMPARE(m_caixa->cursorPosition(), 2);
+    m_box->setText(u"PÃO"_s);
+    m_box->setCursorPosition(1);
+    QTest::keyClicks(m_box.get(), u"ab"_s);
+    QCOMPARE(m_box->text(), u"PABÃO"_s);
+    QCOMPARE(m_box->cursorPosition(), 3);
+    QTest::keyClick(m_box.get(), Qt::Key_Backspace);
+    QCOMPARE(m_box->text(), u"PAÃO"_s);
+    QCOMPARE(m_box->cursorPosition(), 2);
 }
 
 void TstTextBox::cursorStaysBehindWhatWasPasted() {
-    m_caixa->setText(u"XY"_s);
-    m_caixa->setCursorPosition(1);
+    m_box->setText(u"XY"_s);
+    m_box->setCursorPosition(1);
     QGuiApplication::clipboard()->setText(u"a\r\nb\tß"_s);
-    m_caixa->paste();
-    QCOMPARE(m_caixa->text(), u"XABSSY"_s);
-    QCOMPARE(m_caixa->cursorPosition(), 5);
+    m_box->paste();
+    QCOMPARE(m_box->text(), u"XABSSY"_s);
+    QCOMPARE(m_box->cursorPosition(), 5);
 }
 
 void TstTextBox::pastingReplacesTheSelection() {
-    m_caixa->setText(u"UM DOIS TRÊS"_s);
-    m_caixa->setSelection(3, 4);
+    m_box->setText(u"UM DOIS TRÊS"_s);
+    m_box->setSelection(3, 4);
     QGuiApplication::clipboard()->setText(u"d'ois"_s);
-    m_caixa->paste();
-    QCOMPARE(m_caixa->text(), u"UM D´OIS TRÊS"_s);
-    QCOMPARE(m_caixa->cursorPosition(), 8);
-    QVERIFY(!m_caixa->hasSelectedText());
+    m_box->paste();
+    QCOMPARE(m_box->text(), u"UM D´OIS TRÊS"_s);
+    QCOMPARE(m_box->cursorPosition(), 8);
+    QVERIFY(!m_box->hasSelectedText());
 }
 
 void TstTextBox::undoGivesTheTextBeforeBack() {
-    m_caixa->showText(u"Antes"_s);
-    m_caixa->selectAll();
-    QTest::keyClicks(m_caixa.get(), u"X"_s);
-    QCOMPARE(m_caixa->text(), u"X"_s);
-    m_caixa->undo();
-    QCOMPARE(m_caixa->text().toUpper(), u"ANTES"_s);
+    m_box->showText(u"Antes"_s);
+    m_box->selectAll();
+    QTest::keyClicks(m_box.get(), u"X"_s);
+    QCOMPARE(m_box->text(), u"X"_s);
+    m_box->undo();
+    QCOMPARE(m_box->text().toUpper(), u"ANTES"_s);
 }
 
 void TstTextBox::undoNeverBringsAnApostrophe() {
     QGuiApplication::clipboard()->setText(u"d'água"_s);
-    m_caixa->paste();
-    for (int vez = 0; vez < 3; ++vez) {
-        m_caixa->undo();
-        QVERIFY(!m_caixa->text().contains(u'\''));
-        m_caixa->redo();
-        QVERIFY(!m_caixa->text().contains(u'\''));
+    m_box->paste();
+    for (int attempt = 0; attempt < 3; ++attempt) {
+        m_box->undo();
+        QVERIFY(!m_box->text().contains(u'\''));
+        m_box->redo();
+        QVERIFY(!m_box->text().contains(u'\''));
     }
 }
 
 void TstTextBox::limitOfLengthHolds() {
-    m_caixa->setMaxLength(4);
+    m_box->setMaxLength(4);
     QGuiApplication::clipboard()->setText(u"a'bcdef"_s);
-    m_caixa->paste();
-    QCOMPARE(m_caixa->text(), u"A´BC"_s);
-    m_caixa->clear();
+    m_box->paste();
+    QCOMPARE(m_box->text(), u"A´BC"_s);
+    m_box->clear();
     QGuiApplication::clipboard()->setText(u"abcß"_s);
-    m_caixa->paste();
-    QVERIFY(m_caixa->text().size() <= 4);
+    m_box->paste();
+    QVERIFY(m_box->text().size() <= 4);
 }
 
 void TstTextBox::shownTextStaysLetterByLetter() {
-    for (const QString& texto :
+    for (const QString& text :
          {u"Pão d'água"_s, u"minúsculas"_s, u"a\tb"_s, u"  "_s, QString(), u"\U0001F950"_s}) {
-        m_caixa->showText(texto);
-        QCOMPARE(m_caixa->text(), texto);
+        m_box->showText(text);
+        QCOMPARE(m_box->text(), text);
     }
 }
 
 void TstTextBox::shownTextEditedByHandFollowsTheConvention() {
-    m_caixa->showText(u"Pão d'água"_s);
-    QTest::keyClicks(m_caixa.get(), u"x"_s);
-    QCOMPARE(m_caixa->text(), u"PÃO D´ÁGUAX"_s);
+    m_box->showText(u"Pão d'água"_s);
+    QTest::keyClicks(m_box.get(), u"x"_s);
+    QCOMPARE(m_box->text(), u"PÃO D´ÁGUAX"_s);
 }
 
 void TstTextBox::changeIsToldOncePerEdit() {
-    QSignalSpy mudou(m_caixa.get(), &QLineEdit::textChanged);
-    QSignalSpy editou(m_caixa.get(), &QLineEdit::textEdited);
-    QTest::keyClicks(m_caixa.get(), u"a"_s);
-    QCOMPARE(mudou.size(), 1);
-    QCOMPARE(mudou[0][0].toString(), u"A"_s);
-    QCOMPARE(editou.size(), 1);
-    m_caixa->showText(u"outro"_s);
-    QCOMPARE(editou.size(), 1);
+    QSignalSpy changed(m_box.get(), &QLineEdit::textChanged);
+    QSignalSpy edited(m_box.get(), &QLineEdit::textEdited);
+    QTest::keyClicks(m_box.get(), u"a"_s);
+    QCOMPARE(changed.size(), 1);
+    QCOMPARE(changed[0][0].toString(), u"A"_s);
+    QCOMPARE(edited.size(), 1);
+    m_box->showText(u"outro"_s);
+    QCOMPARE(edited.size(), 1);
 }
 
 QTEST_MAIN(TstTextBox)
