@@ -194,9 +194,12 @@ void PainelFechamento::Metas_Click() {
     abreMetas();
 }
 
-// The listed totals are those before the promotion: nothing may be closed with them.
+// The listed totals are those before the promotion: nothing may be closed with them, also when it failed on
+// the way and was left.
 void PainelFechamento::abrePromocao() {
-    if (PromocaoPedidos(this, m_picSucesso).exec() == QDialog::Accepted)
+    PromocaoPedidos promotion(this, m_picSucesso);
+    promotion.exec();
+    if (promotion.hasChangedPrices())
         recarregaPvs();
 }
 

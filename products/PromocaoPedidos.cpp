@@ -164,6 +164,7 @@ void PromocaoPedidos::atualizaPrecos() {
 void PromocaoPedidos::gravaPrecos(const QStringList& ids, Dinheiro venda) {
     {
         const BusyPointer busy;
+        m_hasChangedPrices = true;
         for (const QString& id : ids)
             Executa(u"Update Orcamento Set unitario="_s + venda.ponto() +
                     u", TotalPed=Round(Unitario*quantidade,2) Where ID="_s + id);

@@ -25,6 +25,9 @@ class PromocaoPedidos : public QDialog {
     explicit PromocaoPedidos(QWidget* parent, const QIcon& tick = pictures::check());
     ~PromocaoPedidos() override;
 
+    /// True when open lines may have a new price, also when the operation failed on the way.
+    bool hasChangedPrices() const { return m_hasChangedPrices; }
+
   private:
     void setUpGrid(const QIcon& tick);
 
@@ -48,6 +51,7 @@ class PromocaoPedidos : public QDialog {
 
     std::unique_ptr<Ui::PromocaoPedidos> ui;
     ProductBox* m_product;
+    bool m_hasChangedPrices = false;
 };
 
 } // namespace tarvessa
