@@ -40,7 +40,7 @@ void ClosingBatch::decide(const ListedPv& pv) {
     }
     if (!pv.selected)
         return;
-    if (m_begun.contains(ValorInteiro(pv.pedido))) {
+    if (m_answer.begun.contains(ValorInteiro(pv.pedido))) {
         m_hasInterrupted = true;
         refuse(pv, interrupted);
         return;
@@ -51,10 +51,11 @@ void ClosingBatch::decide(const ListedPv& pv) {
         return;
     }
     const bool payment = isPaymentValid(pv);
-    const StockCheck stock = checkStock(pv.pedido);
+    const StockCheck stock = checkStock(pv.pedido, m_answer);
     const std::optional<QDate> vencto = dueDate(pv.diasVenc);
-    const bool movable = stock.quotable || m_settings.pafEcf;
-    if (payment && stock.sufficient && vencto && movable) {
+    const bool movable = stock.movable || m_settings.pafEcf;
+    const bool accounts = isQuotable(m_settings.cashAccount()) && isQuotable(m_settings.receivablesAccount());
+    if (payment && stock.sufficient && vencto && movable && accounts) {
         close(pv, *vencto);
         return;
     }
@@ -66,6 +67,8 @@ void ClosingBatch::decide(const ListedPv& pv) {
         refuse(pv, u" - PRAZO DE PAGAMENTO INVÁLIDO."_s);
     if (!movable)
         refuse(pv, u" - CÓDIGO DE PRODUTO INVÁLIDO."_s);
+    if (!accounts)
+        refuse(pv, u" - CONTA CONTÁBIL INVÁLIDA."_s);
 }
 
 // The list may be older than what other programs and stations have done since. The note only spares questions

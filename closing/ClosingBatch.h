@@ -1,5 +1,6 @@
 #pragma once
 
+#include "closing/BatchQuestion.h"
 #include "closing/ListedPv.h"
 #include "closing/PvClosing.h"
 
@@ -19,11 +20,11 @@ inline const QString closingLockTaken =
 /// reasons in the log, or closed.
 class ClosingBatch {
   public:
-    /// The list took the open lines since `listedSince` ("YYYY-MM-DD"). `begun`: the pre-sales whose closing
-    /// has moved stock already, on whatever station. The others outlive the batch.
-    ClosingBatch(const ClosingSettings& settings, QString listedSince, QSet<qint32> begun,
+    /// The list took the open lines since `listedSince` ("YYYY-MM-DD"); `answer` is that of `askBeforeBatch`.
+    /// The others outlive the batch.
+    ClosingBatch(const ClosingSettings& settings, QString listedSince, BatchAnswer answer,
                  ClosingHistory& history, ClosingLog& log)
-        : m_settings(settings), m_listedSince(std::move(listedSince)), m_begun(std::move(begun)),
+        : m_settings(settings), m_listedSince(std::move(listedSince)), m_answer(std::move(answer)),
           m_history(history), m_log(log) {}
 
     /// Works on one pre-sale. Raises RuntimeError, which names it; what was executed before stays, and the
@@ -44,7 +45,7 @@ class ClosingBatch {
 
     const ClosingSettings& m_settings;
     QString m_listedSince;
-    QSet<qint32> m_begun;
+    BatchAnswer m_answer;
     ClosingHistory& m_history;
     ClosingLog& m_log;
     bool m_hasRefusals = false;

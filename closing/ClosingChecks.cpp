@@ -3,6 +3,7 @@
 #include "base/Clock.h"
 #include "base/Numeros.h"
 #include "base/Text.h"
+#include "closing/BatchQuestion.h"
 #include "core/AcessoDados.h"
 #include "core/Esquema.h"
 #include "core/Rotinas.h"
@@ -16,7 +17,7 @@ namespace {
 // A CNPJ has 14 digits, a CPF 11.
 constexpr qsizetype fewestCompanyDigits = 12;
 
-StockCheck checkProducts(odbc::ResultSet& products) {
+StockCheck checkProducts(odbc::ResultSet& products, const BatchAnswer& answer) {
     const int codigo = products.column(esquema::orcamento::codigo);
     const int quantity = products.column(esquema::orcamento::quantidade);
     const int stock = products.column(u"estoque");
@@ -25,8 +26,8 @@ StockCheck checkProducts(odbc::ResultSet& products) {
         if (products.field(quantity).decimal() > products.field(stock).decimal())
             result.sufficient = false;
         const QString code = products.field(codigo).text();
-        if (!code.startsWith(esquema::notaDoPedido) && !isQuotable(code))
-            result.quotable = false;
+        if (!code.startsWith(esquema::notaDoPedido) && (!isQuotable(code) || answer.isUnmovable(code)))
+            result.movable = false;
     }
     return result;
 }
@@ -73,12 +74,12 @@ std::optional<QDate> dueDate(const QString& diasVenc) {
     return date.isValid() && date.year() <= lastYear ? std::optional(date) : std::nullopt;
 }
 
-StockCheck checkStock(const QString& pedido) {
+StockCheck checkStock(const QString& pedido, const BatchAnswer& answer) {
     TemRegistro = AbreRS(
         u"SELECT o.codigo, SUM(o.quantidade) as quantidade, ifnull(p.quantidade+p.quantidade2,0) AS estoque  "
         "FROM orcamento AS o left join produtos AS p ON o.codigo=p.codfabr WHERE Nrpedido="_s +
         pedido + u" AND tipoOperacao='P' GROUP BY codigo"_s);
-    const StockCheck result = checkProducts(rs);
+    const StockCheck result = checkProducts(rs, answer);
     rs.close();
     return result;
 }

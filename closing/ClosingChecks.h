@@ -6,6 +6,8 @@
 
 namespace tarvessa {
 
+struct BatchAnswer;
+
 namespace odbc {
 class ResultSet;
 }
@@ -31,12 +33,14 @@ std::optional<QDate> dueDate(const QString& diasVenc);
 struct StockCheck {
     /// Every product is in stock, shop and second stock together.
     bool sufficient = true;
-    /// Every product has a code with which its stock can be moved.
-    bool quotable = true;
+    /// Every product, and every component of its technical sheet, has a code with which its stock can be
+    /// moved.
+    bool movable = true;
 };
 
-/// Looks at the products of the pre-sale and their stock. Goes through rs. Raises RuntimeError.
-StockCheck checkStock(const QString& pedido);
+/// Looks at the products of the pre-sale and their stock; `answer` tells of their technical sheets. Goes
+/// through rs. Raises RuntimeError.
+StockCheck checkStock(const QString& pedido, const BatchAnswer& answer);
 
 /// Compares the lines of a pre-sale (all columns of `orcamento`) with its row in the list, which counted the
 /// open lines since `listedSince` ("YYYY-MM-DD"). Gives the reason not to close it, as the log takes it;

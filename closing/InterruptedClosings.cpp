@@ -179,15 +179,6 @@ QString movementsText(qsizetype count) {
 
 } // namespace
 
-QSet<qint32> withStockMovements(QDate since) {
-    odbc::ResultSet rows = NovoRS(u"Select tela From logestoque Where data>='"_s + TextoSQL(since) +
-                                  u"' And tela Like '"_s + stockLogStart + u"%' Group By tela"_s);
-    QSet<qint32> numbers;
-    for (; !rows.atEnd(); rows.moveNext())
-        numbers.insert(numberOf(rows.field(0).text().sliced(stockLogStart.size())));
-    return numbers;
-}
-
 QList<qint32> find(QDate since) {
     const QHash<qint32, Traces> traces = readTraces(since);
     QList<qint32> numbers;

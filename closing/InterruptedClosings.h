@@ -4,7 +4,6 @@
 #include "core/Rotinas.h"
 
 #include <QList>
-#include <QSet>
 #include <QStringList>
 
 #include <functional>
@@ -49,10 +48,6 @@ struct InterruptedClosing {
 
 /// Closings of the listed period that were cut on whatever station, as the database shows them.
 namespace interruptedclosings {
-
-/// The pre-sales that have stock movements of a closing since `since`: one query on `logestoque`. Raises
-/// RuntimeError.
-QSet<qint32> withStockMovements(QDate since);
 
 /// The pre-sales opened since `since` that are open with stock movements of a closing, or settled without a
 /// receivable or a cash row, or whole but for what this station's note shows: one query on `logestoque`,

@@ -4,7 +4,6 @@
 #include "base/Numeros.h"
 #include "closing/BatchProgress.h"
 #include "closing/ClosingBatch.h"
-#include "closing/InterruptedClosings.h"
 #include "closing/PainelFechamento.h"
 #include "closing/PainelFechamentoColumns.h"
 #include "closing/ServerLock.h"
@@ -32,8 +31,8 @@ void PainelFechamento::encerraPvs() {
         const ServerLock lock(closingLockName, closingLockSeconds);
         if (lock.isTaken())
             return;
-        batch.emplace(*m_settings, TextoSQL(m_listedSince),
-                      interruptedclosings::withStockMovements(m_listedSince), m_closingHistory, m_closingLog);
+        batch.emplace(*m_settings, TextoSQL(m_listedSince), askBeforeBatch(m_listedSince), m_closingHistory,
+                      m_closingLog);
         processListed(*batch);
     });
     m_closingLog.close();

@@ -63,6 +63,7 @@ class TstBatchGuards : public QObject {
     }
 
     void promotionLoadsTheListAgain();
+    void promotionCutByAnErrorLoadsTheListAgain();
     void promotionLeftAloneKeepsTheList();
     void changedSinceTheListing_data();
     void changedSinceTheListing();
@@ -76,6 +77,10 @@ class TstBatchGuards : public QObject {
     void customerCodeThatBreaksStatements();
     void productCodeThatBreaksStatements_data();
     void productCodeThatBreaksStatements();
+    void componentCodeThatBreaksStatements_data();
+    void componentCodeThatBreaksStatements();
+    void accountThatBreaksStatements_data();
+    void accountThatBreaksStatements();
     void settingsMissedAtTheStartAreReadWhenClosing();
     void errorNamesPreSaleAndProduct();
     void errorBeforeTheFirstWriteInterruptsNothing_data();
@@ -146,6 +151,33 @@ void TstBatchGuards::promotionLoadsTheListAgain() {
     closeAll(mensagens::sucesso);
     QCOMPARE(b->server().query(u"SELECT Nr_Pedido, Valor FROM areceber ORDER BY id"_s),
              (QList<QStringList>{{u"1"_s, u"4.50"_s}, {u"3"_s, u"4.50"_s}}));
+}
+
+void TstBatchGuards::promotionCutByAnErrorLoadsTheListAgain() {
+    b->shop().cliente({.codigo = u"C2"_s, .nome = u"ZEBRA"_s});
+    documents(1);
+    b->shop().documento({.pedido = 2, .cliente = u"C2"_s, .nomeVendedor = u"V2"_s});
+    QVERIFY(b->open());
+    b->server().execute(u"UPDATE produtos SET descricao = 'PRODUTO', ativo = 'S'"_s);
+    b->server().execute(u"CREATE TRIGGER falha BEFORE UPDATE ON orcamento FOR EACH ROW IF OLD.nrpedido = 2 "
+                        "THEN SIGNAL SQLSTATE '45000' SET MESSAGE_TEXT = 'recusado'; END IF"_s);
+    ModalHelper modal;
+    modal.onOpen([&modal](QWidget* screen) {
+        const Hands hands(screen);
+        hands.fill(u"Descricao"_s, u"P1"_s);
+        hands.key(Qt::Key_Tab);
+        hands.fill(u"Venda"_s, u"4,50"_s);
+        hands.press(u"Command2"_s);
+        modal.expect(u"Deseja realmente realizar esse processo?"_s, QMessageBox::Yes);
+        modal.expectContaining(u"recusado"_s, QMessageBox::Ok);
+        hands.press(u"Command1"_s);
+        hands.key(Qt::Key_Escape);
+    });
+    b->press(u"Command6"_s);
+    b->server().execute(u"DROP TRIGGER falha"_s);
+    QCOMPARE(modal.problem(), QString());
+    QCOMPARE(b->column(colunas::Total), (QStringList{u"4,50"_s, u"10,00"_s}));
+    QCOMPARE(b->total(), u"14,50"_s);
 }
 
 void TstBatchGuards::promotionLeftAloneKeepsTheList() {
@@ -365,6 +397,60 @@ void TstBatchGuards::productCodeThatBreaksStatements() {
         QCOMPARE(b->valor(u"SELECT COUNT(*) FROM logestoque"_s), u"1"_s);
 }
 
+void TstBatchGuards::componentCodeThatBreaksStatements_data() {
+    QTest::addColumn<QString>("component");
+    QTest::addColumn<QString>("sold"); // as the order line has it
+    QTest::addColumn<QString>("pafEcf");
+    QTest::addColumn<bool>("closes");
+    QTest::newRow("apostrophe") << u"P'9"_s << u"CESTA"_s << u"NAO"_s << false;
+    QTest::newRow("backslash") << u"P9\\"_s << u"CESTA"_s << u"NAO"_s << false;
+    QTest::newRow("other letter case") << u"P'9"_s << u"Cesta "_s << u"NAO"_s << false;
+    QTest::newRow("no stock is moved") << u"P'9"_s << u"CESTA"_s << u"SIM"_s << true;
+    QTest::newRow("of a product not sold") << u"P'9"_s << u"P1"_s << u"NAO"_s << true;
+}
+
+// The line before it must not have left the stock either.
+void TstBatchGuards::componentCodeThatBreaksStatements() {
+    QFETCH(QString, component);
+    QFETCH(QString, sold);
+    QFETCH(QString, pafEcf);
+    QFETCH(bool, closes);
+    b->server().execute(u"UPDATE empresa SET PAF_ECF = '%1'"_s.arg(pafEcf));
+    b->shop().produto({.codigo = u"CESTA"_s});
+    b->shop().ficha(u"CESTA"_s, {{u"P1"_s, u"1"_s}, {component, u"1"_s}});
+    b->shop().documento({.pedido = 1, .nomeVendedor = u"A"_s, .linhas = {{}, {.codigo = sold}}});
+    b->shop().documento({.pedido = 2, .nomeVendedor = u"B"_s});
+    QVERIFY(b->open());
+    closeAll(closes ? mensagens::sucesso : mensagens::comErros);
+    QCOMPARE(b->log(),
+             PanelBench::logWith(closes ? QStringList()
+                                        : QStringList{refused(1, u"CÓDIGO DE PRODUTO INVÁLIDO."_s)}));
+    QCOMPARE(stateOf(1), closes ? u"B"_s : u"A"_s);
+    QCOMPARE(stateOf(2), u"B"_s);
+    if (!closes)
+        QCOMPARE(b->valor(u"SELECT COUNT(*) FROM logestoque"_s), u"1"_s);
+}
+
+void TstBatchGuards::accountThatBreaksStatements_data() {
+    QTest::addColumn<QString>("accounts"); // as a literal has them
+    QTest::newRow("cash") << u"1''01/1.02/1.03/1.04/1.05"_s;
+    QTest::newRow("receivables") << u"1.01/1.02/1.03/1.04/1\\\\05"_s;
+}
+
+void TstBatchGuards::accountThatBreaksStatements() {
+    QFETCH(QString, accounts);
+    b->server().execute(u"UPDATE empresa SET ContaCTB1 = '%1'"_s.arg(accounts));
+    b->shop().cliente({.codigo = u"CPF"_s, .cnpjCpf = u"12345678909"_s});
+    b->shop().documento({.pedido = 1, .nomeVendedor = u"A"_s});
+    b->shop().documento({.pedido = 2, .cliente = u"CPF"_s, .nomeVendedor = u"B"_s});
+    QVERIFY(b->open());
+    closeAll(mensagens::comErros);
+    QCOMPARE(b->log(), PanelBench::logWith({refused(1, u"CONTA CONTÁBIL INVÁLIDA."_s),
+                                            refused(2, u"O PEDIDO É DE PESSOA FÍSICA E FOI CANCELADO"_s)}));
+    QCOMPARE(stateOf(1), u"A"_s);
+    QCOMPARE(b->valor(u"SELECT COUNT(*) FROM logestoque"_s), u"0"_s);
+}
+
 void TstBatchGuards::settingsMissedAtTheStartAreReadWhenClosing() {
     documents(1);
     // Only the listings read this column.
@@ -411,7 +497,7 @@ void TstBatchGuards::errorBeforeTheFirstWriteInterruptsNothing_data() {
     };
     const auto [document, documentBack] = renamed(u"clientes"_s, u"cnpj_cpf"_s);
     const auto [stock, stockBack] = renamed(u"produtos"_s, u"quantidade2"_s);
-    const auto [sheet, sheetBack] = renamed(u"fichatecnica"_s, u"codigoprod"_s);
+    const auto [sheet, sheetBack] = renamed(u"fichatecnica"_s, u"quantidade"_s);
     QTest::newRow("customer's document") << document << documentBack << true;
     QTest::newRow("customer's document, not selected") << document << documentBack << false;
     QTest::newRow("stock test") << stock << stockBack << true;

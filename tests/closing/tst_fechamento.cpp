@@ -66,8 +66,10 @@ const QString sqlUltimaPv = u"UPDATE Empresa SET UltimaPV=%1"_s;
 const QString sqlTrava = u"SELECT GET_LOCK(CONCAT('tarvessa_fechamento_', MD5(DATABASE())), 10)"_s;
 const QString sqlDestrava = u"SELECT RELEASE_LOCK(CONCAT('tarvessa_fechamento_', MD5(DATABASE())))"_s;
 const QString sqlComMovimento =
-    u"Select tela From logestoque Where data>='2024-03-08' And tela Like 'FECHAMENTO DA PV "
-    "Nº %' Group By tela"_s;
+    u"Select 'ESTOQUE' As tipo, Convert(tela Using utf8mb4) As texto From logestoque Where "
+    "data>='2024-03-08' And tela Like 'FECHAMENTO DA PV Nº %' Group By tela Union All Select 'FICHA', "
+    "Convert(codigoprod Using utf8mb4) From FichaTecnica Where Instr(codigo, Char(39))>0 Or Instr(codigo, "
+    "Char(92))>0"_s;
 
 /// The statements of a batch without those around its rows, which are checked here: lock and question before
 /// the first one, the lock's release before the listing.

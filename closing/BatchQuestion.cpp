@@ -1,0 +1,46 @@
+#include "closing/BatchQuestion.h"
+
+#include "base/Datas.h"
+#include "base/Text.h"
+#include "closing/PvClosing.h"
+#include "core/AcessoDados.h"
+
+using namespace Qt::StringLiterals;
+
+namespace tarvessa {
+
+namespace {
+
+const QString stockKind = u"ESTOQUE"_s;
+
+// Without regard to letter case and blanks at the end.
+QString keyOf(const QString& codigo) {
+    return trimBlanks(codigo).toCaseFolded();
+}
+
+} // namespace
+
+bool BatchAnswer::isUnmovable(const QString& codigo) const {
+    return unmovable.contains(keyOf(codigo));
+}
+
+// The two tables may have different collations, which a union refuses to mix; 39 and 92 are apostrophe and
+// backslash.
+BatchAnswer askBeforeBatch(QDate since) {
+    odbc::ResultSet rows = NovoRS(
+        u"Select 'ESTOQUE' As tipo, Convert(tela Using utf8mb4) As texto From logestoque Where data>='"_s +
+        TextoSQL(since) + u"' And tela Like '"_s + stockLogStart +
+        u"%' Group By tela Union All Select 'FICHA', Convert(codigoprod Using utf8mb4) From FichaTecnica "
+        "Where Instr(codigo, Char(39))>0 Or Instr(codigo, Char(92))>0"_s);
+    BatchAnswer answer;
+    for (; !rows.atEnd(); rows.moveNext()) {
+        const QString text = rows.field(1).text();
+        if (rows.field(0).text() == stockKind)
+            answer.begun.insert(text.sliced(stockLogStart.size()).toInt());
+        else
+            answer.unmovable.insert(keyOf(text));
+    }
+    return answer;
+}
+
+} // namespace tarvessa

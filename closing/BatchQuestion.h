@@ -1,0 +1,24 @@
+#pragma once
+
+#include <QDate>
+#include <QSet>
+#include <QString>
+
+namespace tarvessa {
+
+/// What a batch asks the database once, before its first pre-sale.
+struct BatchAnswer {
+    /// The pre-sales that have stock movements of a closing, of whatever station.
+    QSet<qint32> begun;
+    /// The products whose technical sheet has a component whose code cannot stand in a statement.
+    QSet<QString> unmovable;
+
+    /// True for a product of `unmovable`, compared as the database does.
+    bool isUnmovable(const QString& codigo) const;
+};
+
+/// Asks for the stock movements since `since` (`logestoque`) and the technical sheets (`FichaTecnica`) in one
+/// query. Raises RuntimeError.
+BatchAnswer askBeforeBatch(QDate since);
+
+} // namespace tarvessa
