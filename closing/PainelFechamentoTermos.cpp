@@ -123,9 +123,10 @@ bool PainelFechamento::Combo1_LostFocus() {
     const int row = m_editorForma->row();
     const int item = ui->Combo1->currentIndex();
     m_editorForma->close();
-    // The cell's method is not in the list and no other was chosen.
+    // The cell's method is not in the list and no other was chosen: the record gets its terms again.
     if (item < 0)
-        return true;
+        return gravaTermos(row, ValorNumerico(ui->Grid1->text(row, colunas::DiasVenc)),
+                           ui->Grid1->text(row, colunas::FormaPagto));
     const QString forma = ui->Combo1->itemText(item);
     const bool avista = ui->Combo1->itemData(item).toInt() == 1;
     QString dias = ui->Grid1->text(row, painelfechamento::DiasVenc);

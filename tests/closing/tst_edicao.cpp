@@ -232,15 +232,27 @@ class TstEdicao : public QObject {
         QCOMPARE(storedTerms().first(2), QStringList({newTerm, chosen}));
     }
 
-    void methodOutsideTheListSavesNothing() {
-        onePv(30, u"VALE"_s);
+    void methodOutsideTheListIsWrittenAgain_data() {
+        QTest::addColumn<int>("term");
+        QTest::addColumn<Qt::Key>("end");
+        QTest::newRow("Escape") << 30 << Qt::Key_Escape;
+        QTest::newRow("Enter") << 30 << Qt::Key_Return;
+        QTest::newRow("without a term") << 0 << Qt::Key_Escape;
+    }
+
+    void methodOutsideTheListIsWrittenAgain() {
+        QFETCH(int, term);
+        QFETCH(Qt::Key, end);
+        onePv(term, u"VALE"_s);
+        const QString days = QString::number(term);
         m.click(1, painelfechamento::FormaPagto);
         QCOMPARE(m.methods()->currentIndex(), -1);
-        m.key(Qt::Key_Return);
-        m.click(1, painelfechamento::FormaPagto);
-        m.key(Qt::Key_Escape);
-        QCOMPARE(commands(), QStringList());
-        QCOMPARE(shownTerms(), QStringList({u"30"_s, u"VALE"_s, u"1"_s}));
+        m.key(end);
+        QVERIFY(!m.methods()->isVisible());
+        QCOMPARE(commands(), QStringList{gravaTermos(u' ' + days, u"VALE"_s)});
+        QCOMPARE(shownTerms(), QStringList({days, u"VALE"_s, u"1"_s}));
+        QCOMPARE(storedTerms().first(2), QStringList({days, u"VALE"_s}));
+        m.mark();
         m.click(1, painelfechamento::FormaPagto);
         m.key(Qt::Key_Down);
         m.key(Qt::Key_Return);
@@ -346,7 +358,7 @@ class TstEdicao : public QObject {
         m.click(1, painelfechamento::FormaPagto);
         QCOMPARE(m.methods()->currentIndex(), -1);
         m.key(Qt::Key_Return);
-        QCOMPARE(commands(), QStringList());
+        QCOMPARE(commands(), QStringList{gravaTermos(u" 30"_s, u"Boleto"_s)});
     }
 
     void altCommitsAndLeavesTheFocusInTheMenu() {
