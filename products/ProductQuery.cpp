@@ -1,6 +1,7 @@
 #include "products/ProductQuery.h"
 
 #include "base/Numeros.h"
+#include "base/Text.h"
 
 using namespace Qt::StringLiterals;
 
@@ -61,7 +62,7 @@ QString likeStatement(const QString& text, const QString& pattern) {
 } // namespace
 
 ProductQuery productQuery(QString& text, QStringView barCodeType) {
-    text = text.trimmed();
+    text = trimBlanks(text);
     if (text.isEmpty())
         return {u"Impossível pesquisar sem uma descrição definida. Verifique!!!"_s, {}, {}};
     const bool numeric = EhNumero(text);

@@ -58,6 +58,7 @@ class TstTextoPesquisa : public QObject {
     void statementOfEachTypedText_data();
     void statementOfEachTypedText();
     void blanksAreCutFromTheCallersVariable();
+    void onlyBlanksAreCut();
     void barCodeIsNormalisedInTheCallersVariable_data();
     void barCodeIsNormalisedInTheCallersVariable();
     void refusalsQueryNothing_data();
@@ -86,7 +87,7 @@ void TstTextoPesquisa::statementOfEachTypedText_data() {
     };
 
     refusal("blanks only", u"   "_s, withoutDescription);
-    refusal("a no-break space only", u"\u00A0"_s, withoutDescription);
+    refusal("a no-break space only", u"\u00A0"_s, brief);
     refusal("a single letter", u"a"_s, brief);
     refusal("a single accented letter", u" ã "_s, brief);
     refusal("an equals sign", u"="_s, brief);
@@ -202,6 +203,16 @@ void TstTextoPesquisa::blanksAreCutFromTheCallersVariable() {
     QCOMPARE(PesquisaProduto(text, nullptr), u"1"_s);
     QCOMPARE(text, u"abc"_s);
     QCOMPARE(b->statements(), QStringList(descriptionOrCode(u"abc"_s)));
+}
+
+void TstTextoPesquisa::onlyBlanksAreCut() {
+    ModalHelper modal;
+    modal.expect(unregistered, QMessageBox::Ok);
+    QString text = u" \tabc\u00A0 "_s;
+    PesquisaProduto(text, nullptr);
+    QCOMPARE(modal.problem(), QString());
+    QCOMPARE(text, u"\tabc\u00A0"_s);
+    QCOMPARE(b->statements(), QStringList(descriptionOrCode(text)));
 }
 
 void TstTextoPesquisa::barCodeIsNormalisedInTheCallersVariable_data() {
