@@ -15,6 +15,10 @@ QDate primeiroDoMes(QDate dia) {
     return {dia.year(), dia.month(), 1};
 }
 
+QString textoDe(const DateBox* caixa) {
+    return caixa->date().isValid() ? TextoTela(caixa->date()) : caixa->text();
+}
+
 } // namespace
 
 Periodo::Periodo(DateBox* dataIni, DateBox* dataFin, Mensagens mensagens)
@@ -60,11 +64,11 @@ QString Periodo::fimSQL() const {
 }
 
 QString Periodo::inicioTela() const {
-    return TextoTela(m_dataIni->date());
+    return textoDe(m_dataIni);
 }
 
 QString Periodo::fimTela() const {
-    return TextoTela(m_dataFin->date());
+    return textoDe(m_dataFin);
 }
 
 QString Periodo::inFileName() const {

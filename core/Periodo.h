@@ -41,11 +41,11 @@ class Periodo {
     QString inicioSQL() const;
     QString fimSQL() const;
 
-    /// The bounds as the operator reads them, dd/mm/yyyy; empty while the box holds no date.
+    /// The bounds as the operator reads them, dd/mm/yyyy; what was typed while that is no date.
     QString inicioTela() const;
     QString fimTela() const;
 
-    /// The period as a part of a file name; both boxes must hold a date.
+    /// The period as a part of a file name; a box without a date leaves its place in it empty.
     QString inFileName() const;
 
   private:

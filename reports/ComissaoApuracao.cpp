@@ -48,10 +48,10 @@ struct Comissao::Vendedor {
 };
 
 void Comissao::geraRelatorio() {
-    if (m_editor->isOpen())
-        commitEditor();
     if (!m_periodo->confere())
         return;
+    if (m_editor->isOpen())
+        commitEditor();
     const BusyPointer pointer;
     {
         const BusyLabel label(ui->Label3);

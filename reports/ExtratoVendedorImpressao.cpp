@@ -44,7 +44,7 @@ QString ExtratoVendedor::insertOf(int row) const {
 // The percentage comes last: when it is a division by zero, the slots before it are set all the same.
 void ExtratoVendedor::defineFormulas() {
     constexpr int decimals = 2;
-    const QStringList first = {u"Titulo='"_s + LimpaTexto(ui->Label1->text()) + u"'"_s,
+    const QStringList first = {u"Titulo='"_s + ui->Label1->text() + u"'"_s,
                                u"PorcComissaoPao="_s + ponto(ui->PorcComissPao),
                                u"PorcComissaoOutros="_s + ponto(ui->PorcComissOutros),
                                u"TotalDevolucoes="_s + ponto(ui->TotalDevolucoes)};

@@ -131,6 +131,9 @@ void TstPeriodo::acceptedPeriods() {
     m_dataIni->setText(start.sliced(1));
     if (start.startsWith(u'0'))
         QCOMPARE(m_periodo->inicioTela(), start);
+    // What is no date reads as it was typed.
+    m_dataFin->setText(u"31/02/2024"_s);
+    QCOMPARE(m_periodo->fimTela(), u"31/02/2024"_s);
 }
 
 void TstPeriodo::refusedPeriods_data() {

@@ -1,10 +1,12 @@
 #include "base/Clock.h"
 #include "base/Datas.h"
+#include "core/PrintLayout.h"
 #include "reports/Comissao.h"
 #include "support/Amounts.h"
 #include "support/Bench.h"
 #include "support/EventWatcher.h"
 #include "support/ModalHelper.h"
+#include "support/Preview.h"
 #include "ui/DateBox.h"
 #include "ui/grid/Grid.h"
 
@@ -85,6 +87,7 @@ class TstComissao : public QObject {
     void refusedDatesAreTypedOver();
     void altKeysAreTold();
     void runsAgainFromEmpty();
+    void altKeysTakeADateWithSingleDigits();
     void byKeyboardAlone();
 
   private:
@@ -759,15 +762,24 @@ void TstComissao::refusedDatesAreTypedOver() {
     QFETCH(QString, refused);
     QFETCH(QString, message);
     auto* box = control<DateBox>(screen.get(), qPrintable(caixa));
-    box->setText(refused);
     const Hands hands(screen.get());
-    ModalHelper modal;
-    modal.expect(message, QMessageBox::Ok);
-    hands.press(u"Command4"_s);
-    QCOMPARE(modal.problem(), QString());
-    QCOMPARE(Hands::focus(), caixa);
-    hands.type(u"15022024"_s);
-    QCOMPARE(box->text(), u"15/02/2024"_s);
+    for (const bool inTheDate : {false, true}) {
+        box->setText(refused);
+        ModalHelper modal;
+        modal.expect(message, QMessageBox::Ok);
+        if (inTheDate) {
+            box->setFocus();
+            box->deselect();
+            hands.key(Qt::Key_G, Qt::AltModifier);
+        } else {
+            hands.press(u"Command4"_s);
+        }
+        QTRY_COMPARE(modal.boxes().size(), 1); // the button shows itself pressed for a moment
+        QTRY_COMPARE(Hands::focus(), caixa);
+        QCOMPARE(modal.problem(), QString());
+        hands.type(u"15022024"_s);
+        QCOMPARE(box->text(), u"15/02/2024"_s);
+    }
 }
 
 void TstComissao::altKeysAreTold() {
@@ -785,6 +797,26 @@ void TstComissao::runsAgainFromEmpty() {
     run();
     QCOMPARE(grid()->rows(), 1);
     QVERIFY(!imprime()->isEnabled());
+}
+
+// They leave the focus, and so the typed text, in the date.
+void TstComissao::altKeysTakeADateWithSingleDigits() {
+    venda(1, u"100.00"_s, u"PÃO"_s);
+    const auto type = [this](const char* name, const QString& text, Qt::Key key) {
+        auto* box = control<DateBox>(screen.get(), name);
+        box->setFocus();
+        QTest::keyClicks(box, text);
+        m->mark();
+        QTest::keyClick(box, key, Qt::AltModifier);
+        QVERIFY(box->hasFocus());
+    };
+    type("DataFin", u"1/3/2024"_s, Qt::Key_G);
+    QTRY_COMPARE(grid()->rows(), 4); // the button shows itself pressed for a moment
+    QVERIFY(m->texts().value(1).contains(u"m.dataemissao<='2024-03-01'"_s));
+    type("DataIni", u"2/1/2024"_s, Qt::Key_I);
+    QTRY_COMPARE(CRW->formula(0), u"Titulo='PERÍODO DE 02/01/2024 À 01/03/2024'"_s);
+    QTRY_VERIFY(openPreview());
+    QCOMPARE(m->closePreviews(), 1);
 }
 
 void TstComissao::byKeyboardAlone() {

@@ -43,6 +43,7 @@ class TstComissaoEdicao : public QObject {
     void leavingSaves_data();
     void leavingSaves();
     void shortcutSavesFirst();
+    void periodIsCheckedBeforeTheSave();
     void printShortcutSavesFirst();
     void failedSaveKeepsTheCell();
     void emptyAndTotalsRowsUpdateNobody_data();
@@ -292,6 +293,31 @@ void TstComissaoEdicao::shortcutSavesFirst() {
     QCOMPARE(commands.filter(u"Update Vendedores"_s).size(), 1);
     QVERIFY(editor()->isHidden());
     QVERIFY(grid()->isEnabled());
+    QCOMPARE(grid()->text(1, 3), u"5,0"_s);
+    QCOMPARE(grid()->rows(), 5);
+}
+
+// A refused period executes nothing; the entry waits.
+void TstComissaoEdicao::periodIsCheckedBeforeTheSave() {
+    auto* end = control<QLineEdit>(screen.get(), "DataFin");
+    end->setText(u"31/02/2024"_s);
+    openScreen(1, 3);
+    type(u"5"_s);
+    {
+        ModalHelper modal;
+        modal.expect(u"Data final inválida. Verifique!!!"_s, QMessageBox::Ok);
+        QTest::keyClick(editor(), Qt::Key_G, Qt::AltModifier);
+        QTRY_COMPARE(modal.boxes().size(), 1); // the button shows itself pressed for a moment
+        QCOMPARE(modal.problem(), QString());
+    }
+    QCOMPARE(m->texts(), QStringList());
+    QVERIFY(editor()->isVisible());
+    QVERIFY(showActive(screen.get()));
+    QCOMPARE(Hands::focus(), u"DataFin"_s);
+    QTest::keyClicks(end, u"29022024"_s);
+    QTest::keyClick(end, Qt::Key_G, Qt::AltModifier);
+    QTRY_VERIFY(editor()->isHidden());
+    QCOMPARE(m->texts().value(0), grava(u" 5"_s, u" 1.5"_s));
     QCOMPARE(grid()->text(1, 3), u"5,0"_s);
     QCOMPARE(grid()->rows(), 5);
 }

@@ -84,6 +84,7 @@ class TstResumoVendas : public QObject {
     void tabsByKey();
     void runsAgainFromEmpty();
     void failingStatementLeavesTheScreenUsable();
+    void altKeyTakesADateWithSingleDigits();
     void byKeyboardAlone();
 
   private:
@@ -815,15 +816,24 @@ void TstResumoVendas::refusedDatesAreTypedOver() {
     QFETCH(QString, refused);
     QFETCH(QString, message);
     auto* box = control<DateBox>(screen.get(), qPrintable(caixa));
-    box->setText(refused);
     const Hands hands(screen.get());
-    ModalHelper modal;
-    modal.expect(message, QMessageBox::Ok);
-    hands.press(u"Command4"_s);
-    QCOMPARE(modal.problem(), QString());
-    QCOMPARE(Hands::focus(), caixa);
-    hands.type(u"15022024"_s);
-    QCOMPARE(box->text(), u"15/02/2024"_s);
+    for (const bool inTheDate : {false, true}) {
+        box->setText(refused);
+        ModalHelper modal;
+        modal.expect(message, QMessageBox::Ok);
+        if (inTheDate) {
+            box->setFocus();
+            box->deselect();
+            hands.key(Qt::Key_G, Qt::AltModifier);
+        } else {
+            hands.press(u"Command4"_s);
+        }
+        QTRY_COMPARE(modal.boxes().size(), 1); // the button shows itself pressed for a moment
+        QTRY_COMPARE(Hands::focus(), caixa);
+        QCOMPARE(modal.problem(), QString());
+        hands.type(u"15022024"_s);
+        QCOMPARE(box->text(), u"15/02/2024"_s);
+    }
 }
 
 void TstResumoVendas::tabsByKey() {
@@ -874,6 +884,19 @@ void TstResumoVendas::failingStatementLeavesTheScreenUsable() {
     QVERIFY(control<QLabel>(screen.get(), "Label3")->isHidden());
     run();
     QCOMPARE(geral(), u"TOTAL GERAL R$ 10,00"_s);
+}
+
+// It leaves the focus, and so the typed text, in the date.
+void TstResumoVendas::altKeyTakesADateWithSingleDigits() {
+    m->shop().linhaFiscal({});
+    auto* start = control<DateBox>(screen.get(), "DataIni");
+    start->setFocus();
+    QTest::keyClicks(start, u"1/2/2024"_s);
+    m->mark();
+    QTest::keyClick(start, Qt::Key_G, Qt::AltModifier);
+    QVERIFY(start->hasFocus());
+    QTRY_COMPARE(geral(), u"TOTAL GERAL R$ 10,00"_s); // the button shows itself pressed for a moment
+    QVERIFY(m->texts().value(1).contains(u"dataemissao>='2024-02-01'"_s));
 }
 
 void TstResumoVendas::byKeyboardAlone() {

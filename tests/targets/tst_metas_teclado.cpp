@@ -35,6 +35,7 @@ class TstMetasTeclado : public QObject {
 
     void addEditAndDeleteATarget();
     void computeAndPrint();
+    void altKeyTakesADateWithSingleDigits();
     void enterWalksThroughEveryControl();
     void changingTheTabByKey();
     void convention();
@@ -105,6 +106,18 @@ void TstMetasTeclado::computeAndPrint() {
     QCOMPARE(b->focus(), u"Command2"_s);
     b->key(Qt::Key_Space);
     QCOMPARE(b->shop().estagio().size(), 3);
+}
+
+void TstMetasTeclado::altKeyTakesADateWithSingleDigits() {
+    b->shop().meta(1, u"P1"_s, u"100"_s);
+    b->open();
+    b->key(Qt::Key_Tab, Qt::ControlModifier);
+    QCOMPARE(b->focus(), u"DataIni"_s);
+    b->type(u"1/2/2024"_s);
+    b->mark();
+    b->key(Qt::Key_G, Qt::AltModifier);
+    QTRY_COMPARE(b->grid(u"Grid2"_s)->rows(), 1 + 4); // the button shows itself pressed for a moment
+    QVERIFY(!b->texts().filter(u"'2024-02-01'"_s).isEmpty());
 }
 
 void TstMetasTeclado::enterWalksThroughEveryControl() {
