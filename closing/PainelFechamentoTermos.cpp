@@ -125,8 +125,8 @@ bool PainelFechamento::Combo1_LostFocus() {
     m_editorForma->close();
     // The cell's method is not in the list and no other was chosen: the record gets its terms again.
     if (item < 0)
-        return gravaTermos(row, ValorNumerico(ui->Grid1->text(row, colunas::DiasVenc)),
-                           ui->Grid1->text(row, colunas::FormaPagto));
+        return gravaTermos(row, ValorNumerico(ui->Grid1->text(row, painelfechamento::DiasVenc)),
+                           ui->Grid1->text(row, painelfechamento::FormaPagto));
     const QString forma = ui->Combo1->itemText(item);
     const bool avista = ui->Combo1->itemData(item).toInt() == 1;
     QString dias = ui->Grid1->text(row, painelfechamento::DiasVenc);

@@ -176,7 +176,7 @@ void TstBatchGuards::promotionCutByAnErrorLoadsTheListAgain() {
     b->press(u"Command6"_s);
     b->server().execute(u"DROP TRIGGER falha"_s);
     QCOMPARE(modal.problem(), QString());
-    QCOMPARE(b->column(colunas::Total), (QStringList{u"4,50"_s, u"10,00"_s}));
+    QCOMPARE(b->column(painelfechamento::Total), (QStringList{u"4,50"_s, u"10,00"_s}));
     QCOMPARE(b->total(), u"14,50"_s);
 }
 

@@ -60,6 +60,7 @@ class TstMarkup : public QObject {
     void salesSummary();
     void commissionAndStatement();
     void targets();
+    void priceLevelsAndPreview();
 
   private:
     /// Checks what the window shows; the number of texts with the mark in them.
@@ -212,6 +213,30 @@ void TstMarkup::targets() {
     QCOMPARE(modal.problem(), QString());
     QCOMPARE(boxes.seen, 1);
     QCOMPARE(boxes.rich, QStringList());
+}
+
+void TstMarkup::priceLevelsAndPreview() {
+    b.server().execute(u"UPDATE empresa SET Titulom1='%1'; UPDATE clientes SET colunapreco='1', "
+                       "ativocad='S'"_s.arg(mark));
+    ModalHelper modal;
+    modal.onOpen([&modal](QWidget* screen) {
+        const Hands hands(screen);
+        auto* levels = hands.list(u"TabelaPreco"_s);
+        QCOMPARE(levels->itemText(0), u"1 - "_s + mark.toUpper());
+        QCOMPARE(levels->itemData(0, Qt::ToolTipRole), QVariant());
+        levels->setCurrentIndex(0);
+        looked(screen);
+        modal.onOpen([](QWidget* preview) {
+            looked(preview);
+            // The page as a screen reader reads it.
+            QVERIFY(preview->findChild<QWidget*>(u"PageView"_s)->accessibleDescription().contains(mark));
+            QTest::keyClick(preview, Qt::Key_Escape);
+        });
+        hands.press(u"Command4"_s);
+        QTest::keyClick(screen, Qt::Key_Escape);
+    });
+    b.panel()->findChild<QAction*>(u"MnrelAlfaNivel"_s)->trigger();
+    QCOMPARE(modal.problem(), QString());
 }
 
 QTEST_MAIN(TstMarkup)

@@ -1,10 +1,12 @@
 #include "odbc/ResultSet.h"
+#include "support/ErrorOf.h"
 #include "support/PrivateServer.h"
 
 #include <QTest>
 
 #include <dlfcn.h>
 
+#include <functional>
 #include <map>
 #include <memory>
 
@@ -21,6 +23,7 @@ struct Calls {
     QList<QByteArray> narrowTexts;
     QStringList wideTexts;
     QList<SQLINTEGER> lengths;
+    int freedStatements = 0;
 };
 
 Calls& calls() {
@@ -47,6 +50,11 @@ SQLRETURN SQL_API SQLSetConnectAttr(SQLHDBC connection, SQLINTEGER attribute, SQ
                                     SQLINTEGER length) {
     calls().connectionAttributes[attribute] = reinterpret_cast<std::uintptr_t>(value);
     return original<decltype(SQLSetConnectAttr)>("SQLSetConnectAttr")(connection, attribute, value, length);
+}
+
+SQLRETURN SQL_API SQLFreeHandle(SQLSMALLINT kind, SQLHANDLE handle) {
+    calls().freedStatements += kind == SQL_HANDLE_STMT ? 1 : 0;
+    return original<decltype(SQLFreeHandle)>("SQLFreeHandle")(kind, handle);
 }
 
 SQLRETURN SQL_API SQLExecDirect(SQLHSTMT statement, SQLCHAR* text, SQLINTEGER length) {
@@ -76,6 +84,9 @@ class TstOdbcCalls : public QObject {
     void loginHasATimeLimit();
     void statementsGoNullTerminatedWithTheirBlanks_data();
     void statementsGoNullTerminatedWithTheirBlanks();
+    void statementWithANullCharacterIsNotSent_data();
+    void statementWithANullCharacterIsNotSent();
+    void failedStatementIsNotUsedAgain();
 
   private:
     std::unique_ptr<PrivateServer> m_server;
@@ -137,6 +148,41 @@ void TstOdbcCalls::statementsGoNullTerminatedWithTheirBlanks() {
         QCOMPARE(calls().wideTexts, (QStringList{command, query}));
     else
         QCOMPARE(calls().narrowTexts, (QList<QByteArray>{command.toUtf8(), query.toUtf8()}));
+}
+
+void TstOdbcCalls::statementWithANullCharacterIsNotSent_data() {
+    resultIsAskedForStaticAndOptimistic_data();
+}
+
+// The driver would take the text before it for the whole statement.
+void TstOdbcCalls::statementWithANullCharacterIsNotSent() {
+    QFETCH(bool, preferWide);
+    m_connection.open(u"dsn=QDX"_s, preferWide);
+    calls() = {};
+    const QString sql = u"SELECT 1"_s + QChar(u'\0') + u" WHERE 1=0"_s;
+    odbc::ResultSet result;
+    const auto refused = [&](const std::function<void()>& send) {
+        const auto error = errorOf(send);
+        QVERIFY(error);
+        QCOMPARE(error->number(), number(ErrorNumber::TypeMismatch));
+        QCOMPARE(error->text(),
+                 u"Tipos incompatíveis: o comando contém um caractere nulo e não foi enviado."_s);
+        QCOMPARE(error->statement(), sql);
+    };
+    refused([&] { m_connection.execute(sql); });
+    refused([&] { result.open(m_connection, sql); });
+    QCOMPARE(calls().lengths, QList<SQLINTEGER>());
+    m_connection.execute(u"SET @a = 1"_s);
+}
+
+void TstOdbcCalls::failedStatementIsNotUsedAgain() {
+    m_connection.open(u"dsn=QDX"_s);
+    m_connection.execute(u"SET @a = 1"_s);
+    calls() = {};
+    m_connection.execute(u"SET @a = 2"_s);
+    QCOMPARE(calls().freedStatements, 0);
+    QVERIFY(errorOf([this] { m_connection.execute(u"SET @a = "_s); }));
+    QCOMPARE(calls().freedStatements, 1);
 }
 
 QTEST_GUILESS_MAIN(TstOdbcCalls)
