@@ -317,7 +317,7 @@ void TstComissaoEdicao::periodIsCheckedBeforeTheSave() {
     QTest::keyClicks(end, u"29022024"_s);
     QTest::keyClick(end, Qt::Key_G, Qt::AltModifier);
     QTRY_VERIFY(editor()->isHidden());
-    QCOMPARE(m->texts().value(0), grava(u" 5"_s, u" 1.5"_s));
+    QCOMPARE(m->texts().value(0), save(u" 5"_s, u" 1.5"_s));
     QCOMPARE(grid()->text(1, 3), u"5,0"_s);
     QCOMPARE(grid()->rows(), 5);
 }
