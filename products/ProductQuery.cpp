@@ -3,6 +3,8 @@
 #include "base/Numeros.h"
 #include "base/Text.h"
 
+#include <QStringList>
+
 using namespace Qt::StringLiterals;
 
 namespace tarvessa {
