@@ -7,9 +7,9 @@
 
 namespace tarvessa {
 
-/// Shows in the status line which row of how many a batch is working on, and how long it still takes once
-/// that can be told. It repaints itself without
-/// processing other events, and stays hidden for batches of only a few rows.
+/// Shows in the status line which row of how many a batch is working on, and the remaining time once it can
+/// be estimated. It repaints itself without processing other events, and stays hidden for batches of only a
+/// few rows.
 class BatchProgress : public QProgressBar {
     Q_OBJECT
 
@@ -17,7 +17,7 @@ class BatchProgress : public QProgressBar {
     explicit BatchProgress(QWidget* parent);
 
     /// "2 min" or "35 s": how long the rest of a batch of `rows` takes when `done` of them took that long.
-    /// Empty while too little is done to tell.
+    /// Empty while too little is done for an estimate.
     static QString timeLeft(qint64 elapsedMs, int done, int rows);
 
     /// One batch, from construction to destruction: shows the progress and the busy pointer.

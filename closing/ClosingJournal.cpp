@@ -25,7 +25,7 @@ QString pathOf(const QString& prefix, qint32 number) {
 }
 
 bool write(const QString& path, const QList<std::pair<QString, QString>>& entries) {
-    // A new file each time: nothing that stands in its place is followed or written into.
+    // Always a new file: a link or file already at this path is never followed or written to.
     QFile::remove(path);
     QFile file(path);
     if (!file.open(QIODevice::WriteOnly | QIODevice::NewOnly))

@@ -9,8 +9,8 @@
 namespace tarvessa {
 
 /// Notes of the closings and conversions under way on this station, one small file each in the program's
-/// folder, removed when the work is done. A file that is still there after a cut tells with what terms the
-/// closing began, or which number a document was given; what has been done, only the database tells.
+/// folder, removed when the work is done. A file left after a cut records the terms the closing
+/// began with, or the number a document was given. What has been done is known from the database alone.
 namespace closingjournal {
 
 /// Notes a closing before its first write. False when the file cannot be written; nothing is raised.

@@ -15,9 +15,8 @@ class ClosingLog {
     void begin();
 
     /// Notes why the pre-sale was not closed; `pedido` as the list shows it, the reason with its leading
-    /// hyphen
-    /// (" - ..."). A line that cannot be written raises nothing, because no pre-sale may stay half closed for
-    /// the log's sake; `failure` tells it.
+    /// hyphen (" - ..."). A line that cannot be written raises nothing, so that the log never leaves a
+    /// pre-sale half closed; `failure` gives the error.
     void refuse(const QString& pedido, const QString& reason);
 
     void close() { m_file.fecha(); }

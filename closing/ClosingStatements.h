@@ -7,7 +7,7 @@
 
 namespace tarvessa {
 
-/// A closing as its statements tell it. Dates and time are fixed when it begins.
+/// What the statements of a closing contain. Dates and time are fixed when it begins.
 struct ClosingData {
     qint32 nrPedido = 0;
     QString formaPG;

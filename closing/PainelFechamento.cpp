@@ -84,7 +84,7 @@ PainelFechamento::~PainelFechamento() {
     Connection.watch({});
 }
 
-// The captions are fixed and have no mnemonics, so the tool tips tell the keys.
+// The captions are fixed and have no mnemonics, so the tool tips name the keys.
 void PainelFechamento::defineShortcuts() {
     setAltKey(ui->Command1, Qt::Key_S);
     setAltKey(ui->Command2, Qt::Key_T);

@@ -12,8 +12,8 @@ using namespace Qt::StringLiterals;
 
 namespace tarvessa {
 
-// Nobody has asked for anything yet, so a failure is told in the status bar and not in a box; the batch asks
-// again before it closes anything, and reports.
+// The operator has not asked for anything yet, so a failure is shown in the status bar instead of a box. The
+// batch queries again before it closes anything, and reports errors.
 void PainelFechamento::procuraInterrompidos() {
     try {
         mostraInterrompidos(static_cast<int>(interruptedclosings::find(firstListedDay()).size() +

@@ -23,7 +23,7 @@ namespace {
 // Column of `produtos` by price table; table 0 has none, its customers buy at any price.
 constexpr std::array<QStringView, 5> priceColumns = {u"", u"Venda", u"Venda2", u"Venda3", u"Venda4"};
 
-// Empty for table 0 and for a text that is no price table.
+// Empty for table 0 and for a text that does not name a price table.
 QString priceColumn(const QString& tabela) {
     const Dinheiro table = ValorNumerico(tabela);
     if (table.negativo() || table >= Dinheiro(std::ssize(priceColumns)) || table != Dinheiro(table.inteiro()))

@@ -5,8 +5,8 @@
 namespace tarvessa {
 
 /// The line of the panel's status bar about its list and its connection:
-/// "2.022 documentos, 2.018 selecionados, linha 17 · servidor/banco · versão 1.5.3". Where there is no room
-/// for all of it, it is cut at its end and the tool tip has the whole.
+/// "2.022 documentos, 2.018 selecionados, linha 17 · servidor/banco · versão 1.5.3". A text too
+/// long for the bar is cut at its end, and the tool tip shows all of it.
 class PanelStatus : public QLabel {
     Q_OBJECT
 

@@ -16,7 +16,7 @@ namespace tarvessa {
 
 namespace {
 
-// The deduction queries through a result of its own, so the walk goes on undisturbed.
+// The deduction queries through a result of its own, so the loop over the lines is not disturbed.
 void takeFromStock(odbc::ResultSet& lines, qint32 nrPedido, const std::function<void()>& beforeWrite) {
     const QString screen = stockLogText(nrPedido);
     const int codigo = lines.column(esquema::orcamento::codigo);

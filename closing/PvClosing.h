@@ -52,7 +52,7 @@ QString linesOfPv(qint32 nrPedido);
 /// `orcamento`.`Vendedor`. Raises RuntimeError (overflow) beyond 16 bits.
 qint16 sellerCode(const odbc::Field& vendedor);
 
-/// What the statements of a closing that begins now tell. `codigoCli` and `codigoVend` are those of the
+/// The data of a closing that begins now. `codigoCli` and `codigoVend` are those of the
 /// pre-sale's lines.
 ClosingData closingData(const Sale& sale, const QString& codigoCli, qint16 codigoVend);
 

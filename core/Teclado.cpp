@@ -70,7 +70,7 @@ bool Teclado::keyPressed(QWidget* control, QKeyEvent* event) {
     return typed(control, event);
 }
 
-// True when the character was sent on as the convention has it.
+// True when a character was sent on in its converted form.
 bool Teclado::typed(QWidget* control, const QKeyEvent* event) {
     const QString text = event->text();
     // Ctrl and Alt together are AltGr, which types characters; alone each makes a shortcut.

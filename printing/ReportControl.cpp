@@ -44,7 +44,7 @@ void ReportControl::setAction(int action) {
     if (action != 1)
         return;
     const QString layoutPath = QString(m_fileName).replace(u'\\', u'/');
-    // Taken before anything can fail: neither query nor name may pass on to the report after a failed one.
+    // Taken before anything can fail, so that a failed report leaves neither query nor name to the next one.
     const QString documentName = std::exchange(m_documentName, {});
     if (!m_queryLayout)
         m_queryLayout = layoutPath;
@@ -70,7 +70,7 @@ void ReportControl::showPreview(const std::shared_ptr<report::Report>& report, c
     QWidget* behind = QApplication::activeModalWidget();
     if (!behind)
         behind = QApplication::activeWindow();
-    // An earlier preview is no screen: closing it would close this one too.
+    // Not an earlier preview: closing that one would close this one too.
     while (qobject_cast<report::PreviewWindow*>(behind))
         behind = behind->parentWidget();
     if (!behind)

@@ -42,8 +42,8 @@ QString allWords(const QString& text) {
     return terms;
 }
 
-// The statement of every text that is not a bar code. What it looks for is decided by `text`; `pattern` is
-// what stands for it in the SQL.
+// The statement for any text that is not a bar code. `text` decides what is searched; `pattern` is its form
+// in the SQL.
 QString likeStatement(const QString& text, const QString& pattern) {
     if (hasPrefix(text, u'='))
         return u"Select * from Produtos where aplicacao like '%"_s + pattern.sliced(1) +

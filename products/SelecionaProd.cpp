@@ -100,7 +100,7 @@ void SelecionaProd::setUpKeys() {
     onKey(Qt::Key_Enter, [this] { escolhe(); });
     onKey(Qt::Key_Escape, [this] { desiste(); });
     onKey(Qt::Key_F2, [this] { cmbVisualizarImagem_Click(); });
-    // Its tool tip tells F2 alone.
+    // Not through setAltKey: the tool tip names F2 only.
     ui->cmbVisualizarImagem->setShortcut(Qt::ALT | Qt::Key_V);
 }
 

@@ -109,8 +109,8 @@ void Comissao::cellClicked(int row, int column) {
         abreExtrato(row);
 }
 
-// The dates may have been changed since the run. Texts that are no dates are refused; a start after the end
-// is not, it gives an empty statement.
+// The dates may have been changed since the run. Texts that are not dates are refused; a start after the end
+// is accepted and gives an empty statement.
 void Comissao::abreExtrato(int row) {
     if (!m_periodo->confereDatas())
         return;

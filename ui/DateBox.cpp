@@ -36,7 +36,7 @@ DateBox::DateBox(QWidget* parent) : QLineEdit(parent) {
 }
 
 QDate DateBox::date() const {
-    // The text comes without the mask's blanks: one digit of a day or month is all there is.
+    // The text comes without the mask's blanks, so a day or month may have a single digit.
     constexpr qsizetype yearDigits = 4;
     const QStringList parts = text().split(u'/');
     if (parts.size() != 3 || parts[2].size() != yearDigits)

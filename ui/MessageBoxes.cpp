@@ -48,7 +48,7 @@ int show(QWidget* parent, const QString& text, QMessageBox::Icon icon, QMessageB
         scrollLongText(box);
         answer = box.exec();
     }
-    // What follows may keep the program busy for long: the place where the box was is painted before.
+    // What follows may keep the program busy for long, so the area under the box is repainted first.
     if (parent)
         parent->window()->repaint();
     return answer;

@@ -14,7 +14,7 @@ namespace {
 
 constexpr qint64 largestFile = qint64{4} * 1024 * 1024;
 
-// Why what lies at this path is no file that can be a layout; empty when it may be one.
+// Why the file at this path cannot be a layout; empty when it can.
 QString problemOf(const QFileInfo& file) {
     if (file.isSymLink())
         return u"é um atalho (link simbólico)"_s;

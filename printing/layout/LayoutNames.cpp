@@ -33,7 +33,7 @@ LayoutNames::LayoutNames(const QString& fileName, const QByteArray& contents)
             raiseLayoutError(fileName, reader.lineNumber(), u"o nome \"%1\" já está em uso."_s.arg(name));
         m_declared.insert(name.toLower(), {*source, count[*source]++});
     }
-    // Told before anything else: in a truncated file names are missing that other elements use.
+    // Reported first: a truncated file lacks names that other elements use.
     if (reader.hasError())
         raiseXmlError(fileName, reader);
 }

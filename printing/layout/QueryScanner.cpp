@@ -4,7 +4,7 @@ namespace tarvessa::report {
 
 namespace {
 
-// As the server has it: characters beyond ASCII, no-break spaces among them, belong to words.
+// The server treats characters beyond ASCII, including no-break spaces, as parts of words.
 bool isWordCharacter(QChar c) {
     return c.isLetterOrNumber() || c == u'_' || c == u'$' || c.unicode() >= 0x80;
 }

@@ -15,7 +15,7 @@ bool isWord(QStringView token, QStringView word) {
     return token.compare(word, Qt::CaseInsensitive) == 0;
 }
 
-// In a query these words stand for a change of data, except as a function (REPLACE(...)) and as the name of a
+// In a query these words mean a change of data, except as a function (REPLACE(...)) and as the name of a
 // column after a point.
 bool isChange(QStringView before, QStringView word, QStringView after) {
     constexpr std::array<QStringView, 4> changes = {u"INSERT", u"UPDATE", u"DELETE", u"REPLACE"};

@@ -36,7 +36,7 @@ void Composer::composeBand(const Item& item, const Context& context, PageSink& s
                   {},
                   fill,
                   0});
-    // What lies below a text that has grown moves down by the growth.
+    // Elements below a text that has grown move down by the growth.
     const double growth = static_cast<double>(item.height) - band.height;
     double grownFrom = std::numeric_limits<double>::max();
     if (growth > 1)
