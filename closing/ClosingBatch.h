@@ -41,7 +41,7 @@ class ClosingBatch {
     void decide(const ListedPv& pv);
     void close(const ListedPv& pv, QDate vencto);
     void cancel(const ListedPv& pv);
-    void refuse(const ListedPv& pv, const QString& reason);
+    void refuse(const ListedPv& pv, ClosingReason reason);
 
     const ClosingSettings& m_settings;
     QString m_listedSince;

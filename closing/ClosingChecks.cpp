@@ -22,13 +22,9 @@ StockCheck checkProducts(odbc::ResultSet& products, const BatchAnswer& answer) {
     const int quantity = products.column(esquema::orcamento::quantidade);
     const int stock = products.column(u"estoque");
     StockCheck result;
-    for (; !products.atEnd(); products.moveNext()) {
-        if (products.field(quantity).decimal() > products.field(stock).decimal())
-            result.sufficient = false;
-        const QString code = products.field(codigo).text();
-        if (!code.startsWith(esquema::notaDoPedido) && (!isQuotable(code) || answer.isUnmovable(code)))
-            result.movable = false;
-    }
+    for (; !products.atEnd(); products.moveNext())
+        result.add(products.field(codigo).text(), products.field(quantity).decimal(),
+                   products.field(stock).decimal(), answer);
     return result;
 }
 
@@ -44,17 +40,17 @@ bool isQuotable(const QString& code) {
     return !code.contains(u'\'') && !code.contains(u'\\');
 }
 
-std::optional<QString> documentDigits(const QString& codigoCli) {
+std::optional<QString> customerDocument(const QString& codigoCli) {
     TemRegistro = AbreRS(u"Select CNPJ_CPF From Clientes Where Codigo='"_s + codigoCli + u"'"_s);
-    std::optional<QString> digits;
+    std::optional<QString> document;
     if (!rs.atEnd())
-        digits = SoNumeros(rs.field(esquema::clientes::cnpjCpf).text());
+        document = rs.field(esquema::clientes::cnpjCpf).text();
     rs.close();
-    return digits;
+    return document;
 }
 
-bool isPrivatePerson(const QString& documentDigits) {
-    return documentDigits.size() < fewestCompanyDigits;
+bool isPrivatePerson(const QString& document) {
+    return SoNumeros(document).size() < fewestCompanyDigits;
 }
 
 bool isPaymentValid(const ListedPv& pv) {
@@ -74,6 +70,13 @@ std::optional<QDate> dueDate(const QString& diasVenc) {
     return date.isValid() && date.year() <= lastYear ? std::optional(date) : std::nullopt;
 }
 
+void StockCheck::add(const QString& codigo, Dinheiro needed, Dinheiro available, const BatchAnswer& answer) {
+    if (needed > available)
+        shortages.append({codigo, needed, available});
+    if (!codigo.startsWith(esquema::notaDoPedido) && (!isQuotable(codigo) || answer.isUnmovable(codigo)))
+        movable = false;
+}
+
 StockCheck checkStock(const QString& pedido, const BatchAnswer& answer) {
     TemRegistro = AbreRS(
         u"SELECT o.codigo, SUM(o.quantidade) as quantidade, ifnull(p.quantidade+p.quantidade2,0) AS estoque  "
@@ -84,30 +87,39 @@ StockCheck checkStock(const QString& pedido, const BatchAnswer& answer) {
     return result;
 }
 
-QString objectionToLines(odbc::ResultSet& lines, const ListedPv& pv, const QString& listedSince) {
+void LinesCheck::add(const odbc::Field& situacao, const odbc::Field& dataAbertura,
+                     const odbc::Field& totalPed) {
+    if (!isOpen(situacao)) {
+        m_anyOther = true;
+        return;
+    }
+    m_anyOpen = true;
+    if (dataAbertura.text() >= m_listedSince)
+        m_total += totalPed.decimal();
+}
+
+std::optional<ClosingReason> LinesCheck::objection() const {
+    if (!m_anyOpen)
+        return ClosingReason::Settled;
+    if (m_anyOther)
+        return ClosingReason::PartlySettled;
+    if (FormataDinheiro(m_total) != m_pv.total)
+        return ClosingReason::TotalChanged;
+    return {};
+}
+
+std::optional<ClosingReason> objectionToLines(odbc::ResultSet& lines, const ListedPv& pv,
+                                              const QString& listedSince) {
     const int situacao = lines.column(esquema::orcamento::situacao);
     const int dataAbertura = lines.column(esquema::orcamento::dataAbertura);
     const int totalPed = lines.column(esquema::orcamento::totalPed);
-    bool anyOpen = false;
-    bool anyOther = false;
-    Dinheiro total;
-    for (; !lines.atEnd(); lines.moveNext()) {
-        if (!isOpen(lines.field(situacao))) {
-            anyOther = true;
-            continue;
-        }
-        anyOpen = true;
-        if (lines.field(dataAbertura).text() >= listedSince)
-            total += lines.field(totalPed).decimal();
-    }
-    if (!anyOpen)
-        return u" - O PEDIDO JÁ FOI ENCERRADO OU CANCELADO."_s;
-    if (anyOther)
-        return u" - O PEDIDO TEM ITENS JÁ ENCERRADOS OU CANCELADOS. CONFIRA O NÚMERO DO PEDIDO."_s;
-    if (FormataDinheiro(total) != pv.total)
-        return u" - O TOTAL DO PEDIDO MUDOU. CARREGUE A LISTA NOVAMENTE."_s;
-    lines.moveFirst();
-    return {};
+    LinesCheck check(pv, listedSince);
+    for (; !lines.atEnd(); lines.moveNext())
+        check.add(lines.field(situacao), lines.field(dataAbertura), lines.field(totalPed));
+    const std::optional<ClosingReason> objection = check.objection();
+    if (!objection)
+        lines.moveFirst();
+    return objection;
 }
 
 } // namespace tarvessa

@@ -7,7 +7,7 @@
 
 using namespace Qt::StringLiterals;
 
-namespace tarvessa::closingstatements {
+namespace tarvessa {
 
 namespace {
 
@@ -36,6 +36,20 @@ QString firstCharacters(const QString& text, int count) {
 
 } // namespace
 
+ReceivableTerms receivableTerms(const QString& formaPG, bool avista, QDate vencto, QDate today,
+                                const QString& cashAccount, const QString& receivablesAccount) {
+    const ReceivableForm form = receivableForm(formaPG, avista);
+    const bool cash = form == ReceivableForm::Cash;
+    ReceivableTerms terms;
+    terms.card = form == ReceivableForm::Card;
+    terms.settled = form != ReceivableForm::Open;
+    terms.vencto = cash ? today : vencto;
+    terms.conta = cash ? cashAccount : receivablesAccount;
+    return terms;
+}
+
+namespace closingstatements {
+
 QString settleLines(const ClosingData& closing) {
     return u" UPDATE orcamento SET SituacaoOrc='B', DataBaixa= '"_s + TextoSQL(closing.today) +
            u"', Horario='"_s + closing.hora + u"', status='B' WHERE NrPedido="_s +
@@ -50,23 +64,20 @@ QString settleControl(const ClosingData& closing) {
 
 QString insertReceivable(const ClosingData& closing, bool avista, const QString& cashAccount,
                          const QString& receivablesAccount) {
-    const ReceivableForm form = receivableForm(closing.formaPG, avista);
-    const bool card = form == ReceivableForm::Card;
-    const bool cash = form == ReceivableForm::Cash;
+    const ReceivableTerms terms = receivableTerms(closing.formaPG, avista, closing.vencto, closing.today,
+                                                  cashAccount, receivablesAccount);
     const QString number = QString::number(closing.nrPedido);
     const QString value = closing.valor.ponto();
-    const QString due = TextoSQL(cash ? closing.today : closing.vencto);
-    const QString settlement = form == ReceivableForm::Open
-                                   ? u", '1901-01-01', 0.00, 'A', '"_s
-                                   : u", '"_s + due + u"', "_s + value + u", 'B', '"_s;
+    const QString due = TextoSQL(terms.vencto);
+    const QString settlement =
+        terms.settled ? u", '"_s + due + u"', "_s + value + u", 'B', '"_s : u", '1901-01-01', 0.00, 'A', '"_s;
     return u"INSERT INTO `areceber` (`CodigoCli`, `NomeCli`, `Emissao`, `Vencto`, `Valor`, `Historico`, "
            "`Nr_Pedido`, `DataBaixa`, `ValorPago`, `SitBaixa`, `TipoPag`, "_s +
-           (card ? u"TipoCartao, "_s : QString()) + u"CodigoVend, CodigoMec, ContaCTB) VALUES ('"_s +
+           (terms.card ? u"TipoCartao, "_s : QString()) + u"CodigoVend, CodigoMec, ContaCTB) VALUES ('"_s +
            closing.codigoCli + u"', '"_s + closing.nomeCli + u"', '"_s + TextoSQL(closing.today) + u"', '"_s +
            due + u"', "_s + value + u", 'REF.: PRÉ VENDA Nº"_s + number + u"', "_s + number + settlement +
-           closing.formaPG + u"', "_s + (card ? u"'C-', "_s : QString()) +
-           QString::number(closing.codigoVend) + u", 0, '"_s + (cash ? cashAccount : receivablesAccount) +
-           u"')"_s;
+           closing.formaPG + u"', "_s + (terms.card ? u"'C-', "_s : QString()) +
+           QString::number(closing.codigoVend) + u", 0, '"_s + terms.conta + u"')"_s;
 }
 
 QString cashCode(qint32 nrPedido) {
@@ -87,4 +98,6 @@ QString storeLastPv(const ClosingData& closing) {
     return u"UPDATE Empresa SET UltimaPV="_s + QString::number(closing.nrPedido);
 }
 
-} // namespace tarvessa::closingstatements
+} // namespace closingstatements
+
+} // namespace tarvessa

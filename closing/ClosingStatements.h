@@ -20,6 +20,19 @@ struct ClosingData {
     QString hora; ///< "HH:MM"
 };
 
+/// How a closing writes its receivable.
+struct ReceivableTerms {
+    bool card = false;    ///< the form of the statement that cards have
+    bool settled = false; ///< received with the closing; otherwise open
+    QDate vencto;
+    QString conta; ///< `areceber`.`ContaCTB`
+};
+
+/// The receivable's terms: `avista` as `Finalizadoras` has it for the method, the due date asked for, and the
+/// accounts of `empresa`.`ContaCTB1` for cash and for what is received later.
+ReceivableTerms receivableTerms(const QString& formaPG, bool avista, QDate vencto, QDate today,
+                                const QString& cashAccount, const QString& receivablesAccount);
+
 /// What the closing of a pre-sale writes after its stock, one statement each, in the order in which they are
 /// sent.
 namespace closingstatements {

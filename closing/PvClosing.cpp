@@ -72,13 +72,12 @@ bool isAvista(const QString& formaPG) {
     return avista;
 }
 
-QString closePv(const Sale& sale, const ClosingSettings& settings, ClosingHistory& history,
-                const ClosingHooks& hooks) {
+std::optional<ClosingReason> closePv(const Sale& sale, const ClosingSettings& settings,
+                                     ClosingHistory& history, const ClosingHooks& hooks) {
     const BusyPointer pointer;
     TemRegistro = AbreRS(linesOfPv(sale.nrPedido));
     if (hooks.objection) {
-        const QString reason = hooks.objection(rs);
-        if (!reason.isEmpty()) {
+        if (const std::optional<ClosingReason> reason = hooks.objection(rs)) {
             rs.close();
             return reason;
         }

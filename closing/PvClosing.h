@@ -1,10 +1,12 @@
 #pragma once
 
+#include "closing/ClosingReasons.h"
 #include "closing/ClosingStatements.h"
 
 #include <QSet>
 
 #include <functional>
+#include <optional>
 
 namespace tarvessa {
 
@@ -34,9 +36,9 @@ struct Sale {
 
 /// Where the caller of a closing takes part in it; each may be empty.
 struct ClosingHooks {
-    /// Looks at the lines before anything is written and leaves them on their first row. A text that is not
-    /// empty bars the closing.
-    std::function<QString(odbc::ResultSet& lines)> objection;
+    /// Looks at the lines before anything is written and leaves them on their first row. A reason bars the
+    /// closing.
+    std::function<std::optional<ClosingReason>(odbc::ResultSet& lines)> objection;
     /// Called once, before the first statement that writes.
     std::function<void()> beforeFirstWrite;
 };
@@ -65,8 +67,8 @@ bool isAvista(const QString& formaPG);
 /// `orcamento_controle`), writes receivable (`areceber`), cash row (`caixa`) and last number (`empresa`).
 /// Shows the busy pointer. Raises RuntimeError; what was executed before stays.
 ///
-/// Gives the text of the objection that barred it; empty when the pre-sale was closed.
-QString closePv(const Sale& sale, const ClosingSettings& settings, ClosingHistory& history,
-                const ClosingHooks& hooks = {});
+/// Gives the reason that barred it; nothing when the pre-sale was closed.
+std::optional<ClosingReason> closePv(const Sale& sale, const ClosingSettings& settings,
+                                     ClosingHistory& history, const ClosingHooks& hooks = {});
 
 } // namespace tarvessa

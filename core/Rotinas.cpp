@@ -14,16 +14,24 @@ using namespace Qt::StringLiterals;
 
 namespace tarvessa {
 
-QList<MovimentoDeEstoque> MovimentosDeEstoque(const QString& codigo, Dinheiro quantidade) {
-    odbc::ResultSet ficha = NovoRS(
-        u"select codigo, codigoprod, quantidade from FichaTecnica where Codigoprod = '"_s + codigo + u"'"_s);
-    if (ficha.atEnd())
+QList<MovimentoDeEstoque> MovimentosPelaFicha(const QString& codigo, Dinheiro quantidade,
+                                              const QList<ComponenteDaFicha>& ficha) {
+    if (ficha.isEmpty())
         return {{codigo, quantidade, false}};
     QList<MovimentoDeEstoque> movimentos;
-    for (; !ficha.atEnd(); ficha.moveNext())
-        movimentos.append({ficha.field(esquema::fichaTecnica::codigo).text(),
-                           quantidade * ficha.field(esquema::fichaTecnica::quantidade).decimal(), true});
+    for (const ComponenteDaFicha& componente : ficha)
+        movimentos.append({componente.codigo, quantidade * componente.quantidade, true});
     return movimentos;
+}
+
+QList<MovimentoDeEstoque> MovimentosDeEstoque(const QString& codigo, Dinheiro quantidade) {
+    odbc::ResultSet linhas = NovoRS(
+        u"select codigo, codigoprod, quantidade from FichaTecnica where Codigoprod = '"_s + codigo + u"'"_s);
+    QList<ComponenteDaFicha> ficha;
+    for (; !linhas.atEnd(); linhas.moveNext())
+        ficha.append({linhas.field(esquema::fichaTecnica::codigo).text(),
+                      linhas.field(esquema::fichaTecnica::quantidade).decimal()});
+    return MovimentosPelaFicha(codigo, quantidade, ficha);
 }
 
 QString comandoDeBaixa(const MovimentoDeEstoque& movimento) {

@@ -21,8 +21,18 @@ struct MovimentoDeEstoque {
     bool operator==(const MovimentoDeEstoque&) const = default;
 };
 
+/// A row of a product's technical sheet: the component, and how much of it goes into one unit.
+struct ComponenteDaFicha {
+    QString codigo;
+    Dinheiro quantidade;
+};
+
 /// What leaves the stock for a quantity of a product: the product, or the components of its technical sheet
-/// (`FichaTecnica`). Raises RuntimeError.
+/// where that has any. Raises RuntimeError (overflow).
+QList<MovimentoDeEstoque> MovimentosPelaFicha(const QString& codigo, Dinheiro quantidade,
+                                              const QList<ComponenteDaFicha>& ficha);
+
+/// The same with the sheet that the product has in `FichaTecnica`. Raises RuntimeError.
 QList<MovimentoDeEstoque> MovimentosDeEstoque(const QString& codigo, Dinheiro quantidade);
 
 /// The statement that takes a movement out of `produtos`.
