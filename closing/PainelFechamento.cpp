@@ -109,6 +109,13 @@ void PainelFechamento::defineShortcuts() {
         if (concluiEdicao())
             abreInterrompidos();
     });
+    ui->Grid1->addAction(ui->MnConferencia);
+    onSignal(ui->MnConferencia, &QAction::triggered, this, [this](bool) {
+        if (concluiEdicao())
+            abreConferencia();
+    });
+    ui->Command4->setToolTip(ui->Command4->toolTip() +
+                             u"\nF6: Conferência, que mostra antes o que será feito"_s);
     ui->LabelVisualiza->setToolTip(u"Tecla de atalho: F3"_s);
 }
 

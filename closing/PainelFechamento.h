@@ -141,6 +141,10 @@ class PainelFechamento : public QMainWindow {
     void removeSettled();
     ListedPv listedPv(int row) const;
 
+    // What the batch would do (PainelFechamentoConferencia.cpp)
+    void abreConferencia();
+    void goToPv(const QString& pedido);
+
     // Closings that were cut (PainelFechamentoInterrompidos.cpp)
     void procuraInterrompidos();
     void abreInterrompidos();
