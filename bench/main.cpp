@@ -5,6 +5,7 @@
 #include "bench/PrintingBench.h"
 #include "bench/ProductBench.h"
 #include "bench/ProgramBench.h"
+#include "bench/RehearsalBench.h"
 #include "bench/ReportsBench.h"
 #include "bench/TargetsBench.h"
 #include "bench/support/Machine.h"
@@ -42,6 +43,8 @@ void measure(const QStringList& subjects) {
         rows += bench::memoryRows(workload);
     if (wanted(u"closing"_s))
         rows += bench::closingRows(server, workload);
+    if (wanted(u"rehearsal"_s))
+        rows += bench::rehearsalRows(server, workload);
     if (wanted(u"operations"_s))
         rows += bench::operationRows(server);
     if (wanted(u"start"_s))

@@ -51,9 +51,9 @@ void Workload::products() const {
                      "FROM seq_1_to_500"_s);
 }
 
-void Workload::listing(int count) const {
+void Workload::listing(int count, int lines) const {
     m_server.execute(u"TRUNCATE orcamento;"_s +
-                     documents(u"'A'"_s, u"seq_1_to_%1 d, seq_1_to_1 l"_s.arg(count),
+                     documents(u"'A'"_s, u"seq_1_to_%1 d, seq_1_to_%2 l"_s.arg(count).arg(lines),
                                u"CURDATE() - INTERVAL d.seq % 7 DAY"_s) +
                      u"; ANALYZE TABLE orcamento, clientes"_s);
 }

@@ -13,9 +13,9 @@ class Workload {
     /// Writes customers, payment methods, company and technical sheets. Raises TestError.
     explicit Workload(test::PrivateServer& server);
 
-    /// So many pre-sales of the last seven days and nothing else, one line each, so that the server's own
-    /// share in listing them is as small as it gets. Raises TestError.
-    void listing(int documents) const;
+    /// So many pre-sales of the last seven days and nothing else. With one line each the server's own share
+    /// in listing them is as small as it gets. Raises TestError.
+    void listing(int documents, int lines = 1) const;
 
     /// A thousand pre-sales of three lines, so many of them open and listed, the others closed long ago;
     /// stock, receivables, cash book and stock log as before any closing. Raises TestError.
