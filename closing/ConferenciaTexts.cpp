@@ -110,9 +110,8 @@ QString documentText(const RehearsedPv& rehearsed) {
 
 QString receivableText(const RehearsedPv& rehearsed) {
     const ReceivableTerms& terms = rehearsed.receivable;
-    return u"%1 em %2, conta %3"_s.arg(terms.settled ? u"recebimento liquidado, com vencimento"_s
-                                                     : u"recebimento em aberto, vence"_s,
-                                       TextoTela(terms.vencto), terms.conta);
+    return u"%1, vencimento %2, conta %3"_s.arg(terms.settled ? u"liquidado"_s : u"em aberto"_s,
+                                                TextoTela(terms.vencto), terms.conta);
 }
 
 QList<Group> allGroups() {

@@ -244,32 +244,31 @@ void TstConferencia::fillCases() {
 
     m_cases[u"open receivable"_s] = {buying(u"BOLETO"_s, u"30"_s),
                                      u"encerrada"_s,
-                                     u"recebimento em aberto, vence em 14/04/2024, conta 1.05"_s,
+                                     u"em aberto, vencimento 14/04/2024, conta 1.05"_s,
                                      {},
                                      {},
                                      success};
     m_cases[u"settled receivable"_s] = {buying(u"DINHEIRO"_s, u"0"_s),
                                         u"encerrada"_s,
-                                        u"recebimento liquidado, com vencimento em 15/03/2024, conta 1.01"_s,
+                                        u"liquidado, vencimento 15/03/2024, conta 1.01"_s,
                                         {},
                                         {},
                                         success};
-    m_cases[u"cash with a term is due today"_s] = {
-        buying(u"PIX"_s, u"10"_s),
-        u"encerrada"_s,
-        u"recebimento liquidado, com vencimento em 15/03/2024, conta 1.01"_s,
-        {},
-        {},
-        success};
+    m_cases[u"cash with a term is due today"_s] = {buying(u"PIX"_s, u"10"_s),
+                                                   u"encerrada"_s,
+                                                   u"liquidado, vencimento 15/03/2024, conta 1.01"_s,
+                                                   {},
+                                                   {},
+                                                   success};
     m_cases[u"card"_s] = {buying(u"CARTÃO"_s, u"30"_s),
                           u"encerrada"_s,
-                          u"recebimento liquidado, com vencimento em 14/04/2024, conta 1.05"_s,
+                          u"liquidado, vencimento 14/04/2024, conta 1.05"_s,
                           {},
                           {},
                           success};
     m_cases[u"cheque"_s] = {buying(u"CHEQUE PRÉ"_s, u"15"_s),
                             u"encerrada"_s,
-                            u"recebimento liquidado, com vencimento em 30/03/2024, conta 1.05"_s,
+                            u"liquidado, vencimento 30/03/2024, conta 1.05"_s,
                             {},
                             {},
                             success};
@@ -287,7 +286,7 @@ void TstConferencia::fillCases() {
         {cancelled}};
     m_cases[u"document with two letters"_s] = {person(u"12A4567800B195"_s),
                                                u"encerrada"_s,
-                                               u"recebimento em aberto, vence em 14/04/2024, conta 1.05"_s,
+                                               u"em aberto, vencimento 14/04/2024, conta 1.05"_s,
                                                {},
                                                {},
                                                success};
@@ -316,7 +315,7 @@ void TstConferencia::fillCases() {
             b->shop().documento({.pedido = 1, .linhas = {{u"P2"_s, u"3.5"_s}}});
         },
         u"encerrada"_s,
-        u"recebimento em aberto, vence em 14/04/2024, conta 1.05"_s,
+        u"em aberto, vencimento 14/04/2024, conta 1.05"_s,
         {},
         {},
         success};
@@ -457,9 +456,9 @@ void TstConferencia::compareWithTheBatch(const QList<QStringList>& seen, const S
     QMap<QString, QStringList> receivables;
     for (const QStringList& row : b->server().query(
              u"SELECT Nr_Pedido, SitBaixa, DATE_FORMAT(Vencto, '%d/%m/%Y'), ContaCTB FROM areceber"_s))
-        receivables[row[0]].append(
-            row[1] == u"B" ? u"recebimento liquidado, com vencimento em %1, conta %2"_s.arg(row[2], row[3])
-                           : u"recebimento em aberto, vence em %1, conta %2"_s.arg(row[2], row[3]));
+        receivables[row[0]].append(row[1] == u"B"
+                                       ? u"liquidado, vencimento %1, conta %2"_s.arg(row[2], row[3])
+                                       : u"em aberto, vencimento %1, conta %2"_s.arg(row[2], row[3]));
     for (const QStringList& row : seen) {
         const QString& pedido = row[col::Pedido];
         const bool closed = row[col::Resultado] == u"encerrada";
@@ -497,7 +496,7 @@ void TstConferencia::earlierRowsTakeStock_data() {
     const auto short3 = [](const QString& product, const QString& there) {
         return u"estoque: %1: precisa de 3, há %2 depois das PVs acima"_s.arg(product, there);
     };
-    const QString closed = u"recebimento em aberto, vence em 14/04/2024, conta 1.05"_s;
+    const QString closed = u"em aberto, vencimento 14/04/2024, conta 1.05"_s;
     QTest::newRow("the same product") << u"NAO"_s << u"A"_s << u"A"_s << u"8"_s << short3(u"A"_s, u"2"_s);
     QTest::newRow("just enough") << u"NAO"_s << u"A"_s << u"A"_s << u"7"_s << closed;
     QTest::newRow("other letter case") << u"NAO"_s << u"a"_s << u"A"_s << u"8"_s << short3(u"A"_s, u"2"_s);
@@ -744,7 +743,7 @@ void TstConferencia::detailOfTheCurrentRow() {
         auto* detail = hands.control<QPlainTextEdit>(u"Detalhe"_s);
         QVERIFY(detail->isReadOnly());
         QCOMPARE(hands.focus(), u"Grid1"_s);
-        QCOMPARE(detail->toPlainText(), u"recebimento em aberto, vence em 14/04/2024, conta 1.05"_s);
+        QCOMPARE(detail->toPlainText(), u"em aberto, vencimento 14/04/2024, conta 1.05"_s);
         hands.key(Qt::Key_Down);
         QCOMPARE(detail->toPlainText(), u"forma de pagamento: FIADO não está na lista de finalizadoras"_s);
     });
@@ -924,8 +923,7 @@ void TstConferencia::commitsWhatIsBeingEdited() {
     b->click(1, painelfechamento::DiasVenc);
     QVERIFY(b->editor()->isVisible());
     b->type(u"45"_s);
-    QCOMPARE(rows().value(0).value(col::Detalhe),
-             u"recebimento em aberto, vence em 29/04/2024, conta 1.05"_s);
+    QCOMPARE(rows().value(0).value(col::Detalhe), u"em aberto, vencimento 29/04/2024, conta 1.05"_s);
     QVERIFY(!b->editor()->isVisible());
     QCOMPARE(b->valor(u"SELECT prazo FROM clientes"_s), u"45"_s);
 }
