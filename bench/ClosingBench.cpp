@@ -6,7 +6,11 @@
 #include "bench/support/Painted.h"
 #include "bench/support/Recorded.h"
 #include "bench/support/Workload.h"
+#include "closing/BatchQuestion.h"
+#include "closing/ClosingBatch.h"
+#include "closing/ListedPeriod.h"
 #include "closing/PainelFechamento.h"
+#include "closing/ServerLock.h"
 #include "core/AcessoDados.h"
 #include "support/PrivateServer.h"
 #include "ui/grid/Grid.h"
@@ -26,6 +30,8 @@ namespace {
 
 constexpr double loopGoal = 1.05;
 constexpr double evenGoal = 1.2;
+constexpr double guardGoal = 0.01;
+constexpr double hundred = 100;
 
 constexpr int rounds = 5;
 
@@ -64,6 +70,18 @@ double closeAll(int presales, std::vector<double>& boxTimes) {
     return BoxAnswerer::between(boxes[0], boxes[1]);
 }
 
+// What keeps two stations apart, and interrupted closings from being begun again.
+double guardOnce() {
+    if (!IniciaBanco())
+        throw std::runtime_error("the database cannot be reached");
+    const double seconds = secondsOf([] {
+        const ServerLock lock(closingLockName, closingLockSeconds);
+        askBeforeBatch(firstListedDay());
+    });
+    EncerraBanco();
+    return seconds;
+}
+
 // What the panel sends between its two boxes: everything after start-up but the listing at the very end.
 QByteArrayList statementsOf(test::PrivateServer& server, const Workload& workload, int presales) {
     workload.closing(presales);
@@ -96,6 +114,7 @@ QList<Row> closingRows(test::PrivateServer& server, const Workload& workload) {
         contestants.push_back([panel, repeats = repeats] { return repeated(repeats, panel); });
         contestants.push_back([loop, repeats = repeats] { return repeated(repeats, loop); });
     }
+    contestants.push_back(guardOnce);
     const std::vector<double> times = interleaved(rounds, contestants);
 
     QList<Row> rows;
@@ -120,6 +139,14 @@ QList<Row> closingRows(test::PrivateServer& server, const Workload& workload) {
                  ratioText(most / least),
                  u"flat within 20 %"_s,
                  most <= least * evenGoal});
+    const double guard = times[2 * sizes.size()];
+    const double share = guard / times[2 * (sizes.size() - 1)];
+    rows.append({u"- lock, question and release around a batch, against 1,000 PVs"_s,
+                 timeText(guard),
+                 {},
+                 u"%1 %"_s.arg(share * hundred, 0, 'f', 2),
+                 u"under 1 %"_s,
+                 share < guardGoal});
     rows.append({u"- its boxes: the notice taken apart, the last one made and shown"_s,
                  timeText(median(boxTimes)),
                  {},

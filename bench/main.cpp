@@ -7,6 +7,7 @@
 #include "bench/ProgramBench.h"
 #include "bench/RehearsalBench.h"
 #include "bench/ReportsBench.h"
+#include "bench/SurvivalBench.h"
 #include "bench/TargetsBench.h"
 #include "bench/support/Machine.h"
 #include "bench/support/Workload.h"
@@ -55,6 +56,8 @@ void measure(const QStringList& subjects) {
         rows += bench::printingRows(server);
     if (wanted(u"targets"_s))
         rows += bench::targetRows(server, workload);
+    if (wanted(u"survival"_s))
+        rows += bench::survivalRows(server);
     // Last: it leaves products that no other subject knows.
     if (wanted(u"products"_s))
         rows += bench::productRows(server);
