@@ -655,6 +655,20 @@ SELECT nrpedido, tipo, IF(situacao = 'B', 0, NULL), IF(situacao = 'B', 'B', 'A')
        IF(situacao = 'B', CONCAT(@hoje - INTERVAL dias DAY, ' 17:30:00'), NULL)
   FROM documento;
 
+-- What the closing of the closed ones has written.
+INSERT INTO areceber (CodigoCli, NomeCli, Emissao, Vencto, Valor, Historico, Nr_Pedido, DataBaixa, ValorPago, SitBaixa,
+                      TipoPag, CodigoVend, CodigoMec, ContaCTB)
+SELECT o.codigocli, c.nome, o.databaixa, o.databaixa + INTERVAL 28 DAY, SUM(o.totalped),
+       CONCAT('REF.: PRÉ VENDA Nº', o.nrpedido), o.nrpedido, '1901-01-01', 0, 'A', 'BOLETO', o.Vendedor, 0, '1.05'
+  FROM orcamento AS o JOIN clientes AS c ON c.codigo = o.codigocli
+ WHERE o.TipoOperacao = 'P' AND o.situacaoorc = 'B'
+ GROUP BY o.nrpedido;
+
+INSERT INTO caixa (cd_cta, DataCx, Historico, Valor, Finaliza1, ValorFin1, CodigoLanc, NrCaixa, USUARIO)
+SELECT '1.01', Emissao, CONCAT('PEDIDO Nº 0', INSERT(Nr_Pedido, 3, 0, '.'), '-', NomeCli), Valor, 'BOLETO', Valor,
+       CONCAT('PED:0', INSERT(Nr_Pedido, 3, 0, '.')), 0, 'PAINEL PV'
+  FROM areceber;
+
 INSERT INTO observacao (nrpedido, tipoOperacao, texto) VALUES
   (10301, 'P', 'ENTREGAR PELA DOCA 2, ATÉ AS 9H.'),
   (10302, 'P', 'CESTAS COM LAÇO VERMELHO.'),
