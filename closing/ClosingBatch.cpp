@@ -35,7 +35,7 @@ void ClosingBatch::decide(const ListedPv& pv) {
         break;
     case ClosingDecision::Outcome::Refuse:
         for (const ClosingReason reason : decision.reasons)
-            refuse(pv, reason);
+            refuse(pv, reason == ClosingReason::Interrupted ? reasonOfBegun(pv) : reason);
         break;
     case ClosingDecision::Outcome::Close:
         close(pv, decision.vencto);
@@ -66,6 +66,16 @@ void ClosingBatch::close(const ListedPv& pv, QDate vencto) {
         closingjournal::end(sale.nrPedido);
 }
 
+// The movements are as well those of a station that has closed it whole since the list was made. Whether
+// anything is missing, the window finds out.
+ClosingReason ClosingBatch::reasonOfBegun(const ListedPv& pv) {
+    m_hasInterrupted = true;
+    TemRegistro = AbreRS(linesOfPv(ValorInteiro(pv.pedido)));
+    const std::optional<ClosingReason> objection = objectionToLines(rs, pv, m_listedSince);
+    rs.close();
+    return objection == ClosingReason::Settled ? ClosingReason::Settled : ClosingReason::Interrupted;
+}
+
 void ClosingBatch::cancel(const ListedPv& pv) {
     Executa(u"Update Orcamento Set SituacaoOrc='X', databaixa='"_s + TextoSQL(clock::today()) +
             u"' Where nrpedido="_s + pv.pedido + u" And TipoOperacao='P'"_s);
@@ -76,8 +86,6 @@ void ClosingBatch::cancel(const ListedPv& pv) {
 void ClosingBatch::refuse(const ListedPv& pv, ClosingReason reason) {
     m_log.refuse(pv.pedido, logText(reason));
     m_hasRefusals = true;
-    if (reason == ClosingReason::Interrupted)
-        m_hasInterrupted = true;
 }
 
 } // namespace tarvessa

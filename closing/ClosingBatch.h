@@ -34,12 +34,13 @@ class ClosingBatch {
     /// True when any pre-sale was cancelled or refused.
     bool hasRefusals() const { return m_hasRefusals; }
 
-    /// True when a pre-sale was refused because its closing had begun before.
+    /// True when a pre-sale was refused because a closing had moved its stock before: it may be interrupted.
     bool hasInterrupted() const { return m_hasInterrupted; }
 
   private:
     void decide(const ListedPv& pv);
     void close(const ListedPv& pv, QDate vencto);
+    ClosingReason reasonOfBegun(const ListedPv& pv);
     void cancel(const ListedPv& pv);
     void refuse(const ListedPv& pv, ClosingReason reason);
 

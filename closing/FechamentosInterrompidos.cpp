@@ -24,7 +24,7 @@ namespace tarvessa {
 namespace {
 
 // Twips.
-constexpr std::array<int, 7> columnTwips = {1100, 3400, 1300, 1600, 1200, 2700, 3300};
+constexpr std::array<int, 7> columnTwips = {1000, 3400, 1200, 1500, 1500, 2900, 3300};
 constexpr int rowTwips = 340;
 constexpr int rowsShown = 9;
 

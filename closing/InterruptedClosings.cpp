@@ -42,18 +42,22 @@ struct Traces {
     bool receivable = false;
     bool cash = false;
 
-    bool isInterrupted() const { return (open && stock) || (settled && !open && !(receivable && cash)); }
+    bool isSettled() const { return settled && !open; }
+    bool isInterrupted() const { return (open && stock) || (isSettled() && !(receivable && cash)); }
 };
 
+// A document that was listed when its closing was cut may have left the list since, so documents are looked
+// for over twice the period; those settled before it are none of this question's.
 QHash<qint32, Traces> readTraces(QDate since) {
     const QString day = TextoSQL(since);
+    const QString firstOpened = TextoSQL(since.addDays(-since.daysTo(clock::today())));
     odbc::ResultSet rows = NovoRS(
         u"Select 'ESTOQUE' As tipo, tela As texto From logestoque Where data>='"_s + day +
         u"' And tela Like '"_s + stockLogStart +
         u"%' Group By tela Union All Select situacaoorc, nrpedido From orcamento Where TipoOperacao='P' "
         "And dataabertura>='"_s +
-        day +
-        u"' Group By nrpedido, situacaoorc Union All Select 'RECEBER', Nr_Pedido "
+        firstOpened + u"' And (situacaoorc<>'B' Or databaixa>='"_s + day +
+        u"') Group By nrpedido, situacaoorc Union All Select 'RECEBER', Nr_Pedido "
         "From areceber Where Emissao>='"_s +
         day +
         u"' Group By Nr_Pedido Union All Select 'CAIXA', CodigoLanc From "
@@ -156,6 +160,11 @@ void readMoney(InterruptedClosing& closing, QDate since) {
              .atEnd();
 }
 
+bool isLastPv(qint32 number) {
+    odbc::ResultSet company = NovoRS(u"Select UltimaPV From Empresa"_s);
+    return !company.atEnd() && company.field(u"UltimaPV").integer() == number;
+}
+
 void readPresentTerms(InterruptedClosing& closing) {
     odbc::ResultSet customer =
         NovoRS(u"Select nome, formapg, prazo From clientes Where codigo='"_s + closing.codigoCli + u"'"_s);
@@ -186,13 +195,12 @@ QList<qint32> find(QDate since) {
         if (it->isInterrupted())
             numbers.append(it.key());
     for (const qint32 noted : closingjournal::all()) {
-        const Traces found = traces.value(noted);
         if (numbers.contains(noted))
             continue;
-        if (found.settled)
+        if (traces.value(noted).isSettled() && !isLastPv(noted))
             numbers.append(noted);
         else
-            closingjournal::end(noted); // it was noted and then never began, or somebody took it back
+            closingjournal::end(noted); // whole, or it was noted and never began, or somebody took it back
     }
     std::sort(numbers.begin(), numbers.end());
     return numbers;
@@ -206,7 +214,7 @@ InterruptedClosing examine(qint32 number, QDate since, const ClosingSettings& se
     if (note) {
         closing.sale = *note;
         closing.termsFrom = InterruptedClosing::TermsFrom::Note;
-        closing.lastNumber = false;
+        closing.lastNumber = isLastPv(number);
     }
     readStockLog(closing, since);
     readControl(closing);

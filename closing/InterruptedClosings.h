@@ -41,8 +41,6 @@ struct InterruptedClosing {
     /// The stock of the last logged movement may or may not have been changed: only a person can tell.
     bool asksForStock() const { return !settled && logged > 0 && unclear.isEmpty(); }
 
-    bool isWhole() const { return settled && control && receivable && cash && lastNumber; }
-
     bool operator==(const InterruptedClosing&) const = default;
 };
 

@@ -76,7 +76,7 @@ PainelFechamento::PainelFechamento(QWidget* parent)
     opensFrom<ResumoVendas>(ui->MnResumoVendas);
     opensFrom<RelatNivelPreco>(ui->MnrelAlfaNivel);
     opensFrom<Comissao>(ui->MnComissao);
-    onSignal(ui->Metas, &QAction::triggered, this, [this](bool) { Metas_Click(); });
+    onSignal(ui->Metas, &QAction::triggered, this, [this](bool) { runOperation([this] { Metas_Click(); }); });
 }
 
 PainelFechamento::~PainelFechamento() {
@@ -100,20 +100,14 @@ void PainelFechamento::defineShortcuts() {
     });
     ui->Metas->setShortcut(Qt::ALT | Qt::Key_M);
     const auto* view = new QShortcut(Qt::Key_F3, this);
-    onSignal(view, &QShortcut::activated, this, [this] {
-        if (concluiEdicao())
-            visualiza(ui->Grid1->currentRow());
-    });
+    onSignal(view, &QShortcut::activated, this,
+             [this] { runOperation([this] { visualiza(ui->Grid1->currentRow()); }); });
     const auto* interrupted = new QShortcut(Qt::Key_F7, this);
-    onSignal(interrupted, &QShortcut::activated, this, [this] {
-        if (concluiEdicao())
-            abreInterrompidos();
-    });
+    onSignal(interrupted, &QShortcut::activated, this,
+             [this] { runOperation([this] { abreInterrompidos(); }); });
     ui->Grid1->addAction(ui->MnConferencia);
-    onSignal(ui->MnConferencia, &QAction::triggered, this, [this](bool) {
-        if (concluiEdicao())
-            abreConferencia();
-    });
+    onSignal(ui->MnConferencia, &QAction::triggered, this,
+             [this](bool) { runOperation([this] { abreConferencia(); }); });
     ui->Command4->setToolTip(ui->Command4->toolTip() +
                              u"\nF6: Conferência, que mostra antes o que será feito"_s);
     ui->LabelVisualiza->setToolTip(u"Tecla de atalho: F3"_s);
@@ -122,18 +116,25 @@ void PainelFechamento::defineShortcuts() {
 // A shortcut leaves the focus where it is, so an open cell editor is committed here; no operation begins on a
 // value that was refused.
 void PainelFechamento::onPress(QAbstractButton* button, void (PainelFechamento::*handler)()) {
-    onSignal(button, &QAbstractButton::clicked, this, [this, handler](bool) {
-        if (concluiEdicao())
-            (this->*handler)();
-    });
+    onSignal(button, &QAbstractButton::clicked, this,
+             [this, handler](bool) { runOperation([this, handler] { (this->*handler)(); }); });
+}
+
+// A loss may have cut a closing, here or at another station, so the first operation that has a connection
+// again ends by looking for one.
+void PainelFechamento::runOperation(const std::function<void()>& body) {
+    m_connectionWasLost = m_connectionWasLost || !Connection.isOpen();
+    if (!concluiEdicao())
+        return;
+    body();
+    if (m_connectionWasLost && Connection.isOpen())
+        abreInterrompidosSeHouver();
 }
 
 template <typename Screen>
 void PainelFechamento::opensFrom(QAction* item) {
-    onSignal(item, &QAction::triggered, this, [this](bool) {
-        if (concluiEdicao())
-            Screen(this).exec();
-    });
+    onSignal(item, &QAction::triggered, this,
+             [this](bool) { runOperation([this] { Screen(this).exec(); }); });
 }
 
 void PainelFechamento::TotalSelecionado() {
@@ -246,8 +247,6 @@ void PainelFechamento::visualiza(int row) {
 }
 
 void PainelFechamento::abreMetas() {
-    if (!concluiEdicao())
-        return;
     MetasQuadro board(this);
     board.Form_Load();
     board.exec();

@@ -12,6 +12,7 @@
 #include <QHash>
 #include <QMainWindow>
 
+#include <functional>
 #include <map>
 #include <memory>
 #include <optional>
@@ -80,6 +81,7 @@ class PainelFechamento : public QMainWindow {
     // Rows and keys (PainelFechamento.cpp)
     void defineShortcuts();
     void onPress(QAbstractButton* button, void (PainelFechamento::*handler)());
+    void runOperation(const std::function<void()>& body);
     template <typename Screen>
     void opensFrom(QAction* item);
     void Command1_Click();
@@ -148,6 +150,8 @@ class PainelFechamento : public QMainWindow {
     // Closings that were cut (PainelFechamentoInterrompidos.cpp)
     void procuraInterrompidos();
     void abreInterrompidos();
+    void abreInterrompidosSeHouver();
+    void mostraJanela(bool mesmoVazia);
     void mostraInterrompidos(int quantos);
 
     std::unique_ptr<Ui::PainelFechamento> ui;
@@ -165,6 +169,7 @@ class PainelFechamento : public QMainWindow {
     std::optional<ClosingSettings> m_settings;
     ClosingHistory m_closingHistory;
     ClosingLog m_closingLog;
+    bool m_connectionWasLost = false; // and nobody has looked for interrupted closings since
     // The pre-sale number given to each DAV of the list. After an error another press goes on with the same
     // number, so that notes follow their document.
     QHash<qint32, qint32> m_pvNumbers;

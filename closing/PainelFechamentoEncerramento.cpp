@@ -39,6 +39,8 @@ void PainelFechamento::encerraPvs() {
     if (!completed) {
         removeSettled();
         Shell->openText(m_closingLog.path());
+        if (Connection.isOpen())
+            abreInterrompidosSeHouver();
         return;
     }
     if (!batch) {
@@ -58,7 +60,7 @@ void PainelFechamento::encerraPvs() {
     if (!guarded(this, [this] { listaPvs(); }))
         removeSettled();
     else if (batch->hasInterrupted())
-        abreInterrompidos();
+        abreInterrompidosSeHouver();
 }
 
 // A listing that fails at start-up keeps what comes after it from being read.

@@ -26,11 +26,21 @@ void PainelFechamento::procuraInterrompidos() {
 }
 
 void PainelFechamento::abreInterrompidos() {
+    mostraJanela(true);
+}
+
+void PainelFechamento::abreInterrompidosSeHouver() {
+    mostraJanela(false);
+}
+
+void PainelFechamento::mostraJanela(bool mesmoVazia) {
     if (!m_settings)
         m_settings = ClosingSettings::read();
     FechamentosInterrompidos window(firstListedDay(), *m_settings, this);
     window.carrega();
-    window.exec();
+    m_connectionWasLost = false;
+    if (mesmoVazia || window.quantidade() > 0)
+        window.exec();
     mostraInterrompidos(window.quantidade());
     if (window.concluiu() && m_layout == Layout::Pv)
         listaPvs();

@@ -360,7 +360,7 @@ void TstFalhas::statementRefusedByTheServer() {
     b->server().execute(u"CREATE TRIGGER falha BEFORE %1 FOR EACH ROW SIGNAL SQLSTATE '45000' SET "
                         "MESSAGE_TEXT = 'recusado de propósito'"_s.arg(gatilho));
     m_corte->mark();
-    aperta({u"recusado de propósito"_s});
+    aperta({u"recusado de propósito"_s}, comecou);
     b->server().execute(u"DROP TRIGGER falha"_s);
     const QList<QByteArray> primeira = m_corte->texts();
     QCOMPARE(b->log(), PanelBench::logWith({interrompida}));
@@ -386,7 +386,7 @@ void TstFalhas::interruptedPreSaleIsNeverBegunAgain() {
     QVERIFY(b->open());
     b->server().execute(
         u"CREATE TRIGGER falha BEFORE UPDATE ON orcamento FOR EACH ROW SIGNAL SQLSTATE '45000'"_s);
-    aperta({mensagens::erroDeExecucao});
+    aperta({mensagens::erroDeExecucao}, true);
     b->server().execute(u"DROP TRIGGER falha"_s);
     for (int vez = 0; vez < 3; ++vez) {
         aperta({mensagens::comErros}, true);

@@ -33,7 +33,9 @@ const QString sqlInterrompidos =
     u"Select 'ESTOQUE' As tipo, tela As texto From logestoque Where data>='2024-03-08' And tela Like "
     u"'FECHAMENTO DA PV Nº "
     "%' Group By tela Union All Select situacaoorc, nrpedido From orcamento Where TipoOperacao='P' And "
-    "dataabertura>='2024-03-08' Group By nrpedido, situacaoorc Union All Select 'RECEBER', Nr_Pedido From "
+    "dataabertura>='2024-03-01' And (situacaoorc<>'B' Or databaixa>='2024-03-08') Group By nrpedido, "
+    "situacaoorc "
+    "Union All Select 'RECEBER', Nr_Pedido From "
     "areceber Where "
     "Emissao>='2024-03-08' Group By Nr_Pedido Union All Select 'CAIXA', CodigoLanc From caixa Where "
     "DataCx>='2024-03-08' And CodigoLanc Like 'PED:%' Group By CodigoLanc"_s;

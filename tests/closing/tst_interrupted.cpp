@@ -1,10 +1,13 @@
-// Closings cut on the way and concluded afterwards: whatever was cut, and wherever, each pre-sale is closed
-// once.
+// The window of interrupted closings: when it comes, what it shows, what it asks, what it writes. That it
+// gets every closing to its end is shown by tst_recovery.
 
+#include "base/Clock.h"
+#include "closing/Attendant.h"
 #include "closing/ClosingJournal.h"
 #include "closing/FechamentosInterrompidos.h"
 #include "closing/PainelFechamento.h"
 #include "closing/PanelBench.h"
+#include "closing/Recovery.h"
 #include "support/AdminConnection.h"
 #include "support/FaultProxy.h"
 #include "support/ModalHelper.h"
@@ -13,7 +16,6 @@
 #include <QFile>
 #include <QLabel>
 #include <QRadioButton>
-#include <QRandomGenerator>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -23,42 +25,6 @@ using namespace tarvessa::test;
 namespace {
 
 using Snapshot = QMap<QString, QList<QStringList>>;
-
-/// Answers every message box with its default button, and remembers the texts.
-class AnswerAll : public QObject {
-  public:
-    AnswerAll() { qApp->installEventFilter(this); }
-
-    QStringList texts;
-
-    bool eventFilter(QObject* object, QEvent* event) override {
-        auto* box = qobject_cast<QMessageBox*>(object);
-        if (box && event->type() == QEvent::Show) {
-            texts.append(box->text());
-            QTimer::singleShot(0, box, [box] {
-                QAbstractButton* yes = box->button(QMessageBox::Yes);
-                (yes ? yes : box->button(QMessageBox::Ok))->click();
-            });
-        }
-        return false;
-    }
-};
-
-bool isStockUpdate(const QByteArray& sql) {
-    return sql.toLower().startsWith("update produtos");
-}
-
-bool isStockLog(const QByteArray& sql) {
-    return sql.startsWith("INSERT INTO logestoque");
-}
-
-/// Whether the stock of the last logged movement was changed, by what the server executed.
-bool isLastMovementDone(const QList<QByteArray>& executed) {
-    for (auto sql = executed.crbegin(); sql != executed.crend(); ++sql)
-        if (isStockUpdate(*sql) || isStockLog(*sql))
-            return isStockUpdate(*sql);
-    return true;
-}
 
 } // namespace
 
@@ -70,12 +36,16 @@ class TstInterrupted : public QObject {
     void cleanupTestCase();
     void init();
 
-    void everyCutIsConcluded_data();
-    void everyCutIsConcluded();
-    void batchesCutAtRandom();
     void statusBarTellsThemAtTheStart();
     void failedQuestionAtTheStartIsNoBox();
     void batchRefusesThemAndOpensTheWindow();
+    void reconnectOpensTheWindow_data();
+    void reconnectOpensTheWindow();
+    void reconnectThatFindsNoneOpensNothing();
+    void refusedStatementOpensTheWindowAtOnce();
+    void closedElsewhereIsNotCalledInterrupted();
+    void wholeClosingIsNotListed();
+    void lastDayOfTheListIsNotLost();
     void noteKeepsTheTermsOfTheClosing();
     void receivableGivesTheTermsWithoutANote();
     void presentTermsAreShownForConfirmation();
@@ -89,13 +59,11 @@ class TstInterrupted : public QObject {
     void concludingHoldsTheLock();
 
   private:
-    using Prepare = std::function<void()>;
-
+    void twoProducts() { samples()[0].write(b->shop()); }
     void open();
     void press();
     void cutBefore(const char* start);
     void conclude(bool lastMovementDone);
-    void closeAndWait();
     QString status() const { return b->control<QLabel>(u"Interrompidos"_s)->text(); }
     bool hasStatus() const { return b->control<QLabel>(u"Interrompidos"_s)->isVisible(); }
     QStringList windowRow(const std::function<void(QWidget*)>& look = {});
@@ -103,37 +71,11 @@ class TstInterrupted : public QObject {
 
     std::unique_ptr<PanelBench> b;
     std::unique_ptr<FaultProxy> m_proxy;
-    QMap<QString, Prepare> m_shops;
 };
 
 void TstInterrupted::initTestCase() {
     b = std::make_unique<PanelBench>();
     m_proxy = std::make_unique<FaultProxy>(b->server().socket());
-    const auto withMethod = [this](const QString& method, const QString& days) {
-        b->shop().basico();
-        b->shop().cliente({.codigo = u"C2"_s, .prazo = days, .formaPg = method});
-        b->shop().documento({.pedido = 1, .cliente = u"C2"_s});
-    };
-    m_shops.insert(u"two products"_s, [this] {
-        b->shop().basico();
-        b->shop().produto({.codigo = u"P2"_s});
-        b->shop().documento({.pedido = 1, .linhas = {{u"P1"_s, u"2"_s}, {u"P2"_s, u"0.5"_s}}});
-    });
-    m_shops.insert(u"technical sheet and note"_s, [this] {
-        b->shop().basico();
-        for (const QString& codigo : {u"CESTA"_s, u"PAO"_s, u"CAFE"_s})
-            b->shop().produto({.codigo = codigo});
-        b->shop().ficha(u"CESTA"_s, {{u"PAO"_s, u"12"_s}, {u"CAFE"_s, u"0.5"_s}});
-        b->shop().documento({.pedido = 1, .linhas = {{u"CESTA"_s, u"2"_s}, {}, {u"***NOTA"_s, u"0"_s}}});
-    });
-    m_shops.insert(u"no stock moved"_s, [this] {
-        b->shop().basico();
-        b->server().execute(u"UPDATE empresa SET PAF_ECF = 'SIM'"_s);
-        b->shop().documento({.pedido = 1});
-    });
-    m_shops.insert(u"card"_s, [withMethod] { withMethod(u"CARTÃO"_s, u"30"_s); });
-    m_shops.insert(u"cheque"_s, [withMethod] { withMethod(u"CHEQUE"_s, u"30"_s); });
-    m_shops.insert(u"cash"_s, [withMethod] { withMethod(u"DINHEIRO"_s, u"0"_s); });
 }
 
 void TstInterrupted::cleanupTestCase() {
@@ -154,13 +96,7 @@ void TstInterrupted::open() {
 
 /// Presses the closing button; every box is answered, and a window about interrupted closings is closed.
 void TstInterrupted::press() {
-    const AnswerAll answers;
-    QTimer closer;
-    connect(&closer, &QTimer::timeout, this, [] {
-        if (auto* window = qobject_cast<FechamentosInterrompidos*>(QApplication::activeModalWidget()))
-            window->reject();
-    });
-    closer.start(20);
+    const Attendant attendant;
     b->press(u"Command4"_s);
 }
 
@@ -176,9 +112,8 @@ void TstInterrupted::cutBefore(const char* start) {
         ++k;
     QVERIFY2(k <= statements.size(), start);
     b->close();
-    const auto prepare = m_shops.value(u"two products"_s);
     init();
-    prepare();
+    twoProducts();
     open();
     m_proxy->cutBefore(k);
     press();
@@ -187,25 +122,16 @@ void TstInterrupted::cutBefore(const char* start) {
     open();
 }
 
-/// Ends the program, and waits until the server has ended what it was still executing for it.
-void TstInterrupted::closeAndWait() {
-    b->close();
-    QTRY_COMPARE(
-        b->server().query(u"SELECT COUNT(*) FROM information_schema.processlist WHERE user = '%1'"_s.arg(
-            b->server().user())),
-        (QList<QStringList>{{u"0"_s}}));
-}
-
 /// Opens the window by its key and concludes everything in it, by keys.
 void TstInterrupted::conclude(bool lastMovementDone) {
-    ModalHelper modal;
-    const AnswerAll answers;
-    modal.onOpen([&](QWidget* window) {
+    Attendant attendant;
+    attendant.operate(u"FechamentosInterrompidos"_s, [lastMovementDone](QWidget* window) {
         const Hands hands(window);
         for (int turn = 0; turn < 10 && hands.grid()->rows() > 1; ++turn) {
             if (hands.control<QWidget>(u"Frame1"_s)->isVisible())
-                hands.key(lastMovementDone ? Qt::Key_J : Qt::Key_N, Qt::AltModifier);
-            QVERIFY(hands.button(u"Command1"_s)->isEnabled());
+                hands.control<QRadioButton>(lastMovementDone ? u"JaSaiu"_s : u"NaoSaiu"_s)->click();
+            QVERIFY2(hands.button(u"Command1"_s)->isEnabled(),
+                     qPrintable(hands.control<QLabel>(u"Label1"_s)->text()));
             hands.key(Qt::Key_C, Qt::AltModifier);
         }
         QCOMPARE(hands.grid()->rows(), 1);
@@ -231,125 +157,20 @@ QStringList TstInterrupted::windowRow(const std::function<void(QWidget*)>& look)
     return row;
 }
 
-void TstInterrupted::everyCutIsConcluded_data() {
-    QTest::addColumn<QString>("shop");
-    QTest::addColumn<int>("k");
-    QTest::addColumn<bool>("executed");
-    for (auto shop = m_shops.cbegin(); shop != m_shops.cend(); ++shop) {
-        init();
-        shop.value()();
-        open();
-        m_proxy->mark();
-        press();
-        const QList<QByteArray> statements = m_proxy->texts();
-        b->close();
-        // The stock is the same for all forms of the receivable.
-        const bool moneyOnly = !shop.key().contains(u' ');
-        for (int k = 1; k <= statements.size(); ++k)
-            for (const bool executed : {false, true})
-                if (!moneyOnly || k > statements.size() - 8)
-                    QTest::addRow("%s, %s %d: %s", qPrintable(shop.key()), executed ? "after" : "before", k,
-                                  statements[k - 1].left(30).constData())
-                        << shop.key() << k << executed;
-    }
-}
-
-void TstInterrupted::everyCutIsConcluded() {
-    QFETCH(QString, shop);
-    QFETCH(int, k);
-    QFETCH(bool, executed);
-    m_shops.value(shop)();
-    open();
-    press();
-    const Snapshot uncut = b->shop().retrato();
-
-    init();
-    m_shops.value(shop)();
-    open();
-    if (executed)
-        m_proxy->cutAfter(k);
-    else
-        m_proxy->cutBefore(k);
-    press();
-    QVERIFY(!m_proxy->cutAt().isNull());
-    const bool done = isLastMovementDone(m_proxy->texts());
-    closeAndWait();
-    open();
-    if (hasStatus())
-        conclude(done);
-    // What was never begun is closed like any other.
-    if (b->grid()->rows() > 1)
-        press();
-    QCOMPARE(b->shop().retrato(), uncut);
-    QVERIFY(closingjournal::all().isEmpty());
-}
-
-// A batch that is cut again and again, until it gets through. TARVESSA_CUTS sets how many cuts there are in
-// all.
-void TstInterrupted::batchesCutAtRandom() {
-    constexpr int preSales = 10;
-    const int cuts = qEnvironmentVariableIntValue("TARVESSA_CUTS") > 0
-                         ? qEnvironmentVariableIntValue("TARVESSA_CUTS")
-                         : 12;
-    QRandomGenerator random(20240315);
-    b->shop().basico();
-    b->shop().produto({.codigo = u"P2"_s});
-    b->shop().ficha(u"P2"_s, {{u"P1"_s, u"2"_s}});
-    int lastNumber = 0;
-    const auto addPreSales = [&] {
-        for (int i = 0; i < preSales; ++i)
-            b->shop().documento({.pedido = ++lastNumber, .linhas = {{}, {u"P2"_s, u"1"_s}}});
-    };
-    addPreSales();
-    b->server().execute(u"UPDATE produtos SET quantidade = 1000000"_s);
-    open();
-    for (int cut = 0; cut < cuts; ++cut) {
-        if (b->grid()->rows() == 1) {
-            addPreSales();
-            b->close();
-            open();
-        }
-        const int k = 1 + random.bounded(15 * preSales);
-        if (random.bounded(2) == 0)
-            m_proxy->cutBefore(k);
-        else
-            m_proxy->cutAfter(k);
-        press();
-        const bool done = isLastMovementDone(m_proxy->texts());
-        closeAndWait();
-        m_proxy->mark();
-        open();
-        if (hasStatus())
-            conclude(done);
-    }
-    if (b->grid()->rows() > 1)
-        press();
-    const QString each = QString::number(lastNumber);
-    const auto one = [this](const QString& sql) { return b->server().query(sql)[0][0]; };
-    QCOMPARE(one(u"SELECT COUNT(DISTINCT nrpedido) FROM orcamento WHERE situacaoorc = 'B'"_s), each);
-    QCOMPARE(one(u"SELECT COUNT(*) FROM areceber"_s), each);
-    QCOMPARE(one(u"SELECT COUNT(DISTINCT Nr_Pedido) FROM areceber"_s), each);
-    QCOMPARE(one(u"SELECT COUNT(*) FROM caixa"_s), each);
-    QCOMPARE(one(u"SELECT COUNT(DISTINCT CodigoLanc) FROM caixa"_s), each);
-    QCOMPARE(one(u"SELECT COUNT(*) FROM logestoque"_s), QString::number(2 * lastNumber));
-    QCOMPARE(one(u"SELECT quantidade FROM produtos WHERE codfabr = 'P1'"_s),
-             QString::number(1000000 - 3 * lastNumber) + u".000"_s);
-}
-
 void TstInterrupted::statusBarTellsThemAtTheStart() {
-    m_shops.value(u"two products"_s)();
+    twoProducts();
     open();
     QVERIFY(!hasStatus());
     b->close();
     init();
-    m_shops.value(u"two products"_s)();
+    twoProducts();
     cutBefore("INSERT INTO `areceber`");
     QVERIFY(hasStatus());
     QCOMPARE(status(), u"1 fechamento interrompido (F7)"_s);
 }
 
 void TstInterrupted::failedQuestionAtTheStartIsNoBox() {
-    m_shops.value(u"two products"_s)();
+    twoProducts();
     b->server().execute(u"ALTER TABLE logestoque RENAME COLUMN tela TO tela_antiga"_s);
     ModalHelper modal;
     open();
@@ -361,7 +182,7 @@ void TstInterrupted::failedQuestionAtTheStartIsNoBox() {
 
 // Also on a station that knows nothing of the cut.
 void TstInterrupted::batchRefusesThemAndOpensTheWindow() {
-    m_shops.value(u"two products"_s)();
+    twoProducts();
     cutBefore("update Produtos");
     otherStationForgets();
     const Snapshot before = b->shop().retrato();
@@ -383,8 +204,139 @@ void TstInterrupted::batchRefusesThemAndOpensTheWindow() {
     QCOMPARE(b->shop().retrato(), before);
 }
 
+void TstInterrupted::reconnectOpensTheWindow_data() {
+    QTest::addColumn<QString>("button");
+    QTest::newRow("the list") << u"Command3"_s;
+    QTest::newRow("something else") << u"Command1"_s;
+}
+
+// The operator need not know the key: the first operation that has a connection again ends with the window.
+void TstInterrupted::reconnectOpensTheWindow() {
+    QFETCH(QString, button);
+    twoProducts();
+    b->shop().documento({.pedido = 2, .nomeVendedor = u"ZE"_s});
+    open();
+    const auto receivable = [](const QByteArray& sql) { return sql.startsWith("INSERT INTO `areceber`"); };
+    m_proxy->mark();
+    int seen = 0;
+    m_proxy->onStatement([&](const QByteArray& sql) {
+        if (receivable(sql) && ++seen == 1)
+            b->server().killProgramConnections();
+    });
+    press();
+    m_proxy->onStatement({});
+    QVERIFY(b->server().query(u"SELECT * FROM areceber"_s).isEmpty());
+    QVERIFY(!hasStatus());
+    Attendant attendant;
+    QStringList row;
+    attendant.operate(u"FechamentosInterrompidos"_s,
+                      [&row](QWidget* window) { row = cells(Hands(window).grid(), 1); });
+    if (button == u"Command3") {
+        b->press(u"Command4"_s);
+        QVERIFY(attendant.hasSeen(mensagens::sucesso));
+    } else {
+        b->press(button);
+        QVERIFY(attendant.windows().isEmpty()); // needs no database, so nothing has connected
+        b->press(u"Command5"_s);
+    }
+    QCOMPARE(attendant.windows(), QStringList{u"FechamentosInterrompidos"_s});
+    QCOMPARE(row.value(0), u"0000001"_s);
+    QCOMPARE(status(), u"1 fechamento interrompido (F7)"_s);
+
+    // Left as it is, it does not come again by itself.
+    attendant.forget();
+    b->press(button == u"Command3" ? button : u"Command5"_s);
+    QVERIFY(attendant.windows().isEmpty());
+}
+
+void TstInterrupted::reconnectThatFindsNoneOpensNothing() {
+    twoProducts();
+    open();
+    b->server().killProgramConnections();
+    Attendant attendant;
+    b->press(u"Command4"_s);
+    QVERIFY(attendant.hasSeen(mensagens::conexaoPerdida));
+    b->press(u"Command4"_s);
+    QVERIFY(attendant.hasSeen(mensagens::sucesso));
+    QVERIFY(attendant.windows().isEmpty());
+    QVERIFY(!hasStatus());
+}
+
+// The connection lives, so nobody has to press anything first.
+void TstInterrupted::refusedStatementOpensTheWindowAtOnce() {
+    twoProducts();
+    open();
+    b->server().execute(
+        u"CREATE TRIGGER falha BEFORE INSERT ON caixa FOR EACH ROW SIGNAL SQLSTATE '45000'"_s);
+    Attendant attendant;
+    QString missing;
+    attendant.operate(u"FechamentosInterrompidos"_s,
+                      [&missing](QWidget* window) { missing = Hands(window).grid()->text(1, 6); });
+    b->press(u"Command4"_s);
+    b->server().execute(u"DROP TRIGGER falha"_s);
+    QCOMPARE(attendant.windows(), QStringList{u"FechamentosInterrompidos"_s});
+    QCOMPARE(missing, u"caixa"_s);
+    QVERIFY(hasStatus());
+}
+
+// A list that is older than what another station has done.
+void TstInterrupted::closedElsewhereIsNotCalledInterrupted() {
+    twoProducts();
+    open();
+    const QTemporaryDir elsewhere;
+    QCOMPARE(closeElsewhere(elsewhere.path(), true), QString());
+    const Snapshot before = b->shop().retrato();
+    Attendant attendant;
+    b->press(u"Command4"_s);
+    QVERIFY(attendant.windows().isEmpty());
+    QCOMPARE(b->log(),
+             PanelBench::logWith({u"PRÉ-VENDA: 0000001 - O PEDIDO JÁ FOI ENCERRADO OU CANCELADO."_s}));
+    QCOMPARE(b->shop().retrato(), before);
+    QVERIFY(!hasStatus());
+}
+
+// Its last answer was lost, so its note is still there.
+void TstInterrupted::wholeClosingIsNotListed() {
+    twoProducts();
+    open();
+    b->server().execute(
+        u"CREATE TRIGGER falha AFTER UPDATE ON empresa FOR EACH ROW SIGNAL SQLSTATE '45000'"_s);
+    press();
+    b->server().execute(u"DROP TRIGGER falha; UPDATE empresa SET UltimaPV = 1"_s);
+    QCOMPARE(closingjournal::all(), QList<qint32>{1});
+    b->close();
+    open();
+    QVERIFY(!hasStatus());
+    QVERIFY(closingjournal::all().isEmpty());
+}
+
+// Listed for the last time on the day of the cut, concluded on the next one.
+void TstInterrupted::lastDayOfTheListIsNotLost() {
+    twoProducts();
+    b->server().execute(u"UPDATE orcamento SET dataabertura = '2024-03-08'"_s);
+    open();
+    m_proxy->onStatement([this](const QByteArray& sql) {
+        if (sql.startsWith(" UPDATE orcamento") || sql.startsWith("UPDATE orcamento"))
+            b->server().killProgramConnections();
+    });
+    press();
+    m_proxy->onStatement({});
+    b->close();
+    clock::fix(QDateTime(QDate(2024, 3, 16), QTime(8, 0)));
+    open();
+    QCOMPARE(b->grid()->rows(), 1);
+    QCOMPARE(status(), u"1 fechamento interrompido (F7)"_s);
+    conclude(true);
+    QCOMPARE(b->valor(u"SELECT COUNT(*) FROM areceber"_s), u"1"_s);
+    // What was settled before the listed period is none of this question's.
+    b->close();
+    b->server().execute(u"UPDATE orcamento SET databaixa = '2024-03-08'; DELETE FROM areceber"_s);
+    open();
+    QVERIFY(!hasStatus());
+}
+
 void TstInterrupted::noteKeepsTheTermsOfTheClosing() {
-    m_shops.value(u"two products"_s)();
+    twoProducts();
     cutBefore("INSERT INTO `areceber`");
     b->server().execute(u"UPDATE clientes SET formapg = 'DINHEIRO', prazo = 0, nome = 'OUTRO'"_s);
     QString terms;
@@ -399,7 +351,7 @@ void TstInterrupted::noteKeepsTheTermsOfTheClosing() {
 }
 
 void TstInterrupted::receivableGivesTheTermsWithoutANote() {
-    m_shops.value(u"two products"_s)();
+    twoProducts();
     cutBefore("insert into caixa");
     otherStationForgets();
     b->server().execute(u"UPDATE clientes SET formapg = 'DINHEIRO', prazo = 0"_s);
@@ -416,7 +368,7 @@ void TstInterrupted::receivableGivesTheTermsWithoutANote() {
 }
 
 void TstInterrupted::presentTermsAreShownForConfirmation() {
-    m_shops.value(u"two products"_s)();
+    twoProducts();
     cutBefore("INSERT INTO `areceber`");
     otherStationForgets();
     b->server().execute(u"UPDATE clientes SET formapg = '(Nenhuma)', prazo = 0"_s);
@@ -429,7 +381,7 @@ void TstInterrupted::presentTermsAreShownForConfirmation() {
 }
 
 void TstInterrupted::noAnswerConcludesNothing() {
-    m_shops.value(u"two products"_s)();
+    twoProducts();
     cutBefore("update Produtos");
     const Snapshot before = b->shop().retrato();
     windowRow([&](QWidget* window) {
@@ -439,12 +391,17 @@ void TstInterrupted::noAnswerConcludesNothing() {
         const QString question = hands.control<QLabel>(u"Label2"_s)->text();
         QVERIFY2(question.startsWith(u"P1"_s) && question.contains(u"quantidade 2, estoque atual 100."_s),
                  qPrintable(question));
+        hands.key(Qt::Key_J, Qt::AltModifier);
+        QVERIFY(hands.control<QRadioButton>(u"JaSaiu"_s)->isChecked());
+        hands.key(Qt::Key_N, Qt::AltModifier);
+        QVERIFY(hands.control<QRadioButton>(u"NaoSaiu"_s)->isChecked());
+        QVERIFY(hands.button(u"Command1"_s)->isEnabled());
     });
     QCOMPARE(b->shop().retrato(), before);
 }
 
 void TstInterrupted::leavingOneAloneWritesNothing() {
-    m_shops.value(u"two products"_s)();
+    twoProducts();
     cutBefore("insert into caixa");
     const Snapshot before = b->shop().retrato();
     {
@@ -459,7 +416,7 @@ void TstInterrupted::leavingOneAloneWritesNothing() {
 
 // Somebody finished it by hand while the window showed it.
 void TstInterrupted::changedMeanwhileIsNotConcluded() {
-    m_shops.value(u"two products"_s)();
+    twoProducts();
     cutBefore("insert into caixa");
     Snapshot changed;
     ModalHelper modal;
@@ -477,7 +434,7 @@ void TstInterrupted::changedMeanwhileIsNotConcluded() {
 }
 
 void TstInterrupted::stockLogOfOtherLinesIsUnclear() {
-    m_shops.value(u"two products"_s)();
+    twoProducts();
     b->server().execute(u"INSERT INTO logestoque SET data = '2024-03-15', tela = 'FECHAMENTO DA PV Nº 1', "
                         "codproduto = 'P2', qtdLoja = -9"_s);
     open();
@@ -490,7 +447,7 @@ void TstInterrupted::stockLogOfOtherLinesIsUnclear() {
 }
 
 void TstInterrupted::everyStatementIsLogged() {
-    m_shops.value(u"two products"_s)();
+    twoProducts();
     cutBefore("insert into caixa");
     conclude(true);
     QFile file(b->programFolder() + u"/LogRetomada.txt"_s);
@@ -514,9 +471,9 @@ void TstInterrupted::conversionCutBetweenItsUpdates() {
     b->server().execute(
         u"CREATE TRIGGER falha BEFORE UPDATE ON observacao FOR EACH ROW SIGNAL SQLSTATE '45000'"_s);
     {
-        const AnswerAll answers;
+        const Attendant attendant;
         b->press(u"Command2"_s);
-        QCOMPARE(answers.texts.size(), 1);
+        QCOMPARE(attendant.texts().size(), 1);
     }
     b->server().execute(u"DROP TRIGGER falha"_s);
     b->close();
@@ -529,7 +486,7 @@ void TstInterrupted::conversionCutBetweenItsUpdates() {
 }
 
 void TstInterrupted::anotherStationHoldsTheLock() {
-    m_shops.value(u"two products"_s)();
+    twoProducts();
     open();
     const Snapshot before = b->shop().retrato();
     AdminConnection other(b->server().socket());
@@ -545,7 +502,7 @@ void TstInterrupted::anotherStationHoldsTheLock() {
 }
 
 void TstInterrupted::concludingHoldsTheLock() {
-    m_shops.value(u"two products"_s)();
+    twoProducts();
     cutBefore("insert into caixa");
     b->mark();
     conclude(true);

@@ -45,6 +45,7 @@ class TstReportControl : public QObject {
     void replacementQueryStaysWithAReportThatFailed();
     void reportReadsOnAConnectionOfItsOwn();
     void unreachableDatabaseIsAnError();
+    void eachReportConnectsAgain();
 
     void commissionIsPrinted();
     void commissionOfManySellersIsPrinted_data();
@@ -332,6 +333,25 @@ void TstReportControl::unreachableDatabaseIsAnError() {
     m_server->useSocket(m_server->socket());
     QVERIFY(error);
     QVERIFY(!preview());
+}
+
+// The rows of a report that is open are with the driver, so its loss is not even noticed; the next report has
+// a connection of its own.
+void TstReportControl::eachReportConnectsAgain() {
+    m_server->execute(u"INSERT INTO relat2 (Codigo1, Texto1) SELECT seq, 'MARIA' FROM seq_1_to_3000"_s);
+    m_control->setReportFileName(supplied(u"COMISSAO.RPT"_s));
+    m_control->setAction(1);
+    const QPointer<report::PreviewWindow> first = preview();
+    QVERIFY(first);
+    m_server->killProgramConnections();
+    m_control->lastReport()->readAll();
+    QVERIFY(m_control->lastReport()->pageCount() > 10);
+    first->close();
+
+    m_server->useSocket(m_bench.path(u"nada.sock"_s));
+    QVERIFY(errorOf([&] { m_control->setAction(1); }));
+    m_server->useSocket(m_server->socket());
+    QVERIFY(printed(supplied(u"COMISSAO.RPT"_s)).contains(u"3000 MARIA"_s));
 }
 
 void TstReportControl::commissionIsPrinted() {

@@ -10,6 +10,9 @@ class AdminConnection::Session {
   public:
     explicit Session(const QString& socket) : m_mysql(mysql_init(nullptr)) {
         mysql_options(m_mysql, MYSQL_SET_CHARSET_NAME, "utf8mb4");
+        // A test may have killed and restarted the server in between.
+        const my_bool reconnect = 1;
+        mysql_options(m_mysql, MYSQL_OPT_RECONNECT, &reconnect);
         const QByteArray path = socket.toLocal8Bit();
         if (mysql_real_connect(m_mysql, "localhost", "root", "", nullptr, 0, path.constData(),
                                CLIENT_MULTI_STATEMENTS) == nullptr) {
