@@ -23,6 +23,14 @@ bool repeatsEscape(const QEvent* event) {
     return key->key() == Qt::Key_Escape && key->isAutoRepeat();
 }
 
+// A control that claims the key before any shortcut has a meaning of its own for it.
+bool claims(QWidget* control, const QKeyEvent* event) {
+    QKeyEvent override(QEvent::ShortcutOverride, event->key(), event->modifiers());
+    override.ignore();
+    static_cast<QObject*>(control)->event(&override);
+    return override.isAccepted();
+}
+
 } // namespace
 
 Teclado::Teclado(QWidget* form, std::function<void()> onEscape)
@@ -59,7 +67,10 @@ bool Teclado::keyPressed(QWidget* control, QKeyEvent* event) {
         if (swallowed)
             return true;
     }
-    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+    const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if ((enter || event->key() == Qt::Key_Escape) && claims(control, event))
+        return false;
+    if (enter) {
         Shell->sendKeys(u"{TAB}"_s);
         return true;
     }

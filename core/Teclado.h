@@ -8,8 +8,9 @@
 namespace tarvessa {
 
 /// The keyboard convention of a form, which sees keys before its controls: Enter moves to the next control,
-/// an apostrophe is typed as "´", other characters in upper case, Escape runs the given action. Escape acts
-/// once however long it is held, and the wheel changes no list whose drop-down is closed.
+/// an apostrophe is typed as "´", other characters in upper case, Escape runs the given action. Enter and
+/// Escape are left to a control that claims them, as a grid and its find line do while it is open. Escape
+/// acts once however long it is held, and the wheel changes no list whose drop-down is closed.
 class Teclado : public QObject {
     Q_OBJECT
 

@@ -1,10 +1,14 @@
 #include "ui/grid/Grid.h"
 
+#include "ui/Shades.h"
 #include "ui/Twips.h"
+#include "ui/grid/FindLine.h"
 #include "ui/grid/GridDelegate.h"
 #include "ui/grid/GridHeader.h"
+#include "ui/grid/GridOrder.h"
 
 #include <QKeyEvent>
+#include <QPainter>
 #include <QScrollBar>
 
 using namespace Qt::StringLiterals;
@@ -15,6 +19,7 @@ namespace {
 
 constexpr int defaultColumnTwips = 960;
 constexpr int defaultRowTwips = 300;
+constexpr int emptyTextMargin = 8;
 
 struct ColumnFormat {
     QString caption;
@@ -58,6 +63,10 @@ Grid::Grid(QWidget* parent) : QTableView(parent), m_model(new GridModel(this)) {
         if (current.isValid())
             Q_EMIT cellEntered(current.row() + 1, current.column());
     });
+    connect(m_model, &GridModel::rowsInserted, this, &Grid::tellEmpty);
+    connect(m_model, &GridModel::rowsRemoved, this, &Grid::tellEmpty);
+    connect(m_model, &GridModel::modelReset, this, &Grid::tellEmpty);
+    defineActions();
 }
 
 void Grid::setFormat(const QString& format) {
@@ -71,7 +80,38 @@ void Grid::setFormat(const QString& format) {
     }
     m_model->setColumns(captions, alignments);
     m_columnTwips.assign(static_cast<size_t>(captions.size()), defaultColumnTwips);
+    m_columnKinds.assign(static_cast<size_t>(captions.size()), ColumnKind::Text);
+    horizontalHeader()->setSortIndicator(-1, Qt::AscendingOrder);
     applyWidths();
+}
+
+void Grid::setColumnKinds(std::initializer_list<ColumnKind> kinds) {
+    std::copy(kinds.begin(), kinds.end(), m_columnKinds.begin());
+}
+
+void Grid::setSortable() {
+    QHeaderView* header = horizontalHeader();
+    header->setSectionsClickable(true);
+    header->setSortIndicatorShown(true);
+    header->setSortIndicator(-1, Qt::AscendingOrder);
+    m_sort->setVisible(true);
+    m_sort->setEnabled(true);
+    connect(header, &QHeaderView::sortIndicatorChanged, this, [this](int column, Qt::SortOrder order) {
+        if (column >= 0)
+            m_model->reorder(orderOfRows(*m_model, column, columnKind(column), order));
+    });
+}
+
+void Grid::setEmptyText(const QString& text) {
+    m_emptyText = text;
+    tellEmpty();
+    viewport()->update();
+}
+
+void Grid::tellEmpty() {
+    const QString told = m_model->rowCount() == 0 ? m_emptyText : QString();
+    if (told != accessibleDescription())
+        setAccessibleDescription(told);
 }
 
 void Grid::setColumnTwips(int column, int twips) {
@@ -124,6 +164,8 @@ int Grid::rowTwips(int row) const {
 
 void Grid::setRows(int rows) {
     m_model->resize(rows - 1);
+    if (rows == 1)
+        horizontalHeader()->setSortIndicator(-1, Qt::AscendingOrder);
 }
 
 void Grid::removeRow(int row) {
@@ -196,12 +238,55 @@ QRect Grid::cellRect(int row, int column) const {
     return {viewport()->mapTo(this, inViewport.topLeft()), inViewport.size()};
 }
 
-void Grid::keyPressEvent(QKeyEvent* event) {
-    if (event->key() == Qt::Key_Space && event->modifiers() == Qt::NoModifier && currentIndex().isValid()) {
-        Q_EMIT cellClicked(currentRow(), currentColumn());
-        return;
+// A key accepted here becomes no shortcut of the form and is not taken by the keyboard convention.
+bool Grid::event(QEvent* event) {
+    if (event->type() == QEvent::ShortcutOverride && isFinding() &&
+        static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape) {
+        event->accept();
+        return true;
     }
-    QTableView::keyPressEvent(event);
+    return QTableView::event(event);
+}
+
+void Grid::keyPressEvent(QKeyEvent* event) {
+    const bool menuKey = event->key() == Qt::Key_Menu ||
+                         (event->key() == Qt::Key_F10 && event->modifiers() == Qt::ShiftModifier);
+    if (event->key() == Qt::Key_Space && event->modifiers() == Qt::NoModifier && currentIndex().isValid())
+        clickCurrentCell();
+    else if (event->key() == Qt::Key_Escape && isFinding())
+        closeFindLine();
+    else if (menuKey)
+        openMenu(menuPlaceAtCurrentCell());
+    else if (!markByKey(event))
+        QTableView::keyPressEvent(event);
+}
+
+void Grid::paintEvent(QPaintEvent* event) {
+    QTableView::paintEvent(event);
+    if (m_model->rowCount() == 0 && !m_emptyText.isEmpty())
+        paintEmptyText();
+}
+
+void Grid::paintEmptyText() {
+    QPainter painter(viewport());
+    painter.setPen(shades::quietText(palette()));
+    const QRect room = viewport()->rect().marginsRemoved(
+        {emptyTextMargin, emptyTextMargin, emptyTextMargin, emptyTextMargin});
+    painter.drawText(room, Qt::AlignCenter | Qt::TextWordWrap, m_emptyText);
+}
+
+void Grid::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
+    QTableView::currentChanged(current, previous);
+    updateRow(previous);
+    updateRow(current);
+    if (!m_marking)
+        m_markedFrom = QPersistentModelIndex();
+    tellSummary();
+}
+
+void Grid::updateRow(const QModelIndex& index) {
+    if (index.isValid())
+        viewport()->update(0, rowViewportPosition(index.row()), viewport()->width(), rowHeight(index.row()));
 }
 
 void Grid::resizeEvent(QResizeEvent* event) {

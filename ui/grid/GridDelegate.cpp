@@ -1,5 +1,8 @@
 #include "ui/grid/GridDelegate.h"
 
+#include "ui/Shades.h"
+#include "ui/grid/Grid.h"
+
 #include <QIcon>
 #include <QPainter>
 
@@ -11,10 +14,28 @@ constexpr int pictureMargin = 3;
 constexpr int plateMargin = 2;
 constexpr double plateRadius = 3.0;
 
+bool isInCurrentRow(const QStyleOptionViewItem& option, const QModelIndex& index) {
+    const auto* grid = static_cast<const Grid*>(option.widget);
+    return grid->currentRow() == index.row() + 1;
+}
+
 } // namespace
 
 void GridDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
                          const QModelIndex& index) const {
+    paintCell(painter, option, index);
+    if (!isInCurrentRow(option, index))
+        return;
+    const QRect& cell = option.rect;
+    painter->save();
+    painter->setPen(option.palette.color(QPalette::Highlight));
+    painter->drawLine(cell.topLeft(), cell.topRight());
+    painter->drawLine(cell.bottomLeft(), cell.bottomRight());
+    painter->restore();
+}
+
+void GridDelegate::paintCell(QPainter* painter, const QStyleOptionViewItem& option,
+                             const QModelIndex& index) const {
     const QVariant decoration = index.data(Qt::DecorationRole);
     if (decoration.isNull()) {
         QStyledItemDelegate::paint(painter, option, index);
@@ -48,6 +69,12 @@ void GridDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelInd
     QStyledItemDelegate::initStyleOption(option, index);
     if (option->rect.height() < 2 * option->fontMetrics.lineSpacing())
         option->features &= ~QStyleOptionViewItem::WrapText;
+    if (static_cast<const Grid*>(option->widget)->isHit(index.row() + 1, index.column())) {
+        option->backgroundBrush = shades::foundGround;
+        option->palette.setColor(QPalette::Text, shades::foundText);
+    } else if (isInCurrentRow(*option, index) && option->backgroundBrush.style() == Qt::NoBrush) {
+        option->backgroundBrush = shades::currentRow(option->palette);
+    }
 }
 
 } // namespace tarvessa

@@ -4,8 +4,10 @@
 
 namespace tarvessa {
 
-/// Draws a grid's cell: a picture stands in the middle of its cell, on a light plate where the cell is
-/// selected; long texts wrap where the row has room and are elided where it has not.
+/// Draws a grid's cell: the current row is tinted where its cells have no colour of their own and edged by
+/// two lines; what the find line has found is coloured; a picture stands in the middle of its cell, on a
+/// light plate where the cell is selected; long texts wrap where the row has room and are elided where it has
+/// not.
 class GridDelegate : public QStyledItemDelegate {
   public:
     using QStyledItemDelegate::QStyledItemDelegate;
@@ -15,6 +17,9 @@ class GridDelegate : public QStyledItemDelegate {
 
   protected:
     void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override;
+
+  private:
+    void paintCell(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const;
 };
 
 } // namespace tarvessa

@@ -42,7 +42,9 @@ QFont GridHeader::captionFont(int column) const {
 
 int GridHeader::captionRoom(int column) const {
     const int margin = style()->pixelMetric(QStyle::PM_HeaderMargin, nullptr, this);
-    return sectionSize(column) - 2 * margin;
+    const bool sorted = isSortIndicatorShown() && sortIndicatorSection() == column;
+    const int arrow = sorted ? style()->pixelMetric(QStyle::PM_HeaderMarkSize, nullptr, this) + margin : 0;
+    return sectionSize(column) - 2 * margin - arrow;
 }
 
 // As few lines as there have to be, broken at blanks.

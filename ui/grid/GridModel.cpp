@@ -135,6 +135,22 @@ void GridModel::append(std::span<const QString> cells) {
     }
 }
 
+void GridModel::reorder(const std::vector<int>& order) {
+    Q_EMIT layoutAboutToBeChanged({}, VerticalSortHint);
+    std::vector<Row> rows(m_rows.size());
+    std::vector<int> places(m_rows.size());
+    for (size_t place = 0; place < order.size(); ++place) {
+        const auto from = static_cast<size_t>(order[place]);
+        rows[place] = std::move(m_rows[from]);
+        places[from] = static_cast<int>(place);
+    }
+    m_rows = std::move(rows);
+    const QModelIndexList kept = persistentIndexList();
+    for (const QModelIndex& old : kept)
+        changePersistentIndex(old, index(places[static_cast<size_t>(old.row())], old.column()));
+    Q_EMIT layoutChanged({}, VerticalSortHint);
+}
+
 void GridModel::beginFill() {
     m_filling = true;
 }

@@ -48,6 +48,10 @@ class GridModel : public QAbstractTableModel {
     /// Adds a row of these cell texts; missing ones are empty, surplus ones are dropped.
     void append(std::span<const QString> cells);
 
+    /// Puts the rows into another order: `order` names, for each new place, the row's place until now. The
+    /// view keeps its current row. Not during a fill.
+    void reorder(const std::vector<int>& order);
+
     /// Between the two, rows are added without telling the view; endFill tells it once.
     void beginFill();
     void endFill();
