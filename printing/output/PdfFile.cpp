@@ -1,7 +1,7 @@
 #include "printing/output/PdfFile.h"
 
+#include "base/WholeFile.h"
 #include "printing/output/PagePainter.h"
-#include "printing/output/WholeFile.h"
 #include "printing/pages/Report.h"
 
 #include <QPainter>

@@ -74,6 +74,7 @@ class PreviewWindow : public QMainWindow {
     void preparePrinter(QPrinter& printer) const;
     void savePdf();
     void saveCsv();
+    void saveXlsx();
     void save(const QString& title, const QString& suffix, const QString& kind,
               void (*write)(Report& report, const QString& path));
     QString askFileName(const QString& title, const QString& suffix, const QString& kind);

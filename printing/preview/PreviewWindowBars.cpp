@@ -34,6 +34,9 @@ void PreviewWindow::makeFileBar() {
     makeAction(bar, u"SaveCsv"_s, u"Salvar dados (CSV)"_s,
                u"Salvar os dados do relatório para uma planilha"_s, {QKeySequence(Qt::CTRL | Qt::Key_E)},
                &PreviewWindow::saveCsv);
+    makeAction(bar, u"SaveXlsx"_s, u"Salvar dados (XLSX)"_s,
+               u"Salvar os dados do relatório como planilha, com números e datas"_s,
+               {QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_E)}, &PreviewWindow::saveXlsx);
     bar->addSeparator();
     makeAction(bar, u"Close"_s, u"Fechar"_s, u"Fechar a visualização"_s, {QKeySequence(Qt::Key_Escape)},
                &PreviewWindow::leave);

@@ -1,8 +1,10 @@
 #include "printing/preview/PreviewWindow.h"
 
+#include "base/FileName.h"
 #include "printing/output/CsvFile.h"
 #include "printing/output/PdfFile.h"
 #include "printing/output/Printing.h"
+#include "printing/output/XlsxFile.h"
 #include "ui/BusyPointer.h"
 
 #include <QFileDialog>
@@ -10,22 +12,11 @@
 #include <QPrintDialog>
 #include <QPrinter>
 #include <QPrinterInfo>
-#include <QRegularExpression>
 #include <QStandardPaths>
 
 using namespace Qt::StringLiterals;
 
 namespace tarvessa::report {
-
-namespace {
-
-// No file system accepts all of these in a name, and neither do all screens that show one.
-QString withoutReserved(QString name) {
-    static const QRegularExpression reserved(u"[\\\\/:*?\"<>|\\x00-\\x1F\\x7F]+"_s);
-    return name.replace(reserved, u"-"_s).simplified();
-}
-
-} // namespace
 
 void PreviewWindow::print() {
     readAll();
@@ -78,6 +69,10 @@ void PreviewWindow::saveCsv() {
     save(u"Salvar dados (CSV)"_s, u"csv"_s, u"Dados separados por \";\" (*.csv)"_s, report::saveCsv);
 }
 
+void PreviewWindow::saveXlsx() {
+    save(u"Salvar dados (XLSX)"_s, u"xlsx"_s, u"Planilha (*.xlsx)"_s, report::saveXlsx);
+}
+
 void PreviewWindow::save(const QString& title, const QString& suffix, const QString& kind,
                          void (*write)(Report& report, const QString& path)) {
     const QString path = askFileName(title, suffix, kind);
@@ -94,7 +89,7 @@ QString PreviewWindow::askFileName(const QString& title, const QString& suffix, 
     QFileDialog dialog(this, title, m_choices->folder.isEmpty() ? documents : m_choices->folder, kind);
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setDefaultSuffix(suffix);
-    dialog.selectFile(withoutReserved(m_fileName) + u'.' + suffix);
+    dialog.selectFile(fileNameFor(m_fileName) + u'.' + suffix);
     if (dialog.exec() != QDialog::Accepted)
         return {};
     const QString path = dialog.selectedFiles().constFirst();

@@ -1,6 +1,8 @@
 #include "printing/ReportBench.h"
+#include "printing/output/XlsxFile.h"
 #include "printing/preview/TextSearch.h"
 #include "support/ErrorOf.h"
+#include "support/SavedGrid.h"
 #include "support/StatementLog.h"
 
 #include <QDir>
@@ -77,6 +79,7 @@ class TstReportPages : public QObject {
     void printingFollowsTheChosenPages();
     void pageThatFailsLeavesNothingOnThePrinter();
     void csvIsWrittenByteForByte();
+    void xlsxHoldsNumbersAndDates();
     void csvOfNoRowsHasItsHeadings();
     void csvHasNoFormulas();
     void queryThatWritesIsNotSent();
@@ -747,6 +750,28 @@ void TstReportPages::csvIsWrittenByteForByte() {
                                         "\"diz \"\"PÃO\"\"\";-1,00;01/03/2024;\"a\nb\";\r\n"
                                         ";1234567,89;;1.5;n/d\r\n"
                                         ";12345678901234567,89;02/03/2024;;12,5%\r\n"));
+}
+
+void TstReportPages::xlsxHoldsNumbersAndDates() {
+    const auto report = m_bench.run(
+        u"SELECT '=A;B' AS t, 1234.50 AS v, DATE '2024-02-29' AS d, '00123' AS x, 3.50 AS p UNION ALL "
+        "SELECT 'PÃO', -1, NULL, NULL, 'n/d' UNION ALL SELECT '', NULL, '2024-03-02', '', '12.5%'"_s,
+        "<column name=\"v\" heading=\"R$ valor\" format=\"###,##0.00\"/><column name=\"D\" "
+        "format=\"dd/mm/yyyy\"/><column name=\"p\" format=\"##0.0\"/>",
+        "<detail height=\"5\"/>");
+    const QString path = m_bench.path(u"dados.xlsx"_s);
+    report::saveXlsx(*report, path);
+    const QJsonObject book = readXlsx(path);
+    QCOMPARE(xlsxRow(book, 0),
+             (QStringList{u"text:t"_s, u"text:R$ valor"_s, u"text:d"_s, u"text:x"_s, u"text:p"_s}));
+    QCOMPARE(xlsxRow(book, 1), (QStringList{u"text:=A;B"_s, u"number:1234.5"_s, u"date:2024-02-29 00:00:00"_s,
+                                            u"text:00123"_s, u"number:3.5"_s}));
+    QCOMPARE(xlsxRow(book, 2),
+             (QStringList{u"text:PÃO"_s, u"number:-1"_s, QString(), QString(), u"text:n/d"_s}));
+    QCOMPARE(xlsxRow(book, 3), (QStringList{QString(), QString(), u"date:2024-03-02 00:00:00"_s, QString(),
+                                            u"number:0.125"_s}));
+    QCOMPARE(errorNumberOf([&] { report::saveXlsx(*report, u"/não/existe.xlsx"_s); }),
+             number(ErrorNumber::FileNotWritable));
 }
 
 void TstReportPages::csvOfNoRowsHasItsHeadings() {

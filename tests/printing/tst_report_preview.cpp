@@ -45,6 +45,7 @@ class TstReportPreview : public QObject {
     void searchTellsWhichOfHowMany();
     void searchStartsAtThePageInView();
     void textThatIsNowhereIsTold();
+    void dataAreSavedAsAWorkbook();
     void dataAreSavedFromEveryControl();
     void wheelWithControlZooms();
     void longReportHasAPageList();
@@ -138,9 +139,10 @@ void TstReportPreview::everyControlHasANameAndTakesTheFocus() {
                  focused->metaObject()->className());
         names.append(focused->objectName());
     }
-    for (const auto& name : {u"Print"_s, u"SavePdf"_s, u"SaveCsv"_s, u"Close"_s, u"FirstPage"_s,
-                             u"PreviousPage"_s, u"PageNumber"_s, u"NextPage"_s, u"LastPage"_s, u"ZoomOut"_s,
-                             u"Zoom"_s, u"ZoomIn"_s, u"Sought"_s, u"FindPrevious"_s, u"FindNext"_s}) {
+    for (const auto& name :
+         {u"Print"_s, u"SavePdf"_s, u"SaveCsv"_s, u"SaveXlsx"_s, u"Close"_s, u"FirstPage"_s,
+          u"PreviousPage"_s, u"PageNumber"_s, u"NextPage"_s, u"LastPage"_s, u"ZoomOut"_s, u"Zoom"_s,
+          u"ZoomIn"_s, u"Sought"_s, u"FindPrevious"_s, u"FindNext"_s}) {
         QVERIFY2(names.contains(name), qPrintable(name));
         QVERIFY2(!m_window->findChild<QWidget*>(name)->accessibleName().isEmpty(), qPrintable(name));
     }
@@ -390,6 +392,22 @@ void TstReportPreview::dataAreSavedUnderTheNameGiven() {
     QFile file(path);
     QVERIFY(file.open(QIODevice::ReadOnly));
     QCOMPARE(file.readAll(), QByteArray("\xEF\xBB\xBFNome\r\nLinha nº 1\r\nLinha nº 2\r\n"));
+}
+
+void TstReportPreview::dataAreSavedAsAWorkbook() {
+    show(2);
+    ModalHelper modal;
+    const QString path = m_bench.path(u"saida.xlsx"_s);
+    modal.onOpen([&](QWidget* window) {
+        window->findChild<QLineEdit*>(u"fileNameEdit"_s)->setText(path);
+        QTest::keyClick(window->findChild<QLineEdit*>(u"fileNameEdit"_s), Qt::Key_Return);
+    });
+    press(Qt::Key_E, Qt::ControlModifier | Qt::ShiftModifier);
+    QCOMPARE(modal.problem(), QString());
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QVERIFY(file.readAll().startsWith("PK"));
+    QCOMPARE(m_window->statusBar()->currentMessage(), u"Gravado: "_s + path);
 }
 
 void TstReportPreview::dataAreSavedFromEveryControl() {

@@ -1,10 +1,10 @@
-#include "printing/output/CsvText.h"
+#include "sheets/CsvText.h"
 
 #include <QRegularExpression>
 
 using namespace Qt::StringLiterals;
 
-namespace tarvessa::report {
+namespace tarvessa::sheet {
 
 QString withoutFormula(const QString& text) {
     constexpr QStringView beginnings = u"=+-@\t\r\n";
@@ -14,4 +14,4 @@ QString withoutFormula(const QString& text) {
     return number.match(text).hasMatch() ? text : u'\'' + text;
 }
 
-} // namespace tarvessa::report
+} // namespace tarvessa::sheet

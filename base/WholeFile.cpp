@@ -1,4 +1,4 @@
-#include "printing/output/WholeFile.h"
+#include "base/WholeFile.h"
 
 #include "base/RuntimeError.h"
 
@@ -6,7 +6,7 @@
 
 using namespace Qt::StringLiterals;
 
-namespace tarvessa::report {
+namespace tarvessa {
 
 void writeWholeFile(const QString& path, const std::function<void(QIODevice& file)>& write) {
     QSaveFile file(path);
@@ -22,4 +22,4 @@ void writeWholeFile(const QString& path, const std::function<void(QIODevice& fil
         fail();
 }
 
-} // namespace tarvessa::report
+} // namespace tarvessa
