@@ -10,6 +10,7 @@
 #include "closing/ServerLock.h"
 #include "core/AcessoDados.h"
 #include "core/ArquivoLog.h"
+#include "core/GridFile.h"
 #include "core/Teclado.h"
 #include "ui/Guard.h"
 #include "ui/MessageBoxes.h"
@@ -73,6 +74,10 @@ FechamentosInterrompidos::FechamentosInterrompidos(QDate since, const ClosingSet
     for (size_t column = 0; column < columnTwips.size(); ++column)
         ui->Grid1->setColumnTwips(static_cast<int>(column), columnTwips[column]);
     ui->Grid1->setHeaderBold();
+    ui->Grid1->setColumnKinds(
+        {ColumnKind::Text, ColumnKind::Text, ColumnKind::Number, ColumnKind::Text, ColumnKind::Date});
+    ui->Grid1->setEmptyText(u"Nenhum fechamento interrompido"_s);
+    offerSaving(ui->Grid1, [] { return u"Fechamentos interrompidos - "_s + TextoSQL(clock::today()); });
     ui->Grid1->setPreferredRows(rowsShown);
     new Teclado(this, [this] { reject(); });
     onSignal(ui->Grid1, &Grid::cellEntered, this, [this](int, int) { mostraAtual(); });

@@ -6,6 +6,7 @@
 #include "closing/PanelStatus.h"
 #include "closing/VisualizaPedido.h"
 #include "core/AcessoDados.h"
+#include "core/GridFile.h"
 #include "core/PrintLayout.h"
 #include "core/Teclado.h"
 #include "products/PromocaoPedidos.h"
@@ -57,6 +58,9 @@ PainelFechamento::PainelFechamento(QWidget* parent)
                          "^SELEÇÃO|CODIGOCLI"_s);
     ui->Grid1->setStretchedColumn(painelfechamento::Vendedor);
     ui->Grid1->setTickColumn(painelfechamento::Selecao, m_picSucesso);
+    ui->Grid1->setColumnKinds({ColumnKind::Text, ColumnKind::Text, ColumnKind::Text, ColumnKind::Text,
+                               ColumnKind::Text, ColumnKind::Number, ColumnKind::Number});
+    offerSaving(ui->Grid1, [this] { return listName(); });
 
     defineShortcuts();
     preparaEditores();
@@ -99,9 +103,10 @@ void PainelFechamento::defineShortcuts() {
         ui->MnRelatorio->setActiveAction(ui->MnResumoVendas);
     });
     ui->Metas->setShortcut(Qt::ALT | Qt::Key_M);
-    const auto* view = new QShortcut(Qt::Key_F3, this);
+    auto* view = new QShortcut(Qt::Key_F3, this);
     onSignal(view, &QShortcut::activated, this,
              [this] { runOperation([this] { visualiza(ui->Grid1->currentRow()); }); });
+    connect(ui->Grid1, &Grid::findLineShown, view, [view](bool shown) { view->setEnabled(!shown); });
     const auto* interrupted = new QShortcut(Qt::Key_F7, this);
     onSignal(interrupted, &QShortcut::activated, this,
              [this] { runOperation([this] { abreInterrompidos(); }); });

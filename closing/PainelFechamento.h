@@ -76,6 +76,9 @@ class PainelFechamento : public QMainWindow {
     void lista(Layout layout);
     void showBeforeListing();
     void emptyList();
+
+    /// What the list is called as a file.
+    QString listName() const;
     void enableOperations();
 
     // Rows and keys (PainelFechamento.cpp)

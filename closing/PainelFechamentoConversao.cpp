@@ -57,6 +57,7 @@ void PainelFechamento::converteDavs() {
         return;
     }
     ui->Grid1->setRows(1);
+    ui->Grid1->setEmptyText(u"Conversão concluída. Carregue as pré-vendas"_s);
     TotalSelecionado();
     enableOperations();
 }

@@ -148,6 +148,7 @@ void PainelFechamento::DefineGrid() {
     m_editorTexto->close();
     m_editorForma->close();
     ui->Grid1->setRows(1);
+    ui->Grid1->setEmptyText(u"Nenhum documento foi listado"_s);
     m_closingHistory.settled.clear();
     m_pvNumbers.clear();
     for (const ColumnWidth& width : columnWidths)
@@ -201,6 +202,8 @@ void PainelFechamento::lista(Layout layout) {
     m_termsRoom = termsRoom(rs, layout == Layout::Pv);
     addDocuments(ui->Grid1, rs, layout == Layout::Pv);
     rs.close();
+    ui->Grid1->setEmptyText(layout == Layout::Dav ? u"Nenhum DAV nos últimos sete dias"_s
+                                                  : u"Nenhuma pré-venda em aberto nos últimos sete dias"_s);
     // Leaves room for the scroll bar.
     if (ui->Grid1->rows() > rowsWithoutScrollBar)
         ui->Grid1->setColumnTwips(painelfechamento::Cliente,
@@ -216,6 +219,10 @@ void PainelFechamento::carregaFormasDePagamento() {
     addPaymentMethods(ui->Combo1, rs);
     rs.close();
     m_methodsLoaded = true;
+}
+
+QString PainelFechamento::listName() const {
+    return (m_layout == Layout::Dav ? u"DAVs - "_s : u"Pré-vendas - "_s) + TextoSQL(clock::today());
 }
 
 void PainelFechamento::emptyList() {

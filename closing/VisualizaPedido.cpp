@@ -4,6 +4,7 @@
 #include "base/Numeros.h"
 #include "core/AcessoDados.h"
 #include "core/Esquema.h"
+#include "core/GridFile.h"
 #include "core/Teclado.h"
 #include "ui/FitToScreen.h"
 #include "ui/MessageBoxes.h"
@@ -106,6 +107,9 @@ void VisualizaPedido::prepareGrid() {
     }
     ui->GridItens->setMinimumRowTwips(rowHeight);
     ui->GridItens->setHeaderBold();
+    ui->GridItens->setColumnKinds(
+        {ColumnKind::Text, ColumnKind::Text, ColumnKind::Number, ColumnKind::Number, ColumnKind::Number});
+    offerSaving(ui->GridItens, [this] { return ui->Tipo->text() + u' ' + ui->Pedido->text(); });
     // Wide enough for all columns, as far as the screen allows.
     const QMargins margins = ui->pagina->contentsMargins();
     fitToScreen(this, QSize(width + margins.left() + margins.right(), height()));

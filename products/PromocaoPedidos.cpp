@@ -4,6 +4,7 @@
 #include "core/AcessoDados.h"
 #include "core/Esquema.h"
 #include "core/FieldText.h"
+#include "core/GridFile.h"
 #include "core/Teclado.h"
 #include "products/ProductBox.h"
 #include "products/PromocaoPedidosColumns.h"
@@ -14,6 +15,7 @@
 #include "ui/MessageBoxes.h"
 #include "ui/Refusal.h"
 #include "ui/Shortcuts.h"
+#include "ui/grid/SummaryLabel.h"
 #include "ui_PromocaoPedidos.h"
 
 using namespace Qt::StringLiterals;
@@ -34,6 +36,7 @@ constexpr int rowsThatScroll = 16;
 
 const QString selectAllCaption = u"SELECIONAR TODOS"_s;
 const QString clearAllCaption = u"DESMARCAR TODOS"_s;
+const QString noProduct = u"Escolha um produto"_s;
 const QString clearAllMark = u"DESMARCAR"_s;
 
 } // namespace
@@ -75,6 +78,11 @@ void PromocaoPedidos::setUpGrid(const QIcon& tick) {
         ui->Grid1->setColumnTwips(static_cast<int>(column), widths[column]);
     ui->Grid1->setMinimumRowTwips(rowHeight);
     ui->Grid1->setTickColumn(Selecao, tick);
+    ui->Grid1->setColumnKinds({ColumnKind::Text, ColumnKind::Text, ColumnKind::Text, ColumnKind::Text,
+                               ColumnKind::Number, ColumnKind::Number});
+    ui->Grid1->setEmptyText(noProduct);
+    ui->botoes->insertWidget(ui->botoes->indexOf(ui->folga), summaryLabel(ui->Grid1));
+    offerSaving(ui->Grid1, [this] { return u"Pedidos - "_s + ui->Descricao->text(); });
     ui->Grid1->setPreferredRows(rowsThatScroll);
     fitToScreen(this);
 }
@@ -82,6 +90,7 @@ void PromocaoPedidos::setUpGrid(const QIcon& tick) {
 // A list never stays under a different product.
 void PromocaoPedidos::esvaziaLista() {
     ui->Grid1->setRows(1);
+    ui->Grid1->setEmptyText(noProduct);
     ui->Command2->setEnabled(false);
 }
 
@@ -106,6 +115,7 @@ void PromocaoPedidos::listaPedidos(const QString& codigo) {
                                maskedText(rs.field(unitario), u"###,##0.00")});
     }
     rs.close();
+    ui->Grid1->setEmptyText(u"Nenhum pedido em aberto com este produto"_s);
     if (ui->Grid1->rows() > 1) {
         setCaption(ui->Command2, selectAllCaption);
         ui->Command2->setEnabled(true);

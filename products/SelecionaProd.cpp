@@ -2,6 +2,7 @@
 
 #include "core/AcessoDados.h"
 #include "core/Esquema.h"
+#include "core/GridFile.h"
 #include "products/PesquisaProduto.h"
 #include "products/SelecionaProdColumns.h"
 #include "ui/FitToScreen.h"
@@ -84,6 +85,9 @@ void SelecionaProd::setUpGrid() {
         ui->Grid->setColumnTwips(column, numberWidth);
     for (int column = UltimaAlteracao; column <= Observacao; ++column)
         ui->Grid->setColumnTwips(column, 0);
+    ui->Grid->setColumnKinds({ColumnKind::Text, ColumnKind::Text, ColumnKind::Number, ColumnKind::Number,
+                              ColumnKind::Number, ColumnKind::Number, ColumnKind::Number});
+    offerSaving(ui->Grid, [] { return u"Produtos"_s; });
     ui->Grid->setMinimumRowTwips(rowHeight);
     ui->Grid->setSelectionBehavior(QAbstractItemView::SelectRows);
     ui->Grid->setPreferredRows(rowsThatScroll - 1);

@@ -1,6 +1,7 @@
 #include "reports/Comissao.h"
 
 #include "base/Numeros.h"
+#include "core/GridFile.h"
 #include "core/Teclado.h"
 #include "reports/ComissaoColumns.h"
 #include "reports/ExtratoVendedor.h"
@@ -9,6 +10,7 @@
 #include "ui/Pictures.h"
 #include "ui/grid/CellEditor.h"
 #include "ui/grid/FitToGrids.h"
+#include "ui/grid/SummaryLabel.h"
 #include "ui_Comissao.h"
 
 #include <array>
@@ -42,6 +44,12 @@ Comissao::Comissao(QWidget* parent)
     ui->Grid1->setFormat(u">CÓDIGO|<VENDEDOR|>R$ TOTAL PÃO|>% COMISÃO|>R$ COMISSÃO|>R$ TOTAL OUTROS|"
                          ">% COMISSÃO|>R$ COMISSÃO|>R$ TOTAL VENDAS|>R$ TOTAL COMISSÃO|>R$ DEVOLUÇÕES|"
                          ">% DEVOLUÇÕES|^IMPRIME"_s);
+    ui->Grid1->setColumnKinds({ColumnKind::Text, ColumnKind::Text, ColumnKind::Number, ColumnKind::Percentage,
+                               ColumnKind::Number, ColumnKind::Number, ColumnKind::Percentage,
+                               ColumnKind::Number, ColumnKind::Number, ColumnKind::Number, ColumnKind::Number,
+                               ColumnKind::Percentage, ColumnKind::Button});
+    ui->cabecalho->insertWidget(ui->cabecalho->indexOf(ui->folga), summaryLabel(ui->Grid1));
+    offerSaving(ui->Grid1, [this] { return u"Comissão - "_s + m_ranPeriod; });
     AjustaGrid();
     fitToGrids(this, {ui->Grid1}, rowsOnScreen, scrollBarWidth);
 
@@ -57,6 +65,7 @@ Comissao::~Comissao() = default;
 
 void Comissao::AjustaGrid() {
     ui->Grid1->setRows(1);
+    ui->Grid1->setEmptyText(u"O relatório ainda não foi gerado"_s);
     m_hasTotals = false;
     ui->Command1->setEnabled(false);
     for (size_t column = 0; column < columnWidths.size(); ++column)

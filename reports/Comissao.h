@@ -70,6 +70,7 @@ class Comissao : public QDialog {
     odbc::ColumnRoom m_roomOfPao; // of the sellers' two percentages
     odbc::ColumnRoom m_roomOfOutros;
     QIcon m_printPicture;
+    QString m_ranPeriod;      // of the last run, as a part of a file name
     bool m_hasTotals = false; // a run that ended in an error leaves rows without totals below them
 };
 

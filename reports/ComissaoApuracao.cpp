@@ -56,8 +56,10 @@ void Comissao::geraRelatorio() {
     {
         const BusyLabel label(ui->Label3);
         AjustaGrid();
+        m_ranPeriod = m_periodo->inFileName();
         preparaRelat2();
         listaVendedores();
+        ui->Grid1->setEmptyText(u"Nenhuma venda no período"_s);
     }
     if (ui->Grid1->rows() > 1)
         mostraTotais();

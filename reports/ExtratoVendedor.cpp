@@ -4,12 +4,14 @@
 #include "base/Numeros.h"
 #include "core/AcessoDados.h"
 #include "core/Esquema.h"
+#include "core/GridFile.h"
 #include "core/Periodo.h"
 #include "core/Teclado.h"
 #include "reports/ExtratoVendedorColumns.h"
 #include "ui/BusyPointer.h"
 #include "ui/Guard.h"
 #include "ui/grid/FitToGrids.h"
+#include "ui/grid/SummaryLabel.h"
 #include "ui_ExtratoVendedor.h"
 
 #include <array>
@@ -49,6 +51,11 @@ ExtratoVendedor::ExtratoVendedor(QWidget* parent)
     ui->setupUi(this);
     ui->Grid1->setMinimumRowTwips(rowHeight);
     ui->Grid1->setFormat(u"^DATA|>Nº NF|<CLIENTE|>R$ TOTAL PÃO|>R$ TOT.OUTROS|>R$ TOTAL NF"_s);
+    ui->Grid1->setColumnKinds({ColumnKind::Date, ColumnKind::Text, ColumnKind::Text, ColumnKind::Number,
+                               ColumnKind::Number, ColumnKind::Number});
+    ui->Grid1->setEmptyText(u"Nenhuma nota no período"_s);
+    ui->cabecalho->addWidget(summaryLabel(ui->Grid1), 2);
+    offerSaving(ui->Grid1, [this] { return m_documentName; });
     resetGrid();
     fitToGrids(this, {ui->Grid1}, rowsWithoutScrolling);
     new Teclado(this, [this] { reject(); });

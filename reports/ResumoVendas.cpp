@@ -1,14 +1,17 @@
 #include "reports/ResumoVendas.h"
 
 #include "base/Numeros.h"
+#include "core/GridFile.h"
 #include "core/Teclado.h"
 #include "ui/BusyLabel.h"
 #include "ui/Guard.h"
 #include "ui/Shortcuts.h"
 #include "ui/grid/FitToGrids.h"
 #include "ui/grid/Grid.h"
+#include "ui/grid/SummaryLabel.h"
 #include "ui_ResumoVendas.h"
 
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QVBoxLayout>
 
@@ -55,6 +58,10 @@ void ResumoVendas::makeTabs() {
         grid->setAccessibleName(name);
         grid->setMinimumRowTwips(rowHeight);
         grid->setFormat(u"^CNPJ|<RAZÃO SOCIAL|<FANTASIA|>R$ TOTAL|>R$ DEVOLUÇÃO|>% DEVOLVIDO"_s);
+        grid->setColumnKinds({ColumnKind::Text, ColumnKind::Text, ColumnKind::Text, ColumnKind::Number,
+                              ColumnKind::Number, ColumnKind::Percentage});
+        grid->setSortable();
+        offerSaving(grid, [this, name] { return u"Resumo de vendas - %1 - %2"_s.arg(name, m_ranPeriod); });
         auto* total = new QLabel;
         total->setObjectName(u"Label4(%1)"_s.arg(n));
         total->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
@@ -62,7 +69,10 @@ void ResumoVendas::makeTabs() {
         bold.setBold(true);
         total->setFont(bold);
         layout->addWidget(grid);
-        layout->addWidget(total);
+        auto* foot = new QHBoxLayout;
+        foot->addWidget(summaryLabel(grid), 1);
+        foot->addWidget(total);
+        layout->addLayout(foot);
         ui->TabPreco->addTab(page, name);
         m_tabs[static_cast<size_t>(n - 1)] = {grid, total};
     }
@@ -71,6 +81,7 @@ void ResumoVendas::makeTabs() {
 void ResumoVendas::FormataGrid() {
     for (const Tab& tab : m_tabs) {
         tab.TabelaPreco->setRows(1);
+        tab.TabelaPreco->setEmptyText(u"O relatório ainda não foi gerado"_s);
         for (size_t column = 0; column < columnWidths.size(); ++column)
             tab.TabelaPreco->setColumnTwips(static_cast<int>(column), columnWidths[column]);
         tab.TabelaPreco->setHeaderBold();

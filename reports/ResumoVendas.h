@@ -63,6 +63,7 @@ class ResumoVendas : public QDialog {
     std::unique_ptr<Ui::ResumoVendas> ui;
     std::unique_ptr<Periodo> m_periodo;
     std::array<Tab, levelCount> m_tabs;
+    QString m_ranPeriod; // of the last run, as a part of a file name
 };
 
 } // namespace tarvessa

@@ -30,11 +30,14 @@ void ResumoVendas::geraRelatorio() {
     const BusyPointer pointer;
     const BusyLabel label(ui->Label3);
     FormataGrid();
+    m_ranPeriod = m_periodo->inFileName();
     preparaRelat();
     TemRegistro = AbreRS(u"Select * From Relat Order By "_s +
                          orderings[static_cast<size_t>(ui->order->currentIndex())]);
     listaClientes(rs);
     rs.close();
+    for (const Tab& tab : m_tabs)
+        tab.TabelaPreco->setEmptyText(u"Nenhuma venda no período"_s);
     TemRegistro = AbreRS(u"Select sum(Valor1) as Valor1, Texto3 From relat group by Texto3"_s);
     const Totais totais = somaPorNivel(rs);
     rs.close();

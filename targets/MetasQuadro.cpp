@@ -1,6 +1,7 @@
 #include "targets/MetasQuadro.h"
 
 #include "base/Numeros.h"
+#include "core/GridFile.h"
 #include "core/Periodo.h"
 #include "core/Teclado.h"
 #include "products/ProductBox.h"
@@ -12,6 +13,7 @@
 #include "ui/Twips.h"
 #include "ui/grid/CellEditor.h"
 #include "ui/grid/FitToGrids.h"
+#include "ui/grid/SummaryLabel.h"
 #include "ui_MetasQuadro.h"
 
 using namespace Qt::StringLiterals;
@@ -66,6 +68,13 @@ void MetasQuadro::setUpGrids() {
         u"<CÓDIGO|<DESCRIÇÃO|>META|>VENDIDO|>% META|>R$ TOTAL VENDA|>DEVOLUÇÃO|% DEVOLUÇÃO"_s);
     for (Grid* grid : {ui->Grid1, ui->Grid2})
         grid->setMinimumRowTwips(rowHeight);
+    ui->Grid1->setColumnKinds({ColumnKind::Text, ColumnKind::Text, ColumnKind::Number, ColumnKind::Button});
+    ui->Grid2->setColumnKinds({ColumnKind::Text, ColumnKind::Text, ColumnKind::Number, ColumnKind::Number,
+                               ColumnKind::Percentage, ColumnKind::Number, ColumnKind::Number,
+                               ColumnKind::Percentage});
+    ui->rodape->insertWidget(ui->rodape->indexOf(ui->folga), summaryLabel(ui->Grid2));
+    offerSaving(ui->Grid1, [this] { return u"Metas - "_s + sellerInFileName(); });
+    offerSaving(ui->Grid2, [this] { return u"Andamento das metas - "_s + m_ranPeriod; });
     setTargetWidths();
     AjustaGrid2();
     fitToGrids(this, {ui->Grid1, ui->Grid2}, rowsWithoutScrolling, scrollBarWidth);

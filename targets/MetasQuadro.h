@@ -62,6 +62,7 @@ class MetasQuadro : public QDialog {
     void Grid1_Click(int row, int column);
     void excluiMeta(int row);
     void listaMetas(qint32 vendedor);
+    QString sellerInFileName() const;
 
     // Editing in the grid (MetasQuadroEdicao.cpp)
     void openEditor(int row);
@@ -98,6 +99,7 @@ class MetasQuadro : public QDialog {
     ProductBox* m_product2; // tab 1
     CellEditor* m_editor;
     odbc::ColumnRoom m_quantityRoom;
+    QString m_ranPeriod; // of the board, as a part of a file name
 };
 
 } // namespace tarvessa

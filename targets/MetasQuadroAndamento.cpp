@@ -54,6 +54,7 @@ struct MetasQuadro::Totals {
 
 void MetasQuadro::AjustaGrid2() {
     ui->Grid2->setRows(1);
+    ui->Grid2->setEmptyText(u"O relatório ainda não foi gerado"_s);
     for (size_t column = 0; column < widths.size(); ++column)
         ui->Grid2->setColumnTwips(static_cast<int>(column), widths[column]);
     ui->Command2->setEnabled(false);
@@ -66,6 +67,7 @@ void MetasQuadro::montaQuadro(odbc::ResultSet& targets) {
         while (!targets.atEnd())
             addSellerBlock(targets);
     }
+    ui->Grid2->setEmptyText(u"Nenhuma meta encontrada"_s);
     const bool scrolls = ui->Grid2->rows() >= rowsThatScroll;
     ui->Grid2->setColumnTwips(Descricao, scrolls ? descriptionWidthBesideScrollBar : descriptionWidth);
     ui->Command2->setEnabled(ui->Grid2->rows() > 1);

@@ -29,6 +29,7 @@ void MetasQuadro::calcula() {
     const BusyLabel wait(ui->Label7);
     const BusyPointer busy;
     AjustaGrid2();
+    m_ranPeriod = m_period->inFileName();
     const qint32 vendedor = CodigoDaLista(ui->Vendedores2->currentText());
     const bool oneProduct = !m_product2->code().isEmpty();
     Executa(u"Update metavendedoritem Set Vendido=0, TotalVendas=0, QtdDevolucao=0"_s);

@@ -44,6 +44,7 @@ void MetasQuadro::AjustaGrid() {
     ui->Label4->setVisible(false);
     setTargetWidths();
     const qint32 vendedor = CodigoDaLista(ui->Vendedores->currentText());
+    ui->Grid1->setEmptyText(vendedor >= 1 ? u"O vendedor não tem metas"_s : u"Escolha um vendedor"_s);
     if (vendedor >= 1)
         listaMetas(vendedor);
     ui->Label4->setVisible(ui->Grid1->rows() > 1);
@@ -68,6 +69,11 @@ void MetasQuadro::listaMetas(qint32 vendedor) {
         ui->Grid1->setPicture(ui->Grid1->rows() - 1, Excluir, trash);
     }
     rs.close();
+}
+
+// An item of the list is the name, blanks and the code.
+QString MetasQuadro::sellerInFileName() const {
+    return ui->Vendedores->currentText().section(u"   <<"_s, 0, 0);
 }
 
 void MetasQuadro::adicionaMeta() {
