@@ -1,5 +1,6 @@
 #include "app/Application.h"
 #include "bench/ClosingBench.h"
+#include "bench/GridBench.h"
 #include "bench/ListingBench.h"
 #include "bench/OperationsBench.h"
 #include "bench/PrintingBench.h"
@@ -54,6 +55,8 @@ void measure(const QStringList& subjects) {
         rows += bench::reportRows(server, workload);
     if (wanted(u"printing"_s))
         rows += bench::printingRows(server);
+    if (wanted(u"grids"_s))
+        rows += bench::gridRows();
     if (wanted(u"targets"_s))
         rows += bench::targetRows(server, workload);
     if (wanted(u"survival"_s))
@@ -72,6 +75,8 @@ int main(int argc, char* argv[]) {
     try {
         if (Application::arguments().value(1) == QLatin1StringView(bench::previewMemoryWord))
             return bench::previewMemory();
+        if (Application::arguments().value(1) == QLatin1StringView(bench::gridMemoryWord))
+            return bench::gridSavingMemory();
         measure(Application::arguments().mid(1));
     } catch (const std::exception& error) {
         fprintf(stderr, "tarvessa_bench: %s\n", error.what());
