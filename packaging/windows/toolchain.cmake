@@ -1,5 +1,6 @@
 # Debian's cross compiler for 64-bit Windows, in the variant with C++ threads. The environment variable
-# TARVESSA_WINDOWS_QT names the folder of Qt for Windows, once there is one.
+# TARVESSA_WINDOWS_QT names the folder of Qt for Windows, once there is one, and TARVESSA_WINDOWS_XLSXWRITER that
+# of the library that writes XLSX files.
 set(CMAKE_SYSTEM_NAME Windows)
 set(CMAKE_SYSTEM_PROCESSOR x86_64)
 
@@ -13,6 +14,10 @@ set(CMAKE_FIND_ROOT_PATH /usr/${triplet})
 if(DEFINED ENV{TARVESSA_WINDOWS_QT})
   list(APPEND CMAKE_FIND_ROOT_PATH $ENV{TARVESSA_WINDOWS_QT})
   set(CMAKE_PREFIX_PATH $ENV{TARVESSA_WINDOWS_QT})
+endif()
+if(DEFINED ENV{TARVESSA_WINDOWS_XLSXWRITER})
+  list(APPEND CMAKE_FIND_ROOT_PATH $ENV{TARVESSA_WINDOWS_XLSXWRITER})
+  list(APPEND CMAKE_PREFIX_PATH $ENV{TARVESSA_WINDOWS_XLSXWRITER})
 endif()
 set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
 set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
