@@ -76,6 +76,7 @@ PainelFechamento::PainelFechamento(QWidget* parent)
     onSignal(ui->Grid1, &Grid::cellDoubleClicked, this,
              [this](int row, int column) { Grid1_DblClick(row, column); });
     connect(ui->Grid1, &Grid::cellEntered, m_status, [this](int row, int) { m_status->showRow(row); });
+    connect(ui->Grid1, &Grid::selectionSummary, m_status, &PanelStatus::showMarked);
     Connection.watch([this] { mostraConexao(); });
     opensFrom<ResumoVendas>(ui->MnResumoVendas);
     opensFrom<RelatNivelPreco>(ui->MnrelAlfaNivel);

@@ -37,6 +37,11 @@ void PanelStatus::showRow(int row) {
     compose();
 }
 
+void PanelStatus::showMarked(const QString& summary) {
+    m_marked = summary;
+    compose();
+}
+
 void PanelStatus::showConnected(const QString& server, const QString& database) {
     QStringList names{server, database};
     names.removeAll(QString());
@@ -54,6 +59,8 @@ void PanelStatus::compose() {
                    counted(m_selected, u"selecionado"_s, u"selecionados"_s);
     if (m_row > 0)
         list += u", linha "_s + QLocale(QLocale::Portuguese, QLocale::Brazil).toString(m_row);
+    if (!m_marked.isEmpty())
+        list += u" · "_s + m_marked;
     setText(list + u" · "_s + m_connection + u" · versão "_s + QCoreApplication::applicationVersion());
     plain::setToolTip(this, text());
 }

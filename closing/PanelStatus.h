@@ -5,8 +5,8 @@
 namespace tarvessa {
 
 /// The line of the panel's status bar about its list and its connection:
-/// "2.022 documentos, 2.018 selecionados, linha 17 · servidor/banco · versão 1.5.3". A text too
-/// long for the bar is cut at its end, and the tool tip shows all of it.
+/// "2.022 documentos, 2.018 selecionados, linha 17 · servidor/banco · versão 1.5.3"; what marked rows come to
+/// stands behind the row. A text too long for the bar is cut at its end, and the tool tip shows all of it.
 class PanelStatus : public QLabel {
     Q_OBJECT
 
@@ -18,6 +18,9 @@ class PanelStatus : public QLabel {
 
     /// The current row alone.
     void showRow(int row);
+
+    /// What the marked rows come to; empty when none are marked.
+    void showMarked(const QString& summary);
 
     /// Where the connection leads; either name may be empty.
     void showConnected(const QString& server, const QString& database);
@@ -34,6 +37,7 @@ class PanelStatus : public QLabel {
     int m_documents = 0;
     int m_selected = 0;
     int m_row = 0;
+    QString m_marked;
     QString m_connection;
 };
 

@@ -5,6 +5,7 @@
 
 #include <QApplication>
 #include <QClipboard>
+#include <QLabel>
 #include <QMenu>
 #include <QTemporaryDir>
 #include <QTest>
@@ -24,6 +25,7 @@ class TstPanelGrid : public QObject {
     void init();
 
     void markingTicksNothing();
+    void markedRowsAreSummedUpInTheStatusBar();
     void copyHasWhatIsSeen();
     void f3IsTheDocumentViewWhileNothingIsSought();
     void escapeClosesTheSearchFirst();
@@ -66,6 +68,16 @@ void TstPanelGrid::markingTicksNothing() {
     b->key(Qt::Key_Space);
     QCOMPARE(b->column(painelfechamento::Selecao), (QStringList{u" "_s, u" "_s, u" "_s}));
     QCOMPARE(b->statements(), QStringList());
+}
+
+void TstPanelGrid::markedRowsAreSummedUpInTheStatusBar() {
+    const auto* status = b->control<QLabel>(u"Situacao"_s);
+    const QString sum = u" · 3 linhas marcadas · R$ TOTAL: 3 valores, soma 1.030,50 · "_s;
+    QVERIFY(!status->text().contains(u"marcadas"_s));
+    b->key(Qt::Key_A, Qt::ControlModifier);
+    QVERIFY2(status->text().contains(sum), qPrintable(status->text()));
+    b->key(Qt::Key_Down);
+    QVERIFY(!status->text().contains(u"marcadas"_s));
 }
 
 void TstPanelGrid::copyHasWhatIsSeen() {

@@ -12,8 +12,8 @@ class QToolButton;
 namespace tarvessa {
 
 /// The line below a grid in which the operator types what to find. The first hit from the current row on
-/// becomes the current cell as the text is typed; Enter goes on to the next one and Shift+Enter back, both past
-/// the ends; Escape closes.
+/// becomes the current cell as the text is typed; Enter goes on to the next one and Shift+Enter back, both
+/// past the ends; Escape closes.
 class FindLine : public QWidget {
     Q_OBJECT
 
