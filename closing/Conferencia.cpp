@@ -10,6 +10,7 @@
 #include "ui/Twips.h"
 #include "ui_Conferencia.h"
 
+#include <QAction>
 #include <QElapsedTimer>
 #include <QShowEvent>
 
@@ -74,6 +75,11 @@ Conferencia::Conferencia(QList<ListedPv> pvs, ClosingRehearsal rehearsal, QStrin
     auto* keyboard = new Teclado(this, [this] { escape(); });
     keyboard->setKeyFilter([this](const QWidget* control, int key) { return keyInGrid(control, key); });
     connect(&m_slice, &QTimer::timeout, this, [this] { guarded(this, [this] { rehearseSlice(); }); });
+    // Searching and saving are about the list, wherever the focus is.
+    const QList<QAction*> actions = ui->Totais->actions();
+    for (QAction* action : actions)
+        if (action->shortcutContext() == Qt::WindowShortcut && !action->isSeparator())
+            ui->Totais->removeAction(action);
     onSignal(ui->Grid1, &Grid::cellEntered, this, [this](int, int) { showDetail(); });
     onSignal(ui->Grid1, &Grid::cellDoubleClicked, this, [this](int, int) { goToPv(); });
     onSignal(ui->Filtro, &QComboBox::currentIndexChanged, this, [this](int) { showList(); });
