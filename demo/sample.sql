@@ -655,18 +655,20 @@ SELECT nrpedido, tipo, IF(situacao = 'B', 0, NULL), IF(situacao = 'B', 'B', 'A')
        IF(situacao = 'B', CONCAT(@hoje - INTERVAL dias DAY, ' 17:30:00'), NULL)
   FROM documento;
 
--- What the closing of the closed ones has written.
+-- What was closed before today has its receivable and its cash row, all of it paid in cash.
 INSERT INTO areceber (CodigoCli, NomeCli, Emissao, Vencto, Valor, Historico, Nr_Pedido, DataBaixa, ValorPago, SitBaixa,
                       TipoPag, CodigoVend, CodigoMec, ContaCTB)
-SELECT o.codigocli, c.nome, o.databaixa, o.databaixa + INTERVAL 28 DAY, SUM(o.totalped),
-       CONCAT('REF.: PRÉ VENDA Nº', o.nrpedido), o.nrpedido, '1901-01-01', 0, 'A', 'BOLETO', o.Vendedor, 0, '1.05'
-  FROM orcamento AS o JOIN clientes AS c ON c.codigo = o.codigocli
+SELECT c.codigo, c.nome, o.databaixa, o.databaixa, SUM(o.totalped), CONCAT('REF.: PRÉ VENDA Nº', o.nrpedido), o.nrpedido,
+       o.databaixa, SUM(o.totalped), 'B', 'DINHEIRO', MIN(o.Vendedor), 0, SUBSTRING_INDEX(MIN(e.ContaCTB1), '/', 1)
+  FROM orcamento AS o
+  JOIN clientes AS c ON c.codigo = o.codigocli
+  JOIN empresa AS e
  WHERE o.TipoOperacao = 'P' AND o.situacaoorc = 'B'
- GROUP BY o.nrpedido;
+ GROUP BY o.nrpedido, c.codigo, c.nome, o.databaixa;
 
 INSERT INTO caixa (cd_cta, DataCx, Historico, Valor, Finaliza1, ValorFin1, CodigoLanc, NrCaixa, USUARIO)
-SELECT '1.01', Emissao, CONCAT('PEDIDO Nº 0', INSERT(Nr_Pedido, 3, 0, '.'), '-', NomeCli), Valor, 'BOLETO', Valor,
-       CONCAT('PED:0', INSERT(Nr_Pedido, 3, 0, '.')), 0, 'PAINEL PV'
+SELECT ContaCTB, Emissao, CONCAT('PEDIDO Nº ', INSERT(LPAD(Nr_Pedido, 6, '0'), 4, 0, '.'), '-', LEFT(NomeCli, 50)), Valor,
+       TipoPag, Valor, CONCAT('PED:', INSERT(LPAD(Nr_Pedido, 6, '0'), 4, 0, '.')), 0, 'PAINEL PV'
   FROM areceber;
 
 INSERT INTO observacao (nrpedido, tipoOperacao, texto) VALUES

@@ -10,6 +10,15 @@ PANEL = "Ormelind DAV/PV/NFE"
 PEDIDO, TIPO, CLIENTE, VENDEDOR, CIDADE, TOTAL, DIAS, FORMA, TABELA, SELECAO, CODIGO = range(11)
 
 
+# Of the window that rehearses a batch
+RESULTADO = 3
+
+# The buttons' keys, which their tool tips tell
+KEYS = {"Tranformar os DAV´s em PV´s": "alt+t", "Carregar as Pré-Vendas": "alt+c",
+        "Analisa tabela de preço das PRÉ-VENDAS": "alt+a", "Define os preços promocionais para os clientes": "alt+d",
+        "Encerrar as Pré-Vendas": "alt+e"}
+
+
 class Panel:
     def __init__(self, program):
         self.program = program
@@ -23,7 +32,7 @@ class Panel:
         button = self.button(caption)
         if not self.program.enabled(button):
             raise TourError(f"o botão «{caption}» está desligado")
-        self.program.click(button)
+        self.program.keys(KEYS[caption])
 
 
 def expect(what, shown, right):
@@ -41,7 +50,7 @@ def list_davs(program, database):
     listed = sorted(panel.grid.column(PEDIDO))
     stored = sorted(r[0] for r in database.rows(f"select distinct nrpedido from orcamento where {in_period('D')}"))
     expect("os DAVs listados", listed, stored)
-    program.picture("davs", "o painel ao abrir: os DAVs dos últimos sete dias, todos selecionados")
+    program.picture("davs", "o painel ao abrir: os DAVs dos últimos sete dias, todos selecionados", manual="davs")
     return panel
 
 
@@ -61,7 +70,8 @@ def convert_davs(program, database, panel):
     wait_for("as pré-vendas", lambda: panel.grid.rows() > 0)
     expect("as pré-vendas listadas", sorted(panel.grid.column(PEDIDO)), sorted(
         r[0] for r in database.rows(f"select distinct nrpedido from orcamento where {in_period('P')}")))
-    program.picture("pre-vendas", "as pré-vendas, com prazo, forma de pagamento e tabela de preço de cada cliente")
+    program.picture("pre-vendas", "as pré-vendas, com prazo, forma de pagamento e tabela de preço de cada cliente",
+                    manual="painel")
 
 
 def row_of(panel, number):
@@ -73,9 +83,9 @@ def edit_term(program, database, panel):
     row = row_of(panel, 10307)
     customer = panel.grid.text(row, CODIGO)
     expect("o prazo antes", panel.grid.text(row, DIAS), "0")
-    panel.grid.click(row, DIAS)
+    panel.grid.press(row, DIAS)
     program.type("21")
-    program.picture("prazo", "o prazo do cliente da PV 10307 em edição na própria célula")
+    program.picture("prazo", "o prazo do cliente da PV 10307 em edição na própria célula", manual="edicao")
     program.keys("Return")
     wait_for("o prazo novo", lambda: panel.grid.text(row, DIAS) == "21")
     expect("o cadastro do cliente",
@@ -85,10 +95,10 @@ def edit_term(program, database, panel):
 def view_order(program, panel):
     """F3 shows the order of the current row; Escape leaves the panel as it was."""
     row = row_of(panel, 10302)
-    panel.grid.click(row, CLIENTE)
+    panel.grid.go_to(row, CLIENTE)
     program.keys("F3")
     wait_for("o pedido", lambda: len(program.windows()) > 1)
-    program.picture("visualizacao", "a PV 10302 por inteiro, com F3 na linha")
+    program.picture("visualizacao", "a PV 10302 por inteiro, com F3 na linha", manual="visualizacao")
     program.keys("Escape")
     wait_for("o fim da visualização", lambda: len(program.windows()) == 1)
 
@@ -97,12 +107,12 @@ def correct_prices(program, database, panel):
     panel.press("Analisa tabela de preço das PRÉ-VENDAS")
     box, text = program.message()
     expect("a pergunta", text, "Deseja realmente o processo desta função?")
-    program.picture("pergunta", "a pergunta antes da análise de preços")
+    program.picture("pergunta", "a pergunta antes da análise de preços", manual="pergunta")
     program.answer(box, "Sim")
     box, text = program.message()
     if not text.startswith("PEDIDOS COM PREÇOS CORRIGIDOS:"):
         raise TourError(f"a análise de preços respondeu {text!r}")
-    program.picture("precos", "as pré-vendas em que a análise corrigiu preços")
+    program.picture("precos", "as pré-vendas em que a análise corrigiu preços", manual="precos-corrigidos")
     program.answer(box, "OK")
     wrong = database.rows(
         "select o.id from orcamento o join clientes c on c.codigo=o.codigocli join produtos p on p.codfabr=o.codigo "
@@ -116,13 +126,27 @@ def correct_prices(program, database, panel):
 def leave_one_open(program, panel):
     """Unselects 10301, which would close."""
     row = row_of(panel, 10301)
-    panel.grid.click(row, SELECAO)
+    panel.grid.press(row, SELECAO)
     wait_for("a linha desmarcada", lambda: panel.grid.text(row, SELECAO) == "Não selecionado")
     program.picture("desmarcada", "a PV 10301 desmarcada; o total da seleção acompanha")
     return 10301
 
 
-def close_presales(program, database, panel, left, folder):
+def rehearse(program, panel):
+    """F6 shows what the batch would do; gives the outcome of each listed pre-sale."""
+    program.keys("F6")
+    window = program.window("Conferência")
+    rows = Table(program, program.find("table", "Conferência", window))
+    wait_for("todas as pré-vendas conferidas", lambda: rows.rows() == panel.grid.rows())
+    outcomes = dict(zip(rows.column(0), rows.column(RESULTADO)))
+    program.picture("conferencia", "a conferência, com F6: o que o encerramento faria com cada pré-venda",
+                    manual="conferencia")
+    program.keys("Escape")
+    wait_for("o fim da conferência", lambda: not program.has_window("Conferência"))
+    return outcomes
+
+
+def close_presales(program, database, panel, left, folder, outcomes):
     listed = {panel.grid.text(r, PEDIDO): panel.grid.text(r, TOTAL) for r in range(panel.grid.rows())}
     persons = {r[0] for r in database.rows(
         f"select distinct o.nrpedido from orcamento o join clientes c on c.codigo=o.codigocli where "
@@ -130,15 +154,15 @@ def close_presales(program, database, panel, left, folder):
     panel.press("Encerrar as Pré-Vendas")
     box, text = program.message()
     expect("o aviso", text, "Lembrando que os pedidos de cliente com CPF serão cancelados.")
-    program.picture("aviso", "o aviso antes do encerramento")
+    program.picture("aviso", "o aviso antes do encerramento", manual="aviso")
     program.answer(box, "OK")
     box, text = program.message()
     expect("a mensagem final", text, "Processo encerrado com alguns pedidos com erro de processamento. Na sequência "
            "será aberto um arquivo com as mensagens de erros.")
-    program.picture("encerrado", "a mensagem ao fim do encerramento, com recusas")
+    program.picture("encerrado", "a mensagem ao fim do encerramento, com recusas", manual="encerrado")
     program.answer(box, "OK")
     viewer = program.window("LogFechamento.txt")
-    program.picture("log", "o log do encerramento, aberto ao fim")
+    program.picture("log", "o log do encerramento, aberto ao fim", manual="log")
     program.keys("Escape")
     wait_for("o fim do visor", lambda: not program.has_window("LogFechamento.txt"))
     del viewer
@@ -152,8 +176,11 @@ def close_presales(program, database, panel, left, folder):
     if not persons <= refused:
         raise TourError("o log não traz todas as pré-vendas canceladas")
     check_rows(database, listed, persons, refused, left)
+    expect("as canceladas da conferência", {n for n, told in outcomes.items() if told.startswith("CANCELADA")}, persons)
+    expect("as recusadas da conferência", {n for n, told in outcomes.items() if told == "recusada"}, refused - persons)
     wait_for("a lista nova", lambda: panel.grid.rows() == len(refused - persons) + 1)
-    program.picture("restantes", "depois do encerramento: só as recusadas e a desmarcada ficam na grade")
+    program.picture("restantes", "depois do encerramento: só as recusadas e a desmarcada ficam na grade",
+                    manual="restantes")
 
 
 def check_rows(database, listed, persons, refused, left):

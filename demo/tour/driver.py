@@ -1,5 +1,5 @@
-"""Operates the program from outside: reads its screens through the accessibility interface, sends real mouse
-and key events to the display, and takes pictures of it."""
+"""Operates the program from outside, by keyboard alone: reads its screens through the accessibility interface, sends
+real keys to the display, and takes pictures of it."""
 
 import os
 import subprocess
@@ -10,7 +10,9 @@ import gi
 gi.require_version("Atspi", "2.0")
 from gi.repository import Atspi, GLib  # noqa: E402
 
-SCALE = float(os.environ.get("QT_SCALE_FACTOR", "1"))
+MANUAL = os.environ.get("TARVESSA_MANUAL_PICTURES")
+# More controls than any window has.
+MANY_CONTROLS = 40
 PATIENCE = 30.0
 PAUSE = 0.05
 # Time for the display to paint what the program has already decided.
@@ -60,7 +62,8 @@ class Program:
     def __init__(self, binary, pictures):
         self._pictures = pictures
         self._count = 0
-        self._process = subprocess.Popen([binary])
+        # It finds no other program to show a log with, so its own window does, whatever the machine has.
+        self._process = subprocess.Popen([binary], env={**os.environ, "PATH": ""})
         self._application = wait_for("o programa", self._find_application)
 
     def _find_application(self):
@@ -109,18 +112,21 @@ class Program:
 
     # Real events
 
-    def click(self, node, times=1):
-        box = node.get_extents(Atspi.CoordType.SCREEN)
-        # What the toolkit tells is in its own units, the pointer moves in the display's.
-        x, y = (round(SCALE * middle) for middle in (box.x + box.width / 2, box.y + box.height / 2))
-        _run("xdotool", "mousemove", "--sync", str(x), str(y))
-        _run("xdotool", "click", "--repeat", str(times), "--delay", "60", "1")
-        time.sleep(SETTLE)
+    def go_to(self, node):
+        """Gives a control the focus, by Tab."""
+        for _ in range(MANY_CONTROLS):
+            if node.get_state_set().contains(Atspi.StateType.FOCUSED):
+                return
+            self.keys("Tab")
+        raise TourError(f"Tab não chega a «{node.get_name()}»")
+
+    def press(self, node):
+        """Presses a button by the space bar."""
+        self.go_to(node)
+        self.keys("space")
 
     def keys(self, *names):
-        for name in names:
-            _run("xdotool", "key", "--clearmodifiers", name)
-            time.sleep(PAUSE)
+        _run("xdotool", "key", "--clearmodifiers", "--delay", "40", *names)
         time.sleep(SETTLE)
 
     def type(self, text):
@@ -141,15 +147,20 @@ class Program:
 
     def answer(self, box, button):
         """Presses a button of a message box and waits until the box is gone."""
-        self.click(self.find("push button", button, box))
+        self.press(self.find("push button", button, box))
         wait_for("o fim da mensagem", lambda: not any(w == box for w in self.windows()))
         time.sleep(SETTLE)
 
     # Pictures and the end
 
-    def picture(self, name, what):
-        """Saves a picture of the whole display and names it in the output."""
+    def picture(self, name, what, manual=None):
+        """Saves a picture of the whole display and names it in the output. Where the pictures of the manual are being
+        made, the active window alone is saved there under the name `manual`."""
         time.sleep(SETTLE)
+        if manual and MANUAL:
+            active = subprocess.run(["xdotool", "getactivewindow"], check=True, capture_output=True, text=True).stdout
+            _run("import", "-frame", "-window", active.strip(), "-define", "png:compression-level=9",
+                 os.path.join(MANUAL, f"{manual}.png"))
         self._count += 1
         path = os.path.join(self._pictures, f"{self._count:02d}-{name}.png")
         _run("import", "-window", "root", path)
@@ -166,7 +177,7 @@ class Program:
 
 
 class Table:
-    """A grid, read and clicked cell by cell; data rows count from 0."""
+    """A grid, read and operated cell by cell; data rows count from 0."""
 
     def __init__(self, program, node):
         self._program = program
@@ -184,5 +195,13 @@ class Table:
     def column(self, column):
         return [self.text(row, column) for row in range(self.rows())]
 
-    def click(self, row, column):
-        self._program.click(self.cell(row, column))
+    def go_to(self, row, column):
+        """Makes a cell the current one, by keys."""
+        self._program.go_to(self._node)
+        hidden = sum(1 for left in range(column) if self.cell(row, left).get_extents(Atspi.CoordType.SCREEN).width <= 0)
+        self._program.keys("ctrl+Home", *["Down"] * row, *["Right"] * (column - hidden))
+
+    def press(self, row, column):
+        """Does what a click on the cell does."""
+        self.go_to(row, column)
+        self._program.keys("space")

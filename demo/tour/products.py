@@ -1,5 +1,7 @@
 """The products' part of the tour: a search with several answers, and a promotional price for two orders."""
 
+import unicodedata
+
 from closing import expect, in_period
 from driver import Table, wait_for
 
@@ -19,8 +21,9 @@ def promote(program, database, panel):
         "group by o.codigo having count(*) >= 3 order by count(*) desc, o.codigo limit 1")[0]
     panel.press("Define os preços promocionais para os clientes")
     screen = program.window(PROMOTION)
-    program.click(program.find("text", "CÓDIGO/DESCRIÇÃO", screen))
-    program.type(description.split()[0])
+    program.go_to(program.find("text", "CÓDIGO/DESCRIÇÃO", screen))
+    # Accents do not matter to the search, and the display's keyboard has none.
+    program.type(unicodedata.normalize("NFD", description.split()[0]).encode("ascii", "ignore").decode())
     program.keys("Return")
     choose(program, code)
     lines = Table(program, program.find("table", None, screen))
@@ -29,15 +32,16 @@ def promote(program, database, panel):
         f"select id from orcamento where codigo='{code}' and TipoOperacao='P' and situacaoorc in ('A','C') "
         "order by id")])
     chosen = [lines.text(row, ID) for row in (0, 1)]
-    for row in (0, 1):
-        lines.click(row, TICK)
     price = program.find("text", "R$ VENDA DESEJADA", screen)
-    program.click(price)
+    program.go_to(price)
     program.type("12.5")
-    program.keys("Tab")
+    # Before the ticks: the way from the grid to the price leads past the product, whose search empties the grid.
+    for row in (0, 1):
+        lines.press(row, TICK)
     expect("o preço ao sair da caixa", program.text(price), "12,50")
-    program.picture("promocao", f"o preço promocional de {description} para duas das linhas em aberto")
-    program.click(program.find("push button", "GERAR ATUALIZAÇÃO DE PREÇOS", screen))
+    program.picture("promocao", f"o preço promocional de {description} para duas das linhas em aberto",
+                    manual="promocao")
+    program.keys("alt+g")
     box, text = program.message()
     expect("a pergunta", text, "Deseja realmente realizar esse processo?")
     program.answer(box, "Sim")
@@ -54,8 +58,10 @@ def choose(program, code):
     """Goes down to the product of this code on the selection screen and takes it."""
     screen = program.window(SELECTION)
     products = Table(program, program.find("table", None, screen))
-    codes = wait_for("os produtos", lambda: products.column(0))
-    program.picture("selecao-de-produtos", "vários produtos servem: um se escolhe com Enter ou um clique")
+    wait_for(f"o produto {code}", lambda: code in products.column(0))
+    codes = products.column(0)
+    program.picture("selecao-de-produtos", "vários produtos servem: um se escolhe com Enter ou um clique",
+                    manual="selecao-de-produtos")
     program.keys("Home", "Control_L+Home")
     program.keys(*["Down"] * codes.index(code))
     program.keys("Return")

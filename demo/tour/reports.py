@@ -8,15 +8,20 @@ from driver import Table, TourError, wait_for
 PREVIEW = "visualização"
 
 
-def open_from_menu(program, panel, item):
-    program.click(program.find("menu item", "Relatório", panel.window))
-    program.click(program.find("menu item", item))
+MENU = ["Resumo de Vendas", "Relação alfabética de Nível de Preços", "Comissão"]
+
+
+def open_from_menu(program, item):
+    program.keys("alt+r")
+    program.find("menu item", item)
+    program.keys(*["Down"] * MENU.index(item), "Return")
 
 
 def save_pdf(program, pictures, name, *texts):
     """Saves the report on the screen as a PDF, turns its pages into pictures and looks for texts in it."""
     window = program.window(PREVIEW)
-    program.picture(f"{name}-na-tela", "o relatório na tela, como sairá no papel")
+    program.picture(f"{name}-na-tela", "o relatório na tela, como sairá no papel",
+                    manual="relatorio" if name == "relatorio-comissao" else None)
     path = os.path.join(pictures, f"{name}.pdf")
     program.keys("ctrl+s")
     dialog = program.window("Salvar como PDF")
@@ -36,41 +41,42 @@ def save_pdf(program, pictures, name, *texts):
     wait_for("o fim da visualização", lambda: not any(w == window for w in program.windows()))
 
 
-def sales_summary(program, panel):
-    open_from_menu(program, panel, "Resumo de Vendas")
+def sales_summary(program):
+    open_from_menu(program, "Resumo de Vendas")
     screen = program.window(" Resumo de Vendas")
-    program.click(program.find("push button", "Gera Relatório", screen))
+    program.keys("alt+g")
     customers = Table(program, program.find("table", None, screen))
     wait_for("os clientes", lambda: customers.rows() > 0)
-    program.picture("resumo-de-vendas", "o resumo de vendas por cliente, uma aba por nível de preço")
+    program.picture("resumo-de-vendas", "o resumo de vendas por cliente, uma aba por nível de preço",
+                    manual="resumo-de-vendas")
     leave(program, " Resumo de Vendas")
 
 
-def commission(program, panel, pictures):
-    open_from_menu(program, panel, "Comissão")
+def commission(program, pictures):
+    open_from_menu(program, "Comissão")
     screen = program.window(" Comissão dos Vendedores")
-    program.click(program.find("push button", "Gerar Relatório", screen))
+    program.keys("alt+g")
     sellers = Table(program, program.find("table", None, screen))
     wait_for("os vendedores", lambda: sellers.rows() > 0)
-    program.picture("comissao", "a comissão de cada vendedor no mês anterior")
+    program.picture("comissao", "a comissão de cada vendedor no mês anterior", manual="comissao")
     name = sellers.text(1, 1)
-    program.click(program.find("push button", "Imprime", screen))
+    program.keys("alt+i")
     save_pdf(program, pictures, "relatorio-comissao", name, "PERÍODO DE ")
-    sellers.click(1, 12)
-    statement = program.window(" Extrato do Vendedor")
-    program.picture("extrato-do-vendedor", "o extrato de um vendedor, nota por nota")
-    program.click(program.find("push button", "Imprime", statement))
+    sellers.press(1, 12)
+    program.window(" Extrato do Vendedor")
+    program.picture("extrato-do-vendedor", "o extrato de um vendedor, nota por nota", manual="extrato-do-vendedor")
+    program.keys("alt+i")
     save_pdf(program, pictures, "relatorio-extrato", name, "PERÍODO DE ")
     leave(program, " Extrato do Vendedor")
     leave(program, " Comissão dos Vendedores")
 
 
-def price_levels(program, database, panel, pictures):
-    open_from_menu(program, panel, "Relação alfabética de Nível de Preços")
-    screen = program.window(" Relatório de Nível de Preços")
+def price_levels(program, database, pictures):
+    open_from_menu(program, "Relação alfabética de Nível de Preços")
+    program.window(" Relatório de Nível de Preços")
     program.keys("Down")
-    program.picture("nivel-de-precos", "a escolha do nível de preço")
-    program.click(program.find("push button", "Gerar Relatório", screen))
+    program.picture("nivel-de-precos", "a escolha do nível de preço", manual="nivel-de-precos")
+    program.keys("alt+g")
     level = database.rows("select nome from clientes where colunapreco=1 and ativocad='S' order by nome limit 1")
     save_pdf(program, pictures, "relatorio-nivel", level[0][0])
     leave(program, " Relatório de Nível de Preços")

@@ -1,11 +1,11 @@
-"""The guided tour: operates the panel on the sample data from outside and checks what the database shows."""
+"""The guided tour: a working day by keyboard alone on the sample data; checks what the database shows."""
 
 import os
 import shutil
 import sys
 
 from closing import (close_presales, convert_davs, correct_prices, edit_term, leave_one_open, list_davs,
-                     view_order)
+                     rehearse, view_order)
 from database import Database
 from driver import Program, TourError
 from products import promote
@@ -26,11 +26,12 @@ def main(binary, socket, pictures):
         correct_prices(program, database, panel)
         promote(program, database, panel)
         left = leave_one_open(program, panel)
-        close_presales(program, database, panel, left, os.path.dirname(binary))
-        sales_summary(program, panel)
-        commission(program, panel, pictures)
-        price_levels(program, database, panel, pictures)
-        targets(program, database, panel, pictures)
+        outcomes = rehearse(program, panel)
+        close_presales(program, database, panel, left, os.path.dirname(binary), outcomes)
+        sales_summary(program)
+        commission(program, pictures)
+        price_levels(program, database, pictures)
+        targets(program, database, pictures)
         program.keys("Escape")
         if program.wait_end() != 0:
             raise TourError("o programa não terminou em ordem com Escape")
