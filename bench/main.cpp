@@ -1,4 +1,5 @@
 #include "app/Application.h"
+#include "base/ProgramFolder.h"
 #include "bench/ClosingBench.h"
 #include "bench/GridBench.h"
 #include "bench/ListingBench.h"
@@ -12,7 +13,6 @@
 #include "bench/TargetsBench.h"
 #include "bench/support/Machine.h"
 #include "bench/support/Workload.h"
-#include "core/ProgramFolder.h"
 #include "support/PrivateServer.h"
 
 #include <QTemporaryDir>

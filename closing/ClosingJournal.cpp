@@ -1,6 +1,6 @@
 #include "closing/ClosingJournal.h"
 
-#include "core/ProgramFolder.h"
+#include "base/ProgramFolder.h"
 
 #include <QDir>
 #include <QFile>

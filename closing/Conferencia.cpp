@@ -7,6 +7,8 @@
 #include "core/Teclado.h"
 #include "ui/FitToScreen.h"
 #include "ui/Guard.h"
+#include "ui/Manual.h"
+#include "ui/NameParts.h"
 #include "ui/Twips.h"
 #include "ui_Conferencia.h"
 
@@ -72,7 +74,9 @@ Conferencia::Conferencia(QList<ListedPv> pvs, ClosingRehearsal rehearsal, QStrin
     ui->progresso->setSizePolicy(kept);
     ui->progresso->hide();
     m_slice.setSingleShot(true);
+    nameParts(this);
     auto* keyboard = new Teclado(this, [this] { escape(); });
+    manual::opensAt(this, u"conferencia"_s);
     keyboard->setKeyFilter([this](const QWidget* control, int key) { return keyInGrid(control, key); });
     connect(&m_slice, &QTimer::timeout, this, [this] { guarded(this, [this] { rehearseSlice(); }); });
     // Searching and saving are about the list, wherever the focus is.

@@ -13,6 +13,7 @@
 #include "core/GridFile.h"
 #include "core/Teclado.h"
 #include "ui/Guard.h"
+#include "ui/Manual.h"
 #include "ui/MessageBoxes.h"
 #include "ui_FechamentosInterrompidos.h"
 
@@ -80,6 +81,7 @@ FechamentosInterrompidos::FechamentosInterrompidos(QDate since, const ClosingSet
     offerSaving(ui->Grid1, [] { return u"Fechamentos interrompidos - "_s + TextoSQL(clock::today()); });
     ui->Grid1->setPreferredRows(rowsShown);
     new Teclado(this, [this] { reject(); });
+    manual::opensAt(this, u"fechamentos-interrompidos"_s);
     onSignal(ui->Grid1, &Grid::cellEntered, this, [this](int, int) { mostraAtual(); });
     onSignal(ui->JaSaiu, &QRadioButton::toggled, this,
              [this](bool) { ui->Command1->setEnabled(ui->JaSaiu->isChecked() || ui->NaoSaiu->isChecked()); });

@@ -16,7 +16,9 @@
 #include "targets/MetasQuadro.h"
 #include "ui/FitToScreen.h"
 #include "ui/Guard.h"
+#include "ui/Manual.h"
 #include "ui/MessageBoxes.h"
+#include "ui/NameParts.h"
 #include "ui/Pictures.h"
 #include "ui/Shortcuts.h"
 #include "ui/Twips.h"
@@ -64,7 +66,9 @@ PainelFechamento::PainelFechamento(QWidget* parent)
 
     defineShortcuts();
     preparaEditores();
+    nameParts(this);
     auto* keyboard = new Teclado(this, [] { QApplication::quit(); });
+    manual::opensAt(this, u"painel"_s);
     keyboard->setKeyFilter([this](const QWidget* control, int key) { return teclaDeEditor(control, key); });
     onPress(ui->Command1, &PainelFechamento::Command1_Click);
     onPress(ui->Command2, &PainelFechamento::Command2_Click);

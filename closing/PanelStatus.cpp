@@ -5,6 +5,7 @@
 #include <QCoreApplication>
 #include <QLocale>
 #include <QPainter>
+#include <QStyle>
 
 using namespace Qt::StringLiterals;
 
@@ -22,6 +23,9 @@ QString counted(int number, const QString& one, const QString& many) {
 PanelStatus::PanelStatus(QWidget* parent) : QLabel(parent), m_connection(u"sem conexão"_s) {
     setObjectName(u"Situacao"_s);
     setTextFormat(Qt::PlainText);
+    // In line with what stands above the bar.
+    setContentsMargins(style()->pixelMetric(QStyle::PM_LayoutLeftMargin), 0,
+                       style()->pixelMetric(QStyle::PM_LayoutHorizontalSpacing), 0);
     compose();
 }
 

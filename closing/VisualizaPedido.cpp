@@ -7,6 +7,7 @@
 #include "core/GridFile.h"
 #include "core/Teclado.h"
 #include "ui/FitToScreen.h"
+#include "ui/Manual.h"
 #include "ui/MessageBoxes.h"
 #include "ui/PlainText.h"
 #include "ui/Shortcuts.h"
@@ -77,6 +78,7 @@ VisualizaPedido::VisualizaPedido(QWidget* parent, odbc::ResultSet& documento)
     ui->GridItens->setFocus();
     // Nothing can be entered, so Enter closes the window instead of moving on.
     auto* teclado = new Teclado(this, [this] { reject(); });
+    manual::opensAt(this, u"visualizacao"_s);
     teclado->setKeyFilter([this](const QWidget*, int key) {
         const bool enter = key == Qt::Key_Return || key == Qt::Key_Enter;
         if (enter)

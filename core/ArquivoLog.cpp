@@ -1,8 +1,8 @@
 #include "core/ArquivoLog.h"
 
+#include "base/ProgramFolder.h"
 #include "base/RegularFile.h"
 #include "base/RuntimeError.h"
-#include "core/ProgramFolder.h"
 
 #include <QDir>
 

@@ -1,7 +1,7 @@
 #include "core/PrintLayout.h"
 
+#include "base/ProgramFolder.h"
 #include "base/RuntimeError.h"
-#include "core/ProgramFolder.h"
 
 using namespace Qt::StringLiterals;
 

@@ -12,6 +12,7 @@
 #include "ui/FieldLeave.h"
 #include "ui/FitToScreen.h"
 #include "ui/Guard.h"
+#include "ui/Manual.h"
 #include "ui/MessageBoxes.h"
 #include "ui/Refusal.h"
 #include "ui/Shortcuts.h"
@@ -59,6 +60,7 @@ PromocaoPedidos::PromocaoPedidos(QWidget* parent, const QIcon& tick)
                                 }});
 
     new Teclado(this, [this] { reject(); });
+    manual::opensAt(this, u"promocao"_s);
     onSignal(ui->Descricao, &QLineEdit::textChanged, this, [this](const QString&) { Descricao_Change(); });
     onSignal(new FieldLeave(ui->Venda), &FieldLeave::left, this, [this] { Venda_LostFocus(); });
     onSignal(ui->Grid1, &Grid::cellClicked, this, [this](int row, int column) { Grid1_Click(row, column); });

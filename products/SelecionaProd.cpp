@@ -7,6 +7,7 @@
 #include "products/SelecionaProdColumns.h"
 #include "ui/FitToScreen.h"
 #include "ui/Guard.h"
+#include "ui/Manual.h"
 #include "ui/MessageBoxes.h"
 #include "ui/grid/Grid.h"
 #include "ui_SelecionaProd.h"
@@ -54,6 +55,7 @@ SelecionaProd::SelecionaProd(QWidget* parent) : QDialog(parent), ui(std::make_un
     ui->rolagem->setFixedHeight(remarkLines * QFontMetrics(font).lineSpacing());
     setUpGrid();
     setUpKeys();
+    manual::opensAt(this, u"selecao-de-produtos"_s);
     onSignal(ui->Grid, &Grid::cellClicked, this, [this](int, int) { escolhe(); });
     onSignal(ui->Grid, &Grid::cellEntered, this, [this](int, int) { atualizaDetalhes(); });
     onSignal(ui->cmbVisualizarImagem, &QPushButton::clicked, this,
@@ -79,6 +81,9 @@ void SelecionaProd::setUpGrid() {
     ui->Grid->setFormat(u"<CÓDIGO|<DESCRIÇAO|>ESTOQUE|>"_s + NomeTabelaPreco[1] + u"|>"_s +
                         NomeTabelaPreco[2] + u"|>"_s + NomeTabelaPreco[3] + u"|>"_s + NomeTabelaPreco[4] +
                         u"|||||"_s);
+    for (int column = Preco1; column <= Preco4; ++column)
+        ui->Grid->setSpokenCaption(column, u"Preço da tabela %1"_s.arg(column - Preco1 + 1));
+    ui->Grid->setSpokenCaption(Unidade, u"Unidade"_s);
     ui->Grid->setColumnTwips(CodFabr, codeWidth);
     ui->Grid->setColumnTwips(Descricao, descriptionWidth);
     for (int column = Estoque; column <= Preco4; ++column)

@@ -7,6 +7,7 @@
 #include "reports/ExtratoVendedor.h"
 #include "ui/BusyLabel.h"
 #include "ui/Guard.h"
+#include "ui/Manual.h"
 #include "ui/Pictures.h"
 #include "ui/grid/CellEditor.h"
 #include "ui/grid/FitToGrids.h"
@@ -55,6 +56,7 @@ Comissao::Comissao(QWidget* parent)
 
     prepareEditor();
     auto* teclado = new Teclado(this, [this] { reject(); });
+    manual::opensAt(this, u"comissao"_s);
     teclado->setKeyFilter([this](const QWidget* control, int key) { return editorKey(control, key); });
     onSignal(ui->Command4, &QPushButton::clicked, this, [this](bool) { geraRelatorio(); });
     onSignal(ui->Command1, &QPushButton::clicked, this, [this](bool) { imprime(); });

@@ -10,6 +10,7 @@
 #include "reports/ExtratoVendedorColumns.h"
 #include "ui/BusyPointer.h"
 #include "ui/Guard.h"
+#include "ui/Manual.h"
 #include "ui/grid/FitToGrids.h"
 #include "ui/grid/SummaryLabel.h"
 #include "ui_ExtratoVendedor.h"
@@ -59,6 +60,7 @@ ExtratoVendedor::ExtratoVendedor(QWidget* parent)
     resetGrid();
     fitToGrids(this, {ui->Grid1}, rowsWithoutScrolling);
     new Teclado(this, [this] { reject(); });
+    manual::opensAt(this, u"extrato-do-vendedor"_s);
     onSignal(ui->Command1, &QPushButton::clicked, this, [this](bool) { imprime(); });
 }
 

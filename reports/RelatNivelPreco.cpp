@@ -5,7 +5,9 @@
 #include "core/PrintLayout.h"
 #include "core/Teclado.h"
 #include "ui/Guard.h"
+#include "ui/Manual.h"
 #include "ui/MessageBoxes.h"
+#include "ui/NameParts.h"
 #include "ui/TextBox.h"
 #include "ui_RelatNivelPreco.h"
 
@@ -22,6 +24,8 @@ RelatNivelPreco::RelatNivelPreco(QWidget* parent)
     listaNiveis(rs);
     rs.close();
     new Teclado(this, [this] { reject(); });
+    nameParts(this);
+    manual::opensAt(this, u"nivel-de-precos"_s);
     onSignal(ui->Command4, &QPushButton::clicked, this, [this](bool) { geraRelatorio(); });
 }
 

@@ -5,6 +5,8 @@
 #include "core/Teclado.h"
 #include "ui/BusyLabel.h"
 #include "ui/Guard.h"
+#include "ui/Manual.h"
+#include "ui/NameParts.h"
 #include "ui/Shortcuts.h"
 #include "ui/grid/FitToGrids.h"
 #include "ui/grid/Grid.h"
@@ -43,6 +45,8 @@ ResumoVendas::ResumoVendas(QWidget* parent) : QDialog(parent), ui(std::make_uniq
     fitToGrids(this, grids, rowsWithoutScrolling);
 
     new Teclado(this, [this] { reject(); });
+    nameParts(this);
+    manual::opensAt(this, u"resumo-de-vendas"_s);
     onSignal(ui->Command4, &QPushButton::clicked, this, [this](bool) { geraRelatorio(); });
 }
 

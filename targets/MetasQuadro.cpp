@@ -8,6 +8,8 @@
 #include "ui/BusyLabel.h"
 #include "ui/DateBox.h"
 #include "ui/Guard.h"
+#include "ui/Manual.h"
+#include "ui/NameParts.h"
 #include "ui/Shortcuts.h"
 #include "ui/TextBox.h"
 #include "ui/Twips.h"
@@ -89,6 +91,8 @@ void MetasQuadro::setUpShortcuts() {
 
 void MetasQuadro::connectControls() {
     auto* keyboard = new Teclado(this, [this] { reject(); });
+    nameParts(this);
+    manual::opensAt(this, u"metas"_s);
     keyboard->setKeyFilter([this](QWidget* control, int key) { return editorKey(control, key); });
     onSignal(ui->SSTab1, &QTabWidget::currentChanged, this, [this](int tab) { SSTab1_Click(tab); });
     onSignal(ui->Vendedores, &QComboBox::activated, this, [this](int) { AjustaGrid(); });

@@ -2,6 +2,7 @@
 
 #include "base/Clock.h"
 #include "ui/ErrorAdvice.h"
+#include "ui/Manual.h"
 
 #include <QApplication>
 #include <QClipboard>
@@ -69,6 +70,7 @@ void showErrorReport(QWidget* parent, const RuntimeError& error) {
     if (!details.isEmpty())
         box.setDetailedText(details.join(u'\n'));
     addCopyButton(box);
+    manual::opensAt(&box, u"avisos"_s);
     box.setDefaultButton(QMessageBox::Ok);
     box.setEscapeButton(QMessageBox::Ok);
     box.exec();

@@ -1,5 +1,7 @@
 #include "ui/MessageBoxes.h"
 
+#include "ui/Manual.h"
+
 #include <QGridLayout>
 #include <QLabel>
 #include <QScreen>
@@ -45,6 +47,7 @@ int show(QWidget* parent, const QString& text, QMessageBox::Icon icon, QMessageB
     {
         QMessageBox box(icon, title, text, buttons, parent);
         box.setTextFormat(Qt::PlainText);
+        manual::opensAt(&box, u"avisos"_s);
         scrollLongText(box);
         answer = box.exec();
     }

@@ -1,5 +1,7 @@
 #include "ui/TextViewer.h"
 
+#include "ui/Manual.h"
+
 #include <QFile>
 #include <QFileInfo>
 #include <QFontDatabase>
@@ -31,6 +33,7 @@ TextViewer::TextViewer(const QString& path) {
     setCentralWidget(text);
     auto* escape = new QShortcut(QKeySequence(Qt::Key_Escape), this);
     connect(escape, &QShortcut::activated, this, &QWidget::close);
+    manual::opensAt(this, u"painel"_s);
     resize(800, 600);
 }
 

@@ -4,6 +4,8 @@
 #include "ui/BusyPointer.h"
 #include "ui/FitToScreen.h"
 #include "ui/Guard.h"
+#include "ui/Manual.h"
+#include "ui/NameParts.h"
 
 #include <QAction>
 #include <QComboBox>
@@ -48,6 +50,8 @@ PreviewWindow::PreviewWindow(std::shared_ptr<Report> report, QWidget* parent,
     addToolBarBreak();
     makePageBar();
     statusBar();
+    nameParts(this);
+    manual::opensAt(this, u"relatorios"_s);
     // Buttons of a tool bar take no focus by default, but every control must be reachable by Tab.
     for (QToolButton* button : findChildren<QToolButton*>())
         button->setFocusPolicy(Qt::TabFocus);

@@ -1,8 +1,8 @@
 // Checking the listed pre-sales against the price tables.
 
+#include "base/ProgramFolder.h"
 #include "closing/PainelFechamentoColumns.h"
 #include "closing/PanelBench.h"
-#include "core/ProgramFolder.h"
 #include "support/ModalHelper.h"
 
 #include <QDir>

@@ -1,5 +1,5 @@
+#include "base/ProgramFolder.h"
 #include "core/ArquivoLog.h"
-#include "core/ProgramFolder.h"
 #include "support/ErrorOf.h"
 
 #include <QCoreApplication>

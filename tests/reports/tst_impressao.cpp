@@ -1,5 +1,5 @@
+#include "base/ProgramFolder.h"
 #include "core/PrintLayout.h"
-#include "core/ProgramFolder.h"
 #include "reports/Comissao.h"
 #include "reports/ExtratoVendedor.h"
 #include "support/Amounts.h"

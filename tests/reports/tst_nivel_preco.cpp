@@ -1,6 +1,6 @@
+#include "base/ProgramFolder.h"
 #include "base/RuntimeError.h"
 #include "core/PrintLayout.h"
-#include "core/ProgramFolder.h"
 #include "reports/RelatNivelPreco.h"
 #include "support/Bench.h"
 #include "support/ModalHelper.h"

@@ -1,9 +1,9 @@
 #include "support/Bench.h"
 
 #include "base/Clock.h"
+#include "base/ProgramFolder.h"
 #include "core/AcessoDados.h"
 #include "core/PrintLayout.h"
-#include "core/ProgramFolder.h"
 #include "printing/output/PdfFile.h"
 #include "printing/pages/Report.h"
 #include "support/Program.h"

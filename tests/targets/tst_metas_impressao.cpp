@@ -1,5 +1,5 @@
+#include "base/ProgramFolder.h"
 #include "core/PrintLayout.h"
-#include "core/ProgramFolder.h"
 #include "printing/output/PdfFile.h"
 #include "printing/pages/Report.h"
 #include "support/EventWatcher.h"

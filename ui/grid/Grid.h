@@ -107,6 +107,9 @@ class Grid : public QTableView {
     void setBold(int row, int column, bool bold);
     bool isBold(int row, int column) const;
 
+    /// What a screen reader says for a column whose caption is empty; forgotten with the next format.
+    void setSpokenCaption(int column, const QString& caption) { m_model->setSpokenCaption(column, caption); }
+
     /// Makes all header cells bold.
     void setHeaderBold();
     void setBackColor(int row, int column, const QColor& color);

@@ -83,6 +83,10 @@ QVariant GridModel::headerData(int section, Qt::Orientation orientation, int rol
         return caption(section);
     if (role == Qt::ToolTipRole)
         return plain::toolTip(caption(section));
+    if (role == Qt::AccessibleTextRole) {
+        const auto spoken = m_spokenCaptions.find(section);
+        return spoken == m_spokenCaptions.end() ? caption(section) : spoken->second;
+    }
     if (role == Qt::TextAlignmentRole)
         return QVariant::fromValue(alignment(section));
     if (role == Qt::FontRole) {
@@ -98,6 +102,7 @@ void GridModel::setColumns(const QStringList& captions, const QList<Qt::Alignmen
     m_rows.clear();
     m_shownRows = 0;
     m_captions = captions;
+    m_spokenCaptions.clear();
     m_alignments = alignments;
     m_headerBold.assign(static_cast<size_t>(captions.size()), false);
     endResetModel();

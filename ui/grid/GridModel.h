@@ -63,6 +63,9 @@ class GridModel : public QAbstractTableModel {
     void setText(int row, int column, const QString& text);
     const QString& caption(int column) const { return m_captions[column]; }
     void setCaption(int column, const QString& text);
+
+    /// What a screen reader says for a column whose caption is empty.
+    void setSpokenCaption(int column, const QString& caption) { m_spokenCaptions[column] = caption; }
     bool isHeaderBold(int column) const { return m_headerBold[static_cast<size_t>(column)]; }
     void setHeaderBold(int column, bool bold);
     Qt::Alignment alignment(int column) const { return m_alignments[column]; }
@@ -91,6 +94,7 @@ class GridModel : public QAbstractTableModel {
     int m_shownRows = 0;
     bool m_filling = false;
     QStringList m_captions;
+    std::map<int, QString> m_spokenCaptions;
     QList<Qt::Alignment> m_alignments;
     std::vector<bool> m_headerBold;
     QFont m_headerFont;

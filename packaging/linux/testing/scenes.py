@@ -72,10 +72,9 @@ def log_not_writable(program, database):
 
 def no_layouts(program, database):
     panel = Panel(program)
-    open_from_menu(program, panel, "Relação alfabética de Nível de Preços")
-    screen = program.window(" Relatório de Nível de Preços")
-    program.keys("Down")
-    program.click(program.find("push button", "Gerar Relatório", screen))
+    open_from_menu(program, "Relação alfabética de Nível de Preços")
+    program.window(" Relatório de Nível de Preços")
+    program.keys("Down", "alt+g")
     error_report(program, "O layout de relatório não foi encontrado: /opt/tarvessa/rpt/RelatNivelPreco.RPT")
     program.keys("Escape")
     wait_for("o painel", lambda: len(program.windows()) == 1)
@@ -88,7 +87,7 @@ def no_connection(program, database):
     expect("a mensagem", text, NO_CONNECTION)
     expect("as janelas", len(program.windows()), 1)
     program.picture("sem-conexao", text)
-    program.click(program.find("push button", "OK", box))
+    program.press(program.find("push button", "OK", box))
     expect_end(program)
 
 

@@ -1,4 +1,4 @@
-#include "core/ProgramFolder.h"
+#include "base/ProgramFolder.h"
 
 #include <QCoreApplication>
 
