@@ -8,11 +8,11 @@
 // listed any more.
 
 #include "base/Clock.h"
+#include "base/ProgramFolder.h"
 #include "closing/Attendant.h"
 #include "closing/PainelFechamento.h"
 #include "closing/Recovery.h"
 #include "core/AcessoDados.h"
-#include "core/ProgramFolder.h"
 #include "support/Hands.h"
 #include "ui/grid/Grid.h"
 

@@ -123,9 +123,9 @@ void TstAllScreens::initTestCase() {
     m_screens = {
         {"panel", "painel", [this](const Look& look) { panel(look); }},
         {"panel, price table", "painel",
-         [this](const Look& look) { panelWhileEditing(colunas::Tabela, look); }},
+         [this](const Look& look) { panelWhileEditing(painelfechamento::Tabela, look); }},
         {"panel, payment method", "painel",
-         [this](const Look& look) { panelWhileEditing(colunas::FormaPagto, look); }},
+         [this](const Look& look) { panelWhileEditing(painelfechamento::FormaPagto, look); }},
         {"document view", "visualizacao", [this](const Look& look) { documentView(look); }},
         {"interrupted closings", "fechamentos-interrompidos",
          [this](const Look& look) { interruptedClosings(look); }},
@@ -225,7 +225,7 @@ void TstAllScreens::documentView(const Look& look) {
         look(screen);
         closed(screen);
     });
-    b->clickTwice(1, colunas::Pedido);
+    b->clickTwice(1, painelfechamento::Pedido);
     QCOMPARE(modal.problem(), QString());
 }
 
