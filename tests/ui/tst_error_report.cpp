@@ -23,7 +23,8 @@ class WhileShown {
     explicit WhileShown(std::function<void(QMessageBox*)> act) {
         m_timer.callOnTimeout([this, act = std::move(act)] {
             auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-            if (!box)
+            // A key reaches the window that is active, and that may come a moment later.
+            if (!box || QApplication::activeWindow() != box)
                 return;
             m_timer.stop();
             act(box);
