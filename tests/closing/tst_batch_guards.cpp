@@ -456,14 +456,14 @@ void TstBatchGuards::accountThatBreaksStatements() {
 void TstBatchGuards::settingsMissedAtTheStartAreReadWhenClosing() {
     documents(1);
     // Only the listings read this column.
-    b->server().execute(u"ALTER TABLE orcamento RENAME COLUMN placa TO placa_antiga"_s);
+    b->server().execute(u"ALTER TABLE orcamento CHANGE placa placa_antiga VARCHAR(8)"_s);
     {
         ModalHelper modal;
         modal.expectContaining(u"o.placa"_s, QMessageBox::Ok);
         QVERIFY(b->open());
         QCOMPARE(modal.problem(), QString());
     }
-    b->server().execute(u"ALTER TABLE orcamento RENAME COLUMN placa_antiga TO placa"_s);
+    b->server().execute(u"ALTER TABLE orcamento CHANGE placa_antiga placa VARCHAR(8)"_s);
     QCOMPARE(b->methods()->count(), 0);
     b->press(u"Command3"_s);
     QCOMPARE(b->grid()->rows(), 2);
@@ -492,14 +492,15 @@ void TstBatchGuards::errorBeforeTheFirstWriteInterruptsNothing_data() {
     QTest::addColumn<QString>("breaks");
     QTest::addColumn<QString>("mends");
     QTest::addColumn<bool>("selected");
-    const auto renamed = [](const QString& table, const QString& column) {
-        const QString text = u"ALTER TABLE %1 RENAME COLUMN %2 TO %3"_s;
-        return std::pair(text.arg(table, column, column + u"_antiga"_s),
-                         text.arg(table, column + u"_antiga"_s, column));
+    const auto renamed = [](const QString& table, const QString& column, const QString& type) {
+        const QString text = u"ALTER TABLE %1 CHANGE %2 %3 %4"_s;
+        return std::pair(text.arg(table, column, column + u"_antiga"_s, type),
+                         text.arg(table, column + u"_antiga"_s, column, type));
     };
-    const auto [document, documentBack] = renamed(u"clientes"_s, u"cnpj_cpf"_s);
-    const auto [stock, stockBack] = renamed(u"produtos"_s, u"quantidade2"_s);
-    const auto [sheet, sheetBack] = renamed(u"fichatecnica"_s, u"quantidade"_s);
+    const QString amount = u"DECIMAL(12,3) DEFAULT 0.000"_s;
+    const auto [document, documentBack] = renamed(u"clientes"_s, u"cnpj_cpf"_s, u"VARCHAR(20)"_s);
+    const auto [stock, stockBack] = renamed(u"produtos"_s, u"quantidade2"_s, amount);
+    const auto [sheet, sheetBack] = renamed(u"fichatecnica"_s, u"quantidade"_s, amount);
     QTest::newRow("customer's document") << document << documentBack << true;
     QTest::newRow("customer's document, not selected") << document << documentBack << false;
     QTest::newRow("stock test") << stock << stockBack << true;

@@ -306,6 +306,8 @@ void TstFalhas::connectionsKilledBeforeTheBatch() {
 
 // The statement has reached the server and is being executed.
 void TstFalhas::connectionsKilledInsideAStatement() {
+    if (!b->valor(u"SELECT VERSION()"_s).contains(u"MariaDB"_s))
+        QSKIP("this server tells the interruption first, and the loss with the next statement");
     preparaLote();
     QVERIFY(b->open());
     b->server().execute(
@@ -403,11 +405,11 @@ void TstFalhas::closedPreSalesAreNotClosedAgainWhenTheReloadFails() {
     {
         // Only the listing reads this column.
         const NaMensagem semColuna(1, [this] {
-            b->server().execute(u"ALTER TABLE orcamento RENAME COLUMN placa TO placa_antiga"_s);
+            b->server().execute(u"ALTER TABLE orcamento CHANGE placa placa_antiga VARCHAR(8)"_s);
         });
         aperta({mensagens::sucesso, u"o.placa"_s});
     }
-    b->server().execute(u"ALTER TABLE orcamento RENAME COLUMN placa_antiga TO placa"_s);
+    b->server().execute(u"ALTER TABLE orcamento CHANGE placa_antiga placa VARCHAR(8)"_s);
     QCOMPARE(b->grid()->rows(), 1);
     QCOMPARE(b->total(), u"0,00"_s);
     QVERIFY(!b->button(u"Command4"_s)->isEnabled());

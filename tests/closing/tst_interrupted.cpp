@@ -171,10 +171,10 @@ void TstInterrupted::statusBarTellsThemAtTheStart() {
 
 void TstInterrupted::failedQuestionAtTheStartIsNoBox() {
     twoProducts();
-    b->server().execute(u"ALTER TABLE logestoque RENAME COLUMN tela TO tela_antiga"_s);
+    b->server().execute(u"ALTER TABLE logestoque CHANGE tela tela_antiga VARCHAR(100)"_s);
     ModalHelper modal;
     open();
-    b->server().execute(u"ALTER TABLE logestoque RENAME COLUMN tela_antiga TO tela"_s);
+    b->server().execute(u"ALTER TABLE logestoque CHANGE tela_antiga tela VARCHAR(100)"_s);
     QCOMPARE(modal.problem(), QString());
     QCOMPARE(status(), u"Fechamentos interrompidos: não foi possível consultar (F7)"_s);
     QCOMPARE(b->grid()->rows(), 2);

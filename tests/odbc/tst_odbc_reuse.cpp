@@ -143,7 +143,8 @@ void TstOdbcReuse::manyResultsAreOpenAndCloseInAnyOrder() {
 }
 
 void TstOdbcReuse::rowsAfterAChangeOfData() {
-    m_server->execute(u"CREATE OR REPLACE TABLE prova (id INT PRIMARY KEY, v VARCHAR(20))"_s);
+    m_server->execute(
+        u"DROP TABLE IF EXISTS prova; CREATE TABLE prova (id INT PRIMARY KEY, v VARCHAR(20))"_s);
     for (int n = 1; n <= 50; ++n) {
         m_connection.execute(u"INSERT INTO prova VALUES (%1, 'novo')"_s.arg(n));
         odbc::ResultSet rs;

@@ -42,9 +42,16 @@ class TstOdbcStatements : public QObject {
     void onlyAConnectionErrorMeansConnectionLost();
 
   private:
+    bool logKeepsEveryLetter();
+
     std::unique_ptr<PrivateServer> m_server;
     odbc::Connection m_connection;
 };
+
+/// MySQL writes characters of four bytes into its log as hexadecimal digits.
+bool TstOdbcStatements::logKeepsEveryLetter() {
+    return m_server->query(u"SELECT VERSION()"_s)[0][0].contains(u"MariaDB"_s);
+}
 
 void TstOdbcStatements::initTestCase() {
     m_server = std::make_unique<PrivateServer>();
@@ -91,6 +98,8 @@ void TstOdbcStatements::statementArrivesLetterByLetter_data() {
 void TstOdbcStatements::statementArrivesLetterByLetter() {
     QFETCH(QString, value);
     QFETCH(QString, stored);
+    if (value.contains(u"\U0001F950"_s) && !logKeepsEveryLetter())
+        QSKIP("this server's log keeps no characters of four bytes");
     FaultProxy proxy(m_server->socket());
     m_server->useSocket(proxy.socket());
     const QString sql = u"UPDATE  prova Set v='"_s + value + u"' , id = 1 Where  ID=1"_s;
@@ -107,6 +116,8 @@ void TstOdbcStatements::statementArrivesLetterByLetter() {
 }
 
 void TstOdbcStatements::queryArrivesLetterByLetter() {
+    if (!logKeepsEveryLetter())
+        QSKIP("this server's log keeps no characters of four bytes");
     const QString sql = u"Select  v,'{fn x} 100% ? \U0001F950 Nº'  as  y From prova  where Id=1 limit 1"_s;
     for (const bool preferWide : {false, true}) {
         m_connection.open(u"dsn=QDX"_s, preferWide);

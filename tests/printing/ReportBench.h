@@ -20,6 +20,9 @@ namespace tarvessa::test {
 /// Layout files of a test's own and the reports run from them.
 class ReportBench {
   public:
+    /// The server that the reports will ask; it may have to be given the rows that their queries count.
+    void uses(PrivateServer& server) { m_server = &server; }
+
     /// Where a file of this name lies.
     QString path(const QString& name) const { return m_folder.filePath(name); }
 
@@ -42,6 +45,8 @@ class ReportBench {
     std::unique_ptr<report::Report> run(const QString& query, const QByteArray& declarations,
                                         const QByteArray& bands,
                                         const report::FormulaValues& formulas = {}) const {
+        if (m_server != nullptr)
+            m_server->provideSequences(query);
         auto result = std::make_unique<report::Report>(
             report::readLayout(write(QStringLiteral("test.RPT"), layout(declarations, bands))),
             QStringLiteral("dsn=QDX"), query, formulas, QDateTime(QDate(2024, 3, 5), QTime(14, 30)));
@@ -66,6 +71,7 @@ class ReportBench {
 
   private:
     QTemporaryDir m_folder;
+    PrivateServer* m_server = nullptr;
 };
 
 } // namespace tarvessa::test

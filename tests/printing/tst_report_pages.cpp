@@ -91,6 +91,7 @@ class TstReportPages : public QObject {
 
 void TstReportPages::initTestCase() {
     m_server = std::make_unique<PrivateServer>();
+    m_bench.uses(*m_server);
 }
 
 void TstReportPages::cleanupTestCase() {
@@ -129,6 +130,7 @@ void TstReportPages::pagesBreakWhereTheyAreFull() {
 }
 
 void TstReportPages::firstPageIsThereBeforeTheLastRow() {
+    m_server->provideSequences(rows(10000));
     report::Report report(report::readLayout(m_bench.write(u"t.RPT"_s, ReportBench::layout({}, tenToAPage))),
                           u"dsn=QDX"_s, rows(10000), {}, QDateTime::currentDateTime());
     report.readPage();
@@ -421,6 +423,7 @@ void TstReportPages::errorPastTheFirstPageIsRepeated() {
         ReportBench::layout(
             "<total name=\"T\" of=\"n\" over=\"report\"/>",
             "<detail height=\"20\"><field x=\"0\" y=\"0\" width=\"90\" value=\"n\"/></detail>"));
+    m_server->provideSequences(u"seq_1_to_1000"_s);
     report::Report report(report::readLayout(layout), u"dsn=QDX"_s,
                           u"SELECT IF(seq=400, '1.234,50', seq) AS n FROM seq_1_to_1000"_s, {},
                           QDateTime::currentDateTime());

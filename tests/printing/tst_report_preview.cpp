@@ -113,10 +113,10 @@ void TstReportPreview::show(int rows, const QByteArray& totals, const QString& n
                         "</text></pageHead><detail height=\"20\">"
                         "<field x=\"0\" y=\"0\" width=\"90\" value=\"nome\"/></detail>"
                         "<pageFoot height=\"27\" fill=\"#E0E0E0\"/>"));
-    auto report =
-        std::make_shared<report::Report>(report::readLayout(layout), u"dsn=QDX"_s,
-                                         u"SELECT "_s + name + u" AS nome FROM seq_1_to_%1"_s.arg(rows),
-                                         report::FormulaValues(), QDateTime::currentDateTime());
+    const QString query = u"SELECT "_s + name + u" AS nome FROM seq_1_to_%1"_s.arg(rows);
+    m_server->provideSequences(query);
+    auto report = std::make_shared<report::Report>(report::readLayout(layout), u"dsn=QDX"_s, query,
+                                                   report::FormulaValues(), QDateTime::currentDateTime());
     report->readPage();
     m_window = new PreviewWindow(report, nullptr, m_choices, m_fileName);
     m_view = m_window->findChild<PageView*>();

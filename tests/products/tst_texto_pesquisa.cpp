@@ -179,6 +179,8 @@ void TstTextoPesquisa::statementOfEachTypedText() {
     QFETCH(QString, typed);
     QFETCH(QString, command);
     QFETCH(QString, refusal);
+    if (typed.contains(u"\U0001F35E"_s) && !b->valor(u"SELECT VERSION()"_s).contains(u"MariaDB"_s))
+        QSKIP("this server's log keeps no characters of four bytes");
     PromocaoPedidos screen(nullptr);
     QVERIFY(showActive(&screen));
     auto* box = screen.findChild<TextBox*>(u"Descricao"_s);

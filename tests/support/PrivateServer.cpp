@@ -9,6 +9,7 @@
 #include <QFile>
 #include <QProcess>
 #include <QRandomGenerator>
+#include <QRegularExpression>
 #include <QThread>
 
 #ifndef _WIN32
@@ -147,6 +148,10 @@ PrivateServer::PrivateServer()
     m_connection = std::make_unique<AdminConnection>(m_socket);
     // The same leniency as the program's own connection, so that odd rows can be prepared.
     m_connection->execute(m_initStmt);
+    m_hasSequences = !m_connection
+                          ->query(QStringLiteral("SELECT 1 FROM information_schema.engines WHERE engine = "
+                                                 "'SEQUENCE' AND support <> 'NO'"))
+                          .isEmpty();
     m_connection->execute(
         QStringLiteral("CREATE USER '%1'@'%2'; GRANT ALL ON `%1`.* TO '%1'@'%2'").arg(m_name, Host));
     recreate();
@@ -178,11 +183,31 @@ void PrivateServer::useInitStmt(const QString& sql) {
 }
 
 void PrivateServer::execute(const QString& sql) {
+    provideSequences(sql);
     m_connection->execute(sql);
 }
 
 QList<QStringList> PrivateServer::query(const QString& sql) {
+    provideSequences(sql);
     return m_connection->query(sql);
+}
+
+void PrivateServer::provideSequences(const QString& sql) {
+    static const QRegularExpression Sequence(QStringLiteral("\\bseq_1_to_(\\d+)\\b"));
+    if (m_hasSequences) {
+        return;
+    }
+    for (auto match = Sequence.globalMatch(sql); match.hasNext();) {
+        const QRegularExpressionMatch one = match.next();
+        const qlonglong count = one.captured(1).toLongLong();
+        QStringList numbers;
+        for (qlonglong number = 1; number <= count; ++number) {
+            numbers += QStringLiteral("(%1)").arg(number);
+        }
+        m_connection->execute(QStringLiteral("CREATE TABLE IF NOT EXISTS %1 (seq BIGINT PRIMARY KEY); "
+                                             "INSERT IGNORE INTO %1 VALUES %2")
+                                  .arg(one.captured(0), numbers.join(QLatin1Char(','))));
+    }
 }
 
 void PrivateServer::recreate() {
@@ -194,16 +219,20 @@ void PrivateServer::recreate() {
 }
 
 void PrivateServer::killProgramConnections() {
-    m_connection->execute(QStringLiteral("KILL CONNECTION USER '%1'@'%2'").arg(m_name, Host));
-    QElapsedTimer timer;
-    timer.start();
     const QString remaining =
         QStringLiteral("SELECT id FROM information_schema.processlist WHERE user = '%1'").arg(m_name);
-    while (!m_connection->query(remaining).isEmpty()) {
+    QElapsedTimer timer;
+    timer.start();
+    for (QList<QStringList> rows; !(rows = m_connection->query(remaining)).isEmpty(); QThread::msleep(5)) {
         if (timer.elapsed() > ConnectionsTimeoutMs) {
             throw TestError(QStringLiteral("the program's connections do not end"));
         }
-        QThread::msleep(5);
+        for (const QStringList& row : rows) {
+            try {
+                m_connection->execute(QStringLiteral("KILL ") + row[0]);
+            } catch (const TestError&) { // NOLINT(bugprone-empty-catch): it has ended by itself meanwhile
+            }
+        }
     }
 }
 

@@ -51,6 +51,10 @@ class PrivateServer {
     /// The rows of one query as root, as texts; NULL is a null QString. Raises TestError.
     QList<QStringList> query(const QString& sql);
 
+    /// MariaDB has tables seq_1_to_N with the numbers from 1 to N. On a server that lacks them this makes
+    /// those that a statement names, as execute and query do by themselves. Raises TestError.
+    void provideSequences(const QString& sql);
+
     /// Puts the database back to the empty schema. Connections to it stay usable. Raises TestError.
     void recreate();
 
@@ -69,6 +73,7 @@ class PrivateServer {
     QString m_socket;
     QString m_name;
     std::unique_ptr<AdminConnection> m_connection;
+    bool m_hasSequences = true;
     QByteArray m_schema;
     QString m_driver;
     QString m_charset;

@@ -5,6 +5,7 @@
 
 #include <QSet>
 #include <algorithm>
+#include <array>
 
 #ifdef _WIN32
 #define SQL_NOUNICODEMAP // a call without W is the narrow one
@@ -33,7 +34,8 @@ QString asServerWrites(const QString& sql) {
     return sql.mid(start, end - start);
 }
 
-/// A connection through the data source and its end, without a statement in between.
+/// A connection through the data source and its end, without a statement in between. As the program does, it
+/// asks for the database's name, for which a driver may have to ask the server.
 void connectAndDisconnect(QByteArray connectionString) {
     SQLHANDLE environment = SQL_NULL_HANDLE;
     SQLHANDLE connection = SQL_NULL_HANDLE;
@@ -43,10 +45,34 @@ void connectAndDisconnect(QByteArray connectionString) {
     if (SQL_SUCCEEDED(SQLDriverConnect(connection, nullptr,
                                        reinterpret_cast<SQLCHAR*>(connectionString.data()), SQL_NTS, nullptr,
                                        0, nullptr, SQL_DRIVER_NOPROMPT))) {
+        std::array<char, 128> database{};
+        SQLSMALLINT length = 0;
+        SQLGetInfo(connection, SQL_DATABASE_NAME, database.data(), database.size(), &length);
         SQLDisconnect(connection);
     }
     SQLFreeHandle(SQL_HANDLE_DBC, connection);
     SQLFreeHandle(SQL_HANDLE_ENV, environment);
+}
+
+/// True when the log's rows are numbered. MySQL writes nothing into a log table whose columns were changed;
+/// there the rows are taken as they lie, which is the order of writing as long as none is deleted.
+bool isNumbered(AdminConnection& connection) {
+    return !connection
+                .query(QStringLiteral("SELECT 1 FROM information_schema.columns WHERE table_schema = "
+                                      "'mysql' AND table_name = 'general_log' AND column_name = 'ordem'"))
+                .isEmpty();
+}
+
+bool isMyIsam(AdminConnection& connection) {
+    return !connection
+                .query(
+                    QStringLiteral("SELECT 1 FROM information_schema.tables WHERE table_schema = 'mysql' AND "
+                                   "table_name = 'general_log' AND engine = 'MyISAM'"))
+                .isEmpty();
+}
+
+bool isMariaDb(AdminConnection& connection) {
+    return connection.query(QStringLiteral("SELECT VERSION()"))[0][0].contains(QLatin1String("MariaDB"));
 }
 
 } // namespace
@@ -57,30 +83,29 @@ StatementLog::StatementLog(PrivateServer& server) : m_server(server), m_connecti
 }
 
 // As it comes, the log table has no order of its own, no index, and loses characters of four bytes.
-// The server allows it to be changed while logging is off. Test programs that share a server may
-// come here together, hence the lock.
+// MariaDB allows its columns to be changed while logging is off, MySQL its engine. Test programs that share a
+// server may come here together, hence the lock.
 void StatementLog::connect() {
     if (m_connection.query(QStringLiteral("SELECT GET_LOCK('tarvessa_general_log', 60)")) !=
         QList<QStringList>{{QStringLiteral("1")}}) {
         throw TestError(QStringLiteral("the general log is being prepared by another program for too long"));
     }
-    const bool ready =
-        !m_connection
-             .query(QStringLiteral("SELECT 1 FROM information_schema.columns WHERE table_schema = "
-                                   "'mysql' AND table_name = 'general_log' AND column_name = 'ordem'"))
-             .isEmpty();
-    if (!ready) {
+    const bool mayChange = isMariaDb(m_connection);
+    if (mayChange ? !isNumbered(m_connection) : !isMyIsam(m_connection)) {
         m_connection.execute(
-            QStringLiteral("SET GLOBAL general_log = 0; ALTER TABLE mysql.general_log ENGINE = MyISAM, "
-                           "MODIFY argument MEDIUMTEXT CHARACTER SET utf8mb4 NOT NULL, "
-                           "ADD COLUMN ordem BIGINT UNSIGNED NOT NULL AUTO_INCREMENT PRIMARY KEY"));
+            QStringLiteral("SET GLOBAL general_log = 0; ALTER TABLE mysql.general_log ENGINE = MyISAM") +
+            (mayChange ? QStringLiteral(", MODIFY argument MEDIUMTEXT CHARACTER SET utf8mb4 NOT NULL, ADD "
+                                        "COLUMN ordem BIGINT UNSIGNED NOT NULL AUTO_INCREMENT PRIMARY KEY")
+                       : QString()));
     }
     m_connection.execute(QStringLiteral("SET GLOBAL log_output = 'TABLE'; SET GLOBAL general_log = 1; "
                                         "DO RELEASE_LOCK('tarvessa_general_log')"));
 }
 
 QString StatementLog::lastEntry() {
-    return m_connection.query(QStringLiteral("SELECT COALESCE(MAX(ordem), 0) FROM mysql.general_log"))[0][0];
+    return m_connection.query(isNumbered(m_connection)
+                                  ? QStringLiteral("SELECT COALESCE(MAX(ordem), 0) FROM mysql.general_log")
+                                  : QStringLiteral("SELECT COUNT(*) FROM mysql.general_log"))[0][0];
 }
 
 void StatementLog::mark() {
@@ -89,11 +114,16 @@ void StatementLog::mark() {
 
 /// Connection, kind and text of what the log has of the program's user.
 QList<QStringList> StatementLog::rowsSince(const QString& mark) {
+    const bool numbered = isNumbered(m_connection);
+    const QString entries =
+        numbered ? QStringLiteral("(SELECT * FROM mysql.general_log WHERE ordem > %1) AS entries")
+                 : QStringLiteral("(SELECT * FROM mysql.general_log LIMIT %1, 1000000000) AS entries");
     return m_connection.query(
-        QStringLiteral("SELECT thread_id, command_type, argument FROM mysql.general_log WHERE ordem > %1 AND "
-                       "command_type IN ('Connect', 'Query', 'Execute') AND "
-                       "(SUBSTRING_INDEX(user_host, '[', 1) = '%2' OR argument LIKE '%2@%') ORDER BY ordem")
-            .arg(mark, m_server.user()));
+        QStringLiteral("SELECT thread_id, command_type, argument FROM ") + entries.arg(mark) +
+        QStringLiteral(" WHERE command_type IN ('Connect', 'Query', 'Execute') AND "
+                       "(SUBSTRING_INDEX(user_host, '[', 1) = '%1' OR argument LIKE '%1@%')")
+            .arg(m_server.user()) +
+        (numbered ? QStringLiteral(" ORDER BY ordem") : QString()));
 }
 
 QStringList StatementLog::sentByDriver() {

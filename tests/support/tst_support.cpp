@@ -294,6 +294,9 @@ void TstSupport::logHasEachStatementOnce() {
 }
 
 void TstSupport::logKeepsEveryLetter() {
+    if (!m_server->query(QStringLiteral("SELECT VERSION()"))[0][0].contains(QLatin1String("MariaDB"))) {
+        QSKIP("this server's log keeps no characters of four bytes");
+    }
     StatementLog log(*m_server);
     Odbc odbc;
     const QStringList sqls{
