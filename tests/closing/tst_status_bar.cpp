@@ -159,6 +159,8 @@ void TstStatusBar::failedListingShowsNoDocument() {
 }
 
 void TstStatusBar::serverAndDatabaseWithoutAStatement() {
+    if (!b->valor(u"SELECT VERSION()"_s).contains(u"MariaDB"_s))
+        QSKIP("the driver asks this server itself, because it does not tell the database unasked");
     openWith(1);
     QCOMPARE(part(1), u"localhost/"_s + b->server().database());
     for (const QByteArray& statement : m_proxy->texts())
