@@ -25,7 +25,7 @@ namespace tarvessa::bench {
 namespace {
 
 constexpr int presales = 2000;
-constexpr int linesEach = 3;
+constexpr int linesPerPv = 3;
 constexpr double goalSeconds = 3;
 constexpr double msPerSecond = 1000;
 constexpr int rounds = 5;
@@ -75,7 +75,7 @@ double throughPanel() {
 } // namespace
 
 QList<Row> rehearsalRows(test::PrivateServer& server, const Workload& workload) {
-    workload.listing(presales, linesEach);
+    workload.listing(presales, linesPerPv);
     const QByteArrayList statements =
         recordedStatements(server, u"Select 'ESTOQUE' As tipo, Convert("_s, [] { throughPanel(); });
     if (statements.size() != presales + 1)
