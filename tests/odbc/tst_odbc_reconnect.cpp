@@ -2,12 +2,12 @@
 #include "odbc/ResultSet.h"
 #include "support/ErrorOf.h"
 #include "support/FaultProxy.h"
+#include "support/OwnServer.h"
 #include "support/PrivateServer.h"
 #include "support/Socket.h"
 
 #include <QElapsedTimer>
 #include <QEventLoop>
-#include <QFile>
 #include <QScopeGuard>
 #include <QTemporaryDir>
 #include <QTest>
@@ -15,10 +15,6 @@
 
 #include <memory>
 #include <optional>
-
-#ifndef _WIN32
-#include <csignal>
-#endif
 
 using namespace Qt::StringLiterals;
 using namespace tarvessa;
@@ -292,26 +288,21 @@ void TstOdbcReconnect::hangingServerIsALoss() {
 #ifdef _WIN32
     QSKIP("the server runs outside the emulation");
 #else
-    // A server of its own: stopping the common one would hold up the other test programs.
-    const QByteArray common = qgetenv("TARVESSA_TEST_SERVER");
+    // A server of its own: holding the common one would hold up the other test programs.
     m_server.reset();
-    qunsetenv("TARVESSA_TEST_SERVER");
+    std::optional<OwnServer> own(std::in_place);
     m_server = std::make_unique<PrivateServer>();
-    QFile pidFile(m_server->query(u"SELECT @@pid_file"_s)[0][0]);
-    QVERIFY(pidFile.open(QIODevice::ReadOnly));
-    const pid_t pid = pidFile.readAll().trimmed().toInt();
-    QVERIFY(pid > 0);
     m_server->execute(u"CREATE TABLE prova (v INT)"_s);
     m_connection.open(u"dsn=QDX;READ_TIMEOUT=1;WRITE_TIMEOUT=1"_s);
     {
         const Operation operation;
-        QCOMPARE(kill(pid, SIGSTOP), 0);
+        own->hold();
         QElapsedTimer clock;
         clock.start();
         const auto error = errorOf([&] { m_connection.execute(u"INSERT INTO prova VALUES (1)"_s); });
         const auto later = errorOf([&] { m_connection.execute(u"INSERT INTO prova VALUES (2)"_s); });
         const qint64 elapsed = clock.elapsed();
-        QCOMPARE(kill(pid, SIGCONT), 0);
+        own->release();
         QVERIFY(error);
         QVERIFY2(error->isConnectionLost(),
                  qPrintable(u"%1 %2 %3"_s.arg(error->number()).arg(error->sqlState(), error->text())));
@@ -322,7 +313,7 @@ void TstOdbcReconnect::hangingServerIsALoss() {
     QCOMPARE(m_server->query(u"SELECT COUNT(*) FROM prova WHERE v > 1"_s)[0][0], u"1"_s);
     m_connection.close();
     m_server.reset();
-    qputenv("TARVESSA_TEST_SERVER", common);
+    own.reset();
     m_server = std::make_unique<PrivateServer>();
 #endif
 }

@@ -3,6 +3,7 @@
 #include "support/TestError.h"
 
 #include <QCoreApplication>
+#include <QDirIterator>
 #include <QFile>
 #include <QProcess>
 #include <QThread>
@@ -21,6 +22,21 @@ constexpr auto Variable = "TARVESSA_TEST_SERVER";
 bool isRunning(qint64 pid) {
     QFile arguments(QStringLiteral("/proc/%1/cmdline").arg(pid));
     return arguments.open(QIODevice::ReadOnly) && !arguments.readAll().isEmpty();
+}
+
+/// A signal sent to a busy machine arrives late: until then a thread may still answer.
+bool isHeld(qint64 pid) {
+    QDirIterator threads(QStringLiteral("/proc/%1/task").arg(pid), QDir::Dirs | QDir::NoDotAndDotDot);
+    while (threads.hasNext()) {
+        QFile status(threads.next() + QStringLiteral("/stat"));
+        if (!status.open(QIODevice::ReadOnly))
+            return false;
+        // The state follows the name, which is in brackets and may itself hold some.
+        const QByteArray line = status.readAll();
+        if (line.mid(line.lastIndexOf(')') + 2, 1) != "T")
+            return false;
+    }
+    return true;
 }
 
 } // namespace
@@ -62,7 +78,10 @@ void OwnServer::start() const {
 }
 
 void OwnServer::hold() const {
-    ::kill(static_cast<pid_t>(pid()), SIGSTOP);
+    const qint64 process = pid();
+    ::kill(static_cast<pid_t>(process), SIGSTOP);
+    while (isRunning(process) && !isHeld(process))
+        QThread::msleep(1);
 }
 
 void OwnServer::release() const {

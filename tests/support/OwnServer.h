@@ -22,7 +22,7 @@ class OwnServer {
     void kill() const;
     /// Starts it again on its data. Raises TestError.
     void start() const;
-    /// Holds the process as it is, and lets it go on.
+    /// Holds the process as it is, with every thread, before it returns; lets it go on.
     void hold() const;
     void release() const;
 
