@@ -12,7 +12,16 @@ QDateTime& fixedMoment() {
 } // namespace
 
 QDateTime now() {
-    return fixedMoment().isValid() ? fixedMoment() : QDateTime::currentDateTime();
+    if (fixedMoment().isValid())
+        return fixedMoment();
+    // The system is asked for its time zone once in a second: a batch asks for the time at every statement.
+    static qint64 second = -1;
+    static QDateTime moment;
+    if (const qint64 present = QDateTime::currentSecsSinceEpoch(); present != second) {
+        moment = QDateTime::fromSecsSinceEpoch(present);
+        second = present;
+    }
+    return moment;
 }
 
 QDate today() {

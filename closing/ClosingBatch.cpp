@@ -5,7 +5,6 @@
 #include "base/Numeros.h"
 #include "base/RuntimeError.h"
 #include "closing/ClosingDecision.h"
-#include "closing/ClosingJournal.h"
 #include "closing/ClosingLog.h"
 #include "closing/ClosingSettings.h"
 #include "core/AcessoDados.h"
@@ -51,19 +50,21 @@ void ClosingBatch::close(const ListedPv& pv, QDate vencto) {
     ClosingHooks hooks;
     hooks.objection = [&](odbc::ResultSet& lines) { return objectionToLines(lines, pv, m_listedSince); };
     hooks.beforeFirstWrite = [&] {
-        closingjournal::begin(sale);
+        m_note.begin(sale);
         begun = true;
     };
     try {
         if (const std::optional<ClosingReason> objection = closePv(sale, m_settings, m_history, hooks))
             refuse(pv, *objection);
     } catch (const RuntimeError&) {
-        if (begun)
+        if (begun) {
+            m_note.keep();
             m_log.refuse(pv.pedido, logText(ClosingReason::Interrupted));
+        }
         throw;
     }
     if (begun)
-        closingjournal::end(sale.nrPedido);
+        m_note.end();
 }
 
 // The movements are as well those of a station that has closed it whole since the list was made. Whether

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "closing/BatchQuestion.h"
+#include "closing/ClosingJournal.h"
 #include "closing/ListedPv.h"
 #include "closing/PvClosing.h"
 
@@ -49,6 +50,7 @@ class ClosingBatch {
     BatchAnswer m_answer;
     ClosingHistory& m_history;
     ClosingLog& m_log;
+    closingjournal::ClosingNote m_note;
     bool m_hasRefusals = false;
     bool m_hasInterrupted = false;
 };

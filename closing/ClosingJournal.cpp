@@ -20,24 +20,21 @@ const QString suffix = u".andamento"_s;
 
 using Entries = QMap<QString, QString>;
 
-QString pathOf(const QString& prefix, qint32 number) {
-    return programFolder() + u'/' + prefix + QString::number(number) + suffix;
+QString pathOf(const QString& prefix, const QString& name) {
+    return programFolder() + u'/' + prefix + name + suffix;
 }
 
-bool write(const QString& path, const QList<std::pair<QString, QString>>& entries) {
-    // Always a new file: a link or file already at this path is never followed or written to.
-    QFile::remove(path);
-    QFile file(path);
-    if (!file.open(QIODevice::WriteOnly | QIODevice::NewOnly))
-        return false;
+QByteArray bytesOf(const QList<std::pair<QString, QString>>& entries) {
     QByteArray bytes;
     for (const auto& [name, value] : entries)
         bytes += (name + u'=' + value + u'\n').toUtf8();
-    const bool written = file.write(bytes) == bytes.size() && file.flush();
-    file.close();
-    if (!written)
-        file.remove();
-    return written;
+    return bytes;
+}
+
+// A link or file already at this path is never followed or written to.
+bool openNew(QFile& file, const QString& path) {
+    file.setFileName(path);
+    return file.open(QIODevice::WriteOnly | QIODevice::NewOnly | QIODevice::Unbuffered);
 }
 
 Entries read(const QString& path) {
@@ -54,65 +51,122 @@ Entries read(const QString& path) {
     return entries;
 }
 
-QList<qint32> numbersWith(const QString& prefix) {
-    QList<qint32> numbers;
-    const QStringList names =
-        QDir(programFolder()).entryList({prefix + u'*' + suffix}, QDir::Files, QDir::NoSort);
-    for (const QString& name : names) {
-        bool whole = false;
-        const qint32 number =
-            name.sliced(prefix.size(), name.size() - prefix.size() - suffix.size()).toInt(&whole);
-        if (whole)
-            numbers.append(number);
-    }
-    std::sort(numbers.begin(), numbers.end());
-    return numbers;
+QStringList pathsWith(const QString& prefix) {
+    const QDir folder(programFolder());
+    QStringList paths;
+    for (const QString& name : folder.entryList({prefix + u'*' + suffix}, QDir::Files, QDir::Name))
+        paths.append(folder.filePath(name));
+    return paths;
+}
+
+qint32 closingIn(const Entries& entries) {
+    return entries.value(u"PV"_s).toInt();
 }
 
 } // namespace
 
-bool begin(const Sale& sale) {
-    return write(pathOf(closingPrefix, sale.nrPedido), {{u"PV"_s, QString::number(sale.nrPedido)},
-                                                        {u"FORMA"_s, sale.formaPG},
-                                                        {u"VALOR"_s, sale.valor.ponto().trimmed()},
-                                                        {u"VENCTO"_s, sale.vencto.toString(Qt::ISODate)},
-                                                        {u"CLIENTE"_s, sale.nomeCli}});
+ClosingNote::~ClosingNote() {
+    if (m_file.isOpen())
+        m_file.remove();
 }
 
-void end(qint32 number) {
-    QFile::remove(pathOf(closingPrefix, number));
+bool ClosingNote::begin(const Sale& sale) {
+    if (!m_file.isOpen() && !create(sale.nrPedido))
+        return false;
+    if (m_older.remove(sale.nrPedido))
+        forget(sale.nrPedido);
+    QByteArray bytes = bytesOf({{u"PV"_s, QString::number(sale.nrPedido)},
+                                {u"FORMA"_s, sale.formaPG},
+                                {u"VALOR"_s, sale.valor.ponto().trimmed()},
+                                {u"VENCTO"_s, sale.vencto.toString(Qt::ISODate)},
+                                {u"CLIENTE"_s, sale.nomeCli}});
+    // Nothing of a longer note before it may stay behind it.
+    const qsizetype length = bytes.size();
+    if (length < m_length)
+        bytes.append(m_length - length, '\n');
+    m_length = length;
+    return m_file.seek(0) && m_file.write(bytes) == bytes.size();
+}
+
+void ClosingNote::end() {
+    const QByteArray none = bytesOf({{u"PV"_s, u"0"_s}});
+    if (m_file.isOpen() && m_file.seek(0))
+        m_file.write(none);
+}
+
+void ClosingNote::keep() {
+    m_file.close();
+}
+
+bool ClosingNote::create(qint32 number) {
+    m_older.clear();
+    for (const QString& path : pathsWith(closingPrefix)) {
+        if (const qint32 noted = closingIn(read(path)))
+            m_older.insert(noted);
+        else
+            QFile::remove(path); // its program ended between two closings
+    }
+    m_length = 0;
+    // The file of a batch that was cut bears the number of its first pre-sale, which may be this one.
+    constexpr int mostLeft = 100;
+    const QString name = QString::number(number);
+    for (int i = 1; i <= mostLeft; ++i)
+        if (openNew(m_file, pathOf(closingPrefix, i == 1 ? name : name + u'-' + QString::number(i))))
+            return true;
+    return false;
+}
+
+void forget(qint32 number) {
+    for (const QString& path : pathsWith(closingPrefix))
+        if (closingIn(read(path)) == number)
+            QFile::remove(path);
 }
 
 std::optional<Sale> find(qint32 number) {
-    const Entries entries = read(pathOf(closingPrefix, number));
-    const QDate due = QDate::fromString(entries.value(u"VENCTO"_s), Qt::ISODate);
-    // A note cut short by a full disk is none.
-    if (entries.value(u"PV"_s).toInt() != number || !due.isValid() || !entries.contains(u"CLIENTE"_s))
-        return std::nullopt;
-    return Sale{number, entries.value(u"FORMA"_s), Dinheiro::dePonto(entries.value(u"VALOR"_s)), due,
-                entries.value(u"CLIENTE"_s)};
+    for (const QString& path : pathsWith(closingPrefix)) {
+        const Entries entries = read(path);
+        const QDate due = QDate::fromString(entries.value(u"VENCTO"_s), Qt::ISODate);
+        // A note cut short by a full disk is none.
+        if (closingIn(entries) == number && due.isValid() && entries.contains(u"CLIENTE"_s))
+            return Sale{number, entries.value(u"FORMA"_s), Dinheiro::dePonto(entries.value(u"VALOR"_s)), due,
+                        entries.value(u"CLIENTE"_s)};
+    }
+    return std::nullopt;
 }
 
 QList<qint32> all() {
-    return numbersWith(closingPrefix);
+    QSet<qint32> numbers;
+    for (const QString& path : pathsWith(closingPrefix))
+        if (const qint32 number = closingIn(read(path)))
+            numbers.insert(number);
+    QList<qint32> sorted(numbers.begin(), numbers.end());
+    std::sort(sorted.begin(), sorted.end());
+    return sorted;
 }
 
 bool beginConversion(const Conversion& conversion) {
-    return write(
-        pathOf(conversionPrefix, conversion.document),
+    const QString path = pathOf(conversionPrefix, QString::number(conversion.document));
+    QFile::remove(path);
+    QFile file;
+    const QByteArray bytes = bytesOf(
         {{u"DAV"_s, QString::number(conversion.document)}, {u"PV"_s, QString::number(conversion.number)}});
+    if (openNew(file, path) && file.write(bytes) == bytes.size())
+        return true;
+    file.remove();
+    return false;
 }
 
 void endConversion(qint32 document) {
-    QFile::remove(pathOf(conversionPrefix, document));
+    QFile::remove(pathOf(conversionPrefix, QString::number(document)));
 }
 
 QList<Conversion> conversions() {
     QList<Conversion> found;
-    for (const qint32 document : numbersWith(conversionPrefix)) {
-        const qint32 number = read(pathOf(conversionPrefix, document)).value(u"PV"_s).toInt();
-        if (number > 0)
-            found.append({document, number});
+    for (const QString& path : pathsWith(conversionPrefix)) {
+        const Entries entries = read(path);
+        const Conversion conversion{entries.value(u"DAV"_s).toInt(), entries.value(u"PV"_s).toInt()};
+        if (conversion.document > 0 && conversion.number > 0)
+            found.append(conversion);
     }
     return found;
 }

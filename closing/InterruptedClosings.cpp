@@ -200,7 +200,7 @@ QList<qint32> find(QDate since) {
         if (traces.value(noted).isSettled() && !isLastPv(noted))
             numbers.append(noted);
         else
-            closingjournal::end(noted); // whole, or it was noted and never began, or somebody took it back
+            closingjournal::forget(noted); // whole, or it was noted and never began, or somebody took it back
     }
     std::sort(numbers.begin(), numbers.end());
     return numbers;
@@ -254,7 +254,7 @@ void conclude(const InterruptedClosing& closing, bool stockDone, const ClosingSe
     if (!closing.cash)
         run(closingstatements::insertCashRow(data, settings.cashAccount()));
     run(closingstatements::storeLastPv(data));
-    closingjournal::end(data.nrPedido);
+    closingjournal::forget(data.nrPedido);
 }
 
 QString doneText(const InterruptedClosing& closing) {

@@ -67,7 +67,7 @@ class TstInterrupted : public QObject {
     QString status() const { return b->control<QLabel>(u"Interrompidos"_s)->text(); }
     bool hasStatus() const { return b->control<QLabel>(u"Interrompidos"_s)->isVisible(); }
     QStringList windowRow(const std::function<void(QWidget*)>& look = {});
-    void otherStationForgets() { closingjournal::end(1); }
+    void otherStationForgets() { closingjournal::forget(1); }
 
     std::unique_ptr<PanelBench> b;
     std::unique_ptr<FaultProxy> m_proxy;
