@@ -4,8 +4,24 @@ using namespace Qt::StringLiterals;
 
 namespace tarvessa {
 
+// Every statement of a closing holds a date, and QDate's own formatting takes longer than the rest of its
+// text.
 QString TextoSQL(QDate data) {
-    return data.toString(Qt::ISODate);
+    constexpr int ultimoAno = 9999;
+    if (!data.isValid() || data.year() < 1 || data.year() > ultimoAno)
+        return {};
+    QString texto = u"0000-00-00"_s;
+    const auto escreve = [&texto](qsizetype fim, int numero) {
+        constexpr int dez = 10;
+        for (; numero > 0; numero /= dez)
+            texto[--fim] = QChar(u'0' + numero % dez);
+    };
+    constexpr qsizetype fimDoAno = 4;
+    constexpr qsizetype fimDoMes = 7;
+    escreve(fimDoAno, data.year());
+    escreve(fimDoMes, data.month());
+    escreve(texto.size(), data.day());
+    return texto;
 }
 
 QString TextoTela(QDate data) {

@@ -8,6 +8,7 @@
 #include "closing/PainelFechamentoColumns.h"
 #include "closing/ServerLock.h"
 #include "core/AcessoDados.h"
+#include "ui/BusyPointer.h"
 #include "ui/ErrorReport.h"
 #include "ui/Guard.h"
 #include "ui/MessageBoxes.h"
@@ -72,6 +73,7 @@ void PainelFechamento::loadWhatStartUpMissed() {
 }
 
 void PainelFechamento::processListed(ClosingBatch& batch) {
+    const BusyPointer pointer;
     BatchProgress::Run run(m_progress, ui->Grid1->rows() - 1, u"Pré-venda"_s);
     for (int row = 1; row < ui->Grid1->rows(); ++row) {
         run.enter(row);

@@ -9,6 +9,7 @@
 #include "core/Esquema.h"
 
 #include <QLineEdit>
+#include <QStringBuilder>
 
 using namespace Qt::StringLiterals;
 
@@ -26,7 +27,7 @@ QList<MovimentoDeEstoque> MovimentosPelaFicha(const QString& codigo, Dinheiro qu
 
 QList<MovimentoDeEstoque> MovimentosDeEstoque(const QString& codigo, Dinheiro quantidade) {
     odbc::ResultSet linhas = NovoRS(
-        u"select codigo, codigoprod, quantidade from FichaTecnica where Codigoprod = '"_s + codigo + u"'"_s);
+        u"select codigo, codigoprod, quantidade from FichaTecnica where Codigoprod = '"_s % codigo % u"'"_s);
     QList<ComponenteDaFicha> ficha;
     for (; !linhas.atEnd(); linhas.moveNext())
         ficha.append({linhas.field(esquema::fichaTecnica::codigo).text(),
@@ -38,11 +39,11 @@ QString comandoDeBaixa(const MovimentoDeEstoque& movimento) {
     const QString hoje = TextoSQL(clock::today());
     const QString quantidade = movimento.quantidade.ponto();
     if (movimento.componente)
-        return u"Update Produtos Set Ultima_Saida='"_s + hoje + u"', Quantidade = Quantidade - "_s +
-               quantidade + u" where Codfabr = '"_s + movimento.codigo + u"'"_s;
-    return u"update Produtos Set Ultima_Saida='"_s + hoje + u"',Quantidade=Quantidade - "_s + quantidade +
-           u", Nitem=Nitem"_s + (movimento.quantidade.negativo() ? u"-1"_s : u"+1"_s) +
-           u" Where CodFabr='"_s + trimBlanks(movimento.codigo) + u"'"_s;
+        return u"Update Produtos Set Ultima_Saida='"_s % hoje % u"', Quantidade = Quantidade - "_s %
+               quantidade % u" where Codfabr = '"_s % movimento.codigo % u"'"_s;
+    return u"update Produtos Set Ultima_Saida='"_s % hoje % u"',Quantidade=Quantidade - "_s % quantidade %
+           u", Nitem=Nitem"_s % (movimento.quantidade.negativo() ? u"-1"_s : u"+1"_s) %
+           u" Where CodFabr='"_s % trimBlanks(movimento.codigo) % u"'"_s;
 }
 
 qint16 BaixaEstoque(const QString& codigo, Dinheiro quantidade, const QString& tela,
@@ -59,10 +60,10 @@ qint16 BaixaEstoque(const QString& codigo, Dinheiro quantidade, const QString& t
 QString comandoDeLogDeEstoque(const QString& tela, const QString& codigo, Dinheiro quantidade) {
     const QDateTime agora = clock::now();
     // The program has no login of its own, so the log names the desktop's user.
-    return u"INSERT INTO logestoque SET data = '"_s + DataSQL(agora.date()) + u"', hora = '"_s +
-           agora.toString(u"HH:mm:ss"_s) + u"', "_s + u"usuario = '"_s + LimpaTexto(hostUserName()) +
-           u"', "_s + u"tela = '"_s + LimpaTexto(tela) + u"', "_s + u"codproduto = '"_s + codigo + u"', "_s +
-           u"qtdLoja = "_s + quantidade.ponto();
+    return u"INSERT INTO logestoque SET data = '"_s % DataSQL(agora.date()) % u"', hora = '"_s %
+           agora.toString(u"HH:mm:ss"_s) % u"', "_s % u"usuario = '"_s % LimpaTexto(hostUserName()) %
+           u"', "_s % u"tela = '"_s % LimpaTexto(tela) % u"', "_s % u"codproduto = '"_s % codigo % u"', "_s %
+           u"qtdLoja = "_s % quantidade.ponto();
 }
 
 qint16 GravaLogEstoque(const QString& tela, const QString& codigo, Dinheiro quantidade,

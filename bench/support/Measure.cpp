@@ -30,4 +30,21 @@ std::vector<double> interleaved(int rounds, const std::vector<Contestant>& conte
     return medians;
 }
 
+Pair paired(int rounds, const Contestant& ours, const Contestant& other) {
+    ours();
+    other();
+    std::vector<double> ofOurs;
+    std::vector<double> ofOther;
+    std::vector<double> ratios;
+    for (int round = 0; round < rounds; ++round) {
+        if (round % 2 == 0)
+            ofOurs.push_back(ours());
+        ofOther.push_back(other());
+        if (round % 2 == 1)
+            ofOurs.push_back(ours());
+        ratios.push_back(ofOurs.back() / ofOther.back());
+    }
+    return {median(ofOurs), median(ofOther), median(ratios)};
+}
+
 } // namespace tarvessa::bench

@@ -18,4 +18,15 @@ double median(std::vector<double> values);
 /// does meets them alike. Gives each contestant's median in seconds, in the order given.
 std::vector<double> interleaved(int rounds, const std::vector<Contestant>& contestants);
 
+/// Two contestants side by side.
+struct Pair {
+    double ours = 0;  ///< median, seconds
+    double other = 0; ///< median, seconds
+    double ratio = 0; ///< median of each round's ours / other
+};
+
+/// Lets the two work once unmeasured, then `rounds` times one right after the other, each first in every
+/// second round. The ratio of neighbours stays what it is while a disk grows slower and faster again.
+Pair paired(int rounds, const Contestant& ours, const Contestant& other);
+
 } // namespace tarvessa::bench

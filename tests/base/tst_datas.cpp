@@ -18,6 +18,7 @@ class TstDatas : public QObject {
     void clockIsTheMachinesUntilFixed();
     void formsForSqlAndScreen_data();
     void formsForSqlAndScreen();
+    void dateBeyondTheDatabaseHasNoText();
     void dateOfAScreenText_data();
     void dateOfAScreenText();
     void sqlTextOfAValue_data();
@@ -63,6 +64,14 @@ void TstDatas::formsForSqlAndScreen() {
     QCOMPARE(TextoSQL(date), sql);
     QCOMPARE(TextoTela(date), screen);
     QCOMPARE(DataDaTela(screen), date);
+}
+
+void TstDatas::dateBeyondTheDatabaseHasNoText() {
+    QCOMPARE(TextoSQL(QDate()), QString());
+    QCOMPARE(TextoSQL(QDate(1, 1, 1)), u"0001-01-01"_s);
+    QCOMPARE(TextoSQL(QDate(9999, 12, 31)), u"9999-12-31"_s);
+    QCOMPARE(TextoSQL(QDate(10000, 1, 1)), QString());
+    QCOMPARE(TextoSQL(QDate(-1, 12, 31)), QString());
 }
 
 void TstDatas::dateOfAScreenText_data() {
