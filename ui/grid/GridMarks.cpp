@@ -157,7 +157,7 @@ QItemSelectionModel::SelectionFlags Grid::selectionCommand(const QModelIndex& in
                                                            const QEvent* event) const {
     const bool mouse =
         event && (event->type() == QEvent::MouseButtonPress || event->type() == QEvent::MouseButtonRelease);
-    if (mouse && index.isValid() && markedRows().size() > 0) {
+    if (mouse && index.isValid() && !markedRows().isEmpty()) {
         const bool right = static_cast<const QMouseEvent*>(event)->button() == Qt::RightButton;
         if (right && isMarked(index.row() + 1))
             return QItemSelectionModel::NoUpdate;
