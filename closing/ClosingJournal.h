@@ -1,6 +1,6 @@
 #pragma once
 
-#include "closing/PvClosing.h"
+#include "closing/Sale.h"
 
 #include <QFile>
 #include <QList>

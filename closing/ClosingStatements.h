@@ -1,19 +1,12 @@
 #pragma once
 
-#include "base/Dinheiro.h"
-
-#include <QDate>
-#include <QString>
+#include "closing/Sale.h"
 
 namespace tarvessa {
 
-/// What the statements of a closing contain. Dates and time are fixed when it begins.
-struct ClosingData {
-    qint32 nrPedido = 0;
-    QString formaPG;
-    Dinheiro valor;
-    QDate vencto;
-    QString nomeCli; ///< fit for a quoted literal
+/// What the statements of a closing contain: the sale, its customer's name fit for a quoted literal, and
+/// dates and time, which are fixed when it begins.
+struct ClosingData : Sale {
     QString codigoCli;
     qint16 codigoVend = 0;
     QDate today;

@@ -125,7 +125,7 @@ class PainelFechamento : public QMainWindow {
     /// Runs an update of the row's customer (`clientes`) and shows `sent`, texts by column. Where the update
     /// may have reached no record, or a column may have clipped its value, the record is read and shown.
     bool gravaCliente(int row, const QString& update, const std::map<int, QString>& sent);
-    bool surelyStored(const std::map<int, QString>& sent) const;
+    bool fits(const std::map<int, QString>& sent) const;
     bool mostraGravado(int row, const std::map<int, QString>& sent);
 
     // DAV to pre-sale (PainelFechamentoConversao.cpp)

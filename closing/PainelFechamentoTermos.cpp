@@ -6,6 +6,7 @@
 #include "closing/PainelFechamentoColumns.h"
 #include "core/AcessoDados.h"
 #include "core/Esquema.h"
+#include "core/SurelyStored.h"
 #include "ui/Guard.h"
 #include "ui/MessageBoxes.h"
 #include "ui/grid/CellEditor.h"
@@ -180,11 +181,10 @@ bool PainelFechamento::gravaTermos(int row, Dinheiro dias, const QString& forma)
 
 bool PainelFechamento::gravaCliente(int row, const QString& update, const std::map<int, QString>& sent) {
     const qint64 changed = Executa(update);
-    // A record that had these values already counts as not changed, as a missing one does.
     const bool asListed = std::all_of(sent.begin(), sent.end(), [&](const auto& cell) {
         return ui->Grid1->text(row, cell.first) == cell.second;
     });
-    if ((changed > 0 || asListed) && surelyStored(sent)) {
+    if (isSurelyStored(changed, asListed, fits(sent))) {
         for (const auto& [column, text] : sent)
             ui->Grid1->setText(row, column, text);
         return true;
@@ -192,7 +192,7 @@ bool PainelFechamento::gravaCliente(int row, const QString& update, const std::m
     return mostraGravado(row, sent);
 }
 
-bool PainelFechamento::surelyStored(const std::map<int, QString>& sent) const {
+bool PainelFechamento::fits(const std::map<int, QString>& sent) const {
     return std::all_of(sent.begin(), sent.end(), [this](const auto& cell) {
         const auto& [column, text] = cell;
         if (column == painelfechamento::DiasVenc)

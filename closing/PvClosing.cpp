@@ -51,17 +51,9 @@ qint16 sellerCode(const odbc::Field& vendedor) {
 
 ClosingData closingData(const Sale& sale, const QString& codigoCli, qint16 codigoVend) {
     const QDateTime now = clock::now();
-    ClosingData closing;
-    closing.nrPedido = sale.nrPedido;
-    closing.formaPG = sale.formaPG;
-    closing.valor = sale.valor;
-    closing.vencto = sale.vencto;
+    ClosingData closing{sale, codigoCli, codigoVend, now.date(), now.toString(u"HH:mm"_s)};
     // An apostrophe in the name must not stop the closing between stock and receivable.
     closing.nomeCli = LimpaTexto(sale.nomeCli);
-    closing.codigoCli = codigoCli;
-    closing.codigoVend = codigoVend;
-    closing.today = now.date();
-    closing.hora = now.toString(u"HH:mm"_s);
     return closing;
 }
 

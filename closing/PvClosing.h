@@ -23,17 +23,6 @@ struct ClosingHistory {
     QSet<qint32> settled;
 };
 
-/// What a closing is asked for.
-struct Sale {
-    qint32 nrPedido = 0;
-    QString formaPG;
-    Dinheiro valor;
-    QDate vencto;
-    QString nomeCli;
-
-    bool operator==(const Sale&) const = default;
-};
-
 /// Where the caller of a closing takes part in it; each may be empty.
 struct ClosingHooks {
     /// Looks at the lines before anything is written and leaves them on their first row. A reason bars the

@@ -4,6 +4,7 @@
 #include "core/AcessoDados.h"
 #include "core/Esquema.h"
 #include "core/FieldText.h"
+#include "core/SurelyStored.h"
 #include "reports/Comissao.h"
 #include "reports/ComissaoColumns.h"
 #include "ui/Guard.h"
@@ -88,10 +89,9 @@ void Comissao::gravaPercentual(int row, int column, const QString& text) {
     const qint64 changed =
         Executa(u"Update Vendedores Set ComissEsp1="_s + ponto(comissao::PorcPao) + u",ComissEsp2="_s +
                 ponto(comissao::PorcOutros) + u" Where Codigovend='"_s + codigo + u"'"_s);
-    const QString listed = ui->Grid1->text(row, column);
+    const bool asListed = ui->Grid1->text(row, column) == masked;
     const odbc::ColumnRoom& room = column == comissao::PorcPao ? m_roomOfPao : m_roomOfOutros;
-    // A record that had this value already counts as not changed, as a missing one does.
-    if (!codigo.isEmpty() && ((changed <= 0 && listed != masked) || !room.holds(percentual))) {
+    if (!codigo.isEmpty() && !isSurelyStored(changed, asListed, room.holds(percentual))) {
         mostraGravado(row, column, percentual);
         return;
     }

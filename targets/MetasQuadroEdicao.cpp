@@ -4,6 +4,7 @@
 #include "base/Text.h"
 #include "core/AcessoDados.h"
 #include "core/Rotinas.h"
+#include "core/SurelyStored.h"
 #include "targets/MetasQuadro.h"
 #include "targets/MetasQuadroColumns.h"
 #include "ui/MessageBoxes.h"
@@ -57,8 +58,8 @@ void MetasQuadro::gravaQuantidade(int row, Dinheiro quantidade) {
     const qint64 changed = Executa(u"Update metavendedoritem Set Quantidade="_s + plainNumber(quantidade) +
                                    u" Where ID="_s + ui->Grid1->text(row, Id));
     const QString masked = FormataQuantidade(quantidade);
-    // A record that had this value already counts as not changed, as a missing one does.
-    if ((changed > 0 || ui->Grid1->text(row, Quantidade) == masked) && m_quantityRoom.holds(quantidade))
+    const bool asListed = ui->Grid1->text(row, Quantidade) == masked;
+    if (isSurelyStored(changed, asListed, m_quantityRoom.holds(quantidade)))
         ui->Grid1->setText(row, Quantidade, masked);
     else
         mostraGravada(row, quantidade);
