@@ -27,6 +27,7 @@ __int128 sizeOf(__int128 value) {
 } // namespace
 
 Fraction::Fraction(Wide above, Wide below) {
+    Q_ASSERT(below != 0);
     const Wide divisor = below < 0 ? -common(above, below) : common(above, below);
     m_above = above / divisor;
     m_below = below / divisor;

@@ -80,7 +80,7 @@ void ReportRows::addColumn(const QString& name) {
 int ReportRows::widthOf(int column) const {
     qsizetype letters = qMax(fewestLetters, m_columns[column].heading.size());
     for (qsizetype row = 0; row < qMin(rowCount(), rowsMeasured); ++row)
-        letters = qMax(letters, cell(row, column).text.size());
+        letters = qMax(letters, ReportRows::cell(row, column).text.size());
     return static_cast<int>(qMin(letters, mostLetters)) * pixelsPerLetter + pixelsAround;
 }
 

@@ -9,7 +9,7 @@ class Report;
 
 /// The rows of a report that have been read, for a spreadsheet: every column of the query, with the heading
 /// and the format that the layout gives it.
-class ReportRows : public sheet::Source {
+class ReportRows final : public sheet::Source {
   public:
     /// `report` outlives this object.
     explicit ReportRows(const Report& report);
