@@ -5,7 +5,8 @@
 /// The clock of the whole program.
 namespace tarvessa::clock {
 
-/// Now, in whole seconds of local time, by the machine's clock unless another moment is fixed. For one thread.
+/// Now, in whole seconds of local time, by the machine's clock unless another moment is fixed. For one
+/// thread.
 QDateTime now();
 
 /// The date of now().

@@ -32,6 +32,11 @@ Operation::~Operation() {
     running().loopLevel = m_outerLoopLevel;
 }
 
+void Operation::renew() {
+    if (running().number != 0)
+        running().number = ++running().latest;
+}
+
 quint64 Operation::current() {
     return running().number;
 }

@@ -14,6 +14,10 @@ class Operation {
     Operation(const Operation&) = delete;
     Operation& operator=(const Operation&) = delete;
 
+    /// The operator has left a window that the running operation showed: what it does from now on counts as a
+    /// new one.
+    static void renew();
+
     /// The number of the running operation; later ones have greater numbers. 0 while none runs.
     static quint64 current();
 

@@ -12,6 +12,8 @@ namespace tarvessa {
 namespace {
 
 const QString stockKind = u"ESTOQUE"_s;
+const QString sheetKind = u"FICHA"_s;
+const QString partKind = u"PARTE"_s;
 
 // Without regard to letter case and blanks at the end.
 QString keyOf(const QString& codigo) {
@@ -31,14 +33,20 @@ BatchAnswer askBeforeBatch(QDate since) {
         u"Select 'ESTOQUE' As tipo, Convert(tela Using utf8mb4) As texto From logestoque Where data>='"_s +
         TextoSQL(since) + u"' And tela Like '"_s + stockLogStart +
         u"%' Group By tela Union All Select 'FICHA', Convert(codigoprod Using utf8mb4) From FichaTecnica "
-        "Where Instr(codigo, Char(39))>0 Or Instr(codigo, Char(92))>0"_s);
+        "Where Instr(codigo, Char(39))>0 Or Instr(codigo, Char(92))>0 Union All Select "
+        "If(Max(situacaoorc In ('A','C')), 'PARTE', 'FIM'), nrpedido From orcamento Where "
+        "TipoOperacao='P' And dataabertura>='"_s +
+        TextoSQL(since) + u"' Group By nrpedido Having Max(situacaoorc In ('B','X'))"_s);
     BatchAnswer answer;
     for (; !rows.atEnd(); rows.moveNext()) {
+        const QString kind = rows.field(0).text();
         const QString text = rows.field(1).text();
-        if (rows.field(0).text() == stockKind)
+        if (kind == stockKind)
             answer.begun.insert(text.sliced(stockLogStart.size()).toInt());
-        else
+        else if (kind == sheetKind)
             answer.unmovable.insert(keyOf(text));
+        else
+            answer.settled.insert(text.toInt(), kind == partKind);
     }
     return answer;
 }

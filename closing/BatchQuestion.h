@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QDate>
+#include <QMap>
 #include <QSet>
 #include <QString>
 
@@ -10,6 +11,9 @@ namespace tarvessa {
 struct BatchAnswer {
     /// The pre-sales that have stock movements of a closing, of whatever station.
     QSet<qint32> begun;
+    /// The pre-sales with lines that were opened since and are settled or cancelled; true when others of
+    /// their lines are open.
+    QMap<qint32, bool> settled;
     /// The products whose technical sheet has a component whose code cannot stand in a statement.
     QSet<QString> unmovable;
 
@@ -17,8 +21,8 @@ struct BatchAnswer {
     bool isUnmovable(const QString& codigo) const;
 };
 
-/// Asks for the stock movements since `since` (`logestoque`) and the technical sheets (`FichaTecnica`) in one
-/// query. Raises RuntimeError.
+/// Asks for the stock movements since `since` (`logestoque`), the pre-sales that are no longer open
+/// (`orcamento`) and the technical sheets (`FichaTecnica`) in one query. Raises RuntimeError.
 BatchAnswer askBeforeBatch(QDate since);
 
 } // namespace tarvessa

@@ -78,9 +78,9 @@ ClosingReason ClosingBatch::reasonOfBegun(const ListedPv& pv) {
 }
 
 void ClosingBatch::cancel(const ListedPv& pv) {
-    Executa(u"Update Orcamento Set SituacaoOrc='X', databaixa='"_s + TextoSQL(clock::today()) +
-            u"' Where nrpedido="_s + pv.pedido + u" And TipoOperacao='P'"_s);
-    m_history.settled.insert(ValorInteiro(pv.pedido));
+    settle(m_history, ValorInteiro(pv.pedido),
+           u"Update Orcamento Set SituacaoOrc='X', databaixa='"_s + TextoSQL(clock::today()) +
+               u"' Where nrpedido="_s + pv.pedido + u" And TipoOperacao='P'"_s);
     refuse(pv, ClosingReason::PrivatePerson);
 }
 

@@ -18,8 +18,15 @@ ClosingDecision decideClosing(const ListedPv& pv, const BatchAnswer& answer, con
     if (!isQuotable(pv.codigoCli))
         return refused(ClosingReason::CustomerCode);
     const std::optional<QString> document = questions.document();
-    if (document && isPrivatePerson(*document))
+    if (document && isPrivatePerson(*document)) {
+        // The list may be older than a closing: its goods are gone, and somebody owes for them.
+        const qint32 number = ValorInteiro(pv.pedido);
+        if (const auto settled = answer.settled.constFind(number); settled != answer.settled.cend())
+            return refused(*settled ? ClosingReason::PartlySettled : ClosingReason::Settled);
+        if (answer.begun.contains(number))
+            return refused(ClosingReason::Interrupted);
         return {ClosingDecision::Outcome::Cancel, {}, {}};
+    }
     if (!pv.selected)
         return {};
     if (answer.begun.contains(ValorInteiro(pv.pedido)))
@@ -27,6 +34,8 @@ ClosingDecision decideClosing(const ListedPv& pv, const BatchAnswer& answer, con
     // Without a customer record nobody could be charged; it is never taken for a private person.
     if (!document)
         return refused(ClosingReason::NoCustomer);
+    if (pv.total == totalBeyondRange)
+        return refused(ClosingReason::TotalBeyondRange);
     const bool payment = isPaymentValid(pv);
     const StockCheck stock = questions.stock();
     const std::optional<QDate> vencto = dueDate(pv.diasVenc);

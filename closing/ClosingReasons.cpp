@@ -14,6 +14,8 @@ QString logText(ClosingReason reason) {
         return u" - FECHAMENTO INTERROMPIDO POR ERRO. CONFIRA ESTOQUE E FINANCEIRO."_s;
     case ClosingReason::NoCustomer:
         return u" - CLIENTE NÃO CADASTRADO."_s;
+    case ClosingReason::TotalBeyondRange:
+        return u" - O TOTAL DO PEDIDO PASSA DO LIMITE. CONFIRA OS ITENS."_s;
     case ClosingReason::Payment:
         return u" - FORMA DE PAGAMENTO INVÁLIDA."_s;
     case ClosingReason::Stock:

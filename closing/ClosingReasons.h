@@ -10,6 +10,7 @@ enum class ClosingReason {
     PrivatePerson,
     Interrupted, ///< its closing has begun before
     NoCustomer,
+    TotalBeyondRange, ///< the sum of its lines is no amount of money
     Payment,
     Stock,
     Term,        ///< the due date lies beyond the calendar

@@ -21,6 +21,8 @@ QString reasonName(ClosingReason reason) {
         return u"fechamento interrompido"_s;
     case ClosingReason::NoCustomer:
         return u"cliente não cadastrado"_s;
+    case ClosingReason::TotalBeyondRange:
+        return u"total acima do limite"_s;
     case ClosingReason::Payment:
         return u"forma de pagamento"_s;
     case ClosingReason::Stock:
@@ -75,6 +77,8 @@ QString reasonText(ClosingReason reason, const ListedPv& pv, const RehearsedPv& 
         return u"fechamento interrompido: confira em F7, no painel"_s;
     case ClosingReason::NoCustomer:
         return u"o cliente %1 não está cadastrado"_s.arg(pv.codigoCli);
+    case ClosingReason::TotalBeyondRange:
+        return u"a soma dos itens passa do maior valor possível; confira os itens"_s;
     case ClosingReason::Payment:
         return paymentText(pv);
     case ClosingReason::Stock:
@@ -118,9 +122,9 @@ QList<Group> allGroups() {
     QList<Group> all = {{Outcome::Close}, {Outcome::Cancel}, {Outcome::Cancel, {}, true}, {Outcome::Refuse}};
     for (const ClosingReason reason :
          {ClosingReason::CustomerCode, ClosingReason::Interrupted, ClosingReason::NoCustomer,
-          ClosingReason::Payment, ClosingReason::Stock, ClosingReason::Term, ClosingReason::ProductCode,
-          ClosingReason::Account, ClosingReason::Settled, ClosingReason::PartlySettled,
-          ClosingReason::TotalChanged})
+          ClosingReason::TotalBeyondRange, ClosingReason::Payment, ClosingReason::Stock, ClosingReason::Term,
+          ClosingReason::ProductCode, ClosingReason::Account, ClosingReason::Settled,
+          ClosingReason::PartlySettled, ClosingReason::TotalChanged})
         all.append({Outcome::Refuse, reason});
     all.append({{Outcome::LeaveAlone}, {Outcome::Stop}, {Outcome::NotReached}});
     return all;

@@ -12,6 +12,7 @@
 #include "core/ArquivoLog.h"
 #include "core/GridFile.h"
 #include "core/Teclado.h"
+#include "ui/BusyPointer.h"
 #include "ui/Guard.h"
 #include "ui/Manual.h"
 #include "ui/MessageBoxes.h"
@@ -95,6 +96,7 @@ FechamentosInterrompidos::FechamentosInterrompidos(QDate since, const ClosingSet
 FechamentosInterrompidos::~FechamentosInterrompidos() = default;
 
 void FechamentosInterrompidos::carrega() {
+    const BusyPointer pointer;
     m_closings.clear();
     for (const qint32 number : interruptedclosings::find(m_since))
         if (!m_leftAlone.contains(number))
@@ -186,12 +188,15 @@ void FechamentosInterrompidos::Command1_Click() {
 // The list may be old by the time its row is concluded: nothing is written unless the database still shows
 // the same.
 void FechamentosInterrompidos::conclui(const InterruptedClosing& shown) {
+    std::optional<BusyPointer> pointer(std::in_place);
     const ServerLock lock(closingLockName, closingLockSeconds);
     if (lock.isTaken()) {
+        pointer.reset();
         boxes::inform(this, closingLockTaken);
         return;
     }
     if (interruptedclosings::examine(shown.sale.nrPedido, m_since, m_settings) != shown) {
+        pointer.reset();
         boxes::inform(this, u"A PV %1 mudou desde que foi mostrada. Confira novamente. Verifique!!!"_s.arg(
                                 documentText(shown.sale.nrPedido)));
         return;
@@ -204,9 +209,9 @@ void FechamentosInterrompidos::conclui(const InterruptedClosing& shown) {
     if (shown.asksForStock())
         log.linha(ui->JaSaiu->isChecked() ? u"  última baixa registrada: já saiu do estoque"_s
                                           : u"  última baixa registrada: não saiu do estoque"_s);
+    m_concluded = true; // an error on the way leaves something written as well
     interruptedclosings::conclude(shown, ui->JaSaiu->isChecked(), m_settings,
                                   [&log](const QString& sql) { log.linha(u"  "_s + sql); });
-    m_concluded = true;
     log.linha(u"  CONCLUÍDO"_s);
 }
 

@@ -43,24 +43,25 @@ struct Traces {
     bool cash = false;
 
     bool isSettled() const { return settled && !open; }
-    bool isInterrupted() const { return (open && stock) || (isSettled() && !(receivable && cash)); }
+    bool isInterrupted() const { return (open && stock) || (settled && !(receivable && cash)); }
 };
 
 // A document that was listed when its closing was cut may have left the list since, so documents are looked
-// for over twice the period; those settled before it are none of this question's.
+// for over twice the period; those settled before it are none of this question's. The tables may have
+// different collations, which a union refuses to mix.
 QHash<qint32, Traces> readTraces(QDate since) {
     const QString day = TextoSQL(since);
     const QString firstOpened = TextoSQL(since.addDays(-since.daysTo(clock::today())));
     odbc::ResultSet rows = NovoRS(
-        u"Select 'ESTOQUE' As tipo, tela As texto From logestoque Where data>='"_s + day +
-        u"' And tela Like '"_s + stockLogStart +
-        u"%' Group By tela Union All Select situacaoorc, nrpedido From orcamento Where TipoOperacao='P' "
-        "And dataabertura>='"_s +
+        u"Select 'ESTOQUE' As tipo, Convert(tela Using utf8mb4) As texto From logestoque Where data>='"_s +
+        day + u"' And tela Like '"_s + stockLogStart +
+        u"%' Group By tela Union All Select Convert(situacaoorc Using utf8mb4), nrpedido From orcamento "
+        "Where TipoOperacao='P' And dataabertura>='"_s +
         firstOpened + u"' And (situacaoorc<>'B' Or databaixa>='"_s + day +
         u"') Group By nrpedido, situacaoorc Union All Select 'RECEBER', Nr_Pedido "
         "From areceber Where Emissao>='"_s +
         day +
-        u"' Group By Nr_Pedido Union All Select 'CAIXA', CodigoLanc From "
+        u"' Group By Nr_Pedido Union All Select 'CAIXA', Convert(CodigoLanc Using utf8mb4) From "
         "caixa Where DataCx>='"_s +
         day + u"' And CodigoLanc Like 'PED:%' Group By CodigoLanc"_s);
     QHash<qint32, Traces> traces;
@@ -81,12 +82,14 @@ QHash<qint32, Traces> readTraces(QDate since) {
     return traces;
 }
 
-/// The lines of a document: their state, and the stock movements of a closing.
-void readLines(InterruptedClosing& closing, bool movesStock) {
+/// The lines of a document: their state, their total, and the stock movements of a closing. Gives the total
+/// of those that were opened since, as a list has it.
+Dinheiro readLines(InterruptedClosing& closing, QDate since, bool movesStock) {
+    Dinheiro listed;
     odbc::ResultSet lines = NovoRS(linesOfPv(closing.sale.nrPedido));
     if (lines.atEnd()) {
         closing.unclear = u"o pedido não existe mais"_s;
-        return;
+        return listed;
     }
     closing.codigoCli = lines.field(esquema::orcamento::codigoCli).text();
     closing.codigoVend = sellerCode(lines.field(esquema::orcamento::vendedor));
@@ -96,7 +99,10 @@ void readLines(InterruptedClosing& closing, bool movesStock) {
         (situation == esquema::fechado ? closing.settled : open) = true;
         if (situation == esquema::cancelado)
             closing.unclear = u"o pedido foi cancelado"_s;
-        closing.sale.valor += lines.field(esquema::orcamento::totalPed).decimal();
+        const Dinheiro total = lines.field(esquema::orcamento::totalPed).decimal();
+        closing.sale.valor += total;
+        if (lines.field(esquema::orcamento::dataAbertura).text() >= TextoSQL(since))
+            listed += total;
         const QString code = lines.field(esquema::orcamento::codigo).text();
         if (movesStock && !code.startsWith(esquema::notaDoPedido))
             closing.movements +=
@@ -105,6 +111,7 @@ void readLines(InterruptedClosing& closing, bool movesStock) {
     if (open && closing.settled)
         closing.unclear = u"parte dos itens está em outra situação"_s;
     closing.settled = closing.settled && !open;
+    return listed;
 }
 
 using Moved = std::pair<QString, Dinheiro>;
@@ -115,23 +122,42 @@ Moved asLogged(const QString& code, Dinheiro quantity) {
     return {trimBlanks(code), Proporcao(quantity, Dinheiro(1), Dinheiro(1), places)};
 }
 
-/// How far the stock came: the log must hold the first movements of the closing and nothing else.
+/// How far the stock came: each logged movement must be one of the closing's. A technical sheet may have got
+/// another order since, so the log's own order tells which was the last.
 void readStockLog(InterruptedClosing& closing, QDate since) {
     odbc::ResultSet rows =
         NovoRS(u"Select codproduto, qtdLoja From logestoque Where tela='"_s +
                stockLogText(closing.sale.nrPedido) + u"' And data>='"_s + TextoSQL(since) + u"'"_s);
-    QList<Moved> logged;
-    for (; !rows.atEnd(); rows.moveNext())
-        logged.append(asLogged(rows.field(0).text(), rows.field(1).decimal()));
-    closing.logged = static_cast<int>(logged.size());
-    QList<Moved> expected;
-    for (const MovimentoDeEstoque& movement :
-         closing.movements.first(std::min<qsizetype>(closing.movements.size(), closing.logged)))
-        expected.append(asLogged(movement.codigo, -movement.quantidade));
-    std::sort(logged.begin(), logged.end());
-    std::sort(expected.begin(), expected.end());
-    if (!closing.settled && logged != expected)
+    QList<MovimentoDeEstoque> done;
+    QList<MovimentoDeEstoque> left = closing.movements;
+    bool known = true;
+    for (; !rows.atEnd(); rows.moveNext()) {
+        const Moved logged = asLogged(rows.field(0).text(), rows.field(1).decimal());
+        const auto movement =
+            std::find_if(left.begin(), left.end(), [&logged](const MovimentoDeEstoque& each) {
+                return asLogged(each.codigo, -each.quantidade) == logged;
+            });
+        ++closing.logged;
+        known = known && movement != left.end();
+        if (movement != left.end()) {
+            done.append(*movement);
+            left.erase(movement);
+        }
+    }
+    if (!closing.settled && !known)
         closing.unclear = u"o log de estoque não corresponde aos itens do pedido"_s;
+    closing.movements = done + left;
+}
+
+/// A conclusion is refused when this has changed since a person was asked: the update that was cut may still
+/// have been executed.
+void readStock(InterruptedClosing& closing) {
+    if (!closing.asksForStock())
+        return;
+    const odbc::ResultSet product = NovoRS(u"Select quantidade From produtos Where codfabr='"_s +
+                                           closing.movements[closing.logged - 1].codigo + u"'"_s);
+    if (!product.atEnd())
+        closing.stock = product.field(0).decimal();
 }
 
 void readControl(InterruptedClosing& closing) {
@@ -147,7 +173,8 @@ void readMoney(InterruptedClosing& closing, QDate since) {
         NovoRS(u"Select NomeCli, Vencto, Valor, TipoPag From areceber Where Nr_Pedido="_s +
                QString::number(closing.sale.nrPedido) + u" And Emissao>='"_s + day + u"'"_s);
     closing.receivable = !receivable.atEnd();
-    if (closing.receivable && closing.termsFrom == InterruptedClosing::TermsFrom::Customer) {
+    // Also above a note of this station, which may be of an earlier closing that was cut before it wrote.
+    if (closing.receivable) {
         closing.termsFrom = InterruptedClosing::TermsFrom::Receivable;
         closing.sale.nomeCli = receivable.field(u"NomeCli").text();
         closing.sale.vencto = QDate::fromString(receivable.field(u"Vencto").text(), Qt::ISODate);
@@ -160,9 +187,10 @@ void readMoney(InterruptedClosing& closing, QDate since) {
              .atEnd();
 }
 
+// A greater number is that of a later closing.
 bool isLastPv(qint32 number) {
-    odbc::ResultSet company = NovoRS(u"Select UltimaPV From Empresa"_s);
-    return !company.atEnd() && company.field(u"UltimaPV").integer() == number;
+    const odbc::ResultSet company = NovoRS(u"Select UltimaPV From Empresa"_s);
+    return !company.atEnd() && company.field(u"UltimaPV").integer() >= number;
 }
 
 void readPresentTerms(InterruptedClosing& closing) {
@@ -195,12 +223,13 @@ QList<qint32> find(QDate since) {
         if (it->isInterrupted())
             numbers.append(it.key());
     for (const qint32 noted : closingjournal::all()) {
-        if (numbers.contains(noted))
+        // One that is open may be under way at this moment, in another panel of this folder.
+        if (numbers.contains(noted) || !traces.value(noted).isSettled())
             continue;
-        if (traces.value(noted).isSettled() && !isLastPv(noted))
-            numbers.append(noted);
+        if (isLastPv(noted))
+            closingjournal::forget(noted);
         else
-            closingjournal::forget(noted); // whole, or it was noted and never began, or somebody took it back
+            numbers.append(noted);
     }
     std::sort(numbers.begin(), numbers.end());
     return numbers;
@@ -209,18 +238,25 @@ QList<qint32> find(QDate since) {
 InterruptedClosing examine(qint32 number, QDate since, const ClosingSettings& settings) {
     InterruptedClosing closing;
     closing.sale.nrPedido = number;
-    readLines(closing, !settings.pafEcf);
+    const Dinheiro listed = readLines(closing, since, !settings.pafEcf);
     const std::optional<Sale> note = closingjournal::find(number);
     if (note) {
+        if (note->valor != closing.sale.valor && note->valor != listed)
+            closing.unclear = u"o total dos itens não é mais o do fechamento"_s;
         closing.sale = *note;
         closing.termsFrom = InterruptedClosing::TermsFrom::Note;
         closing.lastNumber = isLastPv(number);
     }
     readStockLog(closing, since);
+    readStock(closing);
     readControl(closing);
     readMoney(closing, since);
     if (closing.termsFrom == InterruptedClosing::TermsFrom::Customer && closing.unclear.isEmpty())
         readPresentTerms(closing);
+    constexpr int lastYear = 9999;
+    if (closing.unclear.isEmpty() &&
+        (!closing.sale.vencto.isValid() || closing.sale.vencto.year() > lastYear))
+        closing.unclear = u"o vencimento não é uma data possível"_s;
     return closing;
 }
 
@@ -294,18 +330,19 @@ QList<StrandedNotes> strandedNotes() {
     QList<StrandedNotes> found;
     for (const closingjournal::Conversion& conversion : closingjournal::conversions()) {
         const QString document = QString::number(conversion.document);
-        const bool stranded = !NovoRS(u"Select nrpedido From observacao Where nrpedido="_s + document +
+        // While they are there, the update of the lines may still be waiting in the server.
+        const bool hasNotes = !NovoRS(u"Select nrpedido From observacao Where nrpedido="_s + document +
                                       u" And tipoOperacao='D'"_s)
-                                   .atEnd() &&
-                              NovoRS(u"Select nrpedido From orcamento Where nrpedido="_s + document +
-                                     u" And TipoOperacao='D'"_s)
-                                  .atEnd();
+                                   .atEnd();
+        const bool stranded = hasNotes && NovoRS(u"Select nrpedido From orcamento Where nrpedido="_s +
+                                                 document + u" And TipoOperacao='D'"_s)
+                                              .atEnd();
         const bool converted = !NovoRS(u"Select nrpedido From orcamento Where nrpedido="_s +
                                        QString::number(conversion.number) + u" And TipoOperacao='P'"_s)
                                     .atEnd();
         if (stranded && converted)
             found.append({conversion.document, conversion.number});
-        else if (!stranded)
+        else if (!hasNotes)
             closingjournal::endConversion(conversion.document);
     }
     return found;

@@ -25,14 +25,18 @@ struct InterruptedClosing {
     QString codigoCli;
     qint16 codigoVend = 0;
 
-    QList<MovimentoDeEstoque> movements; ///< those a closing of the document makes, in its order
-    int logged = 0;                      ///< how many of them the stock log has
-    bool settled = false;                ///< the order lines
-    bool control = false;                ///< the control row, or there is none
+    /// Those a closing of the document makes: first the logged ones as logged, then the others in its order.
+    QList<MovimentoDeEstoque> movements;
+    int logged = 0;       ///< how many of them the stock log has
+    bool settled = false; ///< the order lines
+    bool control = false; ///< the control row, or there is none
     bool receivable = false;
     bool cash = false;
     bool lastNumber =
         true; ///< `empresa`.`UltimaPV`; false only where this station's note shows that it is missing
+
+    /// `produtos`.`quantidade` of the last logged movement's product, where a person is asked about it.
+    Dinheiro stock;
 
     /// Why a person has to look at it: the stock log or the lines do not fit a closing that was cut. Empty
     /// when it can be concluded.

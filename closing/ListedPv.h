@@ -6,6 +6,9 @@
 
 namespace tarvessa {
 
+/// What the list shows in place of a total beyond the range of money.
+inline const QString totalBeyondRange = QStringLiteral("ACIMA DO LIMITE");
+
 /// A pre-sale as a row of the panel's list shows it: what the closing reads of the grid.
 struct ListedPv {
     QString pedido;

@@ -1,6 +1,7 @@
 #include "closing/PainelFechamento.h"
 
 #include "base/Numeros.h"
+#include "base/Operation.h"
 #include "closing/BatchProgress.h"
 #include "closing/PainelFechamentoColumns.h"
 #include "closing/PanelStatus.h"
@@ -130,14 +131,14 @@ void PainelFechamento::onPress(QAbstractButton* button, void (PainelFechamento::
              [this, handler](bool) { runOperation([this, handler] { (this->*handler)(); }); });
 }
 
-// A loss may have cut a closing, here or at another station, so the first operation that has a connection
-// again ends by looking for one.
 void PainelFechamento::runOperation(const std::function<void()>& body) {
-    m_connectionWasLost = m_connectionWasLost || !Connection.isOpen();
+    m_seeksInterrupted = m_seeksInterrupted || !Connection.isOpen();
     if (!concluiEdicao())
         return;
     body();
-    if (m_connectionWasLost && Connection.isOpen())
+    if (m_seeksAtStart && Connection.isOpen())
+        procuraInterrompidos();
+    if (m_seeksInterrupted && Connection.isOpen())
         abreInterrompidosSeHouver();
 }
 
@@ -159,11 +160,15 @@ void PainelFechamento::TotalSelecionado() {
     m_status->showList(ui->Grid1->rows() - 1, selected, ui->Grid1->currentRow());
 }
 
+// A loss may have cut a closing, here or at another station, so the next operation that has a connection
+// again ends by looking for one.
 void PainelFechamento::mostraConexao() {
-    if (Connection.isOpen())
+    if (Connection.isOpen()) {
         m_status->showConnected(Connection.server(), Connection.database());
-    else
+    } else {
         m_status->showDisconnected();
+        m_seeksInterrupted = true;
+    }
 }
 
 void PainelFechamento::closeEvent(QCloseEvent* event) {
@@ -217,6 +222,7 @@ void PainelFechamento::Metas_Click() {
 void PainelFechamento::abrePromocao() {
     PromocaoPedidos promotion(this, m_picSucesso);
     promotion.exec();
+    Operation::renew();
     if (promotion.hasChangedPrices())
         recarregaPvs();
 }

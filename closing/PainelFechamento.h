@@ -131,7 +131,7 @@ class PainelFechamento : public QMainWindow {
     // DAV to pre-sale (PainelFechamentoConversao.cpp)
     void converteDavs();
     void converteSelecionados();
-    void converteDav(qint32 nrDav);
+    bool converteDav(qint32 nrDav);
 
     // Price check (PainelFechamentoPrecos.cpp)
     void analisaPrecos();
@@ -144,6 +144,7 @@ class PainelFechamento : public QMainWindow {
     void loadWhatStartUpMissed();
     void processListed(ClosingBatch& batch);
     void removeSettled();
+    void tellUnwrittenLog();
     ListedPv listedPv(int row) const;
 
     // What the batch would do (PainelFechamentoConferencia.cpp)
@@ -172,7 +173,8 @@ class PainelFechamento : public QMainWindow {
     std::optional<ClosingSettings> m_settings;
     ClosingHistory m_closingHistory;
     ClosingLog m_closingLog;
-    bool m_connectionWasLost = false; // and nobody has looked for interrupted closings since
+    bool m_seeksInterrupted = false; // the connection was lost, and nobody has looked for them since
+    bool m_seeksAtStart = false;     // the start failed before it looked for them
     // The pre-sale number given to each DAV of the list. After an error another press goes on with the same
     // number, so that notes follow their document.
     QHash<qint32, qint32> m_pvNumbers;

@@ -12,6 +12,7 @@
 #include "core/AcessoDados.h"
 #include "core/Esquema.h"
 #include "ui/Guard.h"
+#include "ui/MessageBoxes.h"
 #include "ui_PainelFechamento.h"
 
 using namespace Qt::StringLiterals;
@@ -63,24 +64,37 @@ void PainelFechamento::converteDavs() {
 }
 
 void PainelFechamento::converteSelecionados() {
+    QStringList gone;
     BatchProgress::Run run(m_progress, ui->Grid1->rows() - 1, u"DAV"_s);
     for (int row = 1; row < ui->Grid1->rows(); ++row) {
         run.enter(row);
         if (!ui->Grid1->isTicked(row))
             continue;
-        converteDav(ValorInteiro(ui->Grid1->text(row, painelfechamento::Pedido)));
+        const QString dav = ui->Grid1->text(row, painelfechamento::Pedido);
+        if (!converteDav(ValorInteiro(dav)))
+            gone.append(dav);
         ui->Grid1->setTicked(row, false);
     }
+    if (!gone.isEmpty())
+        boxes::inform(
+            this, u"Não há mais itens a converter, talvez porque outra estação os converteu: DAV %1. Para "
+                  "eles nada foi gravado. Verifique!!!"_s.arg(gone.join(u", "_s)));
 }
 
-void PainelFechamento::converteDav(qint32 nrDav) {
+bool PainelFechamento::converteDav(qint32 nrDav) {
+    // After an error the same number is tried again, and its lines may have been moved the first time.
+    const bool again = m_pvNumbers.contains(nrDav);
     if (!m_pvNumbers.contains(nrDav))
         m_pvNumbers.insert(nrDav, nextPvNumber());
     const qint32 nrPv = m_pvNumbers.value(nrDav);
     closingjournal::beginConversion({nrDav, nrPv});
-    Executa(conversionstatements::moveLines(nrDav, nrPv));
-    Executa(conversionstatements::moveNotes(nrDav, nrPv));
+    const qint64 moved = Executa(conversionstatements::moveLines(nrDav, nrPv));
+    // Its notes belong to the number that another station has given it.
+    const bool isHere = again || moved != 0;
+    if (isHere)
+        Executa(conversionstatements::moveNotes(nrDav, nrPv));
     closingjournal::endConversion(nrDav);
+    return isHere;
 }
 
 qint32 PainelFechamento::Orcamento_NumeroPedido(const QString& tipo) {

@@ -29,6 +29,7 @@ void PainelFechamento::encerraPvs() {
 
     std::optional<ClosingBatch> batch;
     const bool completed = guarded(this, [&] {
+        const BusyPointer pointer;
         const ServerLock lock(closingLockName, closingLockSeconds);
         if (lock.isTaken())
             return;
@@ -40,6 +41,7 @@ void PainelFechamento::encerraPvs() {
     if (!completed) {
         removeSettled();
         Shell->openText(m_closingLog.path());
+        tellUnwrittenLog();
         if (Connection.isOpen())
             abreInterrompidosSeHouver();
         return;
@@ -56,12 +58,14 @@ void PainelFechamento::encerraPvs() {
     } else {
         boxes::inform(this, u"Processamento efetuado com sucesso."_s);
     }
+    tellUnwrittenLog();
+    if (guarded(this, [this] { listaPvs(); }) && batch->hasInterrupted())
+        abreInterrompidosSeHouver();
+}
+
+void PainelFechamento::tellUnwrittenLog() {
     if (const std::optional<RuntimeError> failure = m_closingLog.failure())
         showErrorReport(this, *failure);
-    if (!guarded(this, [this] { listaPvs(); }))
-        removeSettled();
-    else if (batch->hasInterrupted())
-        abreInterrompidosSeHouver();
 }
 
 // A listing that fails at start-up keeps what comes after it from being read.
@@ -73,7 +77,6 @@ void PainelFechamento::loadWhatStartUpMissed() {
 }
 
 void PainelFechamento::processListed(ClosingBatch& batch) {
-    const BusyPointer pointer;
     BatchProgress::Run run(m_progress, ui->Grid1->rows() - 1, u"Pré-venda"_s);
     for (int row = 1; row < ui->Grid1->rows(); ++row) {
         run.enter(row);

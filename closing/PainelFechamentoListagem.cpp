@@ -3,7 +3,9 @@
 #include "base/Clock.h"
 #include "base/Datas.h"
 #include "base/Numeros.h"
+#include "base/RuntimeError.h"
 #include "closing/ListedPeriod.h"
+#include "closing/ListedPv.h"
 #include "closing/PainelFechamento.h"
 #include "closing/PainelFechamentoColumns.h"
 #include "core/AcessoDados.h"
@@ -46,6 +48,7 @@ constexpr std::array<ColumnWidth, 11> columnWidths = {{{painelfechamento::Pedido
                                                        {painelfechamento::CodigoCli, 0, 0}}};
 constexpr int narrowClienteDav = 4950;
 constexpr int narrowClientePv = 3380;
+const QColor wrongTotal(0xfb, 0xd5, 0xd5);
 constexpr int rowHeightDav = 360;
 constexpr int rowHeightPv = 420;
 
@@ -65,7 +68,17 @@ QString pvListing(QDate since) {
            TextoSQL(since) + u"' group BY o.nrpedido Order By o.nomevendedor, c.nome"_s;
 }
 
-/// Adds one selected row per document. Only the listing of pre-sales brings the customers' payment terms.
+// One document with an absurd sum must not keep the others from being listed.
+std::optional<QString> totalText(const odbc::Field& total) {
+    try {
+        return FormataDinheiro(total.decimal());
+    } catch (const RuntimeError&) {
+        return std::nullopt;
+    }
+}
+
+/// Adds one selected row per document; one whose total is beyond the range of money is marked and not
+/// selected. Only the listing of pre-sales brings the customers' payment terms.
 void addDocuments(Grid* grid, odbc::ResultSet& documents, bool withTerms) {
     const int pedido = documents.column(esquema::orcamento::nrPedido);
     const int tipo = documents.column(esquema::orcamento::tipoOperacao);
@@ -77,7 +90,8 @@ void addDocuments(Grid* grid, odbc::ResultSet& documents, bool withTerms) {
     const int forma = withTerms ? documents.column(esquema::clientes::formaPg) : 0;
     const int tabela = documents.column(esquema::clientes::colunaPreco);
     const int codigoCli = documents.column(esquema::orcamento::codigoCli);
-    const Grid::Fill fill(grid);
+    QList<int> beyond;
+    std::optional<Grid::Fill> fill(grid);
     for (; !documents.atEnd(); documents.moveNext()) {
         QString days;
         QString method;
@@ -87,10 +101,18 @@ void addDocuments(Grid* grid, odbc::ResultSet& documents, bool withTerms) {
             if (method == esquema::nenhumaForma)
                 method = esquema::dinheiro.toString();
         }
+        const std::optional<QString> sum = totalText(documents.field(total));
         grid->addRow({documents.field(pedido).text(), documents.field(tipo).text(),
                       documents.field(nome).text(), documents.field(vendedor).text(),
-                      documents.field(cidade).text(), FormataDinheiro(documents.field(total).decimal()), days,
-                      method, documents.field(tabela).text(), u" "_s, documents.field(codigoCli).text()});
+                      documents.field(cidade).text(), sum.value_or(totalBeyondRange), days, method,
+                      documents.field(tabela).text(), u" "_s, documents.field(codigoCli).text()});
+        if (!sum)
+            beyond.append(grid->rows() - 1);
+    }
+    fill.reset();
+    for (const int row : beyond) {
+        grid->setTicked(row, false);
+        grid->setBackColor(row, painelfechamento::Total, wrongTotal);
     }
 }
 
@@ -117,8 +139,10 @@ bool PainelFechamento::Form_Load() {
         return false;
     DefineGrid();
     showBeforeListing();
-    if (!guarded(this, [this] { carregaInicio(); }))
+    if (!guarded(this, [this] { carregaInicio(); })) {
         enableOperations();
+        m_seeksAtStart = true;
+    }
     return true;
 }
 
@@ -188,17 +212,15 @@ void PainelFechamento::recarregaPvs() {
 
 void PainelFechamento::lista(Layout layout) {
     const BusyPointer pointer;
-    // The query comes before the grid is emptied: if it fails, the old rows stay with their total.
-    const QDate since = firstListedDay();
-    TemRegistro = AbreRS(layout == Layout::Dav ? davListing(since) : pvListing(since));
     m_layout = layout;
-    m_listedSince = since;
+    m_listedSince = firstListedDay();
     DefineGrid();
     // Part of a list must not be taken for all of it.
     auto discard = qScopeGuard([this] {
         rs.close();
         emptyList();
     });
+    TemRegistro = AbreRS(layout == Layout::Dav ? davListing(m_listedSince) : pvListing(m_listedSince));
     m_termsRoom = termsRoom(rs, layout == Layout::Pv);
     addDocuments(ui->Grid1, rs, layout == Layout::Pv);
     rs.close();

@@ -69,6 +69,8 @@ void PainelFechamento::abreEditor(int row, int column) {
         return;
     const QString text = ui->Grid1->text(row, column);
     if (column == painelfechamento::FormaPagto) {
+        if (!m_methodsLoaded)
+            carregaFormasDePagamento();
         ui->Combo1->setCurrentIndex(exactItem(ui->Combo1, text));
         // The list is as wide as its texts, however narrow the cell.
         ui->Combo1->view()->setMinimumWidth(ui->Combo1->view()->sizeHintForColumn(0) +

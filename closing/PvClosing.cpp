@@ -64,6 +64,18 @@ bool isAvista(const QString& formaPG) {
     return avista;
 }
 
+void settle(ClosingHistory& history, qint32 nrPedido, const QString& sql) {
+    try {
+        Executa(sql);
+    } catch (const RuntimeError& error) {
+        // The server may have executed it before its answer was lost.
+        if (error.isConnectionLost())
+            history.settled.insert(nrPedido);
+        throw;
+    }
+    history.settled.insert(nrPedido);
+}
+
 std::optional<ClosingReason> closePv(const Sale& sale, const ClosingSettings& settings,
                                      ClosingHistory& history, const ClosingHooks& hooks) {
     const BusyPointer pointer;
@@ -87,8 +99,7 @@ std::optional<ClosingReason> closePv(const Sale& sale, const ClosingSettings& se
     rs.close();
 
     beforeWrite();
-    Executa(closingstatements::settleLines(closing));
-    history.settled.insert(sale.nrPedido);
+    settle(history, sale.nrPedido, closingstatements::settleLines(closing));
     Executa(closingstatements::settleControl(closing));
     const bool avista = isAvista(sale.formaPG);
     Executa(closingstatements::insertReceivable(closing, avista, settings.cashAccount(),

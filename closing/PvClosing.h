@@ -19,7 +19,7 @@ class ResultSet;
 
 /// What the program knows of the closings that it began since its start.
 struct ClosingHistory {
-    /// Lines settled or cancelled since the list was made.
+    /// Lines settled or cancelled since the list was made, or possibly so.
     QSet<qint32> settled;
 };
 
@@ -50,6 +50,10 @@ ClosingData closingData(const Sale& sale, const QString& codigoCli, qint16 codig
 /// Whether `Finalizadoras` has the method as a cash-like one; false when it does not have it at all. Goes
 /// through rs. Raises RuntimeError.
 bool isAvista(const QString& formaPG);
+
+/// Runs the statement that settles or cancels a pre-sale's lines and remembers it in `history`, also when the
+/// connection was lost on the way. Raises RuntimeError.
+void settle(ClosingHistory& history, qint32 nrPedido, const QString& sql);
 
 /// Closes one pre-sale: reads its lines (`orcamento`) through rs, takes its products out of the stock
 /// (`produtos`, `logestoque`) unless PAF_ECF is on, settles lines and control row (`orcamento`,

@@ -7,19 +7,31 @@ using namespace Qt::StringLiterals;
 
 namespace tarvessa {
 
+namespace {
+
+// What servers answer that have no such function, or a cluster that forbids it.
+bool isUnsupported(const RuntimeError& error) {
+    constexpr int noSuchFunction = 1305;
+    constexpr int notSupported = 1235;
+    constexpr int forbidden = 1105;
+    return error.number() == noSuchFunction || error.number() == notSupported ||
+           (error.number() == forbidden && error.text().contains(u"GET_LOCK"_s));
+}
+
+} // namespace
+
 // Lock names are global to the server and limited to 64 characters, hence the digest of the database's name.
 ServerLock::ServerLock(const QString& name, int waitSeconds)
     : m_name(u"CONCAT('tarvessa_%1_', MD5(DATABASE()))"_s.arg(name)) {
-    odbc::Field answer;
     try {
-        odbc::ResultSet lock = NovoRS(u"SELECT GET_LOCK(%1, %2)"_s.arg(m_name).arg(waitSeconds));
-        answer = lock.field(0);
+        const odbc::ResultSet lock = NovoRS(u"SELECT GET_LOCK(%1, %2)"_s.arg(m_name).arg(waitSeconds));
+        // NULL: the wait was broken off, by an administrator or a limit of the server's.
+        m_held = !lock.field(0).isNull() && lock.field(0).integer() != 0;
+        m_taken = !m_held;
     } catch (const RuntimeError& error) {
-        if (error.isConnectionLost())
+        if (!isUnsupported(error))
             throw;
     }
-    m_held = !answer.isNull() && answer.integer() != 0;
-    m_taken = !answer.isNull() && answer.integer() == 0;
 }
 
 ServerLock::~ServerLock() {

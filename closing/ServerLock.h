@@ -9,7 +9,7 @@ namespace tarvessa {
 class ServerLock {
   public:
     /// Waits so many seconds for another station; see `isTaken`. `name` is a short word of ASCII letters.
-    /// Raises RuntimeError when the connection is lost.
+    /// Raises RuntimeError when the connection is lost or the wait is broken off.
     ServerLock(const QString& name, int waitSeconds);
 
     /// Releases the lock; never raises.
@@ -18,7 +18,7 @@ class ServerLock {
     ServerLock(const ServerLock&) = delete;
     ServerLock& operator=(const ServerLock&) = delete;
 
-    /// True when another station still holds it.
+    /// True when another station still holds it, or may hold it.
     bool isTaken() const { return m_taken; }
 
   private:

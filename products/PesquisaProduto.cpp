@@ -1,5 +1,6 @@
 #include "products/PesquisaProduto.h"
 
+#include "base/Operation.h"
 #include "core/AcessoDados.h"
 #include "core/Esquema.h"
 #include "core/FieldText.h"
@@ -108,6 +109,7 @@ void choose(odbc::ResultSet& products, const QString& text, QWidget* form) {
         screen.showRow(fill(screen.grid(), products, text, TextMeasure(mainWindowFont(form))));
     }
     screen.exec();
+    Operation::renew();
     products.close();
     screen.rethrow();
 }

@@ -19,6 +19,8 @@
 #include "ui/grid/SummaryLabel.h"
 #include "ui_PromocaoPedidos.h"
 
+#include <QScopeGuard>
+
 using namespace Qt::StringLiterals;
 
 namespace tarvessa {
@@ -98,6 +100,11 @@ void PromocaoPedidos::esvaziaLista() {
 
 void PromocaoPedidos::listaPedidos(const QString& codigo) {
     const BusyPointer busy;
+    // Part of a list must not be taken for all of it.
+    auto discard = qScopeGuard([this] {
+        rs.close();
+        esvaziaLista();
+    });
     TemRegistro = AbreRS(
         u"Select o.id, c.nome, c.fantasia, c.cidade, o.quantidade, o.unitario from orcamento as o left join "
         "clientes as c on o.codigocli=c.codigo Where o.situacaoorc in ('A','C') and o.tipooperacao='P' and "
@@ -124,6 +131,7 @@ void PromocaoPedidos::listaPedidos(const QString& codigo) {
     }
     ui->Grid1->setColumnTwips(Fantasia, ui->Grid1->rows() >= rowsThatScroll ? tradeNameWidthBesideScrollBar
                                                                             : widths[Fantasia]);
+    discard.dismiss();
 }
 
 void PromocaoPedidos::Grid1_Click(int row, int column) {

@@ -56,6 +56,7 @@ class Comissao : public QDialog {
     void openEditor(int row, int column);
     bool editorKey(const QWidget* control, int key);
     void commitEditor();
+    void storeEditor();
     void closeEditor();
     void gravaPercentual(int row, int column, const QString& text);
     void mostraGravado(int row, int column, Dinheiro percentual);

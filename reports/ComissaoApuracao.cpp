@@ -50,8 +50,9 @@ struct Comissao::Vendedor {
 void Comissao::geraRelatorio() {
     if (!m_periodo->confere())
         return;
+    // The rows are about to go, so their sums no longer matter.
     if (m_editor->isOpen())
-        commitEditor();
+        storeEditor();
     const BusyPointer pointer;
     {
         const BusyLabel label(ui->Label3);

@@ -12,6 +12,8 @@
 #include "ui/grid/CellEditor.h"
 #include "ui_Comissao.h"
 
+#include <QApplication>
+
 using namespace Qt::StringLiterals;
 
 namespace tarvessa {
@@ -34,8 +36,13 @@ void Comissao::prepareEditor() {
     ui->TextGrid->setDecimal();
     keepColoursWhenDisabled(ui->Grid1);
     m_editor = new CellEditor(ui->Grid1, ui->TextGrid);
-    // Moving to another control saves the percentage, as Enter does.
-    onSignal(m_editor, &CellEditor::left, this, [this] { commitEditor(); });
+    // Moving to another control saves the percentage, as Enter does, and stays there.
+    onSignal(m_editor, &CellEditor::left, this, [this] {
+        QWidget* next = QApplication::focusWidget();
+        commitEditor();
+        if (next && next != ui->TextGrid && isAncestorOf(next))
+            next->setFocus();
+    });
 }
 
 void Comissao::openEditor(int row, int column) {
@@ -47,7 +54,10 @@ void Comissao::openEditor(int row, int column) {
 }
 
 bool Comissao::editorKey(const QWidget* control, int key) {
-    if (control != ui->TextGrid || !m_editor->isOpen())
+    if (!m_editor->isOpen())
+        return false;
+    // After a refused period the focus is elsewhere, and the form must not close with the percentage in it.
+    if (control != ui->TextGrid && key != Qt::Key_Escape)
         return false;
     if (key == Qt::Key_Return || key == Qt::Key_Enter) {
         commitEditor();
@@ -65,13 +75,17 @@ bool Comissao::editorKey(const QWidget* control, int key) {
 // The editor is closed first: if saving fails, the error report finds the grid enabled and nothing is
 // committed a second time.
 void Comissao::commitEditor() {
+    storeEditor();
+    SomaGrid();
+}
+
+void Comissao::storeEditor() {
     const int row = m_editor->row();
     const int column = m_editor->column();
     const QString text = ui->TextGrid->text();
     closeEditor();
     if (EhNumero(text))
         gravaPercentual(row, column, text);
-    SomaGrid();
 }
 
 void Comissao::closeEditor() {

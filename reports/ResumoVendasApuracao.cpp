@@ -30,6 +30,8 @@ void ResumoVendas::geraRelatorio() {
     const BusyPointer pointer;
     const BusyLabel label(ui->Label3);
     FormataGrid();
+    // Should the run fail, no total of another period stays.
+    ui->Label5->setText(u"TOTAL R$ 0,00"_s);
     m_ranPeriod = m_periodo->inFileName();
     preparaRelat();
     TemRegistro = AbreRS(u"Select * From Relat Order By "_s +

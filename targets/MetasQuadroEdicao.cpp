@@ -24,9 +24,12 @@ QString MetasQuadro::plainNumber(Dinheiro quantidade) {
     return trimBlanks(quantidade.ponto());
 }
 
-// A text counts as 0 unless the whole of it is a number, so no part of "1.5" or "12 CX" is stored.
+// A text counts as 0 unless the whole of it is a number, so no part of "1.5" or "12 CX" is stored; and so
+// does a number of which the record would keep 0, which no progress can be told against.
 Dinheiro MetasQuadro::typedQuantity(const QString& text) {
-    return EhNumero(text) ? ValorNumerico(text) : Dinheiro();
+    constexpr int places = 3;
+    const Dinheiro quantidade = EhNumero(text) ? ValorNumerico(text) : Dinheiro();
+    return Proporcao(quantidade, Dinheiro(1), Dinheiro(1), places).zero() ? Dinheiro() : quantidade;
 }
 
 void MetasQuadro::openEditor(int row) {

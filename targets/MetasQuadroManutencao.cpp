@@ -77,6 +77,8 @@ QString MetasQuadro::sellerInFileName() const {
 }
 
 void MetasQuadro::adicionaMeta() {
+    // Here, so that a quantity that cannot be stored ends the operation.
+    closeEditor();
     // The button's shortcut does not move the focus, and the search for a product just typed waits for it.
     ui->Command1->setFocus();
     if (!m_product->settle()) {

@@ -15,6 +15,7 @@ class TstOperation : public QObject {
     void eachIsNewerThanTheOneBefore();
     void oneInsideAnotherIsPartOfIt();
     void oneOfAnInnerEventLoopIsNew();
+    void goesOnAsANewOneAfterAWindow();
 };
 
 void TstOperation::noneRunsOutside() {
@@ -67,6 +68,21 @@ void TstOperation::oneOfAnInnerEventLoopIsNew() {
     QCOMPARE(insideThatOne, inLoop);
     QCOMPARE(Operation::current(), number);
     QCOMPARE(Operation::latest(), inLoop);
+}
+
+void TstOperation::goesOnAsANewOneAfterAWindow() {
+    const Operation outer;
+    quint64 inLoop = 0;
+    QEventLoop loop;
+    QTimer::singleShot(0, &loop, [&] {
+        const Operation inner;
+        inLoop = Operation::current();
+        loop.quit();
+    });
+    loop.exec();
+    Operation::renew();
+    QCOMPARE(Operation::current(), inLoop + 1);
+    QCOMPARE(Operation::latest(), inLoop + 1);
 }
 
 QTEST_GUILESS_MAIN(TstOperation)

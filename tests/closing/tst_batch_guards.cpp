@@ -64,6 +64,7 @@ class TstBatchGuards : public QObject {
 
     void promotionLoadsTheListAgain();
     void promotionCutByAnErrorLoadsTheListAgain();
+    void promotionCutByALossLoadsTheListAgain();
     void promotionLeftAloneKeepsTheList();
     void changedSinceTheListing_data();
     void changedSinceTheListing();
@@ -87,7 +88,10 @@ class TstBatchGuards : public QObject {
     void errorBeforeTheFirstWriteInterruptsNothing();
     void withoutStockTheOrderLinesAreTheFirstWrite();
     void decimalsInExponentForm();
+    void totalBeyondTheRangeIsOneMarkedRow();
     void logLineThatCannotBeWrittenStopsNothing();
+    void logLinesThatWereNotWrittenAreToldAfterAnError();
+    void methodsMissedAtTheStartAreReadByTheEditor();
 
   private:
     void documents(int count);
@@ -180,6 +184,32 @@ void TstBatchGuards::promotionCutByAnErrorLoadsTheListAgain() {
     QCOMPARE(modal.problem(), QString());
     QCOMPARE(b->column(painelfechamento::Total), (QStringList{u"4,50"_s, u"10,00"_s}));
     QCOMPARE(b->total(), u"14,50"_s);
+}
+
+// The loss belongs to an operation within the one that opened the screen.
+void TstBatchGuards::promotionCutByALossLoadsTheListAgain() {
+    documents(2);
+    QVERIFY(b->open());
+    b->server().execute(u"UPDATE produtos SET descricao = 'PRODUTO', ativo = 'S'"_s);
+    b->click(2, painelfechamento::Selecao);
+    ModalHelper modal;
+    modal.onOpen([this, &modal](QWidget* screen) {
+        const Hands hands(screen);
+        hands.fill(u"Descricao"_s, u"P1"_s);
+        hands.key(Qt::Key_Tab);
+        hands.fill(u"Venda"_s, u"4,50"_s);
+        hands.press(u"Command2"_s);
+        b->server().killProgramConnections();
+        b->server().execute(u"UPDATE orcamento SET totalped = 7"_s);
+        modal.expect(u"Deseja realmente realizar esse processo?"_s, QMessageBox::Yes);
+        modal.expectContaining(mensagens::conexaoPerdida, QMessageBox::Ok);
+        hands.press(u"Command1"_s);
+        hands.key(Qt::Key_Escape);
+    });
+    b->press(u"Command6"_s);
+    QCOMPARE(modal.problem(), QString());
+    QCOMPARE(b->column(painelfechamento::Total), (QStringList{u"7,00"_s, u"7,00"_s}));
+    QCOMPARE(b->total(), u"7,00"_s);
 }
 
 void TstBatchGuards::promotionLeftAloneKeepsTheList() {
@@ -541,7 +571,8 @@ void TstBatchGuards::withoutStockTheOrderLinesAreTheFirstWrite() {
     b->server().execute(u"DROP TRIGGER falha"_s);
     QCOMPARE(b->log(), PanelBench::logWith({refused(1, breakOff)}));
     QCOMPARE(notesInTheReport, QStringList{u"Fechamento1.andamento"_s});
-    // The database shows that the first write was not executed.
+    // The database shows that the first write was not executed, and the next closing takes the note's place.
+    closeAll(mensagens::sucesso);
     QCOMPARE(folder.entryList({u"*.andamento"_s}), QStringList());
 }
 
@@ -566,6 +597,49 @@ void TstBatchGuards::decimalsInExponentForm() {
     QCOMPARE(b->total(), u"10,00"_s);
     closeAll(mensagens::sucesso);
     QCOMPARE(received(), QStringList{u"1"_s});
+}
+
+void TstBatchGuards::totalBeyondTheRangeIsOneMarkedRow() {
+    const auto restore = qScopeGuard([this] {
+        b->server().execute(
+            u"DELETE FROM orcamento; ALTER TABLE orcamento MODIFY totalped DECIMAL(14,2) DEFAULT 0.00"_s);
+    });
+    b->server().execute(u"ALTER TABLE orcamento MODIFY totalped DECIMAL(30,2)"_s);
+    documents(3);
+    b->server().execute(u"UPDATE orcamento SET totalped = 1e20 WHERE nrpedido = 2"_s);
+    QVERIFY(b->open());
+    QCOMPARE(b->column(painelfechamento::Total), (QStringList{u"10,00"_s, u"ACIMA DO LIMITE"_s, u"10,00"_s}));
+    QCOMPARE(b->column(painelfechamento::Selecao), (QStringList{u" "_s, QString(), u" "_s}));
+    QVERIFY(b->grid()->backColor(2, painelfechamento::Total).isValid());
+    QVERIFY(b->grid()->backColor(2, painelfechamento::Total) !=
+            b->grid()->backColor(1, painelfechamento::Total));
+    QCOMPARE(b->total(), u"20,00"_s);
+
+    b->click(2, painelfechamento::Selecao);
+    QCOMPARE(b->total(), u"20,00"_s);
+    closeAll(mensagens::comErros);
+    QCOMPARE(b->log(),
+             PanelBench::logWith({refused(2, u"O TOTAL DO PEDIDO PASSA DO LIMITE. CONFIRA OS ITENS."_s)}));
+    QCOMPARE(received(), (QStringList{u"1"_s, u"3"_s}));
+    QCOMPARE(stateOf(2), u"A"_s);
+}
+
+void TstBatchGuards::methodsMissedAtTheStartAreReadByTheEditor() {
+    documents(1);
+    b->server().execute(u"RENAME TABLE Finalizadoras TO guardada"_s);
+    {
+        ModalHelper modal;
+        modal.expectContaining(u"inalizadoras"_s, QMessageBox::Ok);
+        QVERIFY(b->open());
+        QCOMPARE(modal.problem(), QString());
+    }
+    b->server().execute(u"RENAME TABLE guardada TO Finalizadoras"_s);
+    b->press(u"Command3"_s);
+    QCOMPARE(b->methods()->count(), 0);
+    b->click(1, painelfechamento::FormaPagto);
+    QVERIFY(b->methods()->isVisible());
+    QVERIFY(b->methods()->count() > 1);
+    QCOMPARE(b->methods()->currentText(), b->cell(1, painelfechamento::FormaPagto));
 }
 
 // No pre-sale stays half closed because the disk is full.
@@ -593,6 +667,39 @@ void TstBatchGuards::logLineThatCannotBeWrittenStopsNothing() {
     QVERIFY(modal.boxes()[2].text.contains(refused(1, u"FORMA DE PAGAMENTO INVÁLIDA."_s)));
     QCOMPARE(received(), QStringList{u"2"_s});
     QCOMPARE(b->column(painelfechamento::Pedido), QStringList{u"1"_s});
+#else
+    QSKIP("needs a limit on the size of files");
+#endif
+}
+
+void TstBatchGuards::logLinesThatWereNotWrittenAreToldAfterAnError() {
+#ifdef Q_OS_UNIX
+    b->shop().cliente({.codigo = u"RUIM"_s, .formaPg = u"FIADO"_s});
+    b->shop().documento({.pedido = 1, .cliente = u"RUIM"_s, .nomeVendedor = u"A"_s});
+    b->shop().documento({.pedido = 2, .nomeVendedor = u"B"_s});
+    QVERIFY(b->open());
+    b->server().execute(u"CREATE TRIGGER falha BEFORE INSERT ON areceber FOR EACH ROW SIGNAL SQLSTATE "
+                        "'45000' SET MESSAGE_TEXT = 'recusado'"_s);
+    rlimit before{};
+    QCOMPARE(getrlimit(RLIMIT_FSIZE, &before), 0);
+    const auto restore = qScopeGuard([this, &before] {
+        setrlimit(RLIMIT_FSIZE, &before);
+        b->server().execute(u"DROP TRIGGER falha"_s);
+    });
+    std::signal(SIGXFSZ, SIG_IGN);
+    const OnBox full(1, [this, before] {
+        const rlimit small{static_cast<rlim_t>(b->log().size()), before.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &small);
+    });
+    ModalHelper modal;
+    modal.expect(mensagens::lembrete, QMessageBox::Ok);
+    modal.expectContaining(u"recusado"_s, QMessageBox::Ok);
+    modal.expectContaining(u"Não foi possível gravar o arquivo"_s, QMessageBox::Ok);
+    modal.onOpen([](QWidget* window) { Hands(window).key(Qt::Key_Escape); });
+    b->press(u"Command4"_s);
+    QCOMPARE(modal.problem(), QString());
+    QVERIFY(modal.boxes()[2].text.contains(refused(1, u"FORMA DE PAGAMENTO INVÁLIDA."_s)));
+    QVERIFY(modal.boxes()[2].text.contains(refused(2, breakOff)));
 #else
     QSKIP("needs a limit on the size of files");
 #endif

@@ -237,22 +237,35 @@ void TstFalhas::cutBeforeEachStatement() {
     QCOMPARE(logNoRelato, PanelBench::logWith(log));
     QCOMPARE(abertoNoRelato, naListagem);
     QVERIFY(PanelBench::viewerText().startsWith(u"LOG DE FECHAMENTO:"_s));
-    // No settled pre-sale is left to work on.
-    QCOMPARE(b->column(painelfechamento::Pedido), abertas());
-    QCOMPARE(b->total(), u"%1,00"_s.arg(10 * abertas().size() + (abertas().contains(u"1"_s) ? 20 : 0)));
+    // No pre-sale is left to work on that is settled, or may be: the answer is lost also after the server has
+    // executed the statement.
+    QStringList listadas = naListagem ? QStringList() : abertas();
+    if (m_comandos[k - 1].toLower().startsWith("update orcamento set situacaoorc"))
+        listadas.removeOne(QString::number(pedido));
+    QCOMPARE(b->column(painelfechamento::Pedido), listadas);
+    QCOMPARE(b->total(), u"%1,00"_s.arg(10 * listadas.size() + (listadas.contains(u"1"_s) ? 20 : 0)));
     QVERIFY(!QApplication::overrideCursor());
     QVERIFY(!b->panel()->findChild<QProgressBar*>()->isVisible());
 
     // While no server is to be had, a later press says so again and changes nothing.
     b->server().useSocket(b->server().socket() + u".nada"_s);
-    aperta({mensagens::conexaoPerdida});
+    if (naListagem) {
+        ModalHelper modal;
+        modal.expectContaining(mensagens::conexaoPerdida, QMessageBox::Ok);
+        b->press(u"Command3"_s);
+        QCOMPARE(modal.problem(), QString());
+    } else {
+        aperta({mensagens::conexaoPerdida});
+    }
     QCOMPARE(m_corte->texts(), m_comandos.first(k - 1));
     QCOMPARE(b->shop().retrato(), m_estados[k - 1]);
     b->server().useSocket(m_corte->socket());
 
     // What needs no database still works.
-    b->press(u"Command1"_s);
-    QCOMPARE(b->total(), u"0,00"_s);
+    if (!naListagem) {
+        b->press(u"Command1"_s);
+        QCOMPARE(b->total(), u"0,00"_s);
+    }
 
     // Started again, the panel lists what is open.
     b->close();

@@ -69,7 +69,9 @@ const QString sqlComMovimento =
     u"Select 'ESTOQUE' As tipo, Convert(tela Using utf8mb4) As texto From logestoque Where "
     "data>='2024-03-08' And tela Like 'FECHAMENTO DA PV Nº %' Group By tela Union All Select 'FICHA', "
     "Convert(codigoprod Using utf8mb4) From FichaTecnica Where Instr(codigo, Char(39))>0 Or Instr(codigo, "
-    "Char(92))>0"_s;
+    "Char(92))>0 Union All Select If(Max(situacaoorc In ('A','C')), 'PARTE', 'FIM'), nrpedido From orcamento "
+    "Where TipoOperacao='P' And dataabertura>='2024-03-08' Group By nrpedido Having Max(situacaoorc In "
+    "('B','X'))"_s;
 
 /// The statements of a batch without those around its rows, which are checked here: lock and question before
 /// the first one, the lock's release before the listing.

@@ -1,3 +1,4 @@
+#include "closing/ClosingSettings.h"
 #include "closing/PainelFechamento.h"
 #include "closing/PainelFechamentoColumns.h"
 #include "closing/PanelBench.h"
@@ -30,14 +31,12 @@ const QString sqlPvs =
     "dataabertura>='2024-03-08' group BY o.nrpedido Order By o.nomevendedor, c.nome"_s;
 const QString sqlFormas = u"SELECT * FROM Finalizadoras order by ID "_s;
 const QString sqlInterrompidos =
-    u"Select 'ESTOQUE' As tipo, tela As texto From logestoque Where data>='2024-03-08' And tela Like "
-    u"'FECHAMENTO DA PV Nº "
-    "%' Group By tela Union All Select situacaoorc, nrpedido From orcamento Where TipoOperacao='P' And "
+    u"Select 'ESTOQUE' As tipo, Convert(tela Using utf8mb4) As texto From logestoque Where "
+    "data>='2024-03-08' And tela Like 'FECHAMENTO DA PV Nº %' Group By tela Union All Select "
+    "Convert(situacaoorc Using utf8mb4), nrpedido From orcamento Where TipoOperacao='P' And "
     "dataabertura>='2024-03-01' And (situacaoorc<>'B' Or databaixa>='2024-03-08') Group By nrpedido, "
-    "situacaoorc "
-    "Union All Select 'RECEBER', Nr_Pedido From "
-    "areceber Where "
-    "Emissao>='2024-03-08' Group By Nr_Pedido Union All Select 'CAIXA', CodigoLanc From caixa Where "
+    "situacaoorc Union All Select 'RECEBER', Nr_Pedido From areceber Where Emissao>='2024-03-08' Group By "
+    "Nr_Pedido Union All Select 'CAIXA', Convert(CodigoLanc Using utf8mb4) From caixa Where "
     "DataCx>='2024-03-08' And CodigoLanc Like 'PED:%' Group By CodigoLanc"_s;
 const QString sqlEmpresa = u"Select ContaCTB1, PAF_ECF From Empresa"_s;
 
@@ -76,6 +75,7 @@ class TstInicio : public QObject {
     void noPaymentMethods();
     void accounts_data();
     void accounts();
+    void accountsThatAreMissingAreZero();
     void stockMovesUnlessPafEcfIsSim_data();
     void stockMovesUnlessPafEcfIsSim();
     void companyWithoutRow();
@@ -391,6 +391,15 @@ void TstInicio::accounts() {
     QCOMPARE(modal.problem(), QString());
     QCOMPARE(b->server().query(u"SELECT cd_cta FROM caixa"_s), QList<QStringList>{{entrada0}});
     QCOMPARE(b->server().query(u"SELECT ContaCTB FROM areceber"_s), QList<QStringList>{{entrada4}});
+}
+
+void TstInicio::accountsThatAreMissingAreZero() {
+    b->shop().empresa(u"1.01/2.02"_s);
+    QVERIFY(b->open());
+    const ClosingSettings settings = ClosingSettings::read();
+    const QString none = u"00.000"_s;
+    QCOMPARE(QStringList(settings.contaCtb.begin(), settings.contaCtb.end()),
+             (QStringList{u"1.01"_s, u"2.02"_s, none, none, none, none, none, none}));
 }
 
 void TstInicio::stockMovesUnlessPafEcfIsSim_data() {

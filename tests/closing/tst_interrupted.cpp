@@ -6,6 +6,7 @@
 #include "closing/ClosingJournal.h"
 #include "closing/FechamentosInterrompidos.h"
 #include "closing/PainelFechamento.h"
+#include "closing/PainelFechamentoColumns.h"
 #include "closing/PanelBench.h"
 #include "closing/Recovery.h"
 #include "support/AdminConnection.h"
@@ -41,6 +42,12 @@ class TstInterrupted : public QObject {
     void batchRefusesThemAndOpensTheWindow();
     void reconnectOpensTheWindow_data();
     void reconnectOpensTheWindow();
+    void editThatReconnectsIsFollowedByTheWindow();
+    void settledRowOfALostAnswerLeavesTheList();
+    void conclusionThatFailsLoadsTheListAgain();
+    void conclusionKeepsWhatIsUnselected();
+    void lockIsWaitedForWithTheBusyPointer();
+    void failedStartAsksLater();
     void reconnectThatFindsNoneOpensNothing();
     void refusedStatementOpensTheWindowAtOnce();
     void closedElsewhereIsNotCalledInterrupted();
@@ -247,6 +254,122 @@ void TstInterrupted::reconnectOpensTheWindow() {
     attendant.forget();
     b->press(button == u"Command3" ? button : u"Command5"_s);
     QVERIFY(attendant.windows().isEmpty());
+}
+
+// Not only buttons come to a new connection.
+void TstInterrupted::editThatReconnectsIsFollowedByTheWindow() {
+    twoProducts();
+    b->shop().documento({.pedido = 2, .nomeVendedor = u"ZE"_s});
+    open();
+    m_proxy->mark();
+    m_proxy->onStatement([this](const QByteArray& sql) {
+        if (sql.startsWith("INSERT INTO `areceber`"))
+            b->server().killProgramConnections();
+    });
+    press();
+    m_proxy->onStatement({});
+    QCOMPARE(b->column(painelfechamento::Pedido), QStringList{u"2"_s});
+    QVERIFY(showActive(b->panel())); // the log is open in front of it
+    Attendant attendant;
+    b->click(1, painelfechamento::Tabela);
+    b->type(u"2"_s);
+    b->key(Qt::Key_Return);
+    QCOMPARE(b->cell(1, painelfechamento::Tabela), u"2"_s);
+    b->press(u"Command1"_s);
+    QCOMPARE(attendant.windows(), QStringList{u"FechamentosInterrompidos"_s});
+    QCOMPARE(status(), u"1 fechamento interrompido (F7)"_s);
+}
+
+// No operation may work on lines that the server has settled.
+void TstInterrupted::settledRowOfALostAnswerLeavesTheList() {
+    twoProducts();
+    b->shop().documento({.pedido = 2, .nomeVendedor = u"ZE"_s});
+    open();
+    m_proxy->mark();
+    press();
+    const QList<QByteArray> statements = m_proxy->texts();
+    int k = 1;
+    while (!statements.value(k - 1).startsWith("UPDATE orcamento SET SituacaoOrc='B'"))
+        QVERIFY(++k <= statements.size());
+    b->close();
+    init();
+    twoProducts();
+    b->shop().documento({.pedido = 2, .nomeVendedor = u"ZE"_s});
+    open();
+    m_proxy->cutAfter(k);
+    press();
+    QVERIFY(m_proxy->cutAt().startsWith("UPDATE orcamento SET SituacaoOrc='B'"));
+    QTRY_COMPARE(b->valor(u"SELECT DISTINCT situacaoorc FROM orcamento WHERE nrpedido = 1"_s), u"B"_s);
+    QCOMPARE(b->column(painelfechamento::Pedido), QStringList{u"2"_s});
+}
+
+void TstInterrupted::conclusionThatFailsLoadsTheListAgain() {
+    twoProducts();
+    b->shop().documento({.pedido = 2, .nomeVendedor = u"ZE"_s});
+    cutBefore("UPDATE orcamento SET SituacaoOrc='B'");
+    QCOMPARE(b->grid()->rows(), 2);
+    b->server().execute(u"CREATE TRIGGER falha BEFORE INSERT ON areceber FOR EACH ROW SIGNAL SQLSTATE "
+                        "'45000' SET MESSAGE_TEXT = 'recusado'"_s);
+    Attendant attendant;
+    attendant.operate(u"FechamentosInterrompidos"_s, [](QWidget* window) {
+        const Hands hands(window);
+        if (hands.control<QWidget>(u"Frame1"_s)->isVisible())
+            hands.control<QRadioButton>(u"JaSaiu"_s)->click();
+        hands.press(u"Command1"_s);
+        hands.key(Qt::Key_Escape);
+    });
+    QVERIFY(showActive(b->panel()));
+    b->key(Qt::Key_F7);
+    b->server().execute(u"DROP TRIGGER falha"_s);
+    QCOMPARE(b->valor(u"SELECT DISTINCT situacaoorc FROM orcamento WHERE nrpedido = 1"_s), u"B"_s);
+    QVERIFY(!b->column(painelfechamento::Pedido).contains(u"1"_s));
+}
+
+void TstInterrupted::conclusionKeepsWhatIsUnselected() {
+    twoProducts();
+    cutBefore("UPDATE orcamento SET SituacaoOrc='B'");
+    b->shop().documento({.pedido = 2, .nomeVendedor = u"ZE"_s});
+    b->shop().documento({.pedido = 3, .nomeVendedor = u"ZU"_s});
+    b->close();
+    open();
+    const QStringList listed = b->column(painelfechamento::Pedido);
+    const int row = static_cast<int>(listed.indexOf(u"2"_s)) + 1;
+    QVERIFY(row > 0);
+    b->click(row, painelfechamento::Selecao);
+    conclude(true);
+    QCOMPARE(b->column(painelfechamento::Pedido), (QStringList{u"2"_s, u"3"_s}));
+    QCOMPARE(b->column(painelfechamento::Selecao), (QStringList{QString(), u" "_s}));
+}
+
+void TstInterrupted::lockIsWaitedForWithTheBusyPointer() {
+    twoProducts();
+    open();
+    std::atomic<int> shape = -1;
+    m_proxy->onStatement([&shape](const QByteArray& sql) {
+        if (sql.contains("GET_LOCK"))
+            shape = QApplication::overrideCursor() ? int(QApplication::overrideCursor()->shape()) : -1;
+    });
+    press();
+    m_proxy->onStatement({});
+    QCOMPARE(shape.load(), int(Qt::WaitCursor));
+    QVERIFY(!QApplication::overrideCursor());
+}
+
+// A start that fails has not asked for them.
+void TstInterrupted::failedStartAsksLater() {
+    twoProducts();
+    cutBefore("INSERT INTO `areceber`");
+    b->close();
+    b->server().execute(u"RENAME TABLE Finalizadoras TO guardada"_s);
+    Attendant attendant;
+    open();
+    b->server().execute(u"RENAME TABLE guardada TO Finalizadoras"_s);
+    QVERIFY(attendant.windows().isEmpty());
+    QVERIFY(!hasStatus());
+    b->press(u"Command3"_s);
+    QVERIFY(attendant.windows().isEmpty());
+    QVERIFY(hasStatus());
+    QCOMPARE(status(), u"1 fechamento interrompido (F7)"_s);
 }
 
 void TstInterrupted::reconnectThatFindsNoneOpensNothing() {

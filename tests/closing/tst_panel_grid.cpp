@@ -200,6 +200,7 @@ void TstPanelGrid::editorIsStoredBeforeASearch() {
     QVERIFY(!b->editor()->isVisible());
     QCOMPARE(b->cell(1, painelfechamento::DiasVenc), u"45"_s);
     QCOMPARE(b->valor(u"SELECT prazo FROM clientes WHERE codigo='C1'"_s), u"45"_s);
+    QVERIFY(b->panel()->focusWidget() && b->panel()->focusWidget()->inherits("QLineEdit"));
 }
 
 void TstPanelGrid::documentViewIsCopied() {

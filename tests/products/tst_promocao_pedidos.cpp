@@ -112,6 +112,7 @@ class TstPromocaoPedidos : public QObject {
     void focusSelectsTheText();
     void keysFollowTheConvention();
     void worksByKeyboardAlone();
+    void listingThatFailsLeavesNone();
 
   private:
     Grid* grid() const { return m_screen->findChild<Grid*>(u"Grid1"_s); }
@@ -156,6 +157,20 @@ void TstPromocaoPedidos::init() {
     m_ids = {alpha, beta, gamma};
     QVERIFY(openScreen());
     b->mark();
+}
+
+// Whatever of it was listed before does not stay as if it were the list.
+void TstPromocaoPedidos::listingThatFailsLeavesNone() {
+    lista();
+    press(u"Command2"_s);
+    b->server().execute(u"ALTER TABLE clientes CHANGE fantasia fantasia_antiga VARCHAR(60)"_s);
+    ModalHelper modal;
+    modal.expectContaining(u"fantasia"_s, QMessageBox::Ok);
+    type(u"7"_s);
+    b->server().execute(u"ALTER TABLE clientes CHANGE fantasia_antiga fantasia VARCHAR(60)"_s);
+    QCOMPARE(modal.problem(), QString());
+    QCOMPARE(grid()->rows(), 1);
+    QVERIFY(!button(u"Command2"_s)->isEnabled());
 }
 
 bool TstPromocaoPedidos::openScreen() {

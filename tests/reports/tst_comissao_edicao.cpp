@@ -44,6 +44,7 @@ class TstComissaoEdicao : public QObject {
     void leavingSaves();
     void shortcutSavesFirst();
     void periodIsCheckedBeforeTheSave();
+    void escapeInTheRefusedPeriodKeepsTheForm();
     void printShortcutSavesFirst();
     void failedSaveKeepsTheCell();
     void emptyAndTotalsRowsUpdateNobody_data();
@@ -279,6 +280,9 @@ void TstComissaoEdicao::leavingSaves() {
     QVERIFY(editor()->isHidden());
     QVERIFY(grid()->isEnabled());
     QCOMPARE(grid()->text(1, 3), u"5,0"_s);
+    QVERIFY(!grid()->hasFocus());
+    if (!byKey)
+        QCOMPARE(Hands::focus(), u"DataIni"_s);
 }
 
 // A button's key takes no focus away.
@@ -320,6 +324,27 @@ void TstComissaoEdicao::periodIsCheckedBeforeTheSave() {
     QCOMPARE(m->texts().value(0), save(u" 5"_s, u" 1.5"_s));
     QCOMPARE(grid()->text(1, 3), u"5,0"_s);
     QCOMPARE(grid()->rows(), 5);
+}
+
+// The first Escape is the open editor's, wherever the focus is.
+void TstComissaoEdicao::escapeInTheRefusedPeriodKeepsTheForm() {
+    auto* end = control<QLineEdit>(screen.get(), "DataFin");
+    end->setText(u"31/02/2024"_s);
+    openScreen(1, 3);
+    type(u"5"_s);
+    {
+        ModalHelper modal;
+        modal.expect(u"Data final inválida. Verifique!!!"_s, QMessageBox::Ok);
+        QTest::keyClick(editor(), Qt::Key_G, Qt::AltModifier);
+        QTRY_COMPARE(modal.boxes().size(), 1); // the button shows itself pressed for a moment
+    }
+    QVERIFY(showActive(screen.get()));
+    QTest::keyClick(end, Qt::Key_Escape);
+    QVERIFY(screen->isVisible());
+    QVERIFY(editor()->isHidden());
+    QVERIFY(grid()->isEnabled());
+    QCOMPARE(grid()->text(1, 3), u"3,0"_s);
+    QCOMPARE(m->texts(), QStringList());
 }
 
 void TstComissaoEdicao::printShortcutSavesFirst() {

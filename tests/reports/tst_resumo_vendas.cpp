@@ -787,6 +787,7 @@ void TstResumoVendas::failedRunLeavesTotalsOfZero() {
         QCOMPARE(label(n), u"TOTAL R$ 0,00"_s);
         QCOMPARE(grid(n)->rows(), 1);
     }
+    QCOMPARE(geral(), u"TOTAL R$ 0,00"_s);
     QVERIFY(!QApplication::overrideCursor());
 }
 

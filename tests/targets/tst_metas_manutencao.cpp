@@ -67,6 +67,7 @@ class TstMetasManutencao : public QObject {
     void duplicateIsRefused();
     void oneMessageAtATime();
     void addingAfterAnErrorReport();
+    void quantityThatIsNotStoredEndsTheAdding();
 
     void deleting();
     void notDeleting();
@@ -356,6 +357,8 @@ void TstMetasManutencao::checkQuantity(const QString& stored) {
 
 void TstMetasManutencao::quantityTyped_data() {
     quantidades();
+    QTest::newRow("kept as a thousandth") << u"0,0005"_s << u"0.001"_s;
+    QTest::newRow("kept as nothing") << u"0,0004"_s << QString();
     QTest::newRow("point") << u"1.5"_s << u"1.500"_s;
     // By key every point is a comma, and two of them are no number.
     QTest::newRow("thousands and comma") << u"1.234,5"_s << QString();
@@ -434,6 +437,25 @@ void TstMetasManutencao::addingAfterAnErrorReport() {
     }
     b->server().execute(u"RENAME TABLE guardada TO metavendedoritem"_s);
     b->press(u"Command1"_s);
+    QCOMPARE(b->shop().metas().size(), 1);
+}
+
+// The key of the button leaves an open cell first.
+void TstMetasManutencao::quantityThatIsNotStoredEndsTheAdding() {
+    b->shop().meta(1, u"P2"_s, u"5"_s);
+    b->open();
+    b->choose(u"Vendedores"_s, u"ANA"_s);
+    prepareAdding(u"7"_s);
+    b->click(u"Grid1"_s, 1, 2);
+    b->server().execute(
+        u"CREATE TRIGGER falha BEFORE UPDATE ON metavendedoritem FOR EACH ROW SIGNAL SQLSTATE "
+        "'45000' SET MESSAGE_TEXT = 'recusado'"_s);
+    ModalHelper boxes;
+    boxes.expectContaining(u"recusado"_s, QMessageBox::Ok);
+    b->key(Qt::Key_A, Qt::AltModifier);
+    QTRY_COMPARE(boxes.boxes().size(), 1);
+    b->server().execute(u"DROP TRIGGER falha"_s);
+    QCOMPARE(boxes.problem(), QString());
     QCOMPARE(b->shop().metas().size(), 1);
 }
 

@@ -120,7 +120,11 @@ void FindLine::begin() {
     const bool shown = isVisible();
     setVisible(true);
     m_box->selectAll();
-    m_box->setFocus();
+    // First to the grid: a control that stores its value when it is left has done so, or has kept the focus
+    // because the value was refused, before the box takes it.
+    m_grid->setFocus();
+    if (!m_grid->isEnabled() || m_grid->window()->focusWidget() == m_grid)
+        m_box->setFocus();
     if (!shown) {
         m_search.search(*m_grid, m_box->text());
         tellHits();
