@@ -54,7 +54,10 @@ Grid::Grid(QWidget* parent) : QTableView(parent), m_model(new GridModel(this)) {
     setWordWrap(true);
     verticalHeader()->hide();
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-    connect(horizontalHeader(), &QHeaderView::sectionResized, this, &Grid::cellsMoved);
+    connect(horizontalHeader(), &QHeaderView::sectionResized, this, [this](int column) {
+        m_columnSizes.forget(column);
+        Q_EMIT cellsMoved();
+    });
     connect(this, &QTableView::clicked, this,
             [this](const QModelIndex& index) { Q_EMIT cellClicked(index.row() + 1, index.column()); });
     connect(this, &QTableView::doubleClicked, this,
@@ -66,6 +69,11 @@ Grid::Grid(QWidget* parent) : QTableView(parent), m_model(new GridModel(this)) {
     connect(m_model, &GridModel::rowsInserted, this, &Grid::tellEmpty);
     connect(m_model, &GridModel::rowsRemoved, this, &Grid::tellEmpty);
     connect(m_model, &GridModel::modelReset, this, &Grid::tellEmpty);
+    connect(m_model, &GridModel::modelReset, this, [this] { m_columnSizes.forget(); });
+    connect(m_model, &GridModel::rowsRemoved, this, [this] {
+        if (m_model->rowCount() == 0)
+            m_columnSizes.forget();
+    });
     defineActions();
 }
 
@@ -262,9 +270,23 @@ void Grid::keyPressEvent(QKeyEvent* event) {
 }
 
 void Grid::paintEvent(QPaintEvent* event) {
+    fitTexts(event->rect());
     QTableView::paintEvent(event);
     if (m_model->rowCount() == 0 && !m_emptyText.isEmpty())
         paintEmptyText();
+}
+
+// A column that becomes smaller with the rows about to be painted does so in those painted before as well.
+void Grid::fitTexts(const QRect& painted) {
+    const int firstRow = rowAt(painted.top());
+    const int firstColumn = columnAt(painted.left());
+    if (firstRow < 0 || firstColumn < 0)
+        return;
+    const int lastRow = rowAt(painted.bottom());
+    const int lastColumn = columnAt(painted.right());
+    if (m_columnSizes.fit(firstRow + 1, lastRow < 0 ? m_model->rowCount() : lastRow + 1, firstColumn,
+                          lastColumn < 0 ? columns() - 1 : lastColumn))
+        viewport()->update();
 }
 
 void Grid::paintEmptyText() {
@@ -304,6 +326,7 @@ void Grid::changeEvent(QEvent* event) {
     QTableView::changeEvent(event);
     if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) {
         m_model->setHeaderFont(font());
+        m_columnSizes.forget();
         applyWidths();
         setMinimumRowTwips(m_minimumRowTwips);
     }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ui/grid/ColumnKind.h"
+#include "ui/grid/ColumnSizes.h"
 #include "ui/grid/GridModel.h"
 
 #include <QPersistentModelIndex>
@@ -49,6 +50,9 @@ class Grid : public QTableView {
     /// What the columns hold, from the first on; the others hold text, and so do all after setFormat.
     void setColumnKinds(std::initializer_list<ColumnKind> kinds);
     ColumnKind columnKind(int column) const { return m_columnKinds[static_cast<size_t>(column)]; }
+
+    /// By how many pixels a column is written smaller than usual, because a figure would be cut otherwise.
+    int textReduction(int column) const { return m_columnSizes.reduction(column); }
 
     /// Lets a click on a caption, or a key, order the rows shown by that column; a grid that is emptied has
     /// the order in which rows are added again.
@@ -223,6 +227,7 @@ class Grid : public QTableView {
     void tellEmpty();
     void paintEmptyText();
     void updateRow(const QModelIndex& index);
+    void fitTexts(const QRect& painted);
 
     // Marking (GridMarks.cpp)
     bool markByKey(const QKeyEvent* event);
@@ -246,6 +251,7 @@ class Grid : public QTableView {
     GridModel* m_model;
     std::vector<int> m_columnTwips;
     std::vector<ColumnKind> m_columnKinds;
+    ColumnSizes m_columnSizes{this};
     QPersistentModelIndex m_markedFrom; // where the marking began; invalid when nothing is being marked
     bool m_marking = false;
     QString m_summary;

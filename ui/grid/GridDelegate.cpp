@@ -2,6 +2,7 @@
 
 #include "ui/Shades.h"
 #include "ui/grid/Grid.h"
+#include "ui/grid/TextSizes.h"
 
 #include <QIcon>
 #include <QPainter>
@@ -67,9 +68,14 @@ void GridDelegate::paintCell(QPainter* painter, const QStyleOptionViewItem& opti
 // letters.
 void GridDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const {
     QStyledItemDelegate::initStyleOption(option, index);
+    const auto* grid = static_cast<const Grid*>(option->widget);
+    if (const int pixels = grid->textReduction(index.column()); pixels > 0) {
+        option->font = reduced(option->font, pixels);
+        option->fontMetrics = QFontMetrics(option->font);
+    }
     if (option->rect.height() < 2 * option->fontMetrics.lineSpacing())
         option->features &= ~QStyleOptionViewItem::WrapText;
-    if (static_cast<const Grid*>(option->widget)->isHit(index.row() + 1, index.column())) {
+    if (grid->isHit(index.row() + 1, index.column())) {
         option->backgroundBrush = shades::foundGround;
         option->palette.setColor(QPalette::Text, shades::foundText);
     } else if (isInCurrentRow(*option, index) && option->backgroundBrush.style() == Qt::NoBrush) {

@@ -6,8 +6,8 @@ namespace tarvessa {
 
 /// Draws a grid's cell: the current row is tinted where its cells have no colour of their own and edged by
 /// two lines; what the find line has found is coloured; a picture stands in the middle of its cell, on a
-/// light plate where the cell is selected; long texts wrap where the row has room and are elided where it has
-/// not.
+/// light plate where the cell is selected; texts are written in their column's size; long ones wrap where the
+/// row has room and are elided where it has not.
 class GridDelegate : public QStyledItemDelegate {
   public:
     using QStyledItemDelegate::QStyledItemDelegate;

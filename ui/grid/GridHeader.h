@@ -4,8 +4,8 @@
 
 namespace tarvessa {
 
-/// A grid's header row. A caption wider than its column wraps between words; what still has no room is
-/// elided.
+/// A grid's header row. A caption wider than its column wraps between words; where a word has no room, the
+/// caption is written smaller, down to three quarters; one that has no room even so is elided.
 class GridHeader : public QHeaderView {
     Q_OBJECT
 
@@ -16,12 +16,18 @@ class GridHeader : public QHeaderView {
     QSize sizeHint() const override;
 
   protected:
+    void paintSection(QPainter* painter, const QRect& rect, int column) const override;
     void initStyleOptionForIndex(QStyleOptionHeader* option, int column) const override;
 
   private:
+    struct Caption {
+        QFont font;
+        QStringList lines;
+    };
+
     QFont captionFont(int column) const;
     int captionRoom(int column) const;
-    QStringList captionLines(int column) const;
+    Caption caption(int column) const;
 };
 
 } // namespace tarvessa
