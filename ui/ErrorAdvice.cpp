@@ -35,8 +35,9 @@ const QList<ErrorAdvice>& allErrorAdvice() {
         {u"1146"_s, u"Falta uma tabela no banco de dados. Confira DATABASE na fonte de dados QDX e "
                     u"lower_case_table_names no servidor; verifica.sql diz quais tabelas faltam."_s},
         {u"1205"_s,
-         u"Outra estação ou outro programa está com os mesmos registros em uso, e a espera terminou. Aguarde "
-         u"um instante e repita a operação."_s},
+         u"Outra estação ou outro programa está com os mesmos registros em uso ou, onde há mais de um "
+         u"servidor, um deles acabou de cair e os outros ainda se acertam; a espera terminou. Aguarde um "
+         u"instante e repita a operação."_s},
         {u"1213"_s,
          u"Duas operações disputaram os mesmos registros, e o servidor interrompeu esta. Repita a operação."_s},
         {u"1292"_s,

@@ -126,7 +126,9 @@ void TstErrorReport::adviceByNumberOrState_data() {
     QTest::newRow("no such database") << 1049 << u"42000"_s << u"O servidor não tem o banco de dados"_s;
     QTest::newRow("grouping") << 1055 << u"42000"_s << u"O servidor exige agrupamentos completos"_s;
     QTest::newRow("duplicate") << 1062 << u"23000"_s << u"O banco de dados já tem um registro"_s;
-    QTest::newRow("lock wait") << 1205 << u"HY000"_s << u"Outra estação ou outro programa"_s;
+    QTest::newRow("lock wait, or servers without one of them")
+        << 1205 << u"HY000"_s
+        << u"Outra estação ou outro programa está com os mesmos registros em uso ou, onde há mais de um servidor,"_s;
     QTest::newRow("lost") << 2013 << u"08S01"_s << u"A conexão caiu no meio do comando"_s;
     QTest::newRow("no data source") << 0 << u"IM002"_s << u"A fonte de dados QDX não existe"_s;
     QTest::newRow("no driver") << 0 << u"01000"_s << u"O driver ODBC da fonte de dados"_s;
