@@ -1,18 +1,22 @@
 #include "closing/Conferencia.h"
 
 #include "base/Clock.h"
+#include "base/Datas.h"
 #include "base/Numeros.h"
 #include "closing/ConferenciaColumns.h"
 #include "closing/ConferenciaTexts.h"
+#include "core/GridFile.h"
 #include "core/Teclado.h"
 #include "ui/FitToScreen.h"
 #include "ui/Guard.h"
 #include "ui/Manual.h"
 #include "ui/NameParts.h"
 #include "ui/Twips.h"
+#include "ui/grid/SummaryLabel.h"
 #include "ui_Conferencia.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QElapsedTimer>
 #include <QShowEvent>
 
@@ -79,11 +83,7 @@ Conferencia::Conferencia(QList<ListedPv> pvs, ClosingRehearsal rehearsal, QStrin
     manual::opensAt(this, u"conferencia"_s);
     keyboard->setKeyFilter([this](const QWidget* control, int key) { return keyInGrid(control, key); });
     connect(&m_slice, &QTimer::timeout, this, [this] { guarded(this, [this] { rehearseSlice(); }); });
-    // Searching and saving are about the list, wherever the focus is.
-    const QList<QAction*> actions = ui->Totais->actions();
-    for (QAction* action : actions)
-        if (action->shortcutContext() == Qt::WindowShortcut && !action->isSeparator())
-            ui->Totais->removeAction(action);
+    shareKeys();
     onSignal(ui->Grid1, &Grid::cellEntered, this, [this](int, int) { showDetail(); });
     onSignal(ui->Grid1, &Grid::cellDoubleClicked, this, [this](int, int) { goToPv(); });
     onSignal(ui->Filtro, &QComboBox::currentIndexChanged, this, [this](int) { showList(); });
@@ -101,12 +101,32 @@ void Conferencia::setUpGrids() {
         ui->Grid1->setColumnTwips(static_cast<int>(column), listTwips[column]);
     ui->Grid1->setStretchedColumn(Detalhe);
     ui->Grid1->setHeaderBold();
+    ui->Grid1->setColumnKinds({ColumnKind::Text, ColumnKind::Text, ColumnKind::Number});
+    offerSaving(ui->Grid1, [] { return u"Conferência - "_s + TextoSQL(clock::today()); });
+    ui->botoes->insertWidget(0, summaryLabel(ui->Grid1));
     ui->Totais->setMinimumRowTwips(totalsRowTwips);
     ui->Totais->setFormat(u"<RESULTADO|>PVS|>R$ TOTAL"_s);
     for (size_t column = 0; column < totalsTwips.size(); ++column)
         ui->Totais->setColumnTwips(static_cast<int>(column), totalsTwips[column]);
     ui->Totais->setHeaderBold();
+    ui->Totais->setColumnKinds({ColumnKind::Text, ColumnKind::Number, ColumnKind::Number});
+    offerSaving(ui->Totais, [] { return u"Totais da conferência - "_s + TextoSQL(clock::today()); });
     ui->Totais->setPreferredRows(totalsRows);
+    for (Grid* grid : {ui->Grid1, ui->Totais})
+        grid->setEmptyText(u"A conferência ainda não terminou"_s);
+}
+
+// Searching and saving are about the list, wherever the focus is; the totals are saved from within them.
+void Conferencia::shareKeys() {
+    auto* saveTotals = ui->Totais->findChild<QAction*>(u"SalvarGrade"_s);
+    saveTotals->setShortcutContext(Qt::WidgetShortcut);
+    const QList<QAction*> actions = ui->Totais->actions();
+    for (QAction* action : actions)
+        if (action->shortcutContext() == Qt::WindowShortcut && !action->isSeparator())
+            ui->Totais->removeAction(action);
+    auto* saveList = ui->Grid1->findChild<QAction*>(u"SalvarGrade"_s);
+    connect(qApp, &QApplication::focusChanged, saveList,
+            [totals = ui->Totais, saveList] { saveList->setEnabled(!totals->hasFocus()); });
 }
 
 void Conferencia::showEvent(QShowEvent* event) {
@@ -149,6 +169,8 @@ void Conferencia::finish(End end) {
     m_pointer.reset();
     ui->progresso->hide();
     showSituation(end);
+    for (Grid* grid : {ui->Grid1, ui->Totais})
+        grid->setEmptyText(u"Nenhuma pré-venda conferida"_s);
     showTotals();
     showList();
     ui->Grid1->setFocus();

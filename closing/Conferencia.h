@@ -34,6 +34,7 @@ class Conferencia : public QDialog {
     enum class End { Complete, Cancelled, Failed };
 
     void setUpGrids();
+    void shareKeys();
     bool keyInGrid(const QWidget* control, int key);
     void rehearseSlice();
     void finish(End end);

@@ -9,7 +9,9 @@
 #include "support/ModalHelper.h"
 
 #include <QAccessible>
+#include <QAction>
 #include <QApplication>
+#include <QClipboard>
 #include <QElapsedTimer>
 #include <QLabel>
 #include <QPlainTextEdit>
@@ -124,6 +126,9 @@ class TstConferencia : public QObject {
     void everyControlHasAName();
     void rowsTellAScreenReader();
     void markedRowsCanBeRead();
+    void listIsCopiedSummedUpAndSearched();
+    void menusNameTheKeysThatWork();
+    void emptyListSaysWhy();
     void needsListedAndSelectedPreSales();
     void commitsWhatIsBeingEdited();
     void toolTipNamesTheKey();
@@ -895,6 +900,98 @@ void TstConferencia::markedRowsCanBeRead() {
     });
 }
 
+void TstConferencia::listIsCopiedSummedUpAndSearched() {
+    b->shop().basico();
+    b->shop().cliente({.codigo = u"C2"_s, .nome = u"AÇOUGUE SÃO JOSÉ"_s, .formaPg = u"FIADO"_s});
+    documents(2);
+    b->shop().documento({.pedido = 3, .cliente = u"C2"_s, .nomeVendedor = u"Z"_s});
+    QVERIFY(b->open());
+    confere([this](QWidget* window) {
+        const Hands hands(window);
+        b->mark();
+        hands.grid()->setCurrentCell(2, col::Total);
+        hands.key(Qt::Key_Down, Qt::ShiftModifier);
+        const auto* sum = hands.control<QLabel>(u"Soma"_s);
+        QCOMPARE(sum->text(), u"2 linhas marcadas · R$ TOTAL: 2 valores, soma 20,00"_s);
+        QVERIFY(sum->width() >= sum->fontMetrics().horizontalAdvance(sum->text()));
+        hands.key(Qt::Key_C, Qt::ControlModifier | Qt::ShiftModifier);
+        QCOMPARE(QGuiApplication::clipboard()->text(),
+                 u"PEDIDO\tCLIENTE\tR$ TOTAL\tRESULTADO\tDETALHE\n"
+                 "2\tPADARIA MODELO\t10,00\tencerrada\tem aberto, vencimento 14/04/2024, conta 1.05\n"
+                 "3\tAÇOUGUE SÃO JOSÉ\t10,00\trecusada\tforma de pagamento: FIADO não está na lista de "
+                 "finalizadoras"_s);
+        // From the totals as well the search is one in the list, and its Enter goes to no pre-sale.
+        hands.grid()->setCurrentCell(1, col::Pedido);
+        hands.grid(u"Totais"_s)->setFocus();
+        hands.key(Qt::Key_F, Qt::ControlModifier);
+        hands.type(u"fiado"_s);
+        QCOMPARE(hands.grid()->currentRow(), 3);
+        hands.key(Qt::Key_Return);
+        QVERIFY(window->isVisible());
+        hands.key(Qt::Key_Escape);
+        QVERIFY(window->isVisible());
+        QVERIFY(!hands.grid()->isFinding());
+        hands.grid(u"Totais"_s)->setFocus();
+        hands.key(Qt::Key_A, Qt::ControlModifier);
+        hands.key(Qt::Key_C, Qt::ControlModifier);
+        QVERIFY(
+            QGuiApplication::clipboard()->text().startsWith(u"Todas\t3\t30,00\nEncerradas\t2\t20,00\n"_s));
+        QCOMPARE(b->statements(), QStringList());
+    });
+}
+
+void TstConferencia::menusNameTheKeysThatWork() {
+    b->shop().basico();
+    documents(1);
+    QVERIFY(b->open());
+    confere([](QWidget* window) {
+        const Hands hands(window);
+        const auto captions = [&hands](const QString& grid) {
+            hands.grid(grid)->setFocus();
+            hands.key(Qt::Key_F10, Qt::ShiftModifier);
+            QStringList found;
+            if (QWidget* menu = QApplication::activePopupWidget()) {
+                for (const QAction* action : menu->actions())
+                    if (action->isVisible() && action->isEnabled())
+                        found.append(action->objectName());
+                QTest::keyClick(menu, Qt::Key_Escape);
+            }
+            return found;
+        };
+        const QStringList list = captions(u"Grid1"_s);
+        QVERIFY(list.contains(u"SalvarGrade"_s));
+        QVERIFY(list.contains(u"LocalizarNaGrade"_s));
+        const QStringList totals = captions(u"Totais"_s);
+        QVERIFY(totals.contains(u"SalvarGrade"_s));
+        QVERIFY(!totals.contains(u"LocalizarNaGrade"_s));
+    });
+}
+
+// The first pre-sale's question fails, so that none is in the list.
+void TstConferencia::emptyListSaysWhy() {
+    b->shop().basico();
+    documents(2);
+    QVERIFY(b->open());
+    QStringList told;
+    QTimer watch;
+    watch.callOnTimeout([&] {
+        QWidget* modal = QApplication::activeModalWidget();
+        if (auto* box = qobject_cast<QMessageBox*>(modal)) {
+            box->button(QMessageBox::Ok)->click();
+        } else if (modal && !situationOf(modal).startsWith(u"Conferindo")) {
+            watch.stop();
+            for (const QString& name : {u"Grid1"_s, u"Totais"_s})
+                told.append(Hands(modal).grid(name)->accessibleDescription());
+            QTest::keyClick(modal, Qt::Key_Escape);
+        }
+    });
+    watch.start(5);
+    m_proxy->cutBefore(2);
+    b->key(Qt::Key_F6);
+    QVERIFY(!m_proxy->cutAt().isNull());
+    QCOMPARE(told, QStringList(2, u"Nenhuma pré-venda conferida"_s));
+}
+
 void TstConferencia::needsListedAndSelectedPreSales() {
     const auto told = [this](const QString& text) {
         ModalHelper modal;
@@ -982,6 +1079,8 @@ void TstConferencia::escapeCancels() {
             QCOMPARE(progress->maximum(), 200);
             QVERIFY(QApplication::overrideCursor());
             QCOMPARE(hands.grid()->rows(), 1);
+            for (const QString& name : {u"Grid1"_s, u"Totais"_s})
+                QCOMPARE(hands.grid(name)->accessibleDescription(), u"A conferência ainda não terminou"_s);
             QTest::keyClick(window, Qt::Key_Escape);
             QVERIFY(window->isVisible());
             QVERIFY(!progress->isVisible());

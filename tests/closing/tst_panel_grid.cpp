@@ -1,3 +1,4 @@
+#include "closing/ConferenciaColumns.h"
 #include "closing/PainelFechamentoColumns.h"
 #include "closing/PanelBench.h"
 #include "support/ModalHelper.h"
@@ -14,8 +15,8 @@ using namespace Qt::StringLiterals;
 using namespace tarvessa;
 using namespace tarvessa::test;
 
-/// The panel's grid and that of the document view under the operator's keys: what marks, copies, finds and
-/// saves sends no statement and changes no row.
+/// The grids of the panel and of the windows that it opens under the operator's keys: what marks, copies,
+/// finds and saves sends no statement and changes no row.
 class TstPanelGrid : public QObject {
     Q_OBJECT
 
@@ -35,8 +36,12 @@ class TstPanelGrid : public QObject {
     void emptyListSaysWhy();
     void editorIsStoredBeforeASearch();
     void documentViewIsCopied();
+    void rehearsalIsSaved();
+    void interruptedClosingsAreCopiedFoundAndSaved();
 
   private:
+    QJsonObject saved(ModalHelper& modals, const Hands& hands, const QString& name, QString* proposed);
+
     std::unique_ptr<PanelBench> b;
     QTemporaryDir m_folder;
 };
@@ -216,6 +221,90 @@ void TstPanelGrid::documentViewIsCopied() {
     b->key(Qt::Key_F3);
     QCOMPARE(modals.problem(), QString());
     QVERIFY2(copied.startsWith(u"P1\t"_s) && copied.endsWith(u"10,00"_s), qPrintable(copied));
+}
+
+/// What another program reads in the file that Ctrl+S makes in the window of these hands; `modals` attends to
+/// what comes up.
+QJsonObject TstPanelGrid::saved(ModalHelper& modals, const Hands& hands, const QString& name,
+                                QString* proposed) {
+    const QString path = m_folder.filePath(name);
+    expectSaving(modals, path, proposed);
+    hands.key(Qt::Key_S, Qt::ControlModifier);
+    return QFile::exists(path) ? readXlsx(path) : QJsonObject();
+}
+
+void TstPanelGrid::rehearsalIsSaved() {
+    QJsonObject list;
+    QJsonObject totals;
+    QJsonObject fromElsewhere;
+    QStringList names(3);
+    ModalHelper modals;
+    modals.onOpen([&](QWidget* window) {
+        const Hands hands(window);
+        QTRY_COMPARE(hands.grid()->rows(), 4);
+        list = saved(modals, hands, u"lista.xlsx"_s, &names[0]);
+        // The totals are saved while they have the focus; from any other control it is the list.
+        hands.grid(u"Totais"_s)->setFocus();
+        totals = saved(modals, hands, u"totais.xlsx"_s, &names[1]);
+        hands.control(u"Filtro"_s)->setFocus();
+        fromElsewhere = saved(modals, hands, u"filtro.xlsx"_s, &names[2]);
+        hands.key(Qt::Key_Escape);
+    });
+    b->key(Qt::Key_F6);
+    QCOMPARE(modals.problem(), QString());
+    const QString listName = u"Conferência - 2024-03-15.xlsx"_s;
+    QCOMPARE(names, (QStringList{listName, u"Totais da conferência - 2024-03-15.xlsx"_s, listName}));
+    QCOMPARE(xlsxRow(list, 2),
+             (QStringList{u"text:2"_s, u"text:AÇOUGUE SÃO JOSÉ"_s, u"number:20.5"_s, u"text:encerrada"_s,
+                          u"text:em aberto, vencimento 14/04/2024, conta 1.05"_s}));
+    QCOMPARE(xlsxRow(totals, 1), (QStringList{u"text:Todas"_s, u"number:3"_s, u"number:1030.5"_s}));
+    QCOMPARE(fromElsewhere[u"rows"_s], list[u"rows"_s]);
+}
+
+void TstPanelGrid::interruptedClosingsAreCopiedFoundAndSaved() {
+    // A settled pre-sale with neither receivable nor cash row, and an open one whose stock has begun to move.
+    b->server().execute(u"UPDATE orcamento SET situacaoorc='B', databaixa='2024-03-15' WHERE nrpedido=2;"
+                        "INSERT INTO logestoque SET data='2024-03-15', hora='10:00:00', usuario='', "
+                        "tela='FECHAMENTO DA PV Nº 0000002', codproduto='P1', qtdLoja=-1;"
+                        "INSERT INTO logestoque SET data='2024-03-15', hora='10:01:00', usuario='', "
+                        "tela='FECHAMENTO DA PV Nº 0000003', codproduto='P1', qtdLoja=-1"_s);
+    QString copied;
+    QJsonObject book;
+    QString proposed;
+    int found = 0;
+    ModalHelper modals;
+    modals.onOpen([&](QWidget* window) {
+        const Hands hands(window);
+        b->mark();
+        Grid* grid = hands.grid();
+        QCOMPARE(grid->rows(), 3);
+        hands.key(Qt::Key_A, Qt::ControlModifier);
+        hands.key(Qt::Key_C, Qt::ControlModifier | Qt::ShiftModifier);
+        copied = QGuiApplication::clipboard()->text();
+        grid->setCurrentCell(2, 0);
+        hands.key(Qt::Key_F, Qt::ControlModifier);
+        hands.type(u"sao jose"_s);
+        found = grid->currentRow();
+        hands.key(Qt::Key_Escape);
+        QVERIFY(window->isVisible());
+        QVERIFY(!grid->isFinding());
+        book = saved(modals, hands, u"interrompidos.xlsx"_s, &proposed);
+        QCOMPARE(b->statements(), QStringList());
+        hands.key(Qt::Key_Escape);
+    });
+    b->key(Qt::Key_F7);
+    QCOMPARE(modals.problem(), QString());
+    const QStringList lines = copied.split(u'\n');
+    QCOMPARE(lines.size(), 3);
+    QCOMPARE(lines[0], u"PEDIDO\tCLIENTE\tR$ TOTAL\tFORMA PAGTO\tVENCIMENTO\tJÁ GRAVADO\tFALTA GRAVAR"_s);
+    QVERIFY2(lines[1].startsWith(u"0000002\tAÇOUGUE SÃO JOSÉ\t20,50\tBOLETO\t14/04/2024\t"_s),
+             qPrintable(lines[1]));
+    QCOMPARE(found, 1);
+    QCOMPARE(proposed, u"Fechamentos interrompidos - 2024-03-15.xlsx"_s);
+    QCOMPARE(xlsxRow(book, 1).first(4), (QStringList{u"text:0000002"_s, u"text:AÇOUGUE SÃO JOSÉ"_s,
+                                                     u"number:20.5"_s, u"text:BOLETO"_s}));
+    QVERIFY(xlsxCell(book, 1, 4).startsWith(u"date:2024-04-14"_s));
+    QCOMPARE(xlsxCell(book, 2, 2), u"number:1000"_s);
 }
 
 QTEST_MAIN(TstPanelGrid)
