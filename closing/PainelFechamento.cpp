@@ -116,6 +116,7 @@ void PainelFechamento::defineShortcuts() {
     const auto* interrupted = new QShortcut(Qt::Key_F7, this);
     onSignal(interrupted, &QShortcut::activated, this,
              [this] { runOperation([this] { abreInterrompidos(); }); });
+    ui->MnConferencia->setShortcutVisibleInContextMenu(true);
     ui->Grid1->addAction(ui->MnConferencia);
     onSignal(ui->MnConferencia, &QAction::triggered, this,
              [this](bool) { runOperation([this] { abreConferencia(); }); });
