@@ -1,6 +1,7 @@
 """The panel's part of the tour: from the DAVs to the closed pre-sales."""
 
 import os
+from decimal import Decimal
 
 from driver import Table, TourError, wait_for
 
@@ -76,6 +77,28 @@ def convert_davs(program, database, panel):
 
 def row_of(panel, number):
     return panel.grid.column(PEDIDO).index(str(number))
+
+
+def find_and_mark(program, panel):
+    """Ctrl+F goes to a customer; Shift and the arrows mark rows, of which the status bar tells the sum."""
+    customers = panel.grid.column(CLIENTE)
+    panel.grid.go_to(0, TOTAL)
+    program.keys("ctrl+f")
+    program.type("mercado")
+    hits = sum("MERCADO" in name for name in customers)
+    program.find("label", f"1 de {hits}", panel.window)
+    program.picture("localizar", "a linha de busca, com Ctrl+F: as ocorrências ficam coloridas", manual="localizar")
+    program.keys("Escape")
+    panel.grid.go_to(0, TOTAL)
+    marked = 5
+    program.keys(*["shift+Down"] * (marked - 1))
+    total = sum(Decimal(panel.grid.text(row, TOTAL).replace(".", "").replace(",", ".")) for row in range(marked))
+    shown = f"{total:,.2f}".translate(str.maketrans(",.", ".,"))
+    told = f"{marked} linhas marcadas · R$ TOTAL: {marked} valores, soma {shown}"
+    wait_for(told, lambda: any(told in text for text in program.labels(panel.window)))
+    program.picture("marcadas", "linhas marcadas com Shift e as setas; a barra de baixo soma a coluna",
+                    manual="marcadas")
+    program.keys("Up")
 
 
 def edit_term(program, database, panel):

@@ -106,6 +106,10 @@ class Program:
     def enabled(self, node):
         return node.get_state_set().contains(Atspi.StateType.ENABLED)
 
+    def labels(self, window):
+        """The texts of a window's labels."""
+        return [node.get_name() or "" for node in _walk(window) if node.get_role_name() == "label" and _shows(node)]
+
     def text(self, node):
         """The content of a text box."""
         return Atspi.Text.get_text(node, 0, Atspi.Text.get_character_count(node))

@@ -4,8 +4,8 @@ import os
 import shutil
 import sys
 
-from closing import (close_presales, convert_davs, correct_prices, edit_term, leave_one_open, list_davs,
-                     rehearse, view_order)
+from closing import (close_presales, convert_davs, correct_prices, edit_term, find_and_mark, leave_one_open,
+                     list_davs, rehearse, view_order)
 from database import Database
 from driver import Program, TourError
 from products import promote
@@ -21,6 +21,7 @@ def main(binary, socket, pictures):
     try:
         panel = list_davs(program, database)
         convert_davs(program, database, panel)
+        find_and_mark(program, panel)
         edit_term(program, database, panel)
         view_order(program, panel)
         correct_prices(program, database, panel)
@@ -28,7 +29,7 @@ def main(binary, socket, pictures):
         left = leave_one_open(program, panel)
         outcomes = rehearse(program, panel)
         close_presales(program, database, panel, left, os.path.dirname(binary), outcomes)
-        sales_summary(program)
+        sales_summary(program, pictures)
         commission(program, pictures)
         price_levels(program, database, pictures)
         targets(program, database, pictures)
