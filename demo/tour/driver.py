@@ -122,7 +122,10 @@ class Program:
             if node.get_state_set().contains(Atspi.StateType.FOCUSED):
                 return
             self.keys("Tab")
-        raise TourError(f"Tab não chega a «{node.get_name()}»")
+        raise TourError(f"Tab não chega a «{node.get_name()}»; as janelas ativas são {self._active_windows()}")
+
+    def _active_windows(self):
+        return [w.get_name() for w in self.windows() if w.get_state_set().contains(Atspi.StateType.ACTIVE)]
 
     def press(self, node):
         """Presses a button by the space bar."""
