@@ -88,6 +88,8 @@ class TstBatchGuards : public QObject {
     void errorBeforeTheFirstWriteInterruptsNothing();
     void withoutStockTheOrderLinesAreTheFirstWrite();
     void decimalsInExponentForm();
+    void privatePersonOfAnOldListIsNotCancelled_data();
+    void privatePersonOfAnOldListIsNotCancelled();
     void totalBeyondTheRangeIsOneMarkedRow();
     void logLineThatCannotBeWrittenStopsNothing();
     void logLinesThatWereNotWrittenAreToldAfterAnError();
@@ -597,6 +599,35 @@ void TstBatchGuards::decimalsInExponentForm() {
     QCOMPARE(b->total(), u"10,00"_s);
     closeAll(mensagens::sucesso);
     QCOMPARE(received(), QStringList{u"1"_s});
+}
+
+void TstBatchGuards::privatePersonOfAnOldListIsNotCancelled_data() {
+    QTest::addColumn<QString>("change");
+    QTest::addColumn<QString>("reason");
+    QTest::newRow("closed") << u"UPDATE orcamento SET situacaoorc = 'B' WHERE nrpedido = 1"_s
+                            << alreadyClosed;
+    QTest::newRow("cancelled") << u"UPDATE orcamento SET situacaoorc = 'X' WHERE nrpedido = 1"_s
+                               << alreadyClosed;
+    QTest::newRow("begun")
+        << u"INSERT INTO logestoque (data, hora, usuario, tela, codproduto, qtdLoja) SELECT "
+           "'2024-03-15', '10:00:00', '', 'FECHAMENTO DA PV Nº 1', codigo, -quantidade FROM "
+           "orcamento WHERE nrpedido = 1"_s
+        << breakOff;
+}
+
+// Its goods are gone, and somebody owes for them.
+void TstBatchGuards::privatePersonOfAnOldListIsNotCancelled() {
+    QFETCH(QString, change);
+    QFETCH(QString, reason);
+    documents(1);
+    QVERIFY(b->open());
+    b->server().execute(u"UPDATE clientes SET cnpj_cpf = '11122233344'"_s);
+    b->server().execute(change);
+    const auto before = b->shop().retrato();
+    const bool begun = reason == breakOff;
+    closeAll(mensagens::comErros, begun);
+    QCOMPARE(b->log(), PanelBench::logWith({refused(1, reason)}));
+    QCOMPARE(b->shop().retrato(), before);
 }
 
 void TstBatchGuards::totalBeyondTheRangeIsOneMarkedRow() {

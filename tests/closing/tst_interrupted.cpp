@@ -51,7 +51,15 @@ class TstInterrupted : public QObject {
     void reconnectThatFindsNoneOpensNothing();
     void refusedStatementOpensTheWindowAtOnce();
     void closedElsewhereIsNotCalledInterrupted();
+    void wholeClosingIsNotListed_data();
     void wholeClosingIsNotListed();
+    void stockChangedMeanwhileIsNotConcluded();
+    void lastLoggedProductIsAskedAbout();
+    void changedTotalIsUnclear();
+    void receivableRulesOverANote();
+    void impossibleDueDateIsUnclear();
+    void partlySettledIsListed();
+    void noteOfAConversionThatMayStillRunStays();
     void lastDayOfTheListIsNotLost();
     void noteKeepsTheTermsOfTheClosing();
     void receivableGivesTheTermsWithoutANote();
@@ -419,13 +427,20 @@ void TstInterrupted::closedElsewhereIsNotCalledInterrupted() {
 }
 
 // Its last answer was lost, so its note is still there.
+void TstInterrupted::wholeClosingIsNotListed_data() {
+    QTest::addColumn<int>("lastNumber");
+    QTest::newRow("the last one") << 1;
+    QTest::newRow("another was closed later") << 9;
+}
+
 void TstInterrupted::wholeClosingIsNotListed() {
+    QFETCH(int, lastNumber);
     twoProducts();
     open();
     b->server().execute(
         u"CREATE TRIGGER falha AFTER UPDATE ON empresa FOR EACH ROW SIGNAL SQLSTATE '45000'"_s);
     press();
-    b->server().execute(u"DROP TRIGGER falha; UPDATE empresa SET UltimaPV = 1"_s);
+    b->server().execute(u"DROP TRIGGER falha; UPDATE empresa SET UltimaPV = %1"_s.arg(lastNumber));
     QCOMPARE(closingjournal::all(), QList<qint32>{1});
     b->close();
     open();
@@ -606,6 +621,92 @@ void TstInterrupted::conversionCutBetweenItsUpdates() {
     QCOMPARE(b->server().query(u"SELECT nrpedido, tipoOperacao FROM observacao"_s),
              (QList<QStringList>{{u"101"_s, u"P"_s}}));
     QVERIFY(closingjournal::conversions().isEmpty());
+}
+
+// The update that was cut may still be executed while the window is open.
+void TstInterrupted::stockChangedMeanwhileIsNotConcluded() {
+    twoProducts();
+    cutBefore("update Produtos");
+    Snapshot changed;
+    ModalHelper modal;
+    modal.onOpen([&](QWidget* window) {
+        b->server().execute(u"UPDATE produtos SET quantidade = quantidade - 1"_s);
+        changed = b->shop().retrato();
+        const Hands hands(window);
+        hands.control<QRadioButton>(u"NaoSaiu"_s)->click();
+        hands.press(u"Command1"_s);
+        hands.key(Qt::Key_Escape);
+    });
+    modal.expectContaining(u"Deseja realmente concluir o fechamento da PV 0000001?"_s, QMessageBox::Yes);
+    modal.expectContaining(u"A PV 0000001 mudou desde que foi mostrada."_s, QMessageBox::Ok);
+    b->key(Qt::Key_F7);
+    QCOMPARE(modal.problem(), QString());
+    QCOMPARE(b->shop().retrato(), changed);
+}
+
+// A technical sheet may be listed in another order by then.
+void TstInterrupted::lastLoggedProductIsAskedAbout() {
+    twoProducts();
+    b->server().execute(
+        u"INSERT INTO logestoque (data, hora, usuario, tela, codproduto, qtdLoja) SELECT '2024-03-15', "
+        u"'10:00:00', "
+        "'', 'FECHAMENTO DA PV Nº 1', codigo, -quantidade FROM orcamento WHERE nrpedido = 1 ORDER BY id DESC"_s);
+    const QString first = b->valor(u"SELECT codigo FROM orcamento WHERE nrpedido = 1 ORDER BY id LIMIT 1"_s);
+    open();
+    QString asked;
+    windowRow([&](QWidget* window) { asked = Hands(window).control<QLabel>(u"Label2"_s)->text(); });
+    QVERIFY2(asked.startsWith(first + u" - "_s), qPrintable(asked));
+}
+
+void TstInterrupted::changedTotalIsUnclear() {
+    twoProducts();
+    cutBefore("update Produtos");
+    b->server().execute(u"UPDATE orcamento SET totalped = totalped + 1"_s);
+    QCOMPARE(windowRow().value(6), u"conferir: o total dos itens não é mais o do fechamento"_s);
+}
+
+void TstInterrupted::receivableRulesOverANote() {
+    twoProducts();
+    cutBefore("insert into caixa");
+    QCOMPARE(closingjournal::all(), QList<qint32>{1});
+    b->server().execute(u"UPDATE areceber SET TipoPag = 'CHEQUE', Vencto = '2024-05-01'"_s);
+    const QStringList row = windowRow();
+    QCOMPARE(row.value(3), u"CHEQUE"_s);
+    QCOMPARE(row.value(4), u"01/05/2024"_s);
+}
+
+void TstInterrupted::impossibleDueDateIsUnclear() {
+    twoProducts();
+    cutBefore("INSERT INTO `areceber`");
+    otherStationForgets();
+    b->server().execute(u"UPDATE clientes SET prazo = 99999999"_s);
+    QCOMPARE(windowRow().value(6), u"conferir: o vencimento não é uma data possível"_s);
+}
+
+// Nothing of the stock tells it where the closing moves none.
+void TstInterrupted::partlySettledIsListed() {
+    twoProducts();
+    b->server().execute(
+        u"UPDATE empresa SET PAF_ECF = 'SIM'; UPDATE orcamento SET situacaoorc = 'B', databaixa = "
+        "'2024-03-15' WHERE nrpedido = 1 LIMIT 1"_s);
+    open();
+    QCOMPARE(status(), u"1 fechamento interrompido (F7)"_s);
+    QCOMPARE(windowRow().value(6), u"conferir: parte dos itens está em outra situação"_s);
+}
+
+void TstInterrupted::noteOfAConversionThatMayStillRunStays() {
+    b->shop().basico();
+    b->shop().documento({.pedido = 7, .tipo = u"D"_s});
+    b->server().execute(u"INSERT INTO observacao SET nrpedido = 7, tipoOperacao = 'D'"_s);
+    QVERIFY(closingjournal::beginConversion({7, 101}));
+    open();
+    QVERIFY(!hasStatus());
+    QCOMPARE(closingjournal::conversions().size(), 1);
+    // The server has executed the update that was waiting.
+    b->server().execute(u"UPDATE orcamento SET nrpedido = 101, TipoOperacao = 'P'"_s);
+    b->close();
+    open();
+    QCOMPARE(status(), u"1 fechamento interrompido (F7)"_s);
 }
 
 void TstInterrupted::anotherStationHoldsTheLock() {

@@ -6,6 +6,8 @@
 #include <QLabel>
 #include <QLibraryInfo>
 #include <QPointer>
+#include <QScreen>
+#include <QScrollArea>
 #include <QTest>
 #include <QTimer>
 #include <QTranslator>
@@ -44,6 +46,7 @@ class TstBoxes : public QObject {
     void enterPressesTheFirstButton();
     void textIsNeverRichText_data();
     void textIsNeverRichText();
+    void longTextScrolls();
     void boxIsModalToItsForm();
     void buttonsAreInPortuguese();
 };
@@ -126,6 +129,23 @@ void TstBoxes::textIsNeverRichText() {
     boxes::inform(nullptr, text);
     QCOMPARE(shown, text);
     QCOMPARE(format, Qt::PlainText);
+}
+
+// Its buttons must stay on the screen.
+void TstBoxes::longTextScrolls() {
+    constexpr int lines = 500;
+    int height = 0;
+    int room = 0;
+    bool scrolls = false;
+    withTheBox(this, [&](QMessageBox* box) {
+        height = box->height();
+        room = box->screen()->availableGeometry().height();
+        scrolls = box->findChild<QScrollArea*>(u"textoLongo"_s) != nullptr;
+        box->close();
+    });
+    boxes::inform(nullptr, u"Linha de uma lista comprida\n"_s.repeated(lines));
+    QVERIFY(scrolls);
+    QVERIFY2(height <= room, qPrintable(u"%1 > %2"_s.arg(height).arg(room)));
 }
 
 void TstBoxes::boxIsModalToItsForm() {

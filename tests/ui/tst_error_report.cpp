@@ -6,6 +6,8 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QFile>
+#include <QLabel>
+#include <QMessageBox>
 #include <QPushButton>
 #include <QTest>
 #include <QTimer>
@@ -65,6 +67,7 @@ class TstErrorReport : public QObject {
     void copyByKeyLeavesTheReportOpen();
     void lostConnectionAsksForANewStart_data();
     void lostConnectionAsksForANewStart();
+    void textIsNeverRichText();
     void escapeClosesIt();
     void errorIsAnException();
 
@@ -219,6 +222,20 @@ void TstErrorReport::lostConnectionAsksForANewStart() {
         shown(RuntimeError(errorNumber, u"perdida"_s, sqlState, u"SELECT 1"_s)).informative,
         u"A operação foi interrompida; o que já foi executado permanece gravado. A conexão com o banco de "
         "dados foi perdida; a próxima operação tentará abri-la novamente."_s);
+}
+
+void TstErrorReport::textIsNeverRichText() {
+    QList<Qt::TextFormat> formats;
+    QTimer::singleShot(0, this, [&formats] {
+        auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+        QVERIFY(box);
+        formats = {box->textFormat(), box->findChild<QLabel*>(u"qt_msgbox_label"_s)->textFormat()};
+        box->close();
+    });
+    QWidget form;
+    form.show();
+    showErrorReport(&form, RuntimeError(1146, u"<img src='x'>"_s, u"42S02"_s, {}));
+    QCOMPARE(formats, (QList<Qt::TextFormat>{Qt::PlainText, Qt::PlainText}));
 }
 
 void TstErrorReport::escapeClosesIt() {

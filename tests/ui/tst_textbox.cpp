@@ -3,6 +3,7 @@
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QInputMethodEvent>
+#include <QLineEdit>
 #include <QMimeData>
 #include <QSignalSpy>
 #include <QTest>
@@ -43,6 +44,8 @@ class TstTextBox : public QObject {
     void shownTextStaysLetterByLetter();
     void shownTextEditedByHandFollowsTheConvention();
     void changeIsToldOncePerEdit();
+    void shownApostropheIsLookedUpAsTyped();
+    void selectsOnFocusOnlyWhenAsked();
 
   private:
     std::unique_ptr<TextBox> m_box;
@@ -57,6 +60,31 @@ void TstTextBox::init() {
 
 void TstTextBox::cleanup() {
     m_box.reset();
+}
+
+// A description of the database may hold what cannot be typed.
+void TstTextBox::shownApostropheIsLookedUpAsTyped() {
+    m_box->showText(u"D'AGUA"_s);
+    QCOMPARE(m_box->text(), u"D'AGUA"_s);
+    QCOMPARE(m_box->lookUpText(), u"D´AGUA"_s);
+}
+
+void TstTextBox::selectsOnFocusOnlyWhenAsked() {
+    for (const bool asked : {false, true}) {
+        QWidget form;
+        auto* other = new QLineEdit(&form);
+        auto* box = new TextBox(&form);
+        box->move(0, other->sizeHint().height());
+        if (asked)
+            box->setSelectsOnFocus();
+        form.show();
+        QVERIFY(QTest::qWaitForWindowActive(&form));
+        box->showText(u"ABC"_s);
+        other->setFocus();
+        box->deselect();
+        box->setFocus(Qt::OtherFocusReason);
+        QCOMPARE(box->selectedText(), asked ? u"ABC"_s : QString());
+    }
 }
 
 void TstTextBox::texts_data() {

@@ -119,12 +119,14 @@ void FindLine::begin() {
     m_start = {m_grid->currentRow(), 0};
     const bool shown = isVisible();
     setVisible(true);
-    m_box->selectAll();
     // First to the grid: a control that stores its value when it is left has done so, or has kept the focus
     // because the value was refused, before the box takes it.
-    m_grid->setFocus();
-    if (!m_grid->isEnabled() || m_grid->window()->focusWidget() == m_grid)
-        m_box->setFocus();
+    if (!m_box->hasFocus()) {
+        m_grid->setFocus();
+        if (!m_grid->isEnabled() || m_grid->window()->focusWidget() == m_grid)
+            m_box->setFocus();
+    }
+    m_box->selectAll();
     if (!shown) {
         m_search.search(*m_grid, m_box->text());
         tellHits();
