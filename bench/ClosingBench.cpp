@@ -37,7 +37,7 @@ struct Size {
     int presales;
     int rounds; // a disturbance weighs more on a short batch
 };
-constexpr std::array<Size, 3> sizes = {{{10, 41}, {100, 41}, {1000, 9}}};
+constexpr std::array<Size, 3> sizes = {{{10, 21}, {100, 21}, {1000, 7}}};
 constexpr int guardRounds = 5;
 
 /// Closes what is listed in a panel of its own and gives the seconds of the batch, without the operator's
