@@ -60,14 +60,18 @@ bool isPaymentValid(const ListedPv& pv) {
     return *pv.avista ? !days.negativo() : days > Dinheiro();
 }
 
-std::optional<QDate> dueDate(const QString& diasVenc) {
+bool isPossibleDueDate(QDate date) {
     constexpr int lastYear = 9999;
+    return date.isValid() && date.year() <= lastYear;
+}
+
+std::optional<QDate> dueDate(const QString& diasVenc) {
     constexpr qint64 longestTerm = 10'000'000;
     const qint64 days = ValorNumerico(diasVenc).inteiro();
     if (days > longestTerm || days < -longestTerm)
         return {};
     const QDate date = clock::today().addDays(days);
-    return date.isValid() && date.year() <= lastYear ? std::optional(date) : std::nullopt;
+    return isPossibleDueDate(date) ? std::optional(date) : std::nullopt;
 }
 
 void StockCheck::add(const QString& codigo, Dinheiro needed, Dinheiro available, const BatchAnswer& answer) {
@@ -87,13 +91,14 @@ StockCheck checkStock(const QString& pedido, const BatchAnswer& answer) {
     return result;
 }
 
-void LinesCheck::add(const odbc::Field& situacao, const odbc::Field& dataAbertura,
-                     const odbc::Field& totalPed) {
+void LinesCheck::add(const odbc::Field& codigoCli, const odbc::Field& situacao,
+                     const odbc::Field& dataAbertura, const odbc::Field& totalPed) {
     if (!isOpen(situacao)) {
         m_anyOther = true;
         return;
     }
     m_anyOpen = true;
+    m_listedCustomer = m_listedCustomer || codigoCli.text() == m_pv.codigoCli;
     if (dataAbertura.text() >= m_listedSince)
         m_total += totalPed.decimal();
 }
@@ -105,17 +110,21 @@ std::optional<ClosingReason> LinesCheck::objection() const {
         return ClosingReason::PartlySettled;
     if (FormataDinheiro(m_total) != m_pv.total)
         return ClosingReason::TotalChanged;
+    if (!m_listedCustomer)
+        return ClosingReason::CustomerChanged;
     return {};
 }
 
 std::optional<ClosingReason> objectionToLines(odbc::ResultSet& lines, const ListedPv& pv,
                                               const QString& listedSince) {
+    const int codigoCli = lines.column(esquema::orcamento::codigoCli);
     const int situacao = lines.column(esquema::orcamento::situacao);
     const int dataAbertura = lines.column(esquema::orcamento::dataAbertura);
     const int totalPed = lines.column(esquema::orcamento::totalPed);
     LinesCheck check(pv, listedSince);
     for (; !lines.atEnd(); lines.moveNext())
-        check.add(lines.field(situacao), lines.field(dataAbertura), lines.field(totalPed));
+        check.add(lines.field(codigoCli), lines.field(situacao), lines.field(dataAbertura),
+                  lines.field(totalPed));
     const std::optional<ClosingReason> objection = check.objection();
     if (!objection)
         lines.moveFirst();

@@ -31,6 +31,9 @@ bool isPrivatePerson(const QString& document);
 /// is one whose name would break the statements of the closing.
 bool isPaymentValid(const ListedPv& pv);
 
+/// True for a date that the database's calendar has.
+bool isPossibleDueDate(QDate date);
+
 /// Today plus the term; nothing when that lies beyond the calendar of the database.
 std::optional<QDate> dueDate(const QString& diasVenc);
 
@@ -67,7 +70,8 @@ class LinesCheck {
     LinesCheck(const ListedPv& pv, QString listedSince) : m_pv(pv), m_listedSince(std::move(listedSince)) {}
 
     /// Looks at one line by its columns of `orcamento`. Raises RuntimeError.
-    void add(const odbc::Field& situacao, const odbc::Field& dataAbertura, const odbc::Field& totalPed);
+    void add(const odbc::Field& codigoCli, const odbc::Field& situacao, const odbc::Field& dataAbertura,
+             const odbc::Field& totalPed);
 
     /// The reason not to close the pre-sale; nothing when it may be closed.
     std::optional<ClosingReason> objection() const;
@@ -80,6 +84,7 @@ class LinesCheck {
     QString m_listedSince;
     bool m_anyOpen = false;
     bool m_anyOther = false;
+    bool m_listedCustomer = false; // one of the open lines is the listed customer's
     Dinheiro m_total;
 };
 

@@ -31,9 +31,11 @@ QString logText(ClosingReason reason) {
     case ClosingReason::PartlySettled:
         return u" - O PEDIDO TEM ITENS JÁ ENCERRADOS OU CANCELADOS. CONFIRA O NÚMERO DO PEDIDO."_s;
     case ClosingReason::TotalChanged:
+        return u" - O TOTAL DO PEDIDO MUDOU. CARREGUE A LISTA NOVAMENTE."_s;
+    case ClosingReason::CustomerChanged:
         break;
     }
-    return u" - O TOTAL DO PEDIDO MUDOU. CARREGUE A LISTA NOVAMENTE."_s;
+    return u" - O CLIENTE DO PEDIDO MUDOU. CARREGUE A LISTA NOVAMENTE."_s;
 }
 
 } // namespace tarvessa

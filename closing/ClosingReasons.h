@@ -19,6 +19,7 @@ enum class ClosingReason {
     Settled,     ///< nothing of it is open any more
     PartlySettled,
     TotalChanged,
+    CustomerChanged, ///< it is another customer's now
 };
 
 /// The reason as the closing log writes it behind the number, with its leading hyphen (" - ...").

@@ -106,7 +106,7 @@ StockCheck ClosingRehearsal::checkStock(const PvFacts& facts, RehearsedPv& resul
 void ClosingRehearsal::close(const ListedPv& pv, QDate vencto, const PvFacts& facts, RehearsedPv& result) {
     LinesCheck check(pv, m_listedSince);
     for (const PvFacts::Line& line : facts.lines)
-        check.add(line.situacao, line.dataAbertura, line.totalPed);
+        check.add(line.codigoCli, line.situacao, line.dataAbertura, line.totalPed);
     if (const std::optional<ClosingReason> objection = check.objection()) {
         result.outcome = RehearsedPv::Outcome::Refuse;
         result.reasons = {*objection};

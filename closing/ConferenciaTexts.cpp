@@ -38,9 +38,11 @@ QString reasonName(ClosingReason reason) {
     case ClosingReason::PartlySettled:
         return u"itens já encerrados"_s;
     case ClosingReason::TotalChanged:
+        return u"total mudou"_s;
+    case ClosingReason::CustomerChanged:
         break;
     }
-    return u"total mudou"_s;
+    return u"cliente mudou"_s;
 }
 
 QString termText(const ListedPv& pv) {
@@ -96,6 +98,8 @@ QString reasonText(ClosingReason reason, const ListedPv& pv, const RehearsedPv& 
     case ClosingReason::TotalChanged:
         return u"o total mudou: agora são R$ %1; carregue a lista novamente"_s.arg(
             FormataDinheiro(rehearsed.total));
+    case ClosingReason::CustomerChanged:
+        return u"o pedido agora é de outro cliente; carregue a lista novamente"_s;
     case ClosingReason::PrivatePerson:
         break;
     }
@@ -124,7 +128,7 @@ QList<Group> allGroups() {
          {ClosingReason::CustomerCode, ClosingReason::Interrupted, ClosingReason::NoCustomer,
           ClosingReason::TotalBeyondRange, ClosingReason::Payment, ClosingReason::Stock, ClosingReason::Term,
           ClosingReason::ProductCode, ClosingReason::Account, ClosingReason::Settled,
-          ClosingReason::PartlySettled, ClosingReason::TotalChanged})
+          ClosingReason::PartlySettled, ClosingReason::TotalChanged, ClosingReason::CustomerChanged})
         all.append({Outcome::Refuse, reason});
     all.append({{Outcome::LeaveAlone}, {Outcome::Stop}, {Outcome::NotReached}});
     return all;

@@ -51,17 +51,16 @@ QString termsText(const InterruptedClosing& closing) {
            "Confira antes de concluir."_s;
 }
 
-QString stockText(const MovimentoDeEstoque& movement) {
-    odbc::ResultSet product =
-        NovoRS(u"Select descricao, quantidade From produtos Where codfabr='"_s + movement.codigo + u"'"_s);
-    if (product.atEnd())
+QString stockText(const InterruptedClosing& closing) {
+    const MovimentoDeEstoque& movement = closing.movements[closing.logged - 1];
+    if (!closing.product)
         return u"%1: quantidade %2; o produto não está cadastrado."_s.arg(
             movement.codigo, FormataQuantidade(movement.quantidade));
     return u"%1 - %2: quantidade %3, estoque atual %4. O log de estoque tem esta baixa; o banco de dados não "
            u"mostra se "
-           "o estoque chegou a mudar. Confira a prateleira."_s.arg(
-               movement.codigo, product.field(u"descricao").text(), FormataQuantidade(movement.quantidade),
-               FormataQuantidade(product.field(u"quantidade").decimal()));
+           "o estoque chegou a mudar. Confira a prateleira."_s.arg(movement.codigo, closing.product->name,
+                                                                   FormataQuantidade(movement.quantidade),
+                                                                   FormataQuantidade(closing.product->stock));
 }
 
 } // namespace
@@ -149,7 +148,7 @@ void FechamentosInterrompidos::mostraAtual() {
         answer->setAutoExclusive(true);
     }
     ui->Frame1->setVisible(asks);
-    ui->Label2->setText(asks ? stockText(closing->movements[closing->logged - 1]) : QString());
+    ui->Label2->setText(asks ? stockText(*closing) : QString());
     if (closing)
         ui->Label1->setText(
             closing->unclear.isEmpty()

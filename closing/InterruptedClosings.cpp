@@ -5,6 +5,7 @@
 #include "base/Numeros.h"
 #include "base/RuntimeError.h"
 #include "base/Text.h"
+#include "closing/ClosingChecks.h"
 #include "closing/ClosingSettings.h"
 #include "closing/ConversionStatements.h"
 #include "closing/PvClosing.h"
@@ -154,10 +155,10 @@ void readStockLog(InterruptedClosing& closing, QDate since) {
 void readStock(InterruptedClosing& closing) {
     if (!closing.asksForStock())
         return;
-    const odbc::ResultSet product = NovoRS(u"Select quantidade From produtos Where codfabr='"_s +
-                                           closing.movements[closing.logged - 1].codigo + u"'"_s);
+    odbc::ResultSet product = NovoRS(u"Select descricao, quantidade From produtos Where codfabr='"_s +
+                                     closing.movements[closing.logged - 1].codigo + u"'"_s);
     if (!product.atEnd())
-        closing.stock = product.field(0).decimal();
+        closing.product = {product.field(u"descricao").text(), product.field(u"quantidade").decimal()};
 }
 
 void readControl(InterruptedClosing& closing) {
@@ -240,22 +241,21 @@ InterruptedClosing examine(qint32 number, QDate since, const ClosingSettings& se
     closing.sale.nrPedido = number;
     const Dinheiro listed = readLines(closing, since, !settings.pafEcf);
     const std::optional<Sale> note = closingjournal::find(number);
+    const bool sameTotal = !note || note->valor == closing.sale.valor || note->valor == listed;
     if (note) {
-        if (note->valor != closing.sale.valor && note->valor != listed)
-            closing.unclear = u"o total dos itens não é mais o do fechamento"_s;
         closing.sale = *note;
         closing.termsFrom = InterruptedClosing::TermsFrom::Note;
         closing.lastNumber = isLastPv(number);
     }
+    readMoney(closing, since);
+    if (closing.termsFrom == InterruptedClosing::TermsFrom::Note && !sameTotal)
+        closing.unclear = u"o total dos itens não é mais o do fechamento"_s;
     readStockLog(closing, since);
     readStock(closing);
     readControl(closing);
-    readMoney(closing, since);
     if (closing.termsFrom == InterruptedClosing::TermsFrom::Customer && closing.unclear.isEmpty())
         readPresentTerms(closing);
-    constexpr int lastYear = 9999;
-    if (closing.unclear.isEmpty() &&
-        (!closing.sale.vencto.isValid() || closing.sale.vencto.year() > lastYear))
+    if (closing.unclear.isEmpty() && !isPossibleDueDate(closing.sale.vencto))
         closing.unclear = u"o vencimento não é uma data possível"_s;
     return closing;
 }

@@ -7,6 +7,7 @@
 #include <QStringList>
 
 #include <functional>
+#include <optional>
 
 namespace tarvessa {
 
@@ -35,8 +36,15 @@ struct InterruptedClosing {
     bool lastNumber =
         true; ///< `empresa`.`UltimaPV`; false only where this station's note shows that it is missing
 
-    /// `produtos`.`quantidade` of the last logged movement's product, where a person is asked about it.
-    Dinheiro stock;
+    /// A row of `produtos`: `descricao` and `quantidade`.
+    struct Product {
+        QString name;
+        Dinheiro stock;
+
+        bool operator==(const Product&) const = default;
+    };
+    /// The last logged movement's product, where a person is asked about it and there is one.
+    std::optional<Product> product;
 
     /// Why a person has to look at it: the stock log or the lines do not fit a closing that was cut. Empty
     /// when it can be concluded.

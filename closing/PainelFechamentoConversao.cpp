@@ -29,16 +29,26 @@ qint32 counterValue(const odbc::Field& counter) {
     return narrow<qint32>(counter.integer(), u"o contador de documentos chegou a %1"_s);
 }
 
-// Also looks whether the number is free: a counter that lags behind would merge documents.
-qint32 nextPvNumber() {
+// Also looks whether the number is free, because a counter that lags behind would merge documents, and gives
+// nothing when the document has been cancelled since it was listed: the conversion would open it again.
+std::optional<qint32> nextPvNumber(qint32 nrDav) {
     const NumberingLock lock;
     Executa(u"UPDATE empresa SET contadorPV = contadorPV+1"_s);
     TemRegistro = AbreRS(u"SELECT contadorPV FROM empresa"_s);
     const qint32 number = counterValue(rs.field(esquema::empresa::contadorPv));
     rs.close();
     TemRegistro = AbreRS(
-        u"SELECT nrpedido FROM orcamento WHERE nrpedido=%1 AND TipoOperacao='P' LIMIT 1"_s.arg(number));
-    const bool taken = !rs.atEnd();
+        u"SELECT TipoOperacao, MAX(situacaoorc IN ('A','C')) AS aberto FROM orcamento WHERE nrpedido=%1 AND "
+        "TipoOperacao='P' OR nrpedido=%2 AND TipoOperacao='D' GROUP BY TipoOperacao"_s.arg(number)
+            .arg(nrDav));
+    bool taken = false;
+    bool cancelled = false;
+    for (; !rs.atEnd(); rs.moveNext()) {
+        if (rs.field(esquema::orcamento::tipoOperacao).text() == esquema::dav)
+            cancelled = rs.field(u"aberto").integer() == 0;
+        else
+            taken = true;
+    }
     rs.close();
     if (taken)
         throw RuntimeError(
@@ -46,7 +56,7 @@ qint32 nextPvNumber() {
             u"O número %1 já é de outra pré-venda, e dois documentos se misturariam. Corrija o "
             "contador de pré-vendas da empresa (contadorPV): ele deve ser o maior número já "
             "usado. Verifique!!!"_s.arg(number));
-    return number;
+    return cancelled ? std::nullopt : std::optional(number);
 }
 
 } // namespace
@@ -77,15 +87,20 @@ void PainelFechamento::converteSelecionados() {
     }
     if (!gone.isEmpty())
         boxes::inform(
-            this, u"Não há mais itens a converter, talvez porque outra estação os converteu: DAV %1. Para "
-                  "eles nada foi gravado. Verifique!!!"_s.arg(gone.join(u", "_s)));
+            this,
+            u"Não há mais itens a converter, talvez porque outra estação os converteu ou cancelou: DAV %1. "
+            "Para eles nada foi gravado. Verifique!!!"_s.arg(gone.join(u", "_s)));
 }
 
 bool PainelFechamento::converteDav(qint32 nrDav) {
     // After an error the same number is tried again, and its lines may have been moved the first time.
     const bool again = m_pvNumbers.contains(nrDav);
-    if (!m_pvNumbers.contains(nrDav))
-        m_pvNumbers.insert(nrDav, nextPvNumber());
+    if (!again) {
+        const std::optional<qint32> number = nextPvNumber(nrDav);
+        if (!number)
+            return false;
+        m_pvNumbers.insert(nrDav, *number);
+    }
     const qint32 nrPv = m_pvNumbers.value(nrDav);
     closingjournal::beginConversion({nrDav, nrPv});
     const qint64 moved = Executa(conversionstatements::moveLines(nrDav, nrPv));

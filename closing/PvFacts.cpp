@@ -21,7 +21,8 @@ QString question(const ListedPv& pv) {
            (isPaymentValid(pv)
                 ? u"(SELECT avista FROM Finalizadoras WHERE Descricao='"_s + pv.formaPagto + u"' LIMIT 1)"_s
                 : u"NULL"_s) +
-           u" AS avista, o.id, o.codigo, o.quantidade, o.situacaoorc, o.dataabertura, o.totalped, "
+           u" AS avista, o.id, o.codigocli, o.codigo, o.quantidade, o.situacaoorc, o.dataabertura, "
+           u"o.totalped, "
            "o.Vendedor, e.grupo, e.pedida, e.estoque, e.codfabr, e.descricao, e.contado, f.codigoprod AS "
            "ficha, f.codigo AS peca, f.quantidade AS quantidadepeca, (SELECT codfabr FROM produtos WHERE "
            "codfabr="_s +
@@ -40,6 +41,7 @@ QString question(const ListedPv& pv) {
 
 PvFacts::Line lineOf(const odbc::ResultSet& row) {
     PvFacts::Line line;
+    line.codigoCli = row.field(esquema::orcamento::codigoCli);
     line.codigo = row.field(esquema::orcamento::codigo);
     line.quantidade = row.field(esquema::orcamento::quantidade);
     line.situacao = row.field(esquema::orcamento::situacao);

@@ -22,6 +22,7 @@ struct PvFacts {
     };
 
     struct Line {
+        odbc::Field codigoCli;
         odbc::Field codigo;
         odbc::Field quantidade;
         odbc::Field situacao;

@@ -30,6 +30,7 @@ QString refused(int pedido, const QString& reason) {
 const QString alreadyClosed = u"O PEDIDO JÁ FOI ENCERRADO OU CANCELADO."_s;
 const QString partlyClosed = u"O PEDIDO TEM ITENS JÁ ENCERRADOS OU CANCELADOS. CONFIRA O NÚMERO DO PEDIDO."_s;
 const QString totalChanged = u"O TOTAL DO PEDIDO MUDOU. CARREGUE A LISTA NOVAMENTE."_s;
+const QString customerChanged = u"O CLIENTE DO PEDIDO MUDOU. CARREGUE A LISTA NOVAMENTE."_s;
 const QString breakOff = u"FECHAMENTO INTERROMPIDO POR ERRO. CONFIRA ESTOQUE E FINANCEIRO."_s;
 
 /// Acts once, when the n-th message box from now comes up.
@@ -48,6 +49,29 @@ class OnBox : public QObject {
     int m_left;
     std::function<void()> m_action;
 };
+
+#ifdef Q_OS_UNIX
+/// Files of this process grow no further than it is told, while it lives.
+class FileSizeLimit {
+  public:
+    FileSizeLimit() {
+        getrlimit(RLIMIT_FSIZE, &m_before);
+        std::signal(SIGXFSZ, SIG_IGN);
+    }
+    ~FileSizeLimit() { setrlimit(RLIMIT_FSIZE, &m_before); }
+    FileSizeLimit(const FileSizeLimit&) = delete;
+    FileSizeLimit& operator=(const FileSizeLimit&) = delete;
+
+    /// Bytes.
+    void set(qsizetype size) const {
+        const rlimit small{static_cast<rlim_t>(size), m_before.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &small);
+    }
+
+  private:
+    rlimit m_before{};
+};
+#endif
 
 } // namespace
 
@@ -243,6 +267,11 @@ void TstBatchGuards::changedSinceTheListing_data() {
         << u"INSERT INTO orcamento (nrpedido, TipoOperacao, situacaoorc, codigocli, dataabertura, codigo, "
            "quantidade, totalped) VALUES (1, 'P', 'A', 'C1', '2024-03-14', 'P1', 1, 5)"_s
         << totalChanged;
+    QTest::newRow("another customer's")
+        << u"INSERT INTO clientes (codigo, nome, cidade, formapg, CNPJ_CPF) VALUES ('C2', 'ZEBRA', "
+           u"'CAMPINAS', "
+           "'PIX', '11222333000181'); UPDATE orcamento SET codigocli = 'C2' WHERE nrpedido = 1"_s
+        << customerChanged;
     QTest::newRow("still open") << u"UPDATE orcamento SET situacaoorc = 'C' WHERE nrpedido = 1"_s
                                 << QString();
 }
@@ -680,15 +709,9 @@ void TstBatchGuards::logLineThatCannotBeWrittenStopsNothing() {
     b->shop().documento({.pedido = 1, .cliente = u"RUIM"_s, .nomeVendedor = u"A"_s});
     b->shop().documento({.pedido = 2, .nomeVendedor = u"B"_s});
     QVERIFY(b->open());
-    rlimit before{};
-    QCOMPARE(getrlimit(RLIMIT_FSIZE, &before), 0);
-    const auto restore = qScopeGuard([&before] { setrlimit(RLIMIT_FSIZE, &before); });
-    std::signal(SIGXFSZ, SIG_IGN);
     // The header fits; what comes after it does not.
-    const OnBox full(1, [this, before] {
-        const rlimit small{static_cast<rlim_t>(b->log().size()), before.rlim_max};
-        setrlimit(RLIMIT_FSIZE, &small);
-    });
+    const FileSizeLimit limit;
+    const OnBox full(1, [this, &limit] { limit.set(b->log().size()); });
     ModalHelper modal;
     modal.expect(mensagens::lembrete, QMessageBox::Ok);
     modal.expect(mensagens::comErros, QMessageBox::Ok);
@@ -711,17 +734,9 @@ void TstBatchGuards::logLinesThatWereNotWrittenAreToldAfterAnError() {
     QVERIFY(b->open());
     b->server().execute(u"CREATE TRIGGER falha BEFORE INSERT ON areceber FOR EACH ROW SIGNAL SQLSTATE "
                         "'45000' SET MESSAGE_TEXT = 'recusado'"_s);
-    rlimit before{};
-    QCOMPARE(getrlimit(RLIMIT_FSIZE, &before), 0);
-    const auto restore = qScopeGuard([this, &before] {
-        setrlimit(RLIMIT_FSIZE, &before);
-        b->server().execute(u"DROP TRIGGER falha"_s);
-    });
-    std::signal(SIGXFSZ, SIG_IGN);
-    const OnBox full(1, [this, before] {
-        const rlimit small{static_cast<rlim_t>(b->log().size()), before.rlim_max};
-        setrlimit(RLIMIT_FSIZE, &small);
-    });
+    const auto restore = qScopeGuard([this] { b->server().execute(u"DROP TRIGGER falha"_s); });
+    const FileSizeLimit limit;
+    const OnBox full(1, [this, &limit] { limit.set(b->log().size()); });
     ModalHelper modal;
     modal.expect(mensagens::lembrete, QMessageBox::Ok);
     modal.expectContaining(u"recusado"_s, QMessageBox::Ok);

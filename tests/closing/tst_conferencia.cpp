@@ -53,7 +53,9 @@ const QList<Reason>& reasons() {
         {u"o pedido já foi encerrado ou cancelado"_s, u"O PEDIDO JÁ FOI ENCERRADO OU CANCELADO."_s},
         {u"o pedido tem itens já encerrados"_s,
          u"O PEDIDO TEM ITENS JÁ ENCERRADOS OU CANCELADOS. CONFIRA O NÚMERO DO PEDIDO."_s},
-        {u"o total mudou: "_s, u"O TOTAL DO PEDIDO MUDOU. CARREGUE A LISTA NOVAMENTE."_s}};
+        {u"o total mudou: "_s, u"O TOTAL DO PEDIDO MUDOU. CARREGUE A LISTA NOVAMENTE."_s},
+        {u"o pedido agora é de outro cliente"_s,
+         u"O CLIENTE DO PEDIDO MUDOU. CARREGUE A LISTA NOVAMENTE."_s}};
     return all;
 }
 
@@ -404,6 +406,11 @@ void TstConferencia::fillCases() {
                                    u"o total mudou: agora são R$ 1.012,50; carregue a lista novamente"_s,
                                    {u"O TOTAL DO PEDIDO MUDOU. CARREGUE A LISTA NOVAMENTE."_s},
                                    server(u"UPDATE orcamento SET totalped = 1012.5"_s)};
+    m_cases[u"another customer's"_s] = {plain,
+                                        u"recusada"_s,
+                                        u"o pedido agora é de outro cliente; carregue a lista novamente"_s,
+                                        {u"O CLIENTE DO PEDIDO MUDOU. CARREGUE A LISTA NOVAMENTE."_s},
+                                        server(u"UPDATE orcamento SET codigocli = 'OUTRO'"_s)};
     m_cases[u"interrupted"_s] = {plain,
                                  u"recusada"_s,
                                  u"fechamento interrompido: confira em F7, no painel"_s,

@@ -29,17 +29,20 @@ const QString askLock = u"SELECT GET_LOCK("_s + lock + u", 10)"_s;
 const QString releaseLock = u"SELECT RELEASE_LOCK("_s + lock + u")"_s;
 
 QStringList commandsOf(int dav, int pv) {
-    return {askLock,
-            u"UPDATE empresa SET contadorPV = contadorPV+1"_s,
-            u"SELECT contadorPV FROM empresa"_s,
-            u"SELECT nrpedido FROM orcamento WHERE nrpedido=%1 AND TipoOperacao='P' LIMIT 1"_s.arg(pv),
-            releaseLock,
-            u"UPDATE orcamento SET TipoOperacao = 'P', nrPedido = '%1',situacaoorc = 'A' WHERE nrpedido =%2 "
-            "and TipoOperacao = 'D'"_s.arg(pv)
-                .arg(dav),
-            u"UPDATE observacao set nrpedido=%1 , tipoOperacao = 'P' WHERE nrpedido =%2 and TipoOperacao = "
-            "'D'"_s.arg(pv)
-                .arg(dav)};
+    return {
+        askLock,
+        u"UPDATE empresa SET contadorPV = contadorPV+1"_s,
+        u"SELECT contadorPV FROM empresa"_s,
+        u"SELECT TipoOperacao, MAX(situacaoorc IN ('A','C')) AS aberto FROM orcamento WHERE nrpedido=%1 AND "
+        "TipoOperacao='P' OR nrpedido=%2 AND TipoOperacao='D' GROUP BY TipoOperacao"_s.arg(pv)
+            .arg(dav),
+        releaseLock,
+        u"UPDATE orcamento SET TipoOperacao = 'P', nrPedido = '%1',situacaoorc = 'A' WHERE nrpedido =%2 "
+        "and TipoOperacao = 'D'"_s.arg(pv)
+            .arg(dav),
+        u"UPDATE observacao set nrpedido=%1 , tipoOperacao = 'P' WHERE nrpedido =%2 and TipoOperacao = "
+        "'D'"_s.arg(pv)
+            .arg(dav)};
 }
 
 /// Notes what a progress bar said each time it was painted while it was shown.
@@ -482,6 +485,30 @@ class TstConversao : public QObject {
                  u"D20"_s);
         QCOMPARE(destination(10), u"P102"_s);
         QCOMPARE(m.grid()->rows(), 1);
+    }
+
+    void davCancelledElsewhereStaysCancelled() {
+        threeDavs();
+        QVERIFY(m.open(PanelBench::wide));
+        m.server().execute(u"UPDATE orcamento SET situacaoorc = 'X' WHERE nrpedido = 30"_s);
+        const auto lines = m.server().query(u"SELECT * FROM orcamento WHERE nrpedido = 30"_s);
+        ModalHelper modal;
+        modal.expectContaining(u"DAV 30. Para eles nada foi gravado"_s, QMessageBox::Ok);
+        m.press(u"Command2"_s);
+        QCOMPARE(modal.problem(), QString());
+        QCOMPARE(m.server().query(u"SELECT * FROM orcamento WHERE nrpedido = 30"_s), lines);
+        QCOMPARE(nota(30), u"D30"_s);
+        QCOMPARE(destination(10), u"P102"_s);
+        QCOMPARE(destination(20), u"P103"_s);
+    }
+
+    // What is open of it is what was listed.
+    void davCancelledInPartIsConverted() {
+        threeDavs();
+        QVERIFY(m.open(PanelBench::wide));
+        m.server().execute(u"UPDATE orcamento SET situacaoorc = 'X' WHERE nrpedido = 30 LIMIT 1"_s);
+        m.press(u"Command2"_s);
+        QCOMPARE(destination(30), u"P101"_s);
     }
 
     void twoStationsAtTheSameTime() {

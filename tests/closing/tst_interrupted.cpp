@@ -669,10 +669,12 @@ void TstInterrupted::receivableRulesOverANote() {
     twoProducts();
     cutBefore("insert into caixa");
     QCOMPARE(closingjournal::all(), QList<qint32>{1});
-    b->server().execute(u"UPDATE areceber SET TipoPag = 'CHEQUE', Vencto = '2024-05-01'"_s);
+    b->server().execute(u"UPDATE areceber SET TipoPag = 'CHEQUE', Vencto = '2024-05-01'; "
+                        "UPDATE orcamento SET totalped = totalped + 1"_s);
     const QStringList row = windowRow();
     QCOMPARE(row.value(3), u"CHEQUE"_s);
     QCOMPARE(row.value(4), u"01/05/2024"_s);
+    QCOMPARE(row.value(6), u"caixa"_s);
 }
 
 void TstInterrupted::impossibleDueDateIsUnclear() {

@@ -64,7 +64,9 @@ class TstComissaoEdicao : public QObject {
   private:
     Grid* grid() const { return control<Grid>(screen.get(), "Grid1"); }
     QLineEdit* editor() const { return control<QLineEdit>(screen.get(), "TextGrid"); }
+    QLineEdit* lastDay() const { return control<QLineEdit>(screen.get(), "DataFin"); }
     void openScreen(int row, int column) { m->click(grid(), row, column); }
+    void refusePeriod();
     void type(const QString& text) { QTest::keyClicks(editor(), text); }
     void key(Qt::Key which) { QTest::keyClick(editor(), which); }
     static QString readAgain(const QString& codigo = u"1"_s) {
@@ -105,6 +107,18 @@ void TstComissaoEdicao::init() {
     QTest::mouseClick(control<QPushButton>(screen.get(), "Command4"), Qt::LeftButton);
     QCOMPARE(grid()->rows(), 5);
     m->mark();
+}
+
+/// "5" is typed into the first rate, then "Gerar" is pressed with a period that ends on no day.
+void TstComissaoEdicao::refusePeriod() {
+    lastDay()->setText(u"31/02/2024"_s);
+    openScreen(1, 3);
+    type(u"5"_s);
+    ModalHelper modal;
+    modal.expect(u"Data final inválida. Verifique!!!"_s, QMessageBox::Ok);
+    QTest::keyClick(editor(), Qt::Key_G, Qt::AltModifier);
+    QTRY_COMPARE(modal.boxes().size(), 1); // the button shows itself pressed for a moment
+    QCOMPARE(modal.problem(), QString());
 }
 
 void TstComissaoEdicao::opensOverTheCell_data() {
@@ -303,23 +317,13 @@ void TstComissaoEdicao::shortcutSavesFirst() {
 
 // A refused period executes nothing; the entry waits.
 void TstComissaoEdicao::periodIsCheckedBeforeTheSave() {
-    auto* end = control<QLineEdit>(screen.get(), "DataFin");
-    end->setText(u"31/02/2024"_s);
-    openScreen(1, 3);
-    type(u"5"_s);
-    {
-        ModalHelper modal;
-        modal.expect(u"Data final inválida. Verifique!!!"_s, QMessageBox::Ok);
-        QTest::keyClick(editor(), Qt::Key_G, Qt::AltModifier);
-        QTRY_COMPARE(modal.boxes().size(), 1); // the button shows itself pressed for a moment
-        QCOMPARE(modal.problem(), QString());
-    }
+    refusePeriod();
     QCOMPARE(m->texts(), QStringList());
     QVERIFY(editor()->isVisible());
     QVERIFY(showActive(screen.get()));
     QCOMPARE(Hands::focus(), u"DataFin"_s);
-    QTest::keyClicks(end, u"29022024"_s);
-    QTest::keyClick(end, Qt::Key_G, Qt::AltModifier);
+    QTest::keyClicks(lastDay(), u"29022024"_s);
+    QTest::keyClick(lastDay(), Qt::Key_G, Qt::AltModifier);
     QTRY_VERIFY(editor()->isHidden());
     QCOMPARE(m->texts().value(0), save(u" 5"_s, u" 1.5"_s));
     QCOMPARE(grid()->text(1, 3), u"5,0"_s);
@@ -328,18 +332,9 @@ void TstComissaoEdicao::periodIsCheckedBeforeTheSave() {
 
 // The first Escape is the open editor's, wherever the focus is.
 void TstComissaoEdicao::escapeInTheRefusedPeriodKeepsTheForm() {
-    auto* end = control<QLineEdit>(screen.get(), "DataFin");
-    end->setText(u"31/02/2024"_s);
-    openScreen(1, 3);
-    type(u"5"_s);
-    {
-        ModalHelper modal;
-        modal.expect(u"Data final inválida. Verifique!!!"_s, QMessageBox::Ok);
-        QTest::keyClick(editor(), Qt::Key_G, Qt::AltModifier);
-        QTRY_COMPARE(modal.boxes().size(), 1); // the button shows itself pressed for a moment
-    }
+    refusePeriod();
     QVERIFY(showActive(screen.get()));
-    QTest::keyClick(end, Qt::Key_Escape);
+    QTest::keyClick(lastDay(), Qt::Key_Escape);
     QVERIFY(screen->isVisible());
     QVERIFY(editor()->isHidden());
     QVERIFY(grid()->isEnabled());
