@@ -9,12 +9,17 @@ using namespace Qt::StringLiterals;
 
 namespace tarvessa::bench {
 
-QByteArrayList recordedStatements(test::PrivateServer& server, const QString& first,
-                                  const std::function<void()>& run) {
+QStringList recordedTexts(test::PrivateServer& server, const std::function<void()>& run) {
     test::StatementLog log(server);
     run();
     const QStringList texts = log.texts();
     server.execute(u"SET GLOBAL general_log = 0"_s);
+    return texts;
+}
+
+QByteArrayList recordedStatements(test::PrivateServer& server, const QString& first,
+                                  const std::function<void()>& run) {
+    const QStringList texts = recordedTexts(server, run);
     QByteArrayList statements;
     for (auto text = std::find_if(texts.cbegin(), texts.cend(),
                                   [&first](const QString& each) { return each.startsWith(first); });

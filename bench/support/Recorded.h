@@ -1,7 +1,7 @@
 #pragma once
 
 #include <QByteArrayList>
-#include <QString>
+#include <QStringList>
 
 #include <functional>
 
@@ -11,8 +11,10 @@ class PrivateServer;
 
 namespace tarvessa::bench {
 
-/// The statements that the server receives while `run` runs, in order, from the first one that begins with
-/// `first`; empty when none does.
+/// The statements that the server receives while `run` runs, in order.
+QStringList recordedTexts(test::PrivateServer& server, const std::function<void()>& run);
+
+/// The same as the driver sends them, from the first one that begins with `first`; empty when none does.
 QByteArrayList recordedStatements(test::PrivateServer& server, const QString& first,
                                   const std::function<void()>& run);
 
