@@ -33,8 +33,8 @@ constexpr int hangMs = 900000;
 /// of which there are 500. `placa` says of which document a line was.
 const QString preparation =
     u"ALTER TABLE empresa MODIFY id INT NOT NULL AUTO_INCREMENT INVISIBLE; "
-    "ALTER TABLE relat MODIFY id BIGINT NOT NULL AUTO_INCREMENT INVISIBLE; "
-    "ALTER TABLE relat2 MODIFY id BIGINT NOT NULL AUTO_INCREMENT INVISIBLE; "
+    "ALTER TABLE relat ENGINE=InnoDB, MODIFY id BIGINT NOT NULL AUTO_INCREMENT INVISIBLE; "
+    "ALTER TABLE relat2 ENGINE=InnoDB, MODIFY id BIGINT NOT NULL AUTO_INCREMENT INVISIBLE; "
     "INSERT INTO empresa (contadorPV, ultpedido, ContaCTB1, PAF_ECF) VALUES (%1, 500, "
     u"'1.01/1.02/2.01/2.02/1.05', "
     "'NAO'); "
