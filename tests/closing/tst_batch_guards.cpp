@@ -272,6 +272,8 @@ void TstBatchGuards::changedSinceTheListing_data() {
            u"'CAMPINAS', "
            "'PIX', '11222333000181'); UPDATE orcamento SET codigocli = 'C2' WHERE nrpedido = 1"_s
         << customerChanged;
+    QTest::newRow("the same customer's")
+        << u"UPDATE orcamento SET codigocli = 'c1 ' WHERE nrpedido = 1"_s << QString();
     QTest::newRow("still open") << u"UPDATE orcamento SET situacaoorc = 'C' WHERE nrpedido = 1"_s
                                 << QString();
 }
