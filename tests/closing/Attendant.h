@@ -20,7 +20,7 @@ class Attendant : public QObject {
     Attendant();
 
     /// Operates windows of this object name from now on; a window still open after `action` is closed.
-    void operate(const QString& name, Action action) { m_actions.insert(name, std::move(action)); }
+    void operate(const QString& name, const Action& action) { m_actions.insert(name, action); }
 
     /// The texts of the boxes answered so far with all that they tell beside, and the object names of the
     /// windows operated or closed.

@@ -11,6 +11,8 @@
 #include <QRadioButton>
 #include <QTest>
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 namespace tarvessa::test {
@@ -144,10 +146,10 @@ QString differenceBetween(const Books& books, const Books& expected) {
 }
 
 bool isLastMovementDone(const QList<QByteArray>& executed) {
-    for (auto sql = executed.crbegin(); sql != executed.crend(); ++sql)
-        if (isStockUpdate(*sql) || isStockLog(*sql))
-            return isStockUpdate(*sql);
-    return true;
+    const auto last = std::find_if(executed.crbegin(), executed.crend(), [](const QByteArray& sql) {
+        return isStockUpdate(sql) || isStockLog(sql);
+    });
+    return last == executed.crend() || isStockUpdate(*last);
 }
 
 void concludeAll(QWidget* window, const std::function<bool()>& lastMovementDone) {

@@ -240,7 +240,8 @@ void TstServerFaults::fullDisk() {
     {
         QFile filler(path);
         QVERIFY(filler.open(QIODevice::WriteOnly | QIODevice::Unbuffered));
-        const QByteArray block(64 * 1024, 'x');
+        constexpr qsizetype blockSize = 65536;
+        const QByteArray block(blockSize, 'x');
         while (filler.write(block) == block.size()) {
         }
     }

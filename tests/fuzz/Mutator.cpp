@@ -46,7 +46,7 @@ QByteArray Mutator::damaged(QByteArray bytes, const QByteArray& other) {
             bytes.truncate(at);
             break;
         default:
-            bytes.insert(at, QByteArray(length * 20, "(-<{\"0"[below(6)]));
+            bytes.insert(at, QByteArray(qsizetype{20} * length, "(-<{\"0"[below(6)]));
         }
     }
     return bytes;

@@ -246,7 +246,7 @@ void TstNodes::look(Work& work, const QJsonObject& answer) {
     const bool error = contains(answer, u"Erro em tempo de execução"_s);
     const bool lost = contains(answer, u"a próxima operação tentará abri-la novamente"_s);
     const bool later = contains(answer, u"Outra estação"_s);
-    for (const QJsonValue& box : answer[u"boxes"].toArray())
+    for (const auto& box : answer[u"boxes"].toArray())
         if (box.toString().contains(u"Erro em tempo"_s))
             qInfo("%s: %s", qPrintable(work.station->name()),
                   qPrintable(box.toString().simplified().left(400)));

@@ -243,9 +243,9 @@ void TstOdbcReuse::movedFromResultOpensAgain() {
     odbc::ResultSet first;
     first.open(m_connection, sequence(1, 300));
     odbc::ResultSet second = std::move(first);
+    const QString shorter = u"SELECT curta AS n, longa, id FROM notas WHERE id = 2"_s;
     // What a moved-from result does is the subject here.
-    first.open(m_connection,
-               u"SELECT curta AS n, longa, id FROM notas WHERE id = 2"_s); // NOLINT(bugprone-use-after-move)
+    first.open(m_connection, shorter); // NOLINT(bugprone-use-after-move)
     QCOMPARE(first.field(u"n").text(), u"é2"_s);
     walk(second, 1, 300);
     QCOMPARE(first.field(u"longa").text(), u"çã"_s.repeated(800));

@@ -216,7 +216,8 @@ void TstReportLayout::onlyAnOrdinaryFileIsRead_data() {
     QTest::newRow("link to nothing") << m_bench.path(u"solto.RPT"_s) << u"é um atalho (link simbólico)"_s;
     QVERIFY(QDir().mkdir(m_bench.path(u"pasta.RPT"_s)));
     QTest::newRow("folder") << m_bench.path(u"pasta.RPT"_s) << u"é uma pasta"_s;
-    const QString large = m_bench.write(u"grande.RPT"_s, "<report>" + QByteArray(4 * 1024 * 1024, ' '));
+    constexpr qsizetype limit = 4194304;
+    const QString large = m_bench.write(u"grande.RPT"_s, "<report>" + QByteArray(limit, ' '));
     QTest::newRow("too large") << large << u"tem mais de 4 MB"_s;
 #ifndef _WIN32
     outputOf(u"mkfifo"_s, {m_bench.path(u"canal.RPT"_s)});

@@ -395,7 +395,7 @@ void TstNivelPreco::withoutTheControlIsAnErrorReport() {
 
 void TstNivelPreco::noCompanyIsAnErrorReport() {
     m->server().execute(u"DELETE FROM empresa"_s);
-    QVERIFY_EXCEPTION_THROWN(RelatNivelPreco(), RuntimeError);
+    QVERIFY_THROWS_EXCEPTION(RuntimeError, RelatNivelPreco());
 }
 
 void TstNivelPreco::byKeyboardAlone() {

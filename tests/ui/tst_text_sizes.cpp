@@ -166,8 +166,8 @@ void TstTextSizes::columnThatScrollsIntoNeedIsPaintedAnew() {
 
 void TstTextSizes::usualSizeComesBack_data() {
     QTest::addColumn<std::function<void(Grid&)>>("change");
-    const auto row = [](const char* name, std::function<void(Grid&)> change) {
-        QTest::newRow(name) << std::move(change);
+    const auto row = [](const char* name, const std::function<void(Grid&)>& change) {
+        QTest::newRow(name) << change;
     };
     row("emptied", [](Grid& grid) {
         grid.setRows(1);
