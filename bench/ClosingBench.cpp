@@ -1,21 +1,14 @@
 #include "bench/ClosingBench.h"
 
+#include "bench/BatchRun.h"
 #include "bench/support/BareOdbc.h"
-#include "bench/support/BoxAnswerer.h"
 #include "bench/support/Measure.h"
-#include "bench/support/Painted.h"
-#include "bench/support/Recorded.h"
 #include "bench/support/Workload.h"
 #include "closing/BatchQuestion.h"
 #include "closing/ClosingBatch.h"
 #include "closing/ListedPeriod.h"
-#include "closing/PainelFechamento.h"
 #include "closing/ServerLock.h"
 #include "core/AcessoDados.h"
-#include "support/PrivateServer.h"
-#include "ui/grid/Grid.h"
-
-#include <QPushButton>
 
 #include <algorithm>
 #include <array>
@@ -40,28 +33,6 @@ struct Size {
 constexpr std::array<Size, 3> sizes = {{{10, 21}, {100, 21}, {1000, 7}}};
 constexpr int guardRounds = 5;
 
-/// Closes what is listed in a panel of its own and gives the seconds of the batch, without the operator's
-/// boxes around it; adds those that the boxes take to `boxTimes`.
-double closeAll(int presales, std::vector<double>& boxTimes) {
-    PainelFechamento panel;
-    if (!panel.Form_Load())
-        throw std::runtime_error("the panel did not start");
-    panel.show();
-    auto* grid = panel.findChild<Grid*>(u"Grid1"_s);
-    waitPainted(grid->viewport());
-    if (grid->rows() != presales + 1)
-        throw std::runtime_error("the panel did not list what there is to close");
-
-    const BoxAnswerer answerer;
-    panel.findChild<QPushButton*>(u"Command4"_s)->click();
-    const std::vector<BoxAnswerer::Box>& boxes = answerer.boxes();
-    if (boxes.size() != 2 || boxes[1].text != u"Processamento efetuado com sucesso.")
-        throw std::runtime_error("the closing did not end well");
-    EncerraBanco();
-    boxTimes.push_back(BoxAnswerer::around(boxes[0], boxes[1]));
-    return BoxAnswerer::between(boxes[0], boxes[1]);
-}
-
 // What keeps two stations apart, and interrupted closings from being begun again.
 double guardOnce() {
     if (!IniciaBanco())
@@ -74,17 +45,6 @@ double guardOnce() {
     return seconds;
 }
 
-// What the panel sends between its two boxes: everything after start-up but the listing at the very end.
-QByteArrayList statementsOf(test::PrivateServer& server, const Workload& workload, int presales) {
-    workload.closing(presales);
-    std::vector<double> boxTimes;
-    QByteArrayList statements =
-        recordedStatements(server, u"Select CNPJ_CPF"_s, [&] { closeAll(presales, boxTimes); });
-    if (statements.isEmpty() || !statements.takeLast().startsWith("SELECT o.codigocli"))
-        throw std::runtime_error("the closing's statements are not in the log");
-    return statements;
-}
-
 } // namespace
 
 QList<Row> closingRows(test::PrivateServer& server, const Workload& workload) {
@@ -95,10 +55,12 @@ QList<Row> closingRows(test::PrivateServer& server, const Workload& workload) {
     double most = 0;
     double longest = 0;
     for (const auto [presales, rounds] : sizes) {
-        const QByteArrayList statements = statementsOf(server, workload, presales);
+        const QByteArrayList statements = batchStatements(server, workload, presales);
         const auto panel = [&, presales = presales] {
             workload.closing(presales);
-            return closeAll(presales, boxTimes);
+            const BatchRun run = closeAll(presales);
+            boxTimes.push_back(run.boxes.elapsed);
+            return run.batch.elapsed;
         };
         const auto loop = [&, presales = presales] {
             workload.closing(presales);

@@ -67,8 +67,8 @@ double checkPrices(PainelFechamento& panel, std::vector<double>& boxTimes) {
     const std::vector<BoxAnswerer::Box>& boxes = answerer.boxes();
     if (boxes.size() != 2 || boxes[1].text.count(u"PV Nº "_s) != documents)
         throw std::runtime_error("the price check did not end well");
-    boxTimes.push_back(BoxAnswerer::around(boxes[0], boxes[1]));
-    return BoxAnswerer::between(boxes[0], boxes[1]);
+    boxTimes.push_back(BoxAnswerer::around(boxes[0], boxes[1]).elapsed);
+    return BoxAnswerer::between(boxes[0], boxes[1]).elapsed;
 }
 
 double throughPanel(const Operation& operation, std::vector<double>& boxTimes) {

@@ -4,6 +4,7 @@
 #include "bench/GridBench.h"
 #include "bench/ListingBench.h"
 #include "bench/OperationsBench.h"
+#include "bench/OwnShareBench.h"
 #include "bench/PrintingBench.h"
 #include "bench/ProductBench.h"
 #include "bench/ProgramBench.h"
@@ -41,8 +42,6 @@ void measure(const QStringList& subjects) {
     QList<bench::Row> rows;
     if (wanted(u"listing"_s))
         rows += bench::listingRows(server, workload);
-    if (wanted(u"memory"_s))
-        rows += bench::memoryRows(workload);
     if (wanted(u"closing"_s))
         rows += bench::closingRows(server, workload);
     if (wanted(u"rehearsal"_s))
@@ -61,7 +60,9 @@ void measure(const QStringList& subjects) {
         rows += bench::targetRows(server, workload);
     if (wanted(u"survival"_s))
         rows += bench::survivalRows(server);
-    // Last: it leaves products that no other subject knows.
+    // Last: they leave products that no other subject knows.
+    if (wanted(u"share"_s))
+        rows += bench::ownShareRows(server, workload);
     if (wanted(u"products"_s))
         rows += bench::productRows(server);
     printf("%s\n%s", qPrintable(machine), qPrintable(bench::tableText(rows)));

@@ -1,10 +1,24 @@
 #include "bench/support/BareOdbc.h"
 
 #include <array>
+#include <vector>
 
 namespace tarvessa::bench {
 
 using odbc::check;
+
+namespace {
+
+constexpr SQLULEN rowsPerBlock = 256;
+constexpr SQLLEN cellBytes = 256;
+
+void setAttribute(SQLHANDLE statement, SQLINTEGER attribute, SQLULEN value) {
+    // NOLINTNEXTLINE(performance-no-int-to-ptr): the form ODBC asks for
+    check(SQLSetStmtAttr(statement, attribute, reinterpret_cast<SQLPOINTER>(value), 0), SQL_HANDLE_STMT,
+          statement);
+}
+
+} // namespace
 
 BareOdbc::BareOdbc() : m_environment(SQL_NULL_HANDLE) {
     check(SQLSetEnvAttr(m_environment.get(), SQL_ATTR_ODBC_VERSION,
@@ -27,11 +41,8 @@ void BareOdbc::run(const QByteArrayList& statements) {
     SQLHANDLE statement = m_statement.get();
     std::array<char, 1024> cell{};
     for (const QByteArray& sql : statements) {
-        check(SQLExecDirect(statement, reinterpret_cast<SQLCHAR*>(const_cast<char*>(sql.constData())),
-                            static_cast<SQLINTEGER>(sql.size())),
-              SQL_HANDLE_STMT, statement);
-        SQLSMALLINT columns = 0;
-        check(SQLNumResultCols(statement, &columns), SQL_HANDLE_STMT, statement);
+        send(sql);
+        const SQLSMALLINT columns = this->columns();
         while (columns > 0 && check(SQLFetch(statement), SQL_HANDLE_STMT, statement) != SQL_NO_DATA) {
             SQLLEN length = 0;
             for (SQLUSMALLINT i = 1; i <= columns; ++i)
@@ -40,6 +51,38 @@ void BareOdbc::run(const QByteArrayList& statements) {
         }
         SQLFreeStmt(statement, SQL_CLOSE);
     }
+}
+
+void BareOdbc::readInBlocks(const QByteArray& query) {
+    SQLHANDLE statement = m_statement.get();
+    setAttribute(statement, SQL_ATTR_CURSOR_TYPE, SQL_CURSOR_STATIC);
+    send(query);
+    const auto columns = static_cast<size_t>(this->columns());
+    std::vector<char> cells(columns * rowsPerBlock * cellBytes);
+    std::vector<SQLLEN> lengths(columns * rowsPerBlock);
+    setAttribute(statement, SQL_ATTR_ROW_ARRAY_SIZE, rowsPerBlock);
+    for (size_t i = 0; i < columns; ++i)
+        check(SQLBindCol(statement, static_cast<SQLUSMALLINT>(i + 1), SQL_C_CHAR,
+                         cells.data() + i * rowsPerBlock * cellBytes, cellBytes,
+                         lengths.data() + i * rowsPerBlock),
+              SQL_HANDLE_STMT, statement);
+    while (check(SQLFetchScroll(statement, SQL_FETCH_NEXT, 0), SQL_HANDLE_STMT, statement) != SQL_NO_DATA) {
+    }
+    SQLFreeStmt(statement, SQL_CLOSE);
+    SQLFreeStmt(statement, SQL_UNBIND);
+    setAttribute(statement, SQL_ATTR_ROW_ARRAY_SIZE, 1);
+}
+
+void BareOdbc::send(const QByteArray& sql) {
+    check(SQLExecDirect(m_statement.get(), reinterpret_cast<SQLCHAR*>(const_cast<char*>(sql.constData())),
+                        static_cast<SQLINTEGER>(sql.size())),
+          SQL_HANDLE_STMT, m_statement.get());
+}
+
+SQLSMALLINT BareOdbc::columns() {
+    SQLSMALLINT columns = 0;
+    check(SQLNumResultCols(m_statement.get(), &columns), SQL_HANDLE_STMT, m_statement.get());
+    return columns;
 }
 
 } // namespace tarvessa::bench

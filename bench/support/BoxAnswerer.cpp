@@ -16,10 +16,10 @@ BoxAnswerer::BoxAnswerer() {
 bool BoxAnswerer::eventFilter(QObject* watched, QEvent* event) {
     // A box joins the panel before anything else of it is made.
     if (event->type() == QEvent::ChildAdded && qobject_cast<QMainWindow*>(watched))
-        m_lastBegun = Clock::now();
+        m_lastBegun = now();
     if (event->type() == QEvent::ChildRemoved && m_last &&
         static_cast<QChildEvent*>(event)->child() == m_last) {
-        m_boxes.back().gone = Clock::now();
+        m_boxes.back().gone = now();
         m_last = nullptr;
     }
     if (event->type() != QEvent::Show && event->type() != QEvent::Hide)
@@ -28,11 +28,11 @@ bool BoxAnswerer::eventFilter(QObject* watched, QEvent* event) {
     if (!box)
         return false;
     if (event->type() == QEvent::Hide) {
-        m_boxes.back().answered = Clock::now();
+        m_boxes.back().answered = now();
         return false;
     }
     m_last = box;
-    m_boxes.push_back({box->text(), m_lastBegun, Clock::now(), {}, {}});
+    m_boxes.push_back({box->text(), m_lastBegun, now(), {}, {}});
     QMetaObject::invokeMethod(
         this,
         [box = QPointer<QMessageBox>(box)] {
@@ -43,13 +43,12 @@ bool BoxAnswerer::eventFilter(QObject* watched, QEvent* event) {
     return false;
 }
 
-double BoxAnswerer::between(const Box& first, const Box& second) {
-    return std::chrono::duration<double>(second.begun - first.gone).count();
+Taken BoxAnswerer::between(const Box& first, const Box& second) {
+    return second.begun - first.gone;
 }
 
-double BoxAnswerer::around(const Box& first, const Box& second) {
-    return std::chrono::duration<double>((first.gone - first.answered) + (second.shown - second.begun))
-        .count();
+Taken BoxAnswerer::around(const Box& first, const Box& second) {
+    return (first.gone - first.answered) + (second.shown - second.begun);
 }
 
 } // namespace tarvessa::bench

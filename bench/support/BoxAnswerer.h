@@ -1,9 +1,10 @@
 #pragma once
 
+#include "bench/support/Measure.h"
+
 #include <QObject>
 #include <QStringList>
 
-#include <chrono>
 #include <vector>
 
 namespace tarvessa::bench {
@@ -15,25 +16,23 @@ class BoxAnswerer : public QObject {
     Q_OBJECT
 
   public:
-    using Clock = std::chrono::steady_clock;
-
     struct Box {
         QString text;
-        Clock::time_point begun; ///< its making began
-        Clock::time_point shown;
-        Clock::time_point answered; ///< it left the screen
-        Clock::time_point gone;     ///< it is taken apart, and its caller goes on
+        Taken begun; ///< its making began
+        Taken shown;
+        Taken answered; ///< it left the screen
+        Taken gone;     ///< it is taken apart, and its caller goes on
     };
 
     BoxAnswerer();
 
     const std::vector<Box>& boxes() const { return m_boxes; }
 
-    /// Seconds between two boxes, which is what the program did of itself.
-    static double between(const Box& first, const Box& second);
+    /// The time between two boxes, which is what the program did of itself.
+    static Taken between(const Box& first, const Box& second);
 
-    /// Seconds of taking the one apart and making the other.
-    static double around(const Box& first, const Box& second);
+    /// The time of taking the one apart and making the other.
+    static Taken around(const Box& first, const Box& second);
 
   protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -41,7 +40,7 @@ class BoxAnswerer : public QObject {
   private:
     std::vector<Box> m_boxes;
     const QObject* m_last = nullptr;
-    Clock::time_point m_lastBegun;
+    Taken m_lastBegun;
 };
 
 } // namespace tarvessa::bench

@@ -1,17 +1,34 @@
 #include "bench/support/Client.h"
 
-#include "bench/support/Measure.h"
 #include "support/PrivateServer.h"
 
 #include <QProcess>
 
 #include <stdexcept>
+#include <sys/resource.h>
 
 using namespace Qt::StringLiterals;
 
 namespace tarvessa::bench {
 
-double clientSeconds(const test::PrivateServer& server, const QStringList& statements) {
+namespace {
+
+double secondsIn(timeval time) {
+    constexpr double microsecondsPerSecond = 1e6;
+    return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_usec) / microsecondsPerSecond;
+}
+
+// The processor's time in all processes that this one has started and seen end.
+double childrenSeconds() {
+    rusage usage{};
+    getrusage(RUSAGE_CHILDREN, &usage);
+    return secondsIn(usage.ru_utime) + secondsIn(usage.ru_stime);
+}
+
+} // namespace
+
+Taken clientRun(const test::PrivateServer& server, const QStringList& statements) {
+    const double before = childrenSeconds();
     QProcess process;
     process.setStandardOutputFile(QProcess::nullDevice());
     process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
@@ -24,7 +41,7 @@ double clientSeconds(const test::PrivateServer& server, const QStringList& state
     });
     if (process.exitStatus() != QProcess::NormalExit || process.exitCode() != 0)
         throw std::runtime_error("the mariadb client failed");
-    return seconds;
+    return {seconds, childrenSeconds() - before};
 }
 
 } // namespace tarvessa::bench

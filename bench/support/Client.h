@@ -1,5 +1,7 @@
 #pragma once
 
+#include "bench/support/Measure.h"
+
 #include <QStringList>
 
 namespace tarvessa::test {
@@ -8,8 +10,14 @@ class PrivateServer;
 
 namespace tarvessa::bench {
 
-/// Runs the server's command-line client on these statements, its output thrown away, and gives the seconds
-/// that the whole process took. Raises std::runtime_error when it fails.
-double clientSeconds(const test::PrivateServer& server, const QStringList& statements);
+/// Runs the server's command-line client on these statements, its output thrown away, and gives what the
+/// whole process took: by the clock, and of the processor (its own, not the server's). Raises
+/// std::runtime_error when it fails.
+Taken clientRun(const test::PrivateServer& server, const QStringList& statements);
+
+/// The same, by the clock only.
+inline double clientSeconds(const test::PrivateServer& server, const QStringList& statements) {
+    return clientRun(server, statements).elapsed;
+}
 
 } // namespace tarvessa::bench

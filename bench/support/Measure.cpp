@@ -2,13 +2,43 @@
 
 #include <algorithm>
 #include <chrono>
+#include <ctime>
 
 namespace tarvessa::bench {
 
-double secondsOf(const std::function<void()>& work) {
-    const auto begin = std::chrono::steady_clock::now();
+namespace {
+
+using Times = std::vector<std::vector<double>>; // of each contestant, those of its rounds
+
+Times timesOf(int rounds, const std::vector<Contestant>& contestants) {
+    for (const Contestant& contestant : contestants)
+        contestant();
+    Times times(contestants.size());
+    for (int round = 0; round < rounds; ++round)
+        for (size_t i = 0; i < contestants.size(); ++i)
+            times[i].push_back(contestants[i]());
+    return times;
+}
+
+} // namespace
+
+Taken now() {
+    constexpr double nanosecondsPerSecond = 1e9;
+    timespec own{};
+    clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &own);
+    const auto elapsed = std::chrono::steady_clock::now().time_since_epoch();
+    return {std::chrono::duration<double>(elapsed).count(),
+            static_cast<double>(own.tv_sec) + static_cast<double>(own.tv_nsec) / nanosecondsPerSecond};
+}
+
+Taken takenBy(const std::function<void()>& work) {
+    const Taken begin = now();
     work();
-    return std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
+    return now() - begin;
+}
+
+double secondsOf(const std::function<void()>& work) {
+    return takenBy(work).elapsed;
 }
 
 double median(std::vector<double> values) {
@@ -18,16 +48,17 @@ double median(std::vector<double> values) {
 }
 
 std::vector<double> interleaved(int rounds, const std::vector<Contestant>& contestants) {
-    for (const Contestant& contestant : contestants)
-        contestant();
-    std::vector<std::vector<double>> times(contestants.size());
-    for (int round = 0; round < rounds; ++round)
-        for (size_t i = 0; i < contestants.size(); ++i)
-            times[i].push_back(contestants[i]());
     std::vector<double> medians;
-    for (const std::vector<double>& ofOne : times)
+    for (const std::vector<double>& ofOne : timesOf(rounds, contestants))
         medians.push_back(median(ofOne));
     return medians;
+}
+
+std::vector<double> least(int rounds, const std::vector<Contestant>& contestants) {
+    std::vector<double> minima;
+    for (const std::vector<double>& ofOne : timesOf(rounds, contestants))
+        minima.push_back(*std::min_element(ofOne.begin(), ofOne.end()));
+    return minima;
 }
 
 Pair paired(int rounds, const Contestant& ours, const Contestant& other) {

@@ -8,6 +8,25 @@ namespace tarvessa::bench {
 /// One way of doing a job: does it once and gives the seconds that count, so that preparing is left out.
 using Contestant = std::function<double()>;
 
+/// A span of time in seconds: by the clock, and of that the processor's time in this process, where driver,
+/// reading, filling and painting are, but not the server.
+struct Taken {
+    double elapsed = 0;
+    double own = 0;
+};
+inline Taken operator-(Taken end, Taken begin) {
+    return {end.elapsed - begin.elapsed, end.own - begin.own};
+}
+inline Taken operator+(Taken one, Taken other) {
+    return {one.elapsed + other.elapsed, one.own + other.own};
+}
+
+/// This moment; only the difference of two of them means something.
+Taken now();
+
+/// What `work` takes.
+Taken takenBy(const std::function<void()>& work);
+
 /// Seconds that `work` takes by the steady clock.
 double secondsOf(const std::function<void()>& work);
 
@@ -17,6 +36,9 @@ double median(std::vector<double> values);
 /// Lets all contestants work once unmeasured, then `rounds` times in turn, so that what else the machine
 /// does meets them alike. Gives each contestant's median in seconds, in the order given.
 std::vector<double> interleaved(int rounds, const std::vector<Contestant>& contestants);
+
+/// The same, but gives each contestant's least figure: for processor time, to which others only add.
+std::vector<double> least(int rounds, const std::vector<Contestant>& contestants);
 
 /// Two contestants side by side.
 struct Pair {

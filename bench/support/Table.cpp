@@ -3,6 +3,8 @@
 #include <QLocale>
 #include <QStringList>
 
+#include <cmath>
+
 using namespace Qt::StringLiterals;
 
 namespace tarvessa::bench {
@@ -12,7 +14,8 @@ namespace {
 QString significant(double value) {
     constexpr double threeDigits = 100;
     constexpr double twoDigits = 10;
-    return QString::number(value, 'f', value >= threeDigits ? 0 : value >= twoDigits ? 1 : 2);
+    const double size = std::abs(value);
+    return QString::number(value, 'f', size >= threeDigits ? 0 : size >= twoDigits ? 1 : 2);
 }
 
 QString line(const QStringList& cells, const QList<qsizetype>& widths, QChar filler) {
@@ -26,6 +29,10 @@ QString line(const QStringList& cells, const QList<qsizetype>& widths, QChar fil
 
 QString timeText(double seconds) {
     constexpr double milliseconds = 1000;
+    constexpr double microseconds = 1e6;
+    constexpr double fewMicroseconds = 1e-4;
+    if (std::abs(seconds) < fewMicroseconds)
+        return significant(seconds * microseconds) + u" µs"_s;
     return seconds >= 1 ? significant(seconds) + u" s"_s : significant(seconds * milliseconds) + u" ms"_s;
 }
 
@@ -41,9 +48,10 @@ QString tableText(const QList<Row>& rows) {
     QList<QStringList> lines{{u"What"_s, u"Ours"_s, u"The other"_s, u"Ratio"_s, u"Goal"_s, u"Met"_s}};
     for (const Row& row : rows)
         lines.append({row.what, row.ours, row.other, row.ratio, row.goal,
-                      row.goal.isEmpty() ? QString()
-                      : row.met          ? u"yes"_s
-                                         : u"NO"_s});
+                      row.goal.isEmpty()  ? QString()
+                      : row.met           ? u"yes"_s
+                      : row.why.isEmpty() ? u"NO"_s
+                                          : u"NO: "_s + row.why});
     QList<qsizetype> widths(lines.first().size(), 0);
     for (const QStringList& cells : lines)
         for (qsizetype i = 0; i < cells.size(); ++i)

@@ -13,9 +13,10 @@ struct Row {
     QString ratio;
     QString goal; ///< empty when the row only explains another; `met` then says nothing
     bool met = false;
+    QString why{}; ///< why a goal is out of reach, in one sentence; printed beside a "NO"
 };
 
-/// "0.123 s", "4.56 ms": three significant digits, from seconds.
+/// "1.23 s", "4.56 ms", "0.52 µs": three significant digits, from seconds.
 QString timeText(double seconds);
 
 /// A ratio with two places.
