@@ -5,6 +5,7 @@
 #include "bench/support/Measure.h"
 #include "bench/support/Painted.h"
 #include "bench/support/Recorded.h"
+#include "bench/support/Workload.h"
 #include "closing/PainelFechamento.h"
 #include "core/AcessoDados.h"
 #include "support/PrivateServer.h"
@@ -27,30 +28,11 @@ constexpr int documents = 500;
 /// What is measured: the documents it needs, the panel doing it, and the first statement it sends.
 struct Operation {
     QString what;
-    QString kind;
+    char kind;
     double (*run)(PainelFechamento& panel, std::vector<double>& boxTimes);
     QString firstStatement;
     bool listsAtTheEnd;
 };
-
-// Each customer buys at the table that its number tells; two lines of each document are off it.
-void load(test::PrivateServer& server, const QString& kind) {
-    // Written through to the disk only while it is measured.
-    server.execute(
-        u"SET GLOBAL innodb_flush_log_at_trx_commit = 0;"
-        "TRUNCATE orcamento; TRUNCATE observacao; UPDATE empresa SET contadorPV = 0;"
-        "UPDATE produtos SET Venda = 12.50, Venda2 = 11.90, Venda3 = 11.50, Venda4 = 10.90;"
-        "INSERT INTO orcamento (nrpedido, TipoOperacao, situacaoorc, codigocli, nomevendedor, "
-        "Vendedor, dataabertura, codigo, quantidade, unitario, totalped) "
-        "SELECT 10000 + d.seq, '%2', 'A', LPAD(5 * (d.seq % 400) + 1 + d.seq % 4, 5, '0'), 'RITA', "
-        "7, CURDATE(), LPAD(1 + (d.seq * 3 + l.seq) % 500, 6, '0'), l.seq, "
-        "ELT(1 + d.seq % 4, 12.50, 11.90, 11.50, 10.90) + IF(l.seq > 18, 1, 0), 1 "
-        "FROM seq_1_to_%1 d, seq_1_to_20 l;"
-        "INSERT INTO observacao (nrpedido, tipoOperacao, texto) SELECT 10000 + seq, '%2', 'NOTA' "
-        "FROM seq_1_to_%1; ANALYZE TABLE orcamento, observacao, clientes, produtos;"
-        "SET GLOBAL innodb_flush_log_at_trx_commit = 1"_s.arg(documents)
-            .arg(kind));
-}
 
 double convert(PainelFechamento& panel, std::vector<double>& /*boxTimes*/) {
     const double seconds = secondsOf([&] { panel.findChild<QPushButton*>(u"Command2"_s)->click(); });
@@ -88,8 +70,9 @@ double throughPanel(const Operation& operation, std::vector<double>& boxTimes) {
     return seconds;
 }
 
-QByteArrayList statementsOf(test::PrivateServer& server, const Operation& operation) {
-    load(server, operation.kind);
+QByteArrayList statementsOf(test::PrivateServer& server, const Workload& workload,
+                            const Operation& operation) {
+    workload.trade(documents, operation.kind);
     std::vector<double> boxTimes;
     QByteArrayList statements =
         recordedStatements(server, operation.firstStatement, [&] { throughPanel(operation, boxTimes); });
@@ -102,23 +85,23 @@ QByteArrayList statementsOf(test::PrivateServer& server, const Operation& operat
 
 } // namespace
 
-QList<Row> operationRows(test::PrivateServer& server) {
+QList<Row> operationRows(test::PrivateServer& server, const Workload& workload) {
     const std::vector<Operation> operations = {
-        {u"conversion of 500 DAVs of 20 lines"_s, u"D"_s, convert, u"SELECT GET_LOCK"_s, false},
-        {u"price check of 500 PVs of 20 lines"_s, u"P"_s, checkPrices, u"Select o.id"_s, true}};
+        {u"conversion of 500 DAVs of 20 lines"_s, 'D', convert, u"SELECT GET_LOCK"_s, false},
+        {u"price check of 500 PVs of 20 lines"_s, 'P', checkPrices, u"Select o.id"_s, true}};
     std::vector<QByteArrayList> statements;
     for (const Operation& operation : operations)
-        statements.push_back(statementsOf(server, operation));
+        statements.push_back(statementsOf(server, workload, operation));
 
     std::vector<Contestant> contestants;
     std::vector<double> boxTimes;
     for (size_t i = 0; i < operations.size(); ++i) {
-        contestants.push_back([&server, &boxTimes, &operation = operations[i]] {
-            load(server, operation.kind);
+        contestants.push_back([&workload, &boxTimes, &operation = operations[i]] {
+            workload.trade(documents, operation.kind);
             return throughPanel(operation, boxTimes);
         });
-        contestants.push_back([&server, &operation = operations[i], &sent = statements[i]] {
-            load(server, operation.kind);
+        contestants.push_back([&workload, &operation = operations[i], &sent = statements[i]] {
+            workload.trade(documents, operation.kind);
             BareOdbc bare;
             return secondsOf([&] { bare.run(sent); });
         });

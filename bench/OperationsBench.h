@@ -8,9 +8,11 @@ class PrivateServer;
 
 namespace tarvessa::bench {
 
+class Workload;
+
 /// Turning 500 DAVs of 20 lines into pre-sales, and checking the prices of 500 pre-sales of 20 lines of which
-/// two are wrong, through the panel, against a bare loop sending the statements that the panel sent. Needs
-/// the customers, products and company of a Workload; leaves only documents of its own behind.
-QList<Row> operationRows(test::PrivateServer& server);
+/// two are wrong, through the panel, against a bare loop sending the statements that the panel sent.
+/// Leaves the documents of the last one behind.
+QList<Row> operationRows(test::PrivateServer& server, const Workload& workload);
 
 } // namespace tarvessa::bench

@@ -1,20 +1,18 @@
 #include "bench/ReportsBench.h"
 
+#include "bench/RunScreen.h"
 #include "bench/support/Client.h"
 #include "bench/support/FormerSchema.h"
 #include "bench/support/Measure.h"
 #include "bench/support/Painted.h"
 #include "bench/support/Recorded.h"
 #include "bench/support/Workload.h"
-#include "core/AcessoDados.h"
 #include "reports/Comissao.h"
 #include "reports/ExtratoVendedor.h"
 #include "reports/ResumoVendas.h"
 #include "support/PrivateServer.h"
-#include "ui/DateBox.h"
 #include "ui/grid/Grid.h"
 
-#include <QPushButton>
 #include <QTimer>
 
 #include <stdexcept>
@@ -31,45 +29,6 @@ constexpr int rounds = 3;
 // Against the former tables.
 constexpr double summaryGoal = 2;
 constexpr double commissionGoal = 3;
-const QString start = u"01/01/2024"_s;
-const QString end = u"31/12/2024"_s;
-
-/// The connection of the program, open while it lives.
-struct Session {
-    Session() {
-        if (!IniciaBanco())
-            throw std::runtime_error("the database cannot be reached");
-    }
-    ~Session() { EncerraBanco(); }
-    Session(const Session&) = delete;
-    Session& operator=(const Session&) = delete;
-};
-
-/// A report screen with its run button, on the screen, set to the year of the workload.
-template <typename Screen>
-class RunScreen {
-  public:
-    explicit RunScreen(const QString& grid) : m_grid(m_screen.template findChild<Grid*>(grid)) {
-        m_screen.template findChild<DateBox*>(u"DataIni"_s)->setText(start);
-        m_screen.template findChild<DateBox*>(u"DataFin"_s)->setText(end);
-        m_screen.show();
-        waitPainted(m_grid->viewport());
-    }
-
-    double seconds() {
-        const double seconds = secondsOf([this] {
-            m_screen.template findChild<QPushButton*>(u"Command4"_s)->click();
-            waitPainted(m_grid->viewport());
-        });
-        if (m_grid->rows() < 2)
-            throw std::runtime_error("the report shows nothing");
-        return seconds;
-    }
-
-  private:
-    Screen m_screen;
-    Grid* m_grid;
-};
 
 // From the call to the painted grid of the modal screen, which is then closed.
 double statementSeconds() {
@@ -84,7 +43,7 @@ double statementSeconds() {
         screen.close();
     });
     const Clock::time_point called = Clock::now();
-    screen.Carrega(seller, u"MARIA LÚCIA"_s, start, end, u"3,0"_s, u"1,5"_s, u"0,00"_s);
+    screen.Carrega(seller, u"MARIA LÚCIA"_s, firstOfYear, lastOfYear, u"3,0"_s, u"1,5"_s, u"0,00"_s);
     if (grid->rows() < 2)
         throw std::runtime_error("the statement shows nothing");
     return std::chrono::duration<double>(painted - called).count();
@@ -117,8 +76,8 @@ QList<Row> reportRows(test::PrivateServer& server, const Workload& workload) {
     };
     QList<Row> rows;
     for (const Report& report :
-         {Report{u"sales summary"_s, [&] { return summary.seconds(); }, summaryGoal},
-          Report{u"commission"_s, [&] { return commission.seconds(); }, commissionGoal},
+         {Report{u"sales summary"_s, [&] { return secondsOf([&] { summary.run(); }); }, summaryGoal},
+          Report{u"commission"_s, [&] { return secondsOf([&] { commission.run(); }); }, commissionGoal},
           Report{u"seller's statement"_s, statementSeconds, 0}}) {
         const QStringList statements = recordedTexts(server, report.run);
         rows.append(compared(server, report.name, report.run, statements));

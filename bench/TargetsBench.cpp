@@ -35,15 +35,6 @@ constexpr double boardGoal = 0.1;
 constexpr int rounds = 5;
 constexpr int shortRounds = 15;
 
-// Every product for each of the nine sellers with invoices and for a tenth one without.
-void writeTargets(test::PrivateServer& server) {
-    server.execute(
-        u"TRUNCATE metavendedoritem; INSERT INTO metavendedoritem (CodVendedor, CodigoProduto, Quantidade) "
-        "SELECT v.seq, LPAD(p.seq, 6, '0'), 10 * p.seq FROM seq_1_to_%1 v, seq_1_to_%2 p; "
-        "ANALYZE TABLE metavendedoritem"_s.arg(sellers)
-            .arg(targets / sellers));
-}
-
 /// The targets screen on the tab with the board, set to the year of the workload.
 class Board {
   public:
@@ -142,7 +133,7 @@ Row filling(test::PrivateServer& server, Board& board, const QStringList& statem
 
 QList<Row> targetRows(test::PrivateServer& server, const Workload& workload) {
     workload.fiscalYear(lines);
-    writeTargets(server);
+    workload.targets();
     Board board;
     const QStringList statements = recordedTexts(server, [&] { board.seconds(); });
     return {computation(server, board, statements), schemaRow(server, u"targets"_s, statements, schemaGoal),

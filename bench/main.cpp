@@ -3,6 +3,7 @@
 #include "bench/ClosingBench.h"
 #include "bench/GridBench.h"
 #include "bench/ListingBench.h"
+#include "bench/NetworkBench.h"
 #include "bench/OperationsBench.h"
 #include "bench/OwnShareBench.h"
 #include "bench/PrintingBench.h"
@@ -47,7 +48,7 @@ void measure(const QStringList& subjects) {
     if (wanted(u"rehearsal"_s))
         rows += bench::rehearsalRows(server, workload);
     if (wanted(u"operations"_s))
-        rows += bench::operationRows(server);
+        rows += bench::operationRows(server, workload);
     if (wanted(u"start"_s))
         rows += bench::startRows(server, workload);
     if (wanted(u"reports"_s))
@@ -60,6 +61,8 @@ void measure(const QStringList& subjects) {
         rows += bench::targetRows(server, workload);
     if (wanted(u"survival"_s))
         rows += bench::survivalRows(server);
+    if (wanted(u"network"_s))
+        rows += bench::networkRows(server, workload);
     // Last: they leave products that no other subject knows.
     if (wanted(u"share"_s))
         rows += bench::ownShareRows(server, workload);

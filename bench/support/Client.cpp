@@ -2,8 +2,6 @@
 
 #include "support/PrivateServer.h"
 
-#include <QProcess>
-
 #include <stdexcept>
 #include <sys/resource.h>
 
@@ -25,6 +23,20 @@ double childrenSeconds() {
     return secondsIn(usage.ru_utime) + secondsIn(usage.ru_stime);
 }
 
+QStringList argumentsFor(const test::PrivateServer& server, const QString& address) {
+    return {u"--no-defaults"_s,
+            u"--socket="_s + address,
+            u"--user="_s + server.user(),
+            u"--default-character-set=utf8mb4"_s,
+            u"--init-command="_s + server.initStmt(),
+            server.database()};
+}
+
+void expectSuccess(const QProcess& process) {
+    if (process.exitStatus() != QProcess::NormalExit || process.exitCode() != 0)
+        throw std::runtime_error("the mariadb client failed");
+}
+
 } // namespace
 
 Taken clientRun(const test::PrivateServer& server, const QStringList& statements) {
@@ -33,15 +45,35 @@ Taken clientRun(const test::PrivateServer& server, const QStringList& statements
     process.setStandardOutputFile(QProcess::nullDevice());
     process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
     const double seconds = secondsOf([&] {
-        process.start(u"mariadb"_s,
-                      {u"--no-defaults"_s, u"--socket="_s + server.socket(), u"--user="_s + server.user(),
-                       u"--default-character-set=utf8mb4"_s, u"--init-command="_s + server.initStmt(),
-                       u"--execute="_s + statements.join(u';'), server.database()});
+        process.start(u"mariadb"_s, argumentsFor(server, server.socket())
+                                        << u"--execute="_s + statements.join(u';'));
         process.waitForFinished(-1);
     });
-    if (process.exitStatus() != QProcess::NormalExit || process.exitCode() != 0)
-        throw std::runtime_error("the mariadb client failed");
+    expectSuccess(process);
     return {seconds, childrenSeconds() - before};
+}
+
+ClientSession::ClientSession(const test::PrivateServer& server, const QString& address) {
+    m_process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    m_process.start(u"mariadb"_s, argumentsFor(server, address)
+                                      << u"--batch"_s << u"--skip-column-names"_s << u"--unbuffered"_s);
+    m_process.write("SELECT 'ready';\n");
+    while (!m_process.canReadLine())
+        if (!m_process.waitForReadyRead(-1))
+            throw std::runtime_error("the mariadb client did not connect");
+    m_process.readLine();
+}
+
+ClientSession::~ClientSession() {
+    m_process.closeWriteChannel();
+    m_process.waitForFinished(-1);
+}
+
+void ClientSession::finish(const QByteArrayList& statements) {
+    m_process.write(statements.join(";\n") + ";\n");
+    m_process.closeWriteChannel();
+    m_process.waitForFinished(-1);
+    expectSuccess(m_process);
 }
 
 } // namespace tarvessa::bench

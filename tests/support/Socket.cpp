@@ -15,6 +15,7 @@ namespace tarvessa::test::sockets {
 namespace {
 
 constexpr qsizetype BlockSize = 65536;
+using Patience = std::optional<std::chrono::nanoseconds>;
 
 #ifdef _WIN32
 
@@ -22,8 +23,10 @@ using Native = SOCKET;
 using PollRequest = WSAPOLLFD;
 constexpr int NoSignal = 0;
 
-int query(std::vector<PollRequest>& requests) {
-    return WSAPoll(requests.data(), static_cast<ULONG>(requests.size()), -1);
+int query(std::vector<PollRequest>& requests, const Patience& patience) {
+    const int timeout =
+        patience ? static_cast<int>(std::chrono::ceil<std::chrono::milliseconds>(*patience).count()) : -1;
+    return WSAPoll(requests.data(), static_cast<ULONG>(requests.size()), timeout);
 }
 bool interrupted() {
     return false;
@@ -38,8 +41,14 @@ using Native = int;
 using PollRequest = pollfd;
 constexpr int NoSignal = MSG_NOSIGNAL;
 
-int query(std::vector<PollRequest>& requests) {
-    return ::poll(requests.data(), requests.size(), -1);
+int query(std::vector<PollRequest>& requests, const Patience& patience) {
+    timespec limit{};
+    if (patience) {
+        const auto seconds = std::chrono::floor<std::chrono::seconds>(*patience);
+        limit.tv_sec = seconds.count();
+        limit.tv_nsec = (*patience - seconds).count();
+    }
+    return ::ppoll(requests.data(), requests.size(), patience ? &limit : nullptr, nullptr);
 }
 bool interrupted() {
     return errno == EINTR;
@@ -52,13 +61,13 @@ bool wouldBlock() {
 
 } // namespace
 
-bool wait(std::vector<Watch>& watched) {
+bool wait(std::vector<Watch>& watched, std::optional<std::chrono::nanoseconds> patience) {
     std::vector<PollRequest> requests;
     for (const Watch& watch : watched) {
         const int events = (watch.read ? POLLIN : 0) | (watch.write ? POLLOUT : 0);
         requests.push_back({static_cast<Native>(watch.handle), static_cast<short>(events), 0});
     }
-    if (query(requests) < 0) {
+    if (query(requests, patience) < 0) {
         return false;
     }
     for (size_t i = 0; i < requests.size(); ++i) {

@@ -3,6 +3,8 @@
 #include <QByteArray>
 #include <QString>
 #include <QStringList>
+#include <chrono>
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -36,8 +38,9 @@ Handle connect(const QString& address);
 /// Raises TestError.
 std::pair<Handle, Handle> wakerPair();
 
-/// Waits until one of the sockets has what it is watched for; false when interrupted.
-bool wait(std::vector<Watch>& watched);
+/// Waits until one of the sockets has what it is watched for, at most for `patience` where that is given
+/// (Windows counts it in whole milliseconds). A handle that is None is passed over. False when interrupted.
+bool wait(std::vector<Watch>& watched, std::optional<std::chrono::nanoseconds> patience = std::nullopt);
 
 /// Adds what can be read now to `target`, within reason; false when the other side has closed.
 bool receive(Handle handle, QByteArray& target);
