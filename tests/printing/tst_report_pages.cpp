@@ -27,6 +27,16 @@ QString rows(int count) {
                       : u"SELECT seq AS n FROM seq_1_to_%1"_s.arg(count);
 }
 
+/// The colours of what is filled on a page, in the order of drawing.
+class Fills : public report::PageSink {
+  public:
+    void text(const report::PlacedText&) override {}
+    void line(const report::Line&) override {}
+    void box(const report::Box& box) override { colours.append(box.fill.name()); }
+
+    QStringList colours;
+};
+
 } // namespace
 
 /// Running reports: where pages break, groups, totals, formats, and the files they are saved to.
@@ -53,6 +63,8 @@ class TstReportPages : public QObject {
     void groupIsKeptTogether();
     void groupTallerThanAPageIsParted();
     void groupMayStartAPage();
+    void firstGroupStandsUnderTheReportHead();
+    void everySecondRowOfAGroupIsStriped();
     void footIsNeverAloneOnAPage();
     void detailIsChosenByCondition();
     void nullsCountButAddNothing();
@@ -333,6 +345,27 @@ void TstReportPages::groupMayStartAPage() {
     const auto report = m_bench.run(groupsOf(6, 2), {}, grouped("startsPage=\"true\"", {}));
     QCOMPARE(report->pageCount(), 3);
     QCOMPARE(ReportBench::texts(*report, 2), (QStringList{u"g2"_s, u"5"_s, u"6"_s}));
+}
+
+void TstReportPages::firstGroupStandsUnderTheReportHead() {
+    const auto report =
+        m_bench.run(groupsOf(4, 2), {},
+                    "<reportHead height=\"20\"><text x=\"0\" y=\"0\" width=\"90\">capa</text></reportHead>" +
+                        grouped("startsPage=\"true\"", {}));
+    QCOMPARE(report->pageCount(), 2);
+    QCOMPARE(ReportBench::texts(*report, 0), (QStringList{u"capa"_s, u"g0"_s, u"1"_s, u"2"_s}));
+}
+
+void TstReportPages::everySecondRowOfAGroupIsStriped() {
+    const auto report = m_bench.run(
+        groupsOf(5, 3), {},
+        "<group name=\"G\" by=\"g\"><head height=\"20\"><text x=\"0\" y=\"0\" width=\"90\">g</text></head>"
+        "</group><detail height=\"20\" fill=\"#FFFFFF\" stripe=\"#FF0000\"><field x=\"0\" y=\"0\" "
+        "width=\"90\" value=\"n\"/></detail>");
+    Fills fills;
+    report->compose(0, fills);
+    QCOMPARE(fills.colours,
+             (QStringList{u"#ffffff"_s, u"#ff0000"_s, u"#ffffff"_s, u"#ffffff"_s, u"#ff0000"_s}));
 }
 
 void TstReportPages::footIsNeverAloneOnAPage() {
