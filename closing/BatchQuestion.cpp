@@ -15,15 +15,14 @@ const QString stockKind = u"ESTOQUE"_s;
 const QString sheetKind = u"FICHA"_s;
 const QString partKind = u"PARTE"_s;
 
-// Without regard to letter case and blanks at the end.
-QString keyOf(const QString& codigo) {
-    return trimBlanks(codigo).toCaseFolded();
-}
-
 } // namespace
 
+QString keyOfCode(const QString& code) {
+    return trimBlanks(code).toCaseFolded();
+}
+
 bool BatchAnswer::isUnmovable(const QString& codigo) const {
-    return unmovable.contains(keyOf(codigo));
+    return unmovable.contains(keyOfCode(codigo));
 }
 
 // The two tables may have different collations, which a union refuses to mix; 39 and 92 are apostrophe and
@@ -44,7 +43,7 @@ BatchAnswer askBeforeBatch(QDate since) {
         if (kind == stockKind)
             answer.begun.insert(text.sliced(stockLogStart.size()).toInt());
         else if (kind == sheetKind)
-            answer.unmovable.insert(keyOf(text));
+            answer.unmovable.insert(keyOfCode(text));
         else
             answer.settled.insert(text.toInt(), kind == partKind);
     }

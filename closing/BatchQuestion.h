@@ -7,6 +7,9 @@
 
 namespace tarvessa {
 
+/// A code as the database compares it: without regard to letter case and surrounding blanks.
+QString keyOfCode(const QString& code);
+
 /// What a batch asks the database once, before its first pre-sale.
 struct BatchAnswer {
     /// The pre-sales that have stock movements of a closing, of whatever station.

@@ -29,11 +29,6 @@ StockCheck checkProducts(odbc::ResultSet& products, const BatchAnswer& answer) {
 }
 
 // Compared as the database does, without regard to letter case and blanks at the end.
-// As the database compares codes.
-bool isSameCode(const QString& one, const QString& other) {
-    return trimBlanks(one).compare(trimBlanks(other), Qt::CaseInsensitive) == 0;
-}
-
 bool isOpen(const odbc::Field& situacao) {
     const QString state = trimBlanks(situacao.text());
     return state.compare(u"A"_s, Qt::CaseInsensitive) == 0 || state.compare(u"C"_s, Qt::CaseInsensitive) == 0;
@@ -103,7 +98,7 @@ void LinesCheck::add(const odbc::Field& codigoCli, const odbc::Field& situacao,
         return;
     }
     m_anyOpen = true;
-    m_listedCustomer = m_listedCustomer || isSameCode(codigoCli.text(), m_pv.codigoCli);
+    m_listedCustomer = m_listedCustomer || keyOfCode(codigoCli.text()) == keyOfCode(m_pv.codigoCli);
     if (dataAbertura.text() >= m_listedSince)
         m_total += totalPed.decimal();
 }

@@ -1,7 +1,5 @@
 #include "odbc/ColumnRoom.h"
 
-#include <sqlext.h>
-
 #include <limits>
 
 namespace tarvessa::odbc {

@@ -1,10 +1,9 @@
 #pragma once
 
 #include "base/Dinheiro.h"
+#include "odbc/Handles.h"
 
 #include <QStringView>
-
-#include <sql.h>
 
 namespace tarvessa::odbc {
 

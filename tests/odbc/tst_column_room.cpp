@@ -4,8 +4,6 @@
 
 #include <QTest>
 
-#include <sqlext.h>
-
 using namespace Qt::StringLiterals;
 using namespace tarvessa;
 using odbc::ColumnRoom;
