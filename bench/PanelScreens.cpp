@@ -189,7 +189,7 @@ QList<Screen> panelScreens(const Workload& workload) {
          .open = panelWith(closeAll),
          .linkSize = 2,
          .changesData = true,
-         .growth = {10, 100, 1000, 10000}},
+         .growth = {10, 100, 1000}},
     };
 }
 

@@ -2,6 +2,7 @@
 #include "base/ProgramFolder.h"
 #include "bench/ClosingBench.h"
 #include "bench/GridBench.h"
+#include "bench/GrowthBench.h"
 #include "bench/ListingBench.h"
 #include "bench/NetworkBench.h"
 #include "bench/OperationsBench.h"
@@ -17,15 +18,26 @@
 #include "bench/support/Workload.h"
 #include "support/PrivateServer.h"
 
+#include <QFile>
 #include <QTemporaryDir>
 
 #include <cstdio>
+#include <stdexcept>
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
 using namespace tarvessa;
+
+// Where the environment says that the chart is wanted.
+void writeChart(const QString& chart) {
+    const QString path = qEnvironmentVariable("TARVESSA_BENCH_CHART");
+    QFile file(path);
+    if (!path.isEmpty() &&
+        (!file.open(QIODevice::WriteOnly | QIODevice::Truncate) || file.write(chart.toUtf8()) < 0))
+        throw std::runtime_error("the chart cannot be written");
+}
 
 // All subjects, or those named on the command line; prints machine and table.
 void measure(const QStringList& subjects) {
@@ -63,6 +75,11 @@ void measure(const QStringList& subjects) {
         rows += bench::survivalRows(server);
     if (wanted(u"network"_s))
         rows += bench::networkRows(server, workload);
+    if (wanted(u"growth"_s)) {
+        const bench::Growth growth = bench::growth(server, workload);
+        rows += growth.rows;
+        writeChart(growth.chart);
+    }
     // Last: they leave products that no other subject knows.
     if (wanted(u"share"_s))
         rows += bench::ownShareRows(server, workload);

@@ -1,7 +1,7 @@
 #include "bench/support/BareOdbc.h"
 
+#include <algorithm>
 #include <array>
-#include <vector>
 
 namespace tarvessa::bench {
 
@@ -37,6 +37,18 @@ BareOdbc::~BareOdbc() {
     SQLDisconnect(m_connection.get());
 }
 
+QString BareOdbc::driver() const {
+    return information(SQL_DRIVER_NAME) + QLatin1Char(' ') + information(SQL_DRIVER_VER);
+}
+
+QString BareOdbc::information(SQLUSMALLINT kind) const {
+    std::array<char, 256> text{};
+    SQLSMALLINT length = 0;
+    check(SQLGetInfo(m_connection.get(), kind, text.data(), text.size(), &length), SQL_HANDLE_DBC,
+          m_connection.get());
+    return QString::fromUtf8(text.data());
+}
+
 void BareOdbc::run(const QByteArrayList& statements) {
     SQLHANDLE statement = m_statement.get();
     std::array<char, 1024> cell{};
@@ -53,18 +65,22 @@ void BareOdbc::run(const QByteArrayList& statements) {
     }
 }
 
-void BareOdbc::readInBlocks(const QByteArray& query) {
+void BareOdbc::readInBlocks(const QByteArray& sql) {
     SQLHANDLE statement = m_statement.get();
     setAttribute(statement, SQL_ATTR_CURSOR_TYPE, SQL_CURSOR_STATIC);
-    send(query);
+    send(sql);
     const auto columns = static_cast<size_t>(this->columns());
-    std::vector<char> cells(columns * rowsPerBlock * cellBytes);
-    std::vector<SQLLEN> lengths(columns * rowsPerBlock);
+    if (columns == 0) {
+        SQLFreeStmt(statement, SQL_CLOSE);
+        return;
+    }
+    m_cells.resize(std::max(m_cells.size(), columns * rowsPerBlock * cellBytes));
+    m_lengths.resize(std::max(m_lengths.size(), columns * rowsPerBlock));
     setAttribute(statement, SQL_ATTR_ROW_ARRAY_SIZE, rowsPerBlock);
     for (size_t i = 0; i < columns; ++i)
         check(SQLBindCol(statement, static_cast<SQLUSMALLINT>(i + 1), SQL_C_CHAR,
-                         cells.data() + i * rowsPerBlock * cellBytes, cellBytes,
-                         lengths.data() + i * rowsPerBlock),
+                         m_cells.data() + i * rowsPerBlock * cellBytes, cellBytes,
+                         m_lengths.data() + i * rowsPerBlock),
               SQL_HANDLE_STMT, statement);
     while (check(SQLFetchScroll(statement, SQL_FETCH_NEXT, 0), SQL_HANDLE_STMT, statement) != SQL_NO_DATA) {
     }

@@ -3,6 +3,9 @@
 #include "odbc/Handles.h"
 
 #include <QByteArrayList>
+#include <QString>
+
+#include <vector>
 
 namespace tarvessa::bench {
 
@@ -16,19 +19,25 @@ class BareOdbc {
     BareOdbc(const BareOdbc&) = delete;
     BareOdbc& operator=(const BareOdbc&) = delete;
 
+    /// The driver's own name and version.
+    QString driver() const;
+
     /// Sends the statements (UTF-8) and reads all their rows. Raises RuntimeError.
     void run(const QByteArrayList& statements);
 
-    /// Sends one query and fetches its rows in blocks of 256 into bound buffers, the way that costs the
-    /// driver least; nobody looks at them. Raises RuntimeError.
-    void readInBlocks(const QByteArray& query);
+    /// Sends one statement and fetches its rows, if it has any, in blocks of 256 into bound buffers, the way
+    /// that costs the driver least; nobody looks at them. Raises RuntimeError.
+    void readInBlocks(const QByteArray& sql);
 
   private:
+    QString information(SQLUSMALLINT kind) const;
     void send(const QByteArray& sql);
     SQLSMALLINT columns();
 
     odbc::EnvironmentHandle m_environment;
     odbc::ConnectionHandle m_connection;
+    std::vector<char> m_cells; // of a block, kept for the next one
+    std::vector<SQLLEN> m_lengths;
     odbc::StatementHandle m_statement;
 };
 

@@ -1,5 +1,6 @@
 #include "bench/support/Machine.h"
 
+#include "bench/support/BareOdbc.h"
 #include "support/PrivateServer.h"
 
 #include <QDate>
@@ -53,6 +54,7 @@ QString machineText(test::PrivateServer& server) {
                              setting(server, u"tmp_table_size"_s), setting(server, u"sort_buffer_size"_s),
                              setting(server, u"innodb_flush_log_at_trx_commit"_s)}
                      .join(u", "_s);
+    lines << u"Driver: "_s + BareOdbc().driver();
     lines << u"Qt "_s + QString::fromLatin1(qVersion()) + u", compiler "_s +
                  QString::fromLatin1(__VERSION__) + u", release build"_s;
     return u"- "_s + lines.join(u"\n- "_s) + u'\n';
