@@ -90,6 +90,7 @@ QList<Row> operationRows(test::PrivateServer& server, const Workload& workload) 
         {u"conversion of 500 DAVs of 20 lines"_s, 'D', convert, u"SELECT GET_LOCK"_s, false},
         {u"price check of 500 PVs of 20 lines"_s, 'P', checkPrices, u"Select o.id"_s, true}};
     std::vector<QByteArrayList> statements;
+    statements.reserve(operations.size());
     for (const Operation& operation : operations)
         statements.push_back(statementsOf(server, workload, operation));
 

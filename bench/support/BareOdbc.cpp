@@ -12,17 +12,18 @@ namespace {
 constexpr SQLULEN rowsPerBlock = 256;
 constexpr SQLLEN cellBytes = 256;
 
+SQLPOINTER asPointer(SQLULEN value) {
+    return reinterpret_cast<SQLPOINTER>(value); // NOLINT(performance-no-int-to-ptr): the form ODBC asks for
+}
+
 void setAttribute(SQLHANDLE statement, SQLINTEGER attribute, SQLULEN value) {
-    // NOLINTNEXTLINE(performance-no-int-to-ptr): the form ODBC asks for
-    check(SQLSetStmtAttr(statement, attribute, reinterpret_cast<SQLPOINTER>(value), 0), SQL_HANDLE_STMT,
-          statement);
+    check(SQLSetStmtAttr(statement, attribute, asPointer(value), 0), SQL_HANDLE_STMT, statement);
 }
 
 } // namespace
 
 BareOdbc::BareOdbc() : m_environment(SQL_NULL_HANDLE) {
-    check(SQLSetEnvAttr(m_environment.get(), SQL_ATTR_ODBC_VERSION,
-                        reinterpret_cast<SQLPOINTER>(static_cast<SQLULEN>(SQL_OV_ODBC3)), 0),
+    check(SQLSetEnvAttr(m_environment.get(), SQL_ATTR_ODBC_VERSION, asPointer(SQL_OV_ODBC3), 0),
           SQL_HANDLE_ENV, m_environment.get());
     m_connection = odbc::ConnectionHandle(m_environment.get());
     std::array<SQLCHAR, 8> source{"dsn=QDX"};
