@@ -50,7 +50,7 @@ void Dinheiro::estoura() {
 Dinheiro Dinheiro::dePonto(QStringView texto) {
     QStringView t = texto.trimmed();
     QString expanded;
-    if (t.contains(u'e', Qt::CaseInsensitive)) {
+    if (hasExponentLetter(t)) {
         expanded = withoutExponent(t);
         t = expanded;
     }
@@ -82,7 +82,8 @@ Dinheiro Dinheiro::dePonto(QStringView texto) {
         v = v * 10 + (t[i].unicode() - u'0');
         if (isAfterPoint)
             divisor *= 10;
-        if (v / divisor > limit / scale + 1)
+        // Dividing takes long, and only a large number needs it.
+        if (v > limit / scale && v / divisor > limit / scale + 1)
             throw RuntimeError(ErrorNumber::Overflow, u"Estouro: o número %1 é grande demais."_s.arg(texto));
     }
     if (!hasDigit)

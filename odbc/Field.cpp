@@ -9,7 +9,7 @@ namespace tarvessa::odbc {
 
 qint64 Field::integer() const {
     qsizetype end = 0;
-    const QString plain = withoutExponent(m_text);
+    const QString plain = hasExponentLetter(m_text) ? withoutExponent(m_text) : m_text;
     const QStringView text = QStringView(plain).trimmed();
     if (end < text.size() && (text[end] == u'-' || text[end] == u'+'))
         ++end;
