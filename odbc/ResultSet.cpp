@@ -192,19 +192,39 @@ int ResultSet::column(QStringView name) const {
                        u"A coluna \"%1\" não existe na consulta."_s.arg(name), {}, m_sql);
 }
 
-Field ResultSet::field(int column) const {
+// The length of a cell in the block: SQL_NULL_DATA for NULL, SQL_NO_TOTAL for one to be fetched on its own.
+SQLLEN ResultSet::boundLength(int column) const {
     if (atEnd())
         throw RuntimeError(static_cast<int>(ErrorNumber::NoCurrentRecord),
                            u"Não há registro atual: a consulta não trouxe dados."_s, {}, m_sql);
     const Column& bound = m_columns[static_cast<size_t>(column)];
     if (bound.cellBytes == 0)
-        return longCell(column);
+        return SQL_NO_TOTAL;
     const SQLLEN length = reinterpret_cast<const SQLLEN*>(row())[column];
+    return length > bound.cellBytes - terminatorBytes(m_encoding) ? SQL_NO_TOTAL : length;
+}
+
+Field ResultSet::field(int column) const {
+    const SQLLEN length = boundLength(column);
     if (length == SQL_NULL_DATA)
         return {};
-    if (length == SQL_NO_TOTAL || length > bound.cellBytes - terminatorBytes(m_encoding))
+    if (length == SQL_NO_TOTAL)
         return longCell(column);
-    return Field(cellText(m_encoding, row() + bound.cell, length));
+    return Field(cellText(m_encoding, boundCell(column), length));
+}
+
+QAnyStringView ResultSet::textView(int column) const {
+    const SQLLEN length = boundLength(column);
+    if (length == SQL_NULL_DATA)
+        return {};
+    if (length == SQL_NO_TOTAL) {
+        QString& text = m_columns[static_cast<size_t>(column)].longText;
+        text = longCell(column).text();
+        return text;
+    }
+    if (m_encoding == Encoding::Wide)
+        return QStringView(reinterpret_cast<const char16_t*>(boundCell(column)));
+    return QUtf8StringView(boundCell(column), length);
 }
 
 // Inside a block the driver goes on reading a column where it stopped in another row; alone on its row it

@@ -4,6 +4,7 @@
 #include "odbc/Connection.h"
 #include "odbc/Field.h"
 
+#include <QAnyStringView>
 #include <QStringList>
 
 #include <vector>
@@ -54,11 +55,16 @@ class ResultSet {
     Field field(int column) const;
     Field field(QStringView name) const { return field(column(name)); }
 
+    /// The text of a cell where it lies, without making one of its own: for walking many rows. Empty for
+    /// NULL; good until the row is left. Raises RuntimeError as field() does.
+    QAnyStringView textView(int column) const;
+
   private:
     struct Column {
         SQLLEN cellBytes = 0; // 0: not bound, every cell is fetched on its own
         size_t cell = 0;      // where it starts in a row
         ColumnRoom room;
+        mutable QString longText; // what textView gives of a cell fetched on its own
     };
 
     void describeColumns();
@@ -66,6 +72,8 @@ class ResultSet {
     void bindColumns();
     void fetchBlock(SQLSMALLINT orientation, SQLULEN firstRow);
     const char* row() const { return m_block + m_rowInBlock * m_rowBytes; }
+    SQLLEN boundLength(int column) const;
+    const char* boundCell(int column) const { return row() + m_columns[static_cast<size_t>(column)].cell; }
     void standOnRowAlone() const;
     Field longCell(int column) const;
 
