@@ -80,6 +80,8 @@ QHash<qint32, Traces> readTraces(QDate since) {
         else if (kind != esquema::cancelado)
             traces[numberOf(text)].open = true;
     }
+    // A shop with a long list has as many rows here, and their memory goes back only so.
+    rows.close();
     return traces;
 }
 

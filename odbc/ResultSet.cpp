@@ -1,5 +1,6 @@
 #include "odbc/ResultSet.h"
 
+#include "base/FreeMemory.h"
 #include "base/RuntimeError.h"
 
 #include <algorithm>
@@ -13,6 +14,7 @@ namespace tarvessa::odbc {
 namespace {
 
 constexpr SQLULEN rowsPerBlock = 256;
+constexpr SQLULEN manyRows = 10000;
 // Cells above this are rare in wide columns (notes, remarks); they are fetched one by one when they come.
 constexpr SQLLEN longestBoundCell = 1024;     // bytes
 constexpr SQLLEN longestBoundWideText = 1024; // characters
@@ -172,6 +174,9 @@ void ResultSet::moveFirst() {
 
 void ResultSet::close() {
     m_statement = Statement();
+    // The driver keeps all rows of a result until now.
+    if (m_firstRowOfBlock >= manyRows)
+        returnFreeMemory();
     m_block = nullptr;
     m_rowBytes = 0;
     m_columns.clear();
