@@ -152,9 +152,10 @@ void PainelFechamento::opensFrom(QAction* item) {
 void PainelFechamento::TotalSelecionado() {
     Dinheiro total;
     int selected = 0;
+    QString text;
     for (int row = 1; row < ui->Grid1->rows(); ++row)
         if (ui->Grid1->isTicked(row)) {
-            total += ValorNumerico(ui->Grid1->textView(row, painelfechamento::Total));
+            total += ValorNumerico(ui->Grid1->textView(row, painelfechamento::Total, text));
             ++selected;
         }
     ui->Text1->setText(FormataDinheiro(total));

@@ -36,7 +36,7 @@ void PainelFechamento::abreConferencia() {
 
 void PainelFechamento::goToPv(const QString& pedido) {
     for (int row = 1; row < ui->Grid1->rows(); ++row)
-        if (ui->Grid1->textView(row, painelfechamento::Pedido) == pedido) {
+        if (ui->Grid1->text(row, painelfechamento::Pedido) == pedido) {
             ui->Grid1->setCurrentCell(row, painelfechamento::Cliente);
             ui->Grid1->setFocus();
             return;

@@ -94,18 +94,18 @@ void addDocuments(Grid* grid, odbc::ResultSet& documents, bool withTerms) {
     std::optional<Grid::Fill> fill(grid);
     for (; !documents.atEnd(); documents.moveNext()) {
         QString days;
-        QString method;
+        QAnyStringView method;
         if (withTerms) {
             days = QString::number(documents.field(prazo).integer());
-            method = documents.field(forma).text();
+            method = documents.textView(forma);
             if (method == esquema::nenhumaForma)
-                method = esquema::dinheiro.toString();
+                method = esquema::dinheiro;
         }
         const std::optional<QString> sum = totalText(documents.field(total));
-        grid->addRow({documents.field(pedido).text(), documents.field(tipo).text(),
-                      documents.field(nome).text(), documents.field(vendedor).text(),
-                      documents.field(cidade).text(), sum.value_or(totalBeyondRange), days, method,
-                      documents.field(tabela).text(), u" "_s, documents.field(codigoCli).text()});
+        grid->addRow({documents.textView(pedido), documents.textView(tipo), documents.textView(nome),
+                      documents.textView(vendedor), documents.textView(cidade),
+                      sum.value_or(totalBeyondRange), days, method, documents.textView(tabela), u" "_s,
+                      documents.textView(codigoCli)});
         if (!sum)
             beyond.append(grid->rows() - 1);
     }

@@ -57,13 +57,13 @@ struct ProductColumns {
 void addProduct(Grid* grid, const odbc::ResultSet& products, const ProductColumns& in) {
     constexpr QStringView whole = u"###,###,##0";
     constexpr QStringView quantity = u"###,##0.000";
-    grid->addRow({products.field(in.codFabr).text(), products.field(in.descricao).text(),
+    grid->addRow({products.textView(in.codFabr), products.textView(in.descricao),
                   maskedText(products.field(in.quantidade), quantity),
                   maskedText(products.field(in.venda), whole), maskedText(products.field(in.venda2), whole),
                   maskedText(products.field(in.venda3), whole), maskedText(products.field(in.venda4), whole),
-                  shortDateText(products.field(in.ultimaAlteracao)), products.field(in.aplicacao).text(),
-                  maskedText(products.field(in.quantidade2), quantity), products.field(in.observacao).text(),
-                  products.field(in.unidade).text()});
+                  shortDateText(products.field(in.ultimaAlteracao)), products.textView(in.aplicacao),
+                  maskedText(products.field(in.quantidade2), quantity), products.textView(in.observacao),
+                  products.textView(in.unidade)});
     if (products.field(in.linhaProd).integer() > 0)
         grid->setForeColor(grid->rows() - 1, selecionaprod::Descricao, purple);
 }
@@ -83,21 +83,20 @@ int fill(Grid* grid, odbc::ResultSet& products, const QString& text, TextMeasure
     const ProductColumns columns(products);
     const bool oneWord = !text.contains(u' ');
     int preselected = 0;
-    std::vector<std::pair<int, int>> heights;
+    std::vector<Grid::RowHeight> heights;
     {
         const Grid::Fill filling(grid);
         for (; !products.atEnd(); products.moveNext()) {
             addProduct(grid, products, columns);
             const int row = grid->rows() - 1;
-            const QStringView description = grid->textView(row, selecionaprod::Descricao);
+            const QString description = grid->text(row, selecionaprod::Descricao);
             if (oneWord && preselected == 0 && description.startsWith(text))
                 preselected = row;
             if (const int height = wrappedRowHeight(printed.twips(description)))
-                heights.emplace_back(row, height);
+                heights.push_back({row, height});
         }
     }
-    for (const auto& [row, height] : heights)
-        grid->setRowTwips(row, height);
+    grid->setRowHeights(heights);
     return preselected;
 }
 

@@ -46,14 +46,14 @@ bool ColumnSizes::fit(int firstRow, int lastRow, int firstColumn, int lastColumn
 
 int ColumnSizes::neededReduction(int column, int row, int room) {
     const int present = reduction(column);
-    const QStringView text = m_grid->textView(row, column);
+    const QString text = m_grid->text(row, column);
     // Nearly all texts are far from filling their column, which is told without measuring them.
     if (static_cast<double>(text.size()) * m_widest <= room || !isFigure(text, m_grid->columnKind(column)))
         return present;
     const bool bold = m_grid->isBold(row, column);
     const int most = mostReduction(m_grid->font());
     for (int pixels = present; pixels <= most; ++pixels)
-        if (metrics(bold, pixels).horizontalAdvance(text.toString()) <= room)
+        if (metrics(bold, pixels).horizontalAdvance(text) <= room)
             return pixels;
     return present;
 }

@@ -143,7 +143,7 @@ void FindLine::end() {
 
 bool FindLine::isHit(int row, int column) const {
     return isVisible() && m_grid->isOutput(column) && !m_grid->isTickColumn(column) &&
-           m_search.matches(m_grid->textView(row, column));
+           m_search.matches(m_grid->text(row, column));
 }
 
 void FindLine::searchTyped() {

@@ -26,6 +26,12 @@ struct ColumnFormat {
     Qt::Alignment alignment;
 };
 
+void applyWidth(Grid* grid, int column, int twips) {
+    grid->setColumnHidden(column, twips == 0);
+    if (twips > 0)
+        grid->setColumnWidth(column, twipsToPixels(grid, twips));
+}
+
 ColumnFormat columnFormat(const QString& part) {
     const QChar mark = part.isEmpty() ? QChar() : part[0];
     if (mark == u'<')
@@ -124,9 +130,7 @@ void Grid::tellEmpty() {
 
 void Grid::setColumnTwips(int column, int twips) {
     m_columnTwips[static_cast<size_t>(column)] = twips;
-    setColumnHidden(column, twips == 0);
-    if (twips > 0)
-        setColumnWidth(column, twipsToPixels(this, twips));
+    applyWidth(this, column, twips);
     stretchColumn();
     // A narrower caption may need another line.
     updateGeometries();
@@ -159,10 +163,14 @@ void Grid::setMinimumRowTwips(int twips) {
     updateGeometries();
 }
 
-void Grid::setRowTwips(int row, int twips) {
+void Grid::setRowHeights(const std::vector<RowHeight>& heights) {
     // The view learns of a fill's rows at its end; until then they have no height of their own.
     m_model->endFill();
-    setRowHeight(row - 1, qMax(twipsToPixels(this, twips), minimumRowPixels()));
+    // Otherwise the hidden header finds the places of all rows anew after each height.
+    verticalHeader()->setUpdatesEnabled(false);
+    for (const RowHeight& height : heights)
+        setRowHeight(height.row - 1, qMax(twipsToPixels(this, height.twips), minimumRowPixels()));
+    verticalHeader()->setUpdatesEnabled(true);
     Q_EMIT cellsMoved();
 }
 
@@ -181,11 +189,12 @@ void Grid::removeRow(int row) {
 }
 
 void Grid::addItem(const QString& tabbed) {
-    m_model->append(tabbed.split(u'\t'));
+    const QList<QStringView> cells = QStringView(tabbed).split(u'\t');
+    addRow(std::vector<QAnyStringView>(cells.begin(), cells.end()));
 }
 
-QStringView Grid::textView(int row, int column) const {
-    return row == 0 ? QStringView(m_model->caption(column)) : m_model->textView(row - 1, column);
+QStringView Grid::textView(int row, int column, QString& room) const {
+    return row == 0 ? QStringView(m_model->caption(column)) : m_model->textView(row - 1, column, room);
 }
 
 void Grid::setText(int row, int column, const QString& text) {
@@ -333,8 +342,10 @@ void Grid::changeEvent(QEvent* event) {
 }
 
 void Grid::applyWidths() {
-    for (size_t column = 0; column < m_columnTwips.size(); ++column)
-        setColumnTwips(static_cast<int>(column), m_columnTwips[column]);
+    for (int column = 0; column < columns(); ++column)
+        applyWidth(this, column, columnTwips(column));
+    stretchColumn();
+    updateGeometries();
 }
 
 // Takes up what the other columns leave of the viewport's width.

@@ -66,8 +66,14 @@ class Grid : public QTableView {
     /// Height in twips that every row has at least, the header row included.
     void setMinimumRowTwips(int twips);
 
-    /// Height in twips of one data row.
-    void setRowTwips(int row, int twips);
+    struct RowHeight {
+        int row = 0;
+        int twips = 0;
+    };
+
+    /// Heights of some data rows.
+    void setRowHeights(const std::vector<RowHeight>& heights);
+    void setRowTwips(int row, int twips) { setRowHeights({{row, twips}}); }
     int rowTwips(int row) const;
 
     /// Number of rows, header included.
@@ -83,8 +89,10 @@ class Grid : public QTableView {
     void addItem(const QString& tabbed);
 
     /// Adds a row cell by cell; a tab inside a cell stays there.
-    void addRow(std::span<const QString> cells) { m_model->append(cells); }
-    void addRow(std::initializer_list<QString> cells) { addRow(std::span(cells.begin(), cells.size())); }
+    void addRow(std::span<const QAnyStringView> cells) { m_model->append(cells); }
+    void addRow(std::initializer_list<QAnyStringView> cells) {
+        addRow(std::span(cells.begin(), cells.size()));
+    }
 
     /// While it lives, added rows are not shown; they appear at once when it goes.
     class Fill {
@@ -103,10 +111,12 @@ class Grid : public QTableView {
 
     // Cells: row 0 is the header
 
-    QString text(int row, int column) const { return textView(row, column).toString(); }
+    QString text(int row, int column) const {
+        return row == 0 ? m_model->caption(column) : m_model->text(row - 1, column);
+    }
 
-    /// The same without a copy, for walking many rows; good until the row changes or goes.
-    QStringView textView(int row, int column) const;
+    /// The same, written into `room`: without a new text for each cell of a walk through many rows.
+    QStringView textView(int row, int column, QString& room) const;
     void setText(int row, int column, const QString& text);
     void setBold(int row, int column, bool bold);
     bool isBold(int row, int column) const;
@@ -133,7 +143,7 @@ class Grid : public QTableView {
 
     /// Writes the mark of a data row: " " with the picture, or "" without.
     void setTicked(int row, bool ticked);
-    bool isTicked(int row) const { return textView(row, m_model->tickColumn()) == QLatin1StringView(" "); }
+    bool isTicked(int row) const { return m_model->isTicked(row - 1); }
 
     // Marked rows
 

@@ -36,9 +36,10 @@ QString sumText(const ColumnSum& column) {
 std::optional<ColumnSum> sumOf(const Grid& grid, const QList<Grid::RowRange>& ranges, int column) {
     ColumnSum result;
     qint64 units = 0;
+    QString room;
     for (const auto& [first, last] : ranges)
         for (int row = first; row <= last; ++row) {
-            const QStringView text = grid.textView(row, column);
+            const QStringView text = grid.textView(row, column, room);
             if (text.isEmpty())
                 continue;
             const std::optional<Dinheiro> number = cellNumber(text);

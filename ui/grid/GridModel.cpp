@@ -4,31 +4,9 @@
 
 #include <QFont>
 
-#include <algorithm>
-
 using namespace Qt::StringLiterals;
 
 namespace tarvessa {
-
-namespace {
-
-// A noncharacter, which neither the database nor the keyboard can supply.
-constexpr QChar cellEnd = QChar(0xFFFF);
-
-QString packed(std::span<const QString> cells, size_t columns) {
-    const std::span<const QString> kept = cells.first(std::min(cells.size(), columns));
-    const auto ends = static_cast<qsizetype>(columns > 0 ? columns - 1 : 0);
-    qsizetype length = ends;
-    for (const QString& cell : kept)
-        length += cell.size();
-    QString text(length, cellEnd);
-    QChar* place = text.data();
-    for (const QString& cell : kept)
-        place = std::copy(cell.cbegin(), cell.cend(), place) + 1;
-    return text;
-}
-
-} // namespace
 
 int GridModel::rowCount(const QModelIndex& parent) const {
     return parent.isValid() ? 0 : m_shownRows;
@@ -48,7 +26,7 @@ QVariant GridModel::data(const QModelIndex& index, int role) const {
         return column == m_tickColumn ? QString() : plain::toolTip(text(row, column));
     case Qt::AccessibleTextRole:
         if (column == m_tickColumn)
-            return text(row, column) == u" " ? u"Selecionado"_s : u"Não selecionado"_s;
+            return isTicked(row) ? u"Selecionado"_s : u"Não selecionado"_s;
         // A picture alone says nothing to a screen reader.
         return look(row, column).picture.isNull() || !text(row, column).isEmpty() ? QVariant()
                                                                                   : caption(column);
@@ -58,8 +36,8 @@ QVariant GridModel::data(const QModelIndex& index, int role) const {
         break;
     }
     if (role == Qt::DecorationRole && column == m_tickColumn)
-        return text(row, column) == u" " ? QVariant(m_tick) : QVariant();
-    if (m_rows[static_cast<size_t>(row)].looks.empty())
+        return isTicked(row) ? QVariant(m_tick) : QVariant();
+    if (!looksOf(row))
         return {};
     const Look cell = look(row, column);
     if (role == Qt::DecorationRole && !cell.picture.isNull())
@@ -99,7 +77,8 @@ QVariant GridModel::headerData(int section, Qt::Orientation orientation, int rol
 
 void GridModel::setColumns(const QStringList& captions, const QList<Qt::Alignment>& alignments) {
     beginResetModel();
-    m_rows.clear();
+    m_texts.clear(static_cast<int>(captions.size()));
+    m_looks.clear();
     m_shownRows = 0;
     m_captions = captions;
     m_spokenCaptions.clear();
@@ -111,13 +90,13 @@ void GridModel::setColumns(const QStringList& captions, const QList<Qt::Alignmen
 void GridModel::resize(int rows) {
     if (rows < m_shownRows) {
         beginRemoveRows({}, rows, m_shownRows - 1);
-        m_rows.resize(static_cast<size_t>(rows));
+        m_texts.cut(rows);
+        if (m_looks.size() > static_cast<size_t>(rows))
+            m_looks.resize(static_cast<size_t>(rows));
         m_shownRows = rows;
         endRemoveRows();
-        if (rows == 0)
-            m_rows.shrink_to_fit();
     } else if (rows < size()) {
-        m_rows.resize(static_cast<size_t>(rows));
+        m_texts.cut(rows);
     }
     while (size() < rows)
         append({});
@@ -125,15 +104,17 @@ void GridModel::resize(int rows) {
 
 void GridModel::remove(int row) {
     beginRemoveRows({}, row, row);
-    m_rows.erase(m_rows.begin() + row);
+    m_texts.remove(row);
+    if (m_looks.size() > static_cast<size_t>(row))
+        m_looks.erase(m_looks.begin() + row);
     --m_shownRows;
     endRemoveRows();
 }
 
-void GridModel::append(std::span<const QString> cells) {
+void GridModel::append(std::span<const QAnyStringView> cells) {
     if (!m_filling)
         beginInsertRows({}, m_shownRows, m_shownRows);
-    m_rows.push_back({packed(cells, static_cast<size_t>(m_captions.size())), {}});
+    m_texts.append(cells);
     if (!m_filling) {
         ++m_shownRows;
         endInsertRows();
@@ -142,14 +123,16 @@ void GridModel::append(std::span<const QString> cells) {
 
 void GridModel::reorder(const std::vector<int>& order) {
     Q_EMIT layoutAboutToBeChanged({}, VerticalSortHint);
-    std::vector<Row> rows(m_rows.size());
-    std::vector<int> places(m_rows.size());
+    m_texts.reorder(order);
+    m_looks.resize(order.size());
+    std::vector<std::unique_ptr<Looks>> looks(order.size());
+    std::vector<int> places(order.size());
     for (size_t place = 0; place < order.size(); ++place) {
         const auto from = static_cast<size_t>(order[place]);
-        rows[place] = std::move(m_rows[from]);
+        looks[place] = std::move(m_looks[from]);
         places[from] = static_cast<int>(place);
     }
-    m_rows = std::move(rows);
+    m_looks = std::move(looks);
     const QModelIndexList kept = persistentIndexList();
     for (const QModelIndex& old : kept)
         changePersistentIndex(old, index(places[static_cast<size_t>(old.row())], old.column()));
@@ -169,19 +152,27 @@ void GridModel::endFill() {
     endInsertRows();
 }
 
-QStringView GridModel::textView(int row, int column) const {
-    const QStringView cells = m_rows[static_cast<size_t>(row)].packed;
-    qsizetype start = 0;
-    for (int i = 0; i < column; ++i)
-        start = cells.indexOf(cellEnd, start) + 1;
-    const qsizetype end = cells.indexOf(cellEnd, start);
-    return cells.sliced(start, (end < 0 ? cells.size() : end) - start);
+QStringView GridModel::textView(int row, int column, QString& room) const {
+    const QUtf8StringView text = m_texts.at(row, column);
+    room.resize(text.size());
+    QChar* end = room.data();
+    for (const char byte : text) {
+        constexpr unsigned char firstBeyondAscii = 0x80;
+        if (static_cast<unsigned char>(byte) >= firstBeyondAscii) {
+            room = text.toString();
+            break;
+        }
+        *end++ = QLatin1Char(byte);
+    }
+    return room;
+}
+
+bool GridModel::isTicked(int row) const {
+    return QByteArrayView(m_texts.at(row, m_tickColumn)) == " ";
 }
 
 void GridModel::setText(int row, int column, const QString& text) {
-    QStringList cells = m_rows[static_cast<size_t>(row)].packed.split(cellEnd);
-    cells[column] = text;
-    m_rows[static_cast<size_t>(row)].packed = packed(cells, static_cast<size_t>(m_captions.size()));
+    m_texts.set(row, column, text);
     cellChanged(row, column);
 }
 
@@ -200,14 +191,24 @@ void GridModel::setHeaderFont(const QFont& font) {
     Q_EMIT headerDataChanged(Qt::Horizontal, 0, columnCount() - 1);
 }
 
+const GridModel::Looks* GridModel::looksOf(int row) const {
+    const auto place = static_cast<size_t>(row);
+    return place < m_looks.size() ? m_looks[place].get() : nullptr;
+}
+
 GridModel::Look GridModel::look(int row, int column) const {
-    const auto& looks = m_rows[static_cast<size_t>(row)].looks;
-    const auto found = looks.find(column);
-    return found == looks.end() ? Look() : found->second;
+    const Looks* looks = looksOf(row);
+    const auto found = looks ? looks->find(column) : Looks::const_iterator();
+    return !looks || found == looks->end() ? Look() : found->second;
 }
 
 void GridModel::setLook(int row, int column, const Look& look) {
-    m_rows[static_cast<size_t>(row)].looks[column] = look;
+    const auto place = static_cast<size_t>(row);
+    if (m_looks.size() <= place)
+        m_looks.resize(place + 1);
+    if (!m_looks[place])
+        m_looks[place] = std::make_unique<Looks>();
+    (*m_looks[place])[column] = look;
     cellChanged(row, column);
 }
 

@@ -1,19 +1,21 @@
 #pragma once
 
+#include "ui/grid/TextRows.h"
+
 #include <QAbstractTableModel>
 #include <QColor>
 #include <QFont>
 #include <QIcon>
 
 #include <map>
+#include <memory>
 #include <span>
 #include <vector>
 
 namespace tarvessa {
 
-/// The texts and looks of a grid's cells. Rows count from 0 and do not include the grid's header row. Each
-/// row is stored as one packed text, so that 100,000 rows stay small; looks are stored only for cells that
-/// have one.
+/// The texts and looks of a grid's cells. Rows count from 0 and do not include the grid's header row. Looks
+/// are stored only for cells that have one.
 class GridModel : public QAbstractTableModel {
     Q_OBJECT
 
@@ -37,7 +39,7 @@ class GridModel : public QAbstractTableModel {
     void setColumns(const QStringList& captions, const QList<Qt::Alignment>& alignments);
 
     /// Number of rows, those of an unfinished fill included.
-    int size() const { return static_cast<int>(m_rows.size()); }
+    int size() const { return m_texts.size(); }
 
     /// Cuts or adds empty rows at the end.
     void resize(int rows);
@@ -46,7 +48,7 @@ class GridModel : public QAbstractTableModel {
     void remove(int row);
 
     /// Adds a row of these cell texts; missing ones are empty, surplus ones are dropped.
-    void append(std::span<const QString> cells);
+    void append(std::span<const QAnyStringView> cells);
 
     /// Puts the rows into another order: `order` names, for each new place, the row's place until now. The
     /// view keeps its current row. Not during a fill.
@@ -56,10 +58,10 @@ class GridModel : public QAbstractTableModel {
     void beginFill();
     void endFill();
 
-    QString text(int row, int column) const { return textView(row, column).toString(); }
+    QString text(int row, int column) const { return m_texts.at(row, column).toString(); }
 
-    /// The same without a copy; good until the row changes or goes.
-    QStringView textView(int row, int column) const;
+    /// The same, written into `room`: without a new text for each of many cells.
+    QStringView textView(int row, int column, QString& room) const;
     void setText(int row, int column, const QString& text);
     const QString& caption(int column) const { return m_captions[column]; }
     void setCaption(int column, const QString& text);
@@ -81,16 +83,16 @@ class GridModel : public QAbstractTableModel {
     /// reader. -1 for none.
     void setTickColumn(int column, const QIcon& picture);
     int tickColumn() const { return m_tickColumn; }
+    bool isTicked(int row) const;
 
   private:
-    struct Row {
-        QString packed;
-        std::map<int, Look> looks;
-    };
+    using Looks = std::map<int, Look>; // by column
 
+    const Looks* looksOf(int row) const;
     void cellChanged(int row, int column);
 
-    std::vector<Row> m_rows;
+    TextRows m_texts;
+    std::vector<std::unique_ptr<Looks>> m_looks; // by row, as far as the last one that ever had a look
     int m_shownRows = 0;
     bool m_filling = false;
     QStringList m_captions;

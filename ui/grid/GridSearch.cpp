@@ -7,14 +7,14 @@
 
 namespace tarvessa {
 
-bool GridSearch::contains(QStringView cell, QString& buffer) const {
-    buffer.resize(0);
-    appendSearchForm(cell, buffer);
-    return buffer.contains(m_sought);
+bool GridSearch::contains(QStringView cell, QString& form) const {
+    form.resize(0);
+    appendSearchForm(cell, form);
+    return form.contains(m_sought);
 }
 
-void GridSearch::search(const Grid& grid, const QString& text) {
-    m_sought = searchForm(text);
+void GridSearch::search(const Grid& grid, const QString& sought) {
+    m_sought = searchForm(sought);
     m_hits.clear();
     if (m_sought.isEmpty())
         return;
@@ -22,16 +22,17 @@ void GridSearch::search(const Grid& grid, const QString& text) {
     for (int column = 0; column < grid.columns(); ++column)
         if (grid.isOutput(column) && !grid.isTickColumn(column))
             columns.push_back(column);
-    QString buffer;
+    QString text;
+    QString form;
     for (int row = 1; row < grid.rows(); ++row)
         for (const int column : columns)
-            if (contains(grid.textView(row, column), buffer))
+            if (contains(grid.textView(row, column, text), form))
                 m_hits.push_back({row, column});
 }
 
 bool GridSearch::matches(QStringView cell) const {
-    QString buffer;
-    return !m_sought.isEmpty() && contains(cell, buffer);
+    QString form;
+    return !m_sought.isEmpty() && contains(cell, form);
 }
 
 std::optional<size_t> GridSearch::after(Hit cell) const {

@@ -20,7 +20,7 @@ class GridSearch {
         auto operator<=>(const Hit&) const = default;
     };
 
-    void search(const Grid& grid, const QString& text);
+    void search(const Grid& grid, const QString& sought);
 
     /// Whether a cell's text has what was searched for last.
     bool matches(QStringView cell) const;
@@ -37,7 +37,7 @@ class GridSearch {
     std::optional<size_t> from(Hit cell) const;
 
   private:
-    bool contains(QStringView cell, QString& buffer) const;
+    bool contains(QStringView cell, QString& form) const;
 
     QString m_sought; // as searches compare it
     std::vector<Hit> m_hits;
