@@ -172,6 +172,7 @@ void TstOdbcFields::valueArrives() {
     QVERIFY(!rs.atEnd());
     QVERIFY(!rs.field(u"v").isNull());
     QCOMPARE(rs.field(u"v").text(), read);
+    QCOMPARE(rs.textView(rs.column(u"v")).toString(), read);
     rs.moveNext();
     QVERIFY(rs.atEnd());
 }
@@ -190,6 +191,7 @@ void TstOdbcFields::nullArrivesAsNull() {
     rs.open(m_connection, u"SELECT v FROM prova"_s);
     QVERIFY(rs.field(u"v").isNull());
     QCOMPARE(rs.field(u"v").text(), QString());
+    QVERIFY(rs.textView(0).isEmpty());
     QCOMPARE(rs.field(u"v").integer(), 0);
 }
 
@@ -264,6 +266,8 @@ void TstOdbcFields::lengthsAroundTheBoundBuffer() {
     for (const QString& text : texts) {
         QCOMPARE(rs.field(u"a").text(), text);
         QCOMPARE(rs.field(u"b").text(), text);
+        QVERIFY(rs.textView(0) == text);
+        QVERIFY(rs.textView(1) == text);
         rs.moveNext();
     }
     QVERIFY(rs.atEnd());
@@ -291,6 +295,12 @@ void TstOdbcFields::longTextReadTwiceAndInAnyOrder() {
             QVERIFY(rs.field(u"a").text() == first(row));
             QVERIFY(rs.field(u"a").text() == first(row));
             QCOMPARE(rs.field(u"n").text(), u"n%1"_s.arg(row));
+            // Of several columns at once.
+            const QAnyStringView a = rs.textView(0);
+            const QAnyStringView n = rs.textView(1);
+            const QAnyStringView b = rs.textView(2);
+            QVERIFY(a == first(row) && b == second(row));
+            QCOMPARE(n.toString(), u"n%1"_s.arg(row));
         }
         rs.moveNext();
     }
