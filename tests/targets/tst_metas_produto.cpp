@@ -47,6 +47,7 @@ class TstMetasProduto : public QObject {
     void leavingAgainSearchesAgain();
     void foundButGone();
     void oddDescriptionIsShownLetterByLetter();
+    void longDescriptionIsShownFromItsStart();
     void codeWithAnApostrophe();
     void leavingByClickOnAButton();
     void leavingByChangingTheTab();
@@ -183,6 +184,12 @@ void TstMetasProduto::oddDescriptionIsShownLetterByLetter() {
     b->enterProduct(u"Descricao"_s, u"Z9"_s);
     QCOMPARE(b->box(u"Descricao"_s)->text(), u"Copo d'água \"½\" Ñandú"_s);
     QCOMPARE(b->tag(u"Descricao"_s), u"Z9"_s);
+}
+
+void TstMetasProduto::longDescriptionIsShownFromItsStart() {
+    b->shop().produto(u"Z9"_s, u"PRODUTO DE NOME LONGO "_s.repeated(5).trimmed());
+    b->enterProduct(u"Descricao"_s, u"Z9"_s);
+    QCOMPARE(b->box(u"Descricao"_s)->cursorPosition(), 0);
 }
 
 void TstMetasProduto::codeWithAnApostrophe() {
