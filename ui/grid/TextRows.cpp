@@ -115,9 +115,10 @@ QUtf8StringView TextRows::at(int row, int column) const {
 }
 
 void TextRows::set(int row, int column, QStringView text) {
-    std::vector<QAnyStringView> texts;
+    std::vector<QAnyStringView> texts(static_cast<size_t>(m_columns));
     for (int i = 0; i < m_columns; ++i)
-        texts.push_back(i == column ? QAnyStringView(text) : QAnyStringView(at(row, i)));
+        texts[static_cast<size_t>(i)] = at(row, i);
+    texts[static_cast<size_t>(column)] = text;
     const QByteArrayView changed = packed(texts);
     char*& place = m_rows[static_cast<size_t>(row)];
     const qsizetype before = bytesOf(row);
