@@ -14,11 +14,16 @@ namespace {
 const QString stockKind = u"ESTOQUE"_s;
 const QString sheetKind = u"FICHA"_s;
 const QString partKind = u"PARTE"_s;
+const QString customerKind = u"CLIENTE"_s;
 
 } // namespace
 
 QString keyOfCode(const QString& code) {
     return trimBlanks(code).toCaseFolded();
+}
+
+bool BatchAnswer::isOf(qint32 number, const QString& codigoCli) const {
+    return !customers.contains(number) || customers.contains(number, keyOfCode(codigoCli));
 }
 
 bool BatchAnswer::isUnmovable(const QString& codigo) const {
@@ -35,7 +40,11 @@ BatchAnswer askBeforeBatch(QDate since) {
         "Where Instr(codigo, Char(39))>0 Or Instr(codigo, Char(92))>0 Union All Select "
         "If(Max(situacaoorc In ('A','C')), 'PARTE', 'FIM'), nrpedido From orcamento Where "
         "TipoOperacao='P' And dataabertura>='"_s +
-        TextoSQL(since) + u"' Group By nrpedido Having Max(situacaoorc In ('B','X'))"_s);
+        TextoSQL(since) +
+        u"' Group By nrpedido Having Max(situacaoorc In ('B','X')) Union All Select 'CLIENTE', "
+        u"Concat(nrpedido, ' ', "
+        "Convert(codigocli Using utf8mb4)) From orcamento Where TipoOperacao='P' And situacaoorc In ('A','C') And dataabertura>='"_s +
+        TextoSQL(since) + u"' Group By nrpedido, codigocli"_s);
     BatchAnswer answer;
     for (; !rows.atEnd(); rows.moveNext()) {
         const QString kind = rows.field(0).text();
@@ -44,6 +53,8 @@ BatchAnswer askBeforeBatch(QDate since) {
             answer.begun.insert(text.sliced(stockLogStart.size()).toInt());
         else if (kind == sheetKind)
             answer.unmovable.insert(keyOfCode(text));
+        else if (kind == customerKind)
+            answer.customers.insert(text.section(u' ', 0, 0).toInt(), keyOfCode(text.section(u' ', 1)));
         else
             answer.settled.insert(text.toInt(), kind == partKind);
     }

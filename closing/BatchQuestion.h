@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QDate>
+#include <QHash>
 #include <QMap>
 #include <QSet>
 #include <QString>
@@ -17,15 +18,21 @@ struct BatchAnswer {
     /// The pre-sales with lines that were opened since and are settled or cancelled; true when others of
     /// their lines are open.
     QMap<qint32, bool> settled;
+    /// Whose the open pre-sales are, as keyOfCode gives the customers' codes.
+    QMultiHash<qint32, QString> customers;
     /// The products whose technical sheet has a component whose code cannot stand in a statement.
     QSet<QString> unmovable;
+
+    /// False when the pre-sale is open and another customer's.
+    bool isOf(qint32 number, const QString& codigoCli) const;
 
     /// True for a product of `unmovable`, compared as the database does.
     bool isUnmovable(const QString& codigo) const;
 };
 
 /// Asks for the stock movements since `since` (`logestoque`), the pre-sales that are no longer open
-/// (`orcamento`) and the technical sheets (`FichaTecnica`) in one query. Raises RuntimeError.
+/// and the customers of the others (`orcamento`) and the technical sheets (`FichaTecnica`) in one query.
+/// Raises RuntimeError.
 BatchAnswer askBeforeBatch(QDate since);
 
 } // namespace tarvessa

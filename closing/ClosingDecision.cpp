@@ -25,6 +25,8 @@ ClosingDecision decideClosing(const ListedPv& pv, const BatchAnswer& answer, con
             return refused(*settled ? ClosingReason::PartlySettled : ClosingReason::Settled);
         if (answer.begun.contains(number))
             return refused(ClosingReason::Interrupted);
+        if (!answer.isOf(number, pv.codigoCli))
+            return refused(ClosingReason::CustomerChanged);
         return {ClosingDecision::Outcome::Cancel, {}, {}};
     }
     if (!pv.selected)

@@ -160,6 +160,14 @@ void endConversion(qint32 document) {
     QFile::remove(pathOf(conversionPrefix, QString::number(document)));
 }
 
+qint32 numberGivenTo(qint32 document) {
+    const QList<Conversion> begun = conversions();
+    const auto conversion = std::find_if(begun.cbegin(), begun.cend(), [document](const Conversion& each) {
+        return each.document == document;
+    });
+    return conversion == begun.cend() ? 0 : conversion->number;
+}
+
 QList<Conversion> conversions() {
     QList<Conversion> found;
     for (const QString& path : pathsWith(conversionPrefix)) {

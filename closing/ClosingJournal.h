@@ -60,6 +60,9 @@ struct Conversion {
 
 bool beginConversion(const Conversion& conversion);
 void endConversion(qint32 document);
+
+/// The number of a conversion that was begun and did not end; 0 for none.
+qint32 numberGivenTo(qint32 document);
 QList<Conversion> conversions();
 
 } // namespace closingjournal

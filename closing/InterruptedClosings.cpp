@@ -39,11 +39,15 @@ qint32 numberOfCashCode(const QString& code) {
 struct Traces {
     bool open = false;
     bool settled = false;
+    bool cancelled = false;
     bool stock = false;
     bool receivable = false;
     bool cash = false;
 
     bool isSettled() const { return settled && !open; }
+    bool isCancelledAfterStock() const {
+        return cancelled && stock && !open && !settled && !receivable && !cash;
+    }
     bool isInterrupted() const { return (open && stock) || (settled && !(receivable && cash)); }
 };
 
@@ -77,12 +81,19 @@ QHash<qint32, Traces> readTraces(QDate since) {
             traces[numberOfCashCode(text)].cash = true;
         else if (kind == esquema::fechado)
             traces[numberOf(text)].settled = true;
-        else if (kind != esquema::cancelado)
-            traces[numberOf(text)].open = true;
+        else
+            (kind == esquema::cancelado ? traces[numberOf(text)].cancelled : traces[numberOf(text)].open) =
+                true;
     }
     // A shop with a long list has as many rows here, and their memory goes back only so.
     rows.close();
     return traces;
+}
+
+// The first reason found is the one that is told.
+void blame(InterruptedClosing& closing, const QString& reason) {
+    if (closing.unclear.isEmpty())
+        closing.unclear = reason;
 }
 
 /// The lines of a document: their state, their total, and the stock movements of a closing. Gives the total
@@ -125,22 +136,36 @@ Moved asLogged(const QString& code, Dinheiro quantity) {
     return {trimBlanks(code), Proporcao(quantity, Dinheiro(1), Dinheiro(1), places)};
 }
 
+// Whether these are the closing's first movements, in whatever order the log's rows come.
+bool areFirst(const QList<Moved>& logged, const QList<MovimentoDeEstoque>& movements) {
+    if (logged.size() > movements.size())
+        return false;
+    QList<Moved> first;
+    for (qsizetype i = 0; i < logged.size(); ++i)
+        first.append(asLogged(movements[i].codigo, -movements[i].quantidade));
+    return std::is_permutation(logged.cbegin(), logged.cend(), first.cbegin());
+}
+
 /// How far the stock came: each logged movement must be one of the closing's. A technical sheet may have got
-/// another order since, so the log's own order tells which was the last.
+/// another order since; then only the log's own order can tell which was the last.
 void readStockLog(InterruptedClosing& closing, QDate since) {
     odbc::ResultSet rows =
         NovoRS(u"Select codproduto, qtdLoja From logestoque Where tela='"_s +
                stockLogText(closing.sale.nrPedido) + u"' And data>='"_s + TextoSQL(since) + u"'"_s);
+    QList<Moved> log;
+    for (; !rows.atEnd(); rows.moveNext())
+        log.append(asLogged(rows.field(0).text(), rows.field(1).decimal()));
+    closing.logged = static_cast<int>(log.size());
+    if (areFirst(log, closing.movements))
+        return;
     QList<MovimentoDeEstoque> done;
     QList<MovimentoDeEstoque> left = closing.movements;
     bool known = true;
-    for (; !rows.atEnd(); rows.moveNext()) {
-        const Moved logged = asLogged(rows.field(0).text(), rows.field(1).decimal());
+    for (const Moved& logged : log) {
         const auto movement =
             std::find_if(left.begin(), left.end(), [&logged](const MovimentoDeEstoque& each) {
                 return asLogged(each.codigo, -each.quantidade) == logged;
             });
-        ++closing.logged;
         known = known && movement != left.end();
         if (movement != left.end()) {
             done.append(*movement);
@@ -148,7 +173,7 @@ void readStockLog(InterruptedClosing& closing, QDate since) {
         }
     }
     if (!closing.settled && !known)
-        closing.unclear = u"o log de estoque não corresponde aos itens do pedido"_s;
+        blame(closing, u"o log de estoque não corresponde aos itens do pedido"_s);
     closing.movements = done + left;
 }
 
@@ -200,13 +225,62 @@ void readPresentTerms(InterruptedClosing& closing) {
     odbc::ResultSet customer =
         NovoRS(u"Select nome, formapg, prazo From clientes Where codigo='"_s + closing.codigoCli + u"'"_s);
     if (customer.atEnd()) {
-        closing.unclear = u"o cliente não está cadastrado"_s;
+        blame(closing, u"o cliente não está cadastrado"_s);
         return;
     }
     closing.sale.nomeCli = customer.field(esquema::clientes::nome).text();
     const QString method = customer.field(esquema::clientes::formaPg).text();
     closing.sale.formaPG = method == esquema::nenhumaForma ? esquema::dinheiro.toString() : method;
     closing.sale.vencto = clock::today().addDays(customer.field(esquema::clientes::prazo).integer());
+}
+
+// What the statements of the conclusion cannot hold.
+void checkTexts(InterruptedClosing& closing) {
+    const bool quotable =
+        isQuotable(closing.codigoCli) &&
+        std::all_of(closing.movements.cbegin(), closing.movements.cend(),
+                    [](const MovimentoDeEstoque& movement) { return isQuotable(movement.codigo); });
+    if (!quotable)
+        blame(closing, u"um código tem apóstrofo ou barra invertida"_s);
+}
+
+// A receivable or a note of another amount than the lines' may be no business of the closing's.
+void checkTotal(InterruptedClosing& closing, const std::optional<Sale>& note, Dinheiro whole,
+                Dinheiro listed) {
+    using TermsFrom = InterruptedClosing::TermsFrom;
+    const Dinheiro value = closing.sale.valor;
+    if (value == whole || value == listed)
+        return;
+    if (closing.termsFrom == TermsFrom::Note)
+        blame(closing, u"o total dos itens não é mais o do fechamento"_s);
+    else if (closing.termsFrom == TermsFrom::Receivable && !(note && note->valor == value))
+        blame(closing, u"a conta a receber não é do total do pedido"_s);
+}
+
+void read(InterruptedClosing& closing, QDate since, const ClosingSettings& settings) {
+    const Dinheiro listed = readLines(closing, since, !settings.pafEcf);
+    const Dinheiro whole = closing.sale.valor;
+    checkTexts(closing);
+    const std::optional<Sale> note = closingjournal::find(closing.sale.nrPedido);
+    if (note) {
+        closing.sale = *note;
+        closing.termsFrom = InterruptedClosing::TermsFrom::Note;
+        closing.lastNumber = isLastPv(closing.sale.nrPedido);
+    }
+    readMoney(closing, since);
+    checkTotal(closing, note, whole, listed);
+    readStockLog(closing, since);
+    // A closing of this program would have taken the goods out first.
+    if (closing.settled && closing.logged == 0 && !closing.movements.isEmpty())
+        blame(closing, u"o log de estoque não tem as baixas deste pedido"_s);
+    readStock(closing);
+    readControl(closing);
+    if (closing.termsFrom == InterruptedClosing::TermsFrom::Customer && closing.unclear.isEmpty())
+        readPresentTerms(closing);
+    if (closing.sale.formaPG.isEmpty() || !isQuotable(closing.sale.formaPG))
+        blame(closing, u"a forma de pagamento não pode ser gravada"_s);
+    if (!isPossibleDueDate(closing.sale.vencto))
+        blame(closing, u"o vencimento não é uma data possível"_s);
 }
 
 QString joined(const QStringList& parts) {
@@ -226,10 +300,11 @@ QList<qint32> find(QDate since) {
         if (it->isInterrupted())
             numbers.append(it.key());
     for (const qint32 noted : closingjournal::all()) {
+        const Traces seen = traces.value(noted);
         // One that is open may be under way at this moment, in another panel of this folder.
-        if (numbers.contains(noted) || !traces.value(noted).isSettled())
+        if (numbers.contains(noted) || !(seen.isSettled() || seen.isCancelledAfterStock()))
             continue;
-        if (isLastPv(noted))
+        if (seen.isSettled() && isLastPv(noted))
             closingjournal::forget(noted);
         else
             numbers.append(noted);
@@ -241,24 +316,14 @@ QList<qint32> find(QDate since) {
 InterruptedClosing examine(qint32 number, QDate since, const ClosingSettings& settings) {
     InterruptedClosing closing;
     closing.sale.nrPedido = number;
-    const Dinheiro listed = readLines(closing, since, !settings.pafEcf);
-    const std::optional<Sale> note = closingjournal::find(number);
-    const bool sameTotal = !note || note->valor == closing.sale.valor || note->valor == listed;
-    if (note) {
-        closing.sale = *note;
-        closing.termsFrom = InterruptedClosing::TermsFrom::Note;
-        closing.lastNumber = isLastPv(number);
+    try {
+        read(closing, since, settings);
+    } catch (const RuntimeError& error) {
+        // One odd document must not hide the others.
+        if (error.isConnectionLost())
+            throw;
+        closing.unclear = error.text();
     }
-    readMoney(closing, since);
-    if (closing.termsFrom == InterruptedClosing::TermsFrom::Note && !sameTotal)
-        closing.unclear = u"o total dos itens não é mais o do fechamento"_s;
-    readStockLog(closing, since);
-    readStock(closing);
-    readControl(closing);
-    if (closing.termsFrom == InterruptedClosing::TermsFrom::Customer && closing.unclear.isEmpty())
-        readPresentTerms(closing);
-    if (closing.unclear.isEmpty() && !isPossibleDueDate(closing.sale.vencto))
-        closing.unclear = u"o vencimento não é uma data possível"_s;
     return closing;
 }
 

@@ -61,10 +61,12 @@ namespace interruptedclosings {
 
 /// The pre-sales opened since `since` that are open with stock movements of a closing, or settled without a
 /// receivable or a cash row, or whole but for what this station's note shows: one query on `logestoque`,
-/// `orcamento`, `areceber` and `caixa`. In ascending order. Raises RuntimeError.
+/// `orcamento`, `areceber` and `caixa`. In ascending order. Also those noted here whose goods are gone and
+/// that were cancelled since. Raises RuntimeError.
 QList<qint32> find(QDate since);
 
-/// Everything about one of them. Raises RuntimeError.
+/// Everything about one of them. What cannot be read of it makes it unclear; raises RuntimeError when the
+/// connection is lost.
 InterruptedClosing examine(qint32 number, QDate since, const ClosingSettings& settings);
 
 /// Runs what the closing has not run, in its order and form. `stockDone` tells whether the stock of the last

@@ -29,6 +29,33 @@ qint32 counterValue(const odbc::Field& counter) {
     return narrow<qint32>(counter.integer(), u"o contador de documentos chegou a %1"_s);
 }
 
+/// What the database shows of a document and of the number that it gets.
+struct Shown {
+    bool taken = false; ///< a pre-sale has the number
+    bool there = false; ///< the document has lines
+    bool open = false;  ///< some of them
+};
+
+// Waits for those who are changing the lines at this moment.
+Shown shown(qint32 nrDav, qint32 number) {
+    TemRegistro = AbreRS(
+        u"SELECT TipoOperacao, MAX(situacaoorc IN ('A','C')) AS aberto FROM orcamento WHERE nrpedido=%1 AND "
+        "TipoOperacao='P' OR nrpedido=%2 AND TipoOperacao='D' GROUP BY TipoOperacao LOCK IN SHARE MODE"_s
+            .arg(number)
+            .arg(nrDav));
+    Shown result;
+    for (; !rs.atEnd(); rs.moveNext()) {
+        if (rs.field(esquema::orcamento::tipoOperacao).text() == esquema::dav) {
+            result.there = true;
+            result.open = rs.field(u"aberto").integer() != 0;
+        } else {
+            result.taken = true;
+        }
+    }
+    rs.close();
+    return result;
+}
+
 // Also looks whether the number is free, because a counter that lags behind would merge documents, and gives
 // nothing when the document has been cancelled since it was listed: the conversion would open it again.
 std::optional<qint32> nextPvNumber(qint32 nrDav) {
@@ -37,26 +64,14 @@ std::optional<qint32> nextPvNumber(qint32 nrDav) {
     TemRegistro = AbreRS(u"SELECT contadorPV FROM empresa"_s);
     const qint32 number = counterValue(rs.field(esquema::empresa::contadorPv));
     rs.close();
-    TemRegistro = AbreRS(
-        u"SELECT TipoOperacao, MAX(situacaoorc IN ('A','C')) AS aberto FROM orcamento WHERE nrpedido=%1 AND "
-        "TipoOperacao='P' OR nrpedido=%2 AND TipoOperacao='D' GROUP BY TipoOperacao"_s.arg(number)
-            .arg(nrDav));
-    bool taken = false;
-    bool cancelled = false;
-    for (; !rs.atEnd(); rs.moveNext()) {
-        if (rs.field(esquema::orcamento::tipoOperacao).text() == esquema::dav)
-            cancelled = rs.field(u"aberto").integer() == 0;
-        else
-            taken = true;
-    }
-    rs.close();
-    if (taken)
+    const Shown now = shown(nrDav, number);
+    if (now.taken)
         throw RuntimeError(
             ErrorNumber::PermissionDenied,
             u"O número %1 já é de outra pré-venda, e dois documentos se misturariam. Corrija o "
             "contador de pré-vendas da empresa (contadorPV): ele deve ser o maior número já "
             "usado. Verifique!!!"_s.arg(number));
-    return cancelled ? std::nullopt : std::optional(number);
+    return now.there && !now.open ? std::nullopt : std::optional(number);
 }
 
 } // namespace
@@ -93,19 +108,32 @@ void PainelFechamento::converteSelecionados() {
 }
 
 bool PainelFechamento::converteDav(qint32 nrDav) {
-    // After an error the same number is tried again, and its lines may have been moved the first time.
-    const bool again = m_pvNumbers.contains(nrDav);
-    if (!again) {
+    // After an error, and after a run of the program that was cut, the same number is tried again: its lines
+    // may have been moved the first time.
+    qint32 nrPv = m_pvNumbers.value(nrDav, closingjournal::numberGivenTo(nrDav));
+    bool wasMoved = false;
+    if (nrPv > 0) {
+        const Shown now = shown(nrDav, nrPv);
+        wasMoved = now.taken && !now.there;
+        if (now.there && !now.open) {
+            m_pvNumbers.remove(nrDav);
+            closingjournal::endConversion(nrDav);
+            return false;
+        }
+        if (now.taken && now.there)
+            nrPv = 0; // another document's by now
+    }
+    if (nrPv == 0) {
         const std::optional<qint32> number = nextPvNumber(nrDav);
         if (!number)
             return false;
-        m_pvNumbers.insert(nrDav, *number);
+        nrPv = *number;
     }
-    const qint32 nrPv = m_pvNumbers.value(nrDav);
+    m_pvNumbers.insert(nrDav, nrPv);
     closingjournal::beginConversion({nrDav, nrPv});
     const qint64 moved = Executa(conversionstatements::moveLines(nrDav, nrPv));
     // Its notes belong to the number that another station has given it.
-    const bool isHere = again || moved != 0;
+    const bool isHere = wasMoved || moved != 0;
     if (isHere)
         Executa(conversionstatements::moveNotes(nrDav, nrPv));
     closingjournal::endConversion(nrDav);

@@ -88,8 +88,7 @@ void PainelFechamento::processListed(ClosingBatch& batch) {
 // works on them.
 void PainelFechamento::removeSettled() {
     for (int row = ui->Grid1->rows() - 1; row > 0; --row)
-        if (m_closingHistory.settled.contains(
-                ValorInteiro(ui->Grid1->text(row, painelfechamento::Pedido))))
+        if (m_closingHistory.settled.contains(ValorInteiro(ui->Grid1->text(row, painelfechamento::Pedido))))
             ui->Grid1->removeRow(row);
     TotalSelecionado();
     enableOperations();

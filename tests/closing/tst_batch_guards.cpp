@@ -92,6 +92,7 @@ class TstBatchGuards : public QObject {
     void promotionLeftAloneKeepsTheList();
     void changedSinceTheListing_data();
     void changedSinceTheListing();
+    void companysPvListedForAPersonIsNotCancelled();
     void linesBeforeThePeriodDoNotCount();
     void listFromYesterdayKeepsItsPeriod();
     void settledRowsLeaveTheListAfterAnError();
@@ -295,6 +296,16 @@ void TstBatchGuards::changedSinceTheListing() {
     QCOMPARE(b->server().query(u"SELECT * FROM orcamento WHERE nrpedido = 1"_s), lines);
     QCOMPARE(b->valor(u"SELECT COUNT(*) FROM logestoque"_s), u"1"_s);
     QCOMPARE(b->valor(u"SELECT COUNT(*) FROM caixa"_s), u"1"_s);
+}
+
+void TstBatchGuards::companysPvListedForAPersonIsNotCancelled() {
+    b->shop().cliente({.codigo = u"CPF"_s, .cnpjCpf = u"12345678909"_s});
+    b->shop().documento({.pedido = 1, .cliente = u"CPF"_s});
+    QVERIFY(b->open());
+    b->server().execute(u"UPDATE orcamento SET codigocli = 'C1'"_s);
+    closeAll(mensagens::comErros);
+    QCOMPARE(b->log(), PanelBench::logWith({refused(1, customerChanged)}));
+    QCOMPARE(b->valor(u"SELECT situacaoorc FROM orcamento"_s), u"A"_s);
 }
 
 void TstBatchGuards::linesBeforeThePeriodDoNotCount() {

@@ -2,6 +2,7 @@
 
 #include "base/Clock.h"
 #include "base/RuntimeError.h"
+#include "closing/ClosingJournal.h"
 #include "closing/PainelFechamentoColumns.h"
 #include "closing/PanelBench.h"
 #include "core/AcessoDados.h"
@@ -28,21 +29,26 @@ const QString lock = u"CONCAT('tarvessa_numero_', MD5(DATABASE()))"_s;
 const QString askLock = u"SELECT GET_LOCK("_s + lock + u", 10)"_s;
 const QString releaseLock = u"SELECT RELEASE_LOCK("_s + lock + u")"_s;
 
+QString looksAt(int dav, int pv) {
+    return u"SELECT TipoOperacao, MAX(situacaoorc IN ('A','C')) AS aberto FROM orcamento WHERE nrpedido=%1 "
+           u"AND "
+           "TipoOperacao='P' OR nrpedido=%2 AND TipoOperacao='D' GROUP BY TipoOperacao LOCK IN SHARE MODE"_s
+               .arg(pv)
+               .arg(dav);
+}
+
 QStringList commandsOf(int dav, int pv) {
-    return {
-        askLock,
-        u"UPDATE empresa SET contadorPV = contadorPV+1"_s,
-        u"SELECT contadorPV FROM empresa"_s,
-        u"SELECT TipoOperacao, MAX(situacaoorc IN ('A','C')) AS aberto FROM orcamento WHERE nrpedido=%1 AND "
-        "TipoOperacao='P' OR nrpedido=%2 AND TipoOperacao='D' GROUP BY TipoOperacao"_s.arg(pv)
-            .arg(dav),
-        releaseLock,
-        u"UPDATE orcamento SET TipoOperacao = 'P', nrPedido = '%1',situacaoorc = 'A' WHERE nrpedido =%2 "
-        "and TipoOperacao = 'D'"_s.arg(pv)
-            .arg(dav),
-        u"UPDATE observacao set nrpedido=%1 , tipoOperacao = 'P' WHERE nrpedido =%2 and TipoOperacao = "
-        "'D'"_s.arg(pv)
-            .arg(dav)};
+    return {askLock,
+            u"UPDATE empresa SET contadorPV = contadorPV+1"_s,
+            u"SELECT contadorPV FROM empresa"_s,
+            looksAt(dav, pv),
+            releaseLock,
+            u"UPDATE orcamento SET TipoOperacao = 'P', nrPedido = '%1',situacaoorc = 'A' WHERE nrpedido =%2 "
+            "and TipoOperacao = 'D'"_s.arg(pv)
+                .arg(dav),
+            u"UPDATE observacao set nrpedido=%1 , tipoOperacao = 'P' WHERE nrpedido =%2 and TipoOperacao = "
+            "'D'"_s.arg(pv)
+                .arg(dav)};
 }
 
 /// Notes what a progress bar said each time it was painted while it was shown.
@@ -355,7 +361,8 @@ class TstConversao : public QObject {
         QCOMPARE(m.total(), u"40,00"_s);
         m.mark();
         m.press(u"Command2"_s);
-        QCOMPARE(m.texts(), commandsOf(10, 102).sliced(5) + commandsOf(20, 103));
+        QCOMPARE(m.texts(),
+                 QStringList{looksAt(10, 102)} + commandsOf(10, 102).sliced(5) + commandsOf(20, 103));
         QCOMPARE(destination(10), u"P102"_s);
         QCOMPARE(nota(10), u"P102"_s);
         QCOMPARE(m.grid()->rows(), 1);
@@ -509,6 +516,49 @@ class TstConversao : public QObject {
         m.server().execute(u"UPDATE orcamento SET situacaoorc = 'X' WHERE nrpedido = 30 LIMIT 1"_s);
         m.press(u"Command2"_s);
         QCOMPARE(destination(30), u"P101"_s);
+    }
+
+    void retryLooksAtTheDocumentAgain_data() {
+        QTest::addColumn<QString>("change");
+        QTest::addColumn<QString>("place");
+        QTest::newRow("billed as it is")
+            << u"UPDATE orcamento SET situacaoorc = 'B' WHERE nrpedido = 20"_s << u"D20"_s;
+        QTest::newRow("converted elsewhere")
+            << u"UPDATE orcamento SET nrpedido = 900, TipoOperacao = 'P' WHERE nrpedido = 20"_s << u"P900"_s;
+    }
+
+    void retryLooksAtTheDocumentAgain() {
+        QFETCH(const QString, change);
+        QFETCH(const QString, place);
+        threeDavs();
+        m.server().execute(
+            u"INSERT INTO observacao (nrpedido, tipoOperacao, texto) VALUES (20, 'D', 'nota')"_s);
+        QVERIFY(m.open(PanelBench::wide));
+        m.server().execute(
+            u"CREATE TRIGGER recusa BEFORE UPDATE ON orcamento FOR EACH ROW IF OLD.nrpedido = 20 THEN "
+            "SIGNAL SQLSTATE '45000' SET MESSAGE_TEXT = 'recusado'; END IF"_s);
+        ModalHelper boxes;
+        boxes.expectContaining(u"recusado"_s, QMessageBox::Ok);
+        m.press(u"Command2"_s);
+        m.server().execute(u"DROP TRIGGER recusa"_s);
+        m.server().execute(change);
+        boxes.expectContaining(u"DAV 20. Para eles nada foi gravado"_s, QMessageBox::Ok);
+        m.press(u"Command2"_s);
+        QCOMPARE(boxes.problem(), QString());
+        QCOMPARE(destination(20), place);
+        QCOMPARE(m.valor(u"SELECT CONCAT(tipoOperacao, nrpedido) FROM observacao WHERE texto = 'nota'"_s),
+                 u"D20"_s);
+    }
+
+    // The update that was sent before the cut may still be waiting in the server.
+    void numberNotedBeforeARestartIsUsedAgain() {
+        threeDavs();
+        QVERIFY(closingjournal::beginConversion({10, 55}));
+        QVERIFY(m.open(PanelBench::wide));
+        m.press(u"Command2"_s);
+        QCOMPARE(destination(10), u"P55"_s);
+        QCOMPARE(nota(10), u"P55"_s);
+        QVERIFY(closingjournal::conversions().isEmpty());
     }
 
     void twoStationsAtTheSameTime() {

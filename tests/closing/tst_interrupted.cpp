@@ -55,6 +55,12 @@ class TstInterrupted : public QObject {
     void wholeClosingIsNotListed();
     void stockChangedMeanwhileIsNotConcluded();
     void lastLoggedProductIsAskedAbout();
+    void rowsOfTheLogMayComeInAnyOrder();
+    void oddDocumentDoesNotHideTheOthers();
+    void settledByAnotherProgramIsUnclear();
+    void receivableOfAnotherAmountIsUnclear();
+    void cancelledAfterACutIsListedHere();
+    void methodThatCannotBeWrittenIsUnclear();
     void changedTotalIsUnclear();
     void receivableRulesOverANote();
     void impossibleDueDateIsUnclear();
@@ -82,6 +88,7 @@ class TstInterrupted : public QObject {
     QString status() const { return b->control<QLabel>(u"Interrompidos"_s)->text(); }
     bool hasStatus() const { return b->control<QLabel>(u"Interrompidos"_s)->isVisible(); }
     QStringList windowRow(const std::function<void(QWidget*)>& look = {});
+    bool asksAboutTheLastLine();
     void otherStationForgets() { closingjournal::forget(1); }
 
     std::unique_ptr<PanelBench> b;
@@ -650,12 +657,76 @@ void TstInterrupted::lastLoggedProductIsAskedAbout() {
     b->server().execute(
         u"INSERT INTO logestoque (data, hora, usuario, tela, codproduto, qtdLoja) SELECT '2024-03-15', "
         u"'10:00:00', "
+        "'', 'FECHAMENTO DA PV Nº 1', codigo, -quantidade FROM orcamento WHERE nrpedido = 1 ORDER BY id DESC "
+        "LIMIT 1"_s);
+    QVERIFY2(asksAboutTheLastLine(), qPrintable(windowRow().join(u'|')));
+}
+
+// A server gives the log's rows in the order of whatever index it reads.
+void TstInterrupted::rowsOfTheLogMayComeInAnyOrder() {
+    twoProducts();
+    b->server().execute(
+        u"INSERT INTO logestoque (data, hora, usuario, tela, codproduto, qtdLoja) SELECT '2024-03-15', "
+        u"'10:00:00', "
         "'', 'FECHAMENTO DA PV Nº 1', codigo, -quantidade FROM orcamento WHERE nrpedido = 1 ORDER BY id DESC"_s);
-    const QString first = b->valor(u"SELECT codigo FROM orcamento WHERE nrpedido = 1 ORDER BY id LIMIT 1"_s);
+    QVERIFY2(asksAboutTheLastLine(), qPrintable(windowRow().join(u'|')));
+}
+
+bool TstInterrupted::asksAboutTheLastLine() {
+    const QString last =
+        b->valor(u"SELECT codigo FROM orcamento WHERE nrpedido = 1 ORDER BY id DESC LIMIT 1"_s);
     open();
     QString asked;
     windowRow([&](QWidget* window) { asked = Hands(window).control<QLabel>(u"Label2"_s)->text(); });
-    QVERIFY2(asked.startsWith(first + u" - "_s), qPrintable(asked));
+    return asked.startsWith(last + u" - "_s);
+}
+
+void TstInterrupted::oddDocumentDoesNotHideTheOthers() {
+    twoProducts();
+    cutBefore("insert into caixa");
+    b->shop().documento({.pedido = 2, .situacao = u"B"_s, .vendedor = u"40000"_s});
+    b->server().execute(u"UPDATE orcamento SET databaixa = '2024-03-15' WHERE nrpedido = 2"_s);
+    QStringList missing;
+    windowRow([&](QWidget* window) {
+        const Grid* grid = Hands(window).grid();
+        for (int row = 1; row < grid->rows(); ++row)
+            missing.append(grid->text(row, 6));
+    });
+    QCOMPARE(missing.size(), 2);
+    QCOMPARE(missing[0], u"caixa"_s);
+    QVERIFY2(missing[1].startsWith(u"conferir: "_s) && missing[1].contains(u"40000"_s),
+             qPrintable(missing[1]));
+}
+
+void TstInterrupted::settledByAnotherProgramIsUnclear() {
+    twoProducts();
+    b->server().execute(u"UPDATE orcamento SET situacaoorc = 'B', databaixa = '2024-03-15'"_s);
+    open();
+    QCOMPARE(windowRow().value(6), u"conferir: o log de estoque não tem as baixas deste pedido"_s);
+}
+
+void TstInterrupted::receivableOfAnotherAmountIsUnclear() {
+    twoProducts();
+    cutBefore("INSERT INTO `areceber`");
+    b->server().execute(
+        u"INSERT INTO areceber SET Nr_Pedido = 1, Emissao = '2024-03-15', Vencto = '2024-03-15', "
+        "Valor = 5, TipoPag = 'DINHEIRO'"_s);
+    QCOMPARE(windowRow().value(6), u"conferir: a conta a receber não é do total do pedido"_s);
+}
+
+void TstInterrupted::cancelledAfterACutIsListedHere() {
+    twoProducts();
+    cutBefore("UPDATE orcamento");
+    b->server().execute(u"UPDATE orcamento SET situacaoorc = 'X', databaixa = '2024-03-15'"_s);
+    QCOMPARE(windowRow().value(6), u"conferir: o pedido foi cancelado"_s);
+}
+
+void TstInterrupted::methodThatCannotBeWrittenIsUnclear() {
+    twoProducts();
+    cutBefore("INSERT INTO `areceber`");
+    otherStationForgets();
+    b->server().execute(u"UPDATE clientes SET formapg = 'D\\'ÁGUA'"_s);
+    QCOMPARE(windowRow().value(6), u"conferir: a forma de pagamento não pode ser gravada"_s);
 }
 
 void TstInterrupted::changedTotalIsUnclear() {
