@@ -42,8 +42,8 @@ BatchAnswer askBeforeBatch(QDate since) {
         "TipoOperacao='P' And dataabertura>='"_s +
         TextoSQL(since) +
         u"' Group By nrpedido Having Max(situacaoorc In ('B','X')) Union All Select 'CLIENTE', "
-        u"Concat(nrpedido, ' ', "
-        "Convert(codigocli Using utf8mb4)) From orcamento Where TipoOperacao='P' And situacaoorc In ('A','C') And dataabertura>='"_s +
+        "Concat(nrpedido, ' ', Convert(codigocli Using utf8mb4)) From orcamento Where TipoOperacao='P' And "
+        "situacaoorc In ('A','C') And dataabertura>='"_s +
         TextoSQL(since) + u"' Group By nrpedido, codigocli"_s);
     BatchAnswer answer;
     for (; !rows.atEnd(); rows.moveNext()) {

@@ -71,7 +71,9 @@ const QString sqlComMovimento =
     "Convert(codigoprod Using utf8mb4) From FichaTecnica Where Instr(codigo, Char(39))>0 Or Instr(codigo, "
     "Char(92))>0 Union All Select If(Max(situacaoorc In ('A','C')), 'PARTE', 'FIM'), nrpedido From orcamento "
     "Where TipoOperacao='P' And dataabertura>='2024-03-08' Group By nrpedido Having Max(situacaoorc In "
-    "('B','X'))"_s;
+    "('B','X')) Union All Select 'CLIENTE', Concat(nrpedido, ' ', Convert(codigocli Using utf8mb4)) From "
+    "orcamento Where TipoOperacao='P' And situacaoorc In ('A','C') And dataabertura>='2024-03-08' Group By "
+    "nrpedido, codigocli"_s;
 
 /// The statements of a batch without those around its rows, which are checked here: lock and question before
 /// the first one, the lock's release before the listing.

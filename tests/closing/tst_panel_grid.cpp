@@ -265,9 +265,9 @@ void TstPanelGrid::interruptedClosingsAreCopiedFoundAndSaved() {
     // A settled pre-sale with neither receivable nor cash row, and an open one whose stock has begun to move.
     b->server().execute(u"UPDATE orcamento SET situacaoorc='B', databaixa='2024-03-15' WHERE nrpedido=2;"
                         "INSERT INTO logestoque SET data='2024-03-15', hora='10:00:00', usuario='', "
-                        "tela='FECHAMENTO DA PV Nº 0000002', codproduto='P1', qtdLoja=-1;"
+                        "tela='FECHAMENTO DA PV Nº 2', codproduto='P1', qtdLoja=-1;"
                         "INSERT INTO logestoque SET data='2024-03-15', hora='10:01:00', usuario='', "
-                        "tela='FECHAMENTO DA PV Nº 0000003', codproduto='P1', qtdLoja=-1"_s);
+                        "tela='FECHAMENTO DA PV Nº 3', codproduto='P1', qtdLoja=-1"_s);
     QString copied;
     QJsonObject book;
     QString proposed;
