@@ -1,13 +1,12 @@
 #include "bench/BatchRun.h"
 
+#include "bench/StartedPanel.h"
 #include "bench/support/BoxAnswerer.h"
-#include "bench/support/Painted.h"
 #include "bench/support/Recorded.h"
 #include "bench/support/Workload.h"
 #include "closing/PainelFechamento.h"
 #include "core/AcessoDados.h"
 #include "support/PrivateServer.h"
-#include "ui/grid/Grid.h"
 
 #include <QPushButton>
 
@@ -19,13 +18,7 @@ namespace tarvessa::bench {
 
 BatchRun closeAll(int presales) {
     PainelFechamento panel;
-    if (!panel.Form_Load())
-        throw std::runtime_error("the panel did not start");
-    panel.show();
-    auto* grid = panel.findChild<Grid*>(u"Grid1"_s);
-    waitPainted(grid->viewport());
-    if (grid->rows() != presales + 1)
-        throw std::runtime_error("the panel did not list what there is to close");
+    startPanel(panel, presales);
 
     const BoxAnswerer answerer;
     panel.findChild<QPushButton*>(u"Command4"_s)->click();

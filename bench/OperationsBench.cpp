@@ -1,9 +1,9 @@
 #include "bench/OperationsBench.h"
 
+#include "bench/StartedPanel.h"
 #include "bench/support/BareOdbc.h"
 #include "bench/support/BoxAnswerer.h"
 #include "bench/support/Measure.h"
-#include "bench/support/Painted.h"
 #include "bench/support/Recorded.h"
 #include "bench/support/Workload.h"
 #include "closing/PainelFechamento.h"
@@ -57,13 +57,7 @@ double throughPanel(const Operation& operation, std::vector<double>& boxTimes) {
     double seconds = 0;
     {
         PainelFechamento panel;
-        if (!panel.Form_Load())
-            throw std::runtime_error("the panel did not start");
-        panel.show();
-        auto* grid = panel.findChild<Grid*>(u"Grid1"_s);
-        waitPainted(grid->viewport());
-        if (grid->rows() != documents + 1)
-            throw std::runtime_error("the panel did not list the documents");
+        startPanel(panel, documents);
         seconds = operation.run(panel, boxTimes);
     }
     EncerraBanco();

@@ -1,5 +1,6 @@
 #include "bench/RehearsalBench.h"
 
+#include "bench/StartedPanel.h"
 #include "bench/support/BareOdbc.h"
 #include "bench/support/Measure.h"
 #include "bench/support/Painted.h"
@@ -59,13 +60,7 @@ double throughPanel() {
     double seconds = 0;
     {
         PainelFechamento panel;
-        if (!panel.Form_Load())
-            throw std::runtime_error("the panel did not start");
-        panel.show();
-        auto* grid = panel.findChild<Grid*>(u"Grid1"_s);
-        waitPainted(grid->viewport());
-        if (grid->rows() != presales + 1)
-            throw std::runtime_error("the panel did not list the pre-sales");
+        startPanel(panel, presales);
         seconds = rehearse(panel);
     }
     EncerraBanco();
