@@ -63,6 +63,11 @@ qint32 closingIn(const Entries& entries) {
     return entries.value(u"PV"_s).toInt();
 }
 
+Conversion conversionIn(const QString& path) {
+    const Entries entries = read(path);
+    return {entries.value(u"DAV"_s).toInt(), entries.value(u"PV"_s).toInt()};
+}
+
 } // namespace
 
 ClosingNote::~ClosingNote() {
@@ -161,18 +166,14 @@ void endConversion(qint32 document) {
 }
 
 qint32 numberGivenTo(qint32 document) {
-    const QList<Conversion> begun = conversions();
-    const auto conversion = std::find_if(begun.cbegin(), begun.cend(), [document](const Conversion& each) {
-        return each.document == document;
-    });
-    return conversion == begun.cend() ? 0 : conversion->number;
+    const Conversion begun = conversionIn(pathOf(conversionPrefix, QString::number(document)));
+    return begun.document == document ? begun.number : 0;
 }
 
 QList<Conversion> conversions() {
     QList<Conversion> found;
     for (const QString& path : pathsWith(conversionPrefix)) {
-        const Entries entries = read(path);
-        const Conversion conversion{entries.value(u"DAV"_s).toInt(), entries.value(u"PV"_s).toInt()};
+        const Conversion conversion = conversionIn(path);
         if (conversion.document > 0 && conversion.number > 0)
             found.append(conversion);
     }

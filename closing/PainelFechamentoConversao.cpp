@@ -34,6 +34,9 @@ struct Shown {
     bool taken = false; ///< a pre-sale has the number
     bool there = false; ///< the document has lines
     bool open = false;  ///< some of them
+
+    /// Cancelled or billed as it is since it was listed: a conversion would open it again.
+    bool isClosed() const { return there && !open; }
 };
 
 // Waits for those who are changing the lines at this moment.
@@ -57,7 +60,7 @@ Shown shown(qint32 nrDav, qint32 number) {
 }
 
 // Also looks whether the number is free, because a counter that lags behind would merge documents, and gives
-// nothing when the document has been cancelled since it was listed: the conversion would open it again.
+// nothing when the document has been closed since it was listed.
 std::optional<qint32> nextPvNumber(qint32 nrDav) {
     const NumberingLock lock;
     Executa(u"UPDATE empresa SET contadorPV = contadorPV+1"_s);
@@ -71,7 +74,7 @@ std::optional<qint32> nextPvNumber(qint32 nrDav) {
             u"O número %1 já é de outra pré-venda, e dois documentos se misturariam. Corrija o "
             "contador de pré-vendas da empresa (contadorPV): ele deve ser o maior número já "
             "usado. Verifique!!!"_s.arg(number));
-    return now.there && !now.open ? std::nullopt : std::optional(number);
+    return now.isClosed() ? std::nullopt : std::optional(number);
 }
 
 } // namespace
@@ -110,12 +113,13 @@ void PainelFechamento::converteSelecionados() {
 bool PainelFechamento::converteDav(qint32 nrDav) {
     // After an error, and after a run of the program that was cut, the same number is tried again: its lines
     // may have been moved the first time.
-    qint32 nrPv = m_pvNumbers.value(nrDav, closingjournal::numberGivenTo(nrDav));
+    qint32 nrPv =
+        m_pvNumbers.contains(nrDav) ? m_pvNumbers.value(nrDav) : closingjournal::numberGivenTo(nrDav);
     bool wasMoved = false;
     if (nrPv > 0) {
         const Shown now = shown(nrDav, nrPv);
         wasMoved = now.taken && !now.there;
-        if (now.there && !now.open) {
+        if (now.isClosed()) {
             m_pvNumbers.remove(nrDav);
             closingjournal::endConversion(nrDav);
             return false;
