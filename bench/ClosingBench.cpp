@@ -3,17 +3,16 @@
 #include "bench/BatchRun.h"
 #include "bench/support/BareOdbc.h"
 #include "bench/support/Measure.h"
+#include "bench/support/Session.h"
 #include "bench/support/Workload.h"
 #include "closing/BatchQuestion.h"
 #include "closing/ClosingBatch.h"
 #include "closing/ListedPeriod.h"
 #include "closing/ServerLock.h"
-#include "core/AcessoDados.h"
 
 #include <algorithm>
 #include <array>
 #include <limits>
-#include <stdexcept>
 
 using namespace Qt::StringLiterals;
 
@@ -35,13 +34,11 @@ constexpr int guardRounds = 5;
 
 // What keeps two stations apart, and interrupted closings from being begun again.
 double guardOnce() {
-    if (!IniciaBanco())
-        throw std::runtime_error("the database cannot be reached");
+    const Session session;
     const double seconds = secondsOf([] {
         const ServerLock lock(closingLockName, closingLockSeconds);
         askBeforeBatch(firstListedDay());
     });
-    EncerraBanco();
     return seconds;
 }
 

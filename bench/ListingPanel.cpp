@@ -1,9 +1,8 @@
 #include "bench/ListingPanel.h"
 
 #include "bench/support/Painted.h"
+#include "bench/support/Recorded.h"
 #include "core/AcessoDados.h"
-#include "support/PrivateServer.h"
-#include "support/StatementLog.h"
 #include "ui/grid/Grid.h"
 
 #include <QPushButton>
@@ -46,10 +45,7 @@ void ListingPanel::empty() {
 
 QString ListingPanel::statement(test::PrivateServer& server) {
     empty();
-    test::StatementLog log(server);
-    list();
-    const QStringList texts = log.texts();
-    server.execute(u"SET GLOBAL general_log = 0"_s);
+    const QStringList texts = recordedTexts(server, [this] { list(); });
     if (texts.size() != 1)
         throw std::runtime_error("the listing is not one statement");
     return texts.first();

@@ -8,6 +8,7 @@
 #include "bench/support/Client.h"
 #include "bench/support/Measure.h"
 #include "bench/support/Painted.h"
+#include "bench/support/Session.h"
 #include "bench/support/Workload.h"
 #include "closing/BatchProgress.h"
 #include "core/AcessoDados.h"
@@ -91,10 +92,8 @@ Row queryRow() {
 
 QList<Row> statementRows(test::PrivateServer& server) {
     server.execute(u"SET GLOBAL innodb_flush_log_at_trx_commit = 0"_s);
-    if (!IniciaBanco())
-        throw std::runtime_error("the database cannot be reached");
+    const Session session;
     const QList<Row> rows = {statementRow(), queryRow()};
-    EncerraBanco();
     server.execute(u"SET GLOBAL innodb_flush_log_at_trx_commit = 1"_s);
     return rows;
 }
@@ -170,8 +169,7 @@ QList<Row> batchRows(test::PrivateServer& server, const Workload& workload) {
 
 QList<Row> searchRows(test::PrivateServer& server) {
     fillProducts(server);
-    if (!IniciaBanco())
-        throw std::runtime_error("the database cannot be reached");
+    const Session session;
     QWidget form;
     form.show();
     waitPainted(&form);
@@ -182,7 +180,6 @@ QList<Row> searchRows(test::PrivateServer& server) {
     const std::vector<double> times =
         least(searchRounds, {[&] { return timedSearch(search, &form).own; },
                              [&] { return ownSecondsOf([&] { bare.readInBlocks(sql); }); }});
-    EncerraBanco();
     const QString what = u"search with %1 matches, read, filled and painted"_s.arg(countText(search.matches));
     return {
         unitRow(what + u", beyond the bare blocks"_s, times[0], times[1], 1, u"at most 10 ms"_s, searchGoal,

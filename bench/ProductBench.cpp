@@ -4,12 +4,11 @@
 #include "bench/support/Client.h"
 #include "bench/support/Measure.h"
 #include "bench/support/Painted.h"
-#include "core/AcessoDados.h"
+#include "bench/support/Session.h"
 #include "products/ProductQuery.h"
 
 #include <QWidget>
 
-#include <stdexcept>
 
 using namespace Qt::StringLiterals;
 
@@ -25,8 +24,7 @@ constexpr int rounds = 9;
 
 QList<Row> productRows(test::PrivateServer& server) {
     fillProducts(server);
-    if (!IniciaBanco())
-        throw std::runtime_error("the database cannot be reached");
+    const Session session;
     QWidget form;
     form.show();
     waitPainted(&form);
@@ -48,7 +46,6 @@ QList<Row> productRows(test::PrivateServer& server) {
              u"at most 1.3 times plus 30 ms"_s, times[0] <= clientGoal * times[1] + secondsGoal});
         rows.append({u"- our own processor time in it"_s, timeText(median(own)), {}, {}, {}, false});
     }
-    EncerraBanco();
     return rows;
 }
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "bench/support/Painted.h"
-#include "core/AcessoDados.h"
+#include "bench/support/Session.h"
 #include "ui/DateBox.h"
 #include "ui/grid/Grid.h"
 
@@ -10,17 +10,6 @@
 #include <stdexcept>
 
 namespace tarvessa::bench {
-
-/// The connection of the program, open while it lives.
-struct Session {
-    Session() {
-        if (!IniciaBanco())
-            throw std::runtime_error("the database cannot be reached");
-    }
-    ~Session() { EncerraBanco(); }
-    Session(const Session&) = delete;
-    Session& operator=(const Session&) = delete;
-};
 
 inline const QString firstOfYear = QStringLiteral("01/01/2024");
 inline const QString lastOfYear = QStringLiteral("31/12/2024");

@@ -3,6 +3,7 @@
 #include "base/Operation.h"
 #include "base/RuntimeError.h"
 #include "bench/support/Measure.h"
+#include "bench/support/Session.h"
 #include "closing/BatchQuestion.h"
 #include "closing/InterruptedClosings.h"
 #include "closing/ListedPeriod.h"
@@ -74,8 +75,7 @@ Row row(const QString& what, double seconds, const QString& goalText, double goa
 } // namespace
 
 QList<Row> survivalRows(test::PrivateServer& server) {
-    if (!IniciaBanco())
-        throw std::runtime_error("the database cannot be reached");
+    const Session session;
     load(server);
     const std::vector<double> times =
         interleaved(rounds, {[&server] { return connectAgain(server); },
@@ -87,7 +87,6 @@ QList<Row> survivalRows(test::PrivateServer& server) {
                                  const Operation operation;
                                  return secondsOf([] { interruptedclosings::find(firstListedDay()); });
                              }});
-    EncerraBanco();
     return {
         row(u"first statement after a loss, with the connection opened again"_s, times[0], u"under 1 s"_s,
             reconnectGoal),

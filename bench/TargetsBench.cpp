@@ -6,8 +6,8 @@
 #include "bench/support/Measure.h"
 #include "bench/support/Painted.h"
 #include "bench/support/Recorded.h"
+#include "bench/support/Session.h"
 #include "bench/support/Workload.h"
-#include "core/AcessoDados.h"
 #include "support/PrivateServer.h"
 #include "targets/MetasQuadro.h"
 #include "targets/MetasQuadroColumns.h"
@@ -39,27 +39,18 @@ constexpr int shortRounds = 15;
 class Board {
   public:
     Board() {
-        if (!IniciaBanco())
-            throw std::runtime_error("the database cannot be reached");
-        m_screen = std::make_unique<MetasQuadro>();
-        m_screen->Form_Load();
-        m_grid = m_screen->findChild<Grid*>(u"Grid2"_s);
-        m_screen->show();
-        m_screen->findChild<QTabWidget*>(u"SSTab1"_s)->setCurrentIndex(1);
-        m_screen->findChild<DateBox*>(u"DataIni"_s)->setText(u"01/01/2024"_s);
-        m_screen->findChild<DateBox*>(u"DataFin"_s)->setText(u"31/12/2024"_s);
+        m_screen.Form_Load();
+        m_grid = m_screen.findChild<Grid*>(u"Grid2"_s);
+        m_screen.show();
+        m_screen.findChild<QTabWidget*>(u"SSTab1"_s)->setCurrentIndex(1);
+        m_screen.findChild<DateBox*>(u"DataIni"_s)->setText(u"01/01/2024"_s);
+        m_screen.findChild<DateBox*>(u"DataFin"_s)->setText(u"31/12/2024"_s);
         waitPainted(m_grid->viewport());
     }
-    ~Board() {
-        m_screen.reset();
-        EncerraBanco();
-    }
-    Board(const Board&) = delete;
-    Board& operator=(const Board&) = delete;
 
     double seconds() {
         const double seconds = secondsOf([this] {
-            m_screen->findChild<QPushButton*>(u"Command4"_s)->click();
+            m_screen.findChild<QPushButton*>(u"Command4"_s)->click();
             waitPainted(m_grid->viewport());
         });
         if (m_grid->rows() != boardRows)
@@ -77,7 +68,8 @@ class Board {
     }
 
   private:
-    std::unique_ptr<MetasQuadro> m_screen;
+    Session m_session;
+    MetasQuadro m_screen;
     Grid* m_grid = nullptr;
 };
 
