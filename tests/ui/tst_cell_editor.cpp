@@ -191,7 +191,7 @@ void TstCellEditor::followsWidthsAndSizeOfTheGrid() {
     QCOMPARE(m_form->box->geometry(), m_form->cell(3, 1));
     m_form->grid->setColumnTwips(1, 1000);
     QCOMPARE(m_form->box->geometry(), m_form->cell(3, 1));
-    m_form->grid->setRowTwips(1, 900);
+    m_form->grid->setRowHeights({{1, 900}});
     QCOMPARE(m_form->box->geometry(), m_form->cell(3, 1));
     m_form->grid->resize(200, 150);
     QCOMPARE(m_form->box->geometry(), m_form->cell(3, 1));

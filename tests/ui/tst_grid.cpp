@@ -498,7 +498,7 @@ void TstGrid::cellsAreSpokenToAScreenReader() {
 
 void TstGrid::rowHeightsAreInTwips() {
     preenche(3);
-    m_grid->setRowTwips(2, 900);
+    m_grid->setRowHeights({{2, 900}});
     QCOMPARE(m_grid->rowHeight(1), twipsToPixels(m_grid, 900));
     QCOMPARE(m_grid->rowTwips(2), 900);
     QVERIFY(m_grid->rowTwips(1) < 900);
@@ -511,9 +511,9 @@ void TstGrid::rowsAreAtLeastAsHighAsAsked() {
     QCOMPARE(m_grid->rowTwips(1), 600);
     m_grid->addItem(u"nova"_s);
     QCOMPARE(m_grid->rowTwips(3), 600);
-    m_grid->setRowTwips(2, 150);
+    m_grid->setRowHeights({{2, 150}});
     QCOMPARE(m_grid->rowTwips(2), 600);
-    m_grid->setRowTwips(2, 1200);
+    m_grid->setRowHeights({{2, 1200}});
     QCOMPARE(m_grid->rowTwips(2), 1200);
 }
 

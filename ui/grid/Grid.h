@@ -73,7 +73,6 @@ class Grid : public QTableView {
 
     /// Heights of some data rows.
     void setRowHeights(const std::vector<RowHeight>& heights);
-    void setRowTwips(int row, int twips) { setRowHeights({{row, twips}}); }
     int rowTwips(int row) const;
 
     /// Number of rows, header included.
