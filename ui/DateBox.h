@@ -5,7 +5,7 @@
 
 namespace tarvessa {
 
-/// A date typed as dd/mm/yyyy behind the mask "##/##/####"; a day or month typed with one digit gets its
+/// A date typed as dd/mm/yyyy into the places "__/__/____"; a day or month typed with one digit gets its
 /// zero. Alt+Down or the picture at its end offers a calendar.
 class DateBox : public QLineEdit {
     Q_OBJECT
