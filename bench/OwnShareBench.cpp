@@ -152,13 +152,15 @@ QList<Row> batchRows(test::PrivateServer& server, const Workload& workload) {
                                 return ownSecondsOf([&] { bare.run(statements); });
                             }});
     const double bar = *std::min_element(bars.begin(), bars.end());
-    const double both = bar + *std::min_element(boxes.begin(), boxes.end());
+    const double shown = *std::min_element(boxes.begin(), boxes.end());
+    const double both = bar + shown;
     return {{u"the boxes of a batch of 10 PVs and the painting of its bar (%1)"_s.arg(timeText(bar)),
              timeText(both),
              {},
              {},
              u"under 5 ms"_s,
-             both < batchGoal},
+             both < batchGoal,
+             u"%1 of it is Qt making, measuring and showing two windows of its own"_s.arg(timeText(shown))},
             {u"- per statement of that batch, all that the panel does, beyond the bare calls"_s,
              timeText((times[0] - times[1]) / static_cast<double>(statements.size())),
              timeText(times[1] / static_cast<double>(statements.size())),
