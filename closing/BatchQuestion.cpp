@@ -41,7 +41,13 @@ BatchAnswer askBeforeBatch(QDate since) {
         "If(Max(situacaoorc In ('A','C')), 'PARTE', 'FIM'), nrpedido From orcamento Where "
         "TipoOperacao='P' And dataabertura>='"_s +
         TextoSQL(since) +
-        u"' Group By nrpedido Having Max(situacaoorc In ('B','X')) Union All Select 'CLIENTE', "
+        u"' Group By nrpedido Having Max(situacaoorc In ('B','X')) Union All Select 'PARTE', nrpedido From "
+        "orcamento Where TipoOperacao='P' And situacaoorc In ('B','X') And dataabertura<'"_s +
+        TextoSQL(since) +
+        u"' And nrpedido In (Select nrpedido From orcamento Where TipoOperacao='P' And situacaoorc In "
+        "('A','C') And dataabertura>='"_s +
+        TextoSQL(since) +
+        u"') Group By nrpedido Union All Select 'CLIENTE', "
         "Concat(nrpedido, ' ', Convert(codigocli Using utf8mb4)) From orcamento Where TipoOperacao='P' And "
         "situacaoorc In ('A','C') And dataabertura>='"_s +
         TextoSQL(since) + u"' Group By nrpedido, codigocli"_s);

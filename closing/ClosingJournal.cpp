@@ -1,6 +1,7 @@
 #include "closing/ClosingJournal.h"
 
 #include "base/ProgramFolder.h"
+#include "base/RuntimeError.h"
 
 #include <QDir>
 #include <QFile>
@@ -61,6 +62,20 @@ QStringList pathsWith(const QString& prefix) {
 
 qint32 closingIn(const Entries& entries) {
     return entries.value(u"PV"_s).toInt();
+}
+
+// A note cut short by a full disk, or spoilt by hand, is none: the database is asked instead.
+std::optional<Sale> saleIn(const Entries& entries) {
+    const QString method = entries.value(u"FORMA"_s);
+    const QString value = entries.value(u"VALOR"_s);
+    const QDate due = QDate::fromString(entries.value(u"VENCTO"_s), Qt::ISODate);
+    if (method.isEmpty() || value.isEmpty() || !due.isValid() || !entries.contains(u"CLIENTE"_s))
+        return std::nullopt;
+    try {
+        return Sale{closingIn(entries), method, Dinheiro::dePonto(value), due, entries.value(u"CLIENTE"_s)};
+    } catch (const RuntimeError&) {
+        return std::nullopt;
+    }
 }
 
 Conversion conversionIn(const QString& path) {
@@ -130,11 +145,9 @@ void forget(qint32 number) {
 std::optional<Sale> find(qint32 number) {
     for (const QString& path : pathsWith(closingPrefix)) {
         const Entries entries = read(path);
-        const QDate due = QDate::fromString(entries.value(u"VENCTO"_s), Qt::ISODate);
-        // A note cut short by a full disk is none.
-        if (closingIn(entries) == number && due.isValid() && entries.contains(u"CLIENTE"_s))
-            return Sale{number, entries.value(u"FORMA"_s), Dinheiro::dePonto(entries.value(u"VALOR"_s)), due,
-                        entries.value(u"CLIENTE"_s)};
+        if (closingIn(entries) == number)
+            if (const std::optional<Sale> sale = saleIn(entries))
+                return sale;
     }
     return std::nullopt;
 }

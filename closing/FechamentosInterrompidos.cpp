@@ -188,13 +188,14 @@ void FechamentosInterrompidos::Command1_Click() {
 // the same.
 void FechamentosInterrompidos::conclui(const InterruptedClosing& shown) {
     std::optional<BusyPointer> pointer(std::in_place);
-    const ServerLock lock(closingLockName, closingLockSeconds);
-    if (lock.isTaken()) {
+    std::optional<ServerLock> lock(std::in_place, closingLockName, closingLockSeconds);
+    if (lock->isTaken()) {
         pointer.reset();
         boxes::inform(this, closingLockTaken);
         return;
     }
     if (interruptedclosings::examine(shown.sale.nrPedido, m_since, m_settings) != shown) {
+        lock.reset(); // other stations do not wait for the answer to a box
         pointer.reset();
         boxes::inform(this, u"A PV %1 mudou desde que foi mostrada. Confira novamente. Verifique!!!"_s.arg(
                                 documentText(shown.sale.nrPedido)));

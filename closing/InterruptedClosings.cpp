@@ -26,6 +26,7 @@ namespace {
 const QString stockKind = u"ESTOQUE"_s;
 const QString receivableKind = u"RECEBER"_s;
 const QString cashKind = u"CAIXA"_s;
+const QString registerKind = u"CONTROLE"_s;
 
 qint32 numberOf(const QString& text) {
     return text.toInt();
@@ -33,6 +34,11 @@ qint32 numberOf(const QString& text) {
 
 qint32 numberOfCashCode(const QString& code) {
     return QString(code).remove(u"PED:"_s).remove(u'.').toInt();
+}
+
+// The first day of a list that was loaded on this day.
+QDate listStart(QDate day, QDate since) {
+    return day.addDays(-since.daysTo(clock::today()));
 }
 
 /// What the one question says of a document.
@@ -43,20 +49,24 @@ struct Traces {
     bool stock = false;
     bool receivable = false;
     bool cash = false;
+    bool byRegister = false;
 
     bool isSettled() const { return settled && !open; }
     bool isCancelledAfterStock() const {
         return cancelled && stock && !open && !settled && !receivable && !cash;
     }
-    bool isInterrupted() const { return (open && stock) || (settled && !(receivable && cash)); }
+    bool isInterrupted() const {
+        return (open && stock) || (settled && !byRegister && !(receivable && cash));
+    }
 };
 
 // A document that was listed when its closing was cut may have left the list since, so documents are looked
-// for over twice the period; those settled before it are none of this question's. The tables may have
-// different collations, which a union refuses to mix.
+// for over twice the period; those settled before it are none of this question's, nor those that a cash
+// register settled: the panel writes no register's number. The tables may have different collations, which a
+// union refuses to mix.
 QHash<qint32, Traces> readTraces(QDate since) {
     const QString day = TextoSQL(since);
-    const QString firstOpened = TextoSQL(since.addDays(-since.daysTo(clock::today())));
+    const QString firstOpened = TextoSQL(listStart(since, since));
     odbc::ResultSet rows = NovoRS(
         u"Select 'ESTOQUE' As tipo, Convert(tela Using utf8mb4) As texto From logestoque Where data>='"_s +
         day + u"' And tela Like '"_s + stockLogStart +
@@ -68,7 +78,10 @@ QHash<qint32, Traces> readTraces(QDate since) {
         day +
         u"' Group By Nr_Pedido Union All Select 'CAIXA', Convert(CodigoLanc Using utf8mb4) From "
         "caixa Where DataCx>='"_s +
-        day + u"' And CodigoLanc Like 'PED:%' Group By CodigoLanc"_s);
+        day +
+        u"' And CodigoLanc Like 'PED:%' Group By CodigoLanc Union All Select 'CONTROLE', NrPedido From "
+        "orcamento_controle Where tipoOperacao='P' And Status='B' And NrCaixa<>0 And Fechamento>='"_s +
+        day + u"'"_s);
     QHash<qint32, Traces> traces;
     for (; !rows.atEnd(); rows.moveNext()) {
         const QString kind = rows.field(0).text();
@@ -79,6 +92,8 @@ QHash<qint32, Traces> readTraces(QDate since) {
             traces[numberOf(text)].receivable = true;
         else if (kind == cashKind)
             traces[numberOfCashCode(text)].cash = true;
+        else if (kind == registerKind)
+            traces[numberOf(text)].byRegister = true;
         else if (kind == esquema::fechado)
             traces[numberOf(text)].settled = true;
         else
@@ -96,14 +111,40 @@ void blame(InterruptedClosing& closing, const QString& reason) {
         closing.unclear = reason;
 }
 
-/// The lines of a document: their state, their total, and the stock movements of a closing. Gives the total
-/// of those that were opened since, as a list has it.
-Dinheiro readLines(InterruptedClosing& closing, QDate since, bool movesStock) {
-    Dinheiro listed;
+/// The totals of a document's lines by the days on which they were opened, and the day of their settling.
+struct Opened {
+    QList<std::pair<QDate, Dinheiro>> totals;
+    QDate settledOn;
+
+    QDate first() const {
+        QDate day;
+        for (const auto& [opened, total] : totals)
+            day = day.isValid() ? qMin(day, opened) : opened;
+        return day;
+    }
+
+    /// As a list from that day on has it; nothing when it does not have the document.
+    std::optional<Dinheiro> listed(QDate from) const {
+        std::optional<Dinheiro> sum;
+        for (const auto& [opened, total] : totals)
+            if (opened >= from)
+                sum = sum.value_or(Dinheiro()) + total;
+        return sum;
+    }
+};
+
+QDate dayOf(const odbc::Field& field) {
+    constexpr int length = 10;
+    return QDate::fromString(field.text().left(length), Qt::ISODate);
+}
+
+/// The lines of a document: their state, their total, and the stock movements of a closing.
+Opened readLines(InterruptedClosing& closing, bool movesStock) {
+    Opened opened;
     odbc::ResultSet lines = NovoRS(linesOfPv(closing.sale.nrPedido));
     if (lines.atEnd()) {
         closing.unclear = u"o pedido não existe mais"_s;
-        return listed;
+        return opened;
     }
     closing.codigoCli = lines.field(esquema::orcamento::codigoCli).text();
     closing.codigoVend = sellerCode(lines.field(esquema::orcamento::vendedor));
@@ -115,8 +156,9 @@ Dinheiro readLines(InterruptedClosing& closing, QDate since, bool movesStock) {
             closing.unclear = u"o pedido foi cancelado"_s;
         const Dinheiro total = lines.field(esquema::orcamento::totalPed).decimal();
         closing.sale.valor += total;
-        if (lines.field(esquema::orcamento::dataAbertura).text() >= TextoSQL(since))
-            listed += total;
+        opened.totals.append({dayOf(lines.field(esquema::orcamento::dataAbertura)), total});
+        if (situation == esquema::fechado)
+            opened.settledOn = dayOf(lines.field(esquema::orcamento::dataBaixa));
         const QString code = lines.field(esquema::orcamento::codigo).text();
         if (movesStock && !code.startsWith(esquema::notaDoPedido))
             closing.movements +=
@@ -125,7 +167,7 @@ Dinheiro readLines(InterruptedClosing& closing, QDate since, bool movesStock) {
     if (open && closing.settled)
         closing.unclear = u"parte dos itens está em outra situação"_s;
     closing.settled = closing.settled && !open;
-    return listed;
+    return opened;
 }
 
 using Moved = std::pair<QString, Dinheiro>;
@@ -147,17 +189,22 @@ bool areFirst(const QList<Moved>& logged, const QList<MovimentoDeEstoque>& movem
 }
 
 /// How far the stock came: each logged movement must be one of the closing's. A technical sheet may have got
-/// another order since; then only the log's own order can tell which was the last.
-void readStockLog(InterruptedClosing& closing, QDate since) {
+/// another order since; then only the log's own order can tell which was the last. Gives the day of the first
+/// movement, if there is one.
+QDate readStockLog(InterruptedClosing& closing, QDate from) {
     odbc::ResultSet rows =
-        NovoRS(u"Select codproduto, qtdLoja From logestoque Where tela='"_s +
-               stockLogText(closing.sale.nrPedido) + u"' And data>='"_s + TextoSQL(since) + u"'"_s);
+        NovoRS(u"Select codproduto, qtdLoja, data From logestoque Where tela='"_s +
+               stockLogText(closing.sale.nrPedido) + u"' And data>='"_s + TextoSQL(from) + u"'"_s);
     QList<Moved> log;
-    for (; !rows.atEnd(); rows.moveNext())
+    QDate first;
+    for (; !rows.atEnd(); rows.moveNext()) {
         log.append(asLogged(rows.field(0).text(), rows.field(1).decimal()));
+        const QDate day = dayOf(rows.field(2));
+        first = first.isValid() ? qMin(first, day) : day;
+    }
     closing.logged = static_cast<int>(log.size());
     if (areFirst(log, closing.movements))
-        return;
+        return first;
     QList<MovimentoDeEstoque> done;
     QList<MovimentoDeEstoque> left = closing.movements;
     bool known = true;
@@ -175,6 +222,7 @@ void readStockLog(InterruptedClosing& closing, QDate since) {
     if (!closing.settled && !known)
         blame(closing, u"o log de estoque não corresponde aos itens do pedido"_s);
     closing.movements = done + left;
+    return first;
 }
 
 /// A conclusion is refused when this has changed since a person was asked: the update that was cut may still
@@ -189,9 +237,11 @@ void readStock(InterruptedClosing& closing) {
 }
 
 void readControl(InterruptedClosing& closing) {
-    odbc::ResultSet rows = NovoRS(u"Select Status From orcamento_controle Where NrPedido="_s +
+    odbc::ResultSet rows = NovoRS(u"Select Status, NrCaixa From orcamento_controle Where NrPedido="_s +
                                   QString::number(closing.sale.nrPedido) + u" And tipoOperacao='P'"_s);
     closing.control = rows.atEnd() || rows.field(0).text() == esquema::fechado;
+    if (!rows.atEnd() && closing.control && rows.field(1).integer() != 0)
+        blame(closing, u"o pedido foi encerrado pelo caixa %1"_s.arg(rows.field(1).text()));
 }
 
 /// The receivable, whose terms are those of the closing, and the cash row.
@@ -246,19 +296,27 @@ void checkTexts(InterruptedClosing& closing) {
 
 // A receivable or a note of another amount than the lines' may be no business of the closing's.
 void checkTotal(InterruptedClosing& closing, const std::optional<Sale>& note, Dinheiro whole,
-                Dinheiro listed) {
+                std::optional<Dinheiro> listed) {
     using TermsFrom = InterruptedClosing::TermsFrom;
     const Dinheiro value = closing.sale.valor;
+    if (closing.termsFrom == TermsFrom::Customer) {
+        closing.sale.valor = listed.value_or(whole);
+        if (!listed)
+            blame(closing, u"os itens são de antes do período listado"_s);
+        return;
+    }
     if (value == whole || value == listed)
         return;
     if (closing.termsFrom == TermsFrom::Note)
         blame(closing, u"o total dos itens não é mais o do fechamento"_s);
-    else if (closing.termsFrom == TermsFrom::Receivable && !(note && note->valor == value))
+    else if (!(note && note->valor == value))
         blame(closing, u"a conta a receber não é do total do pedido"_s);
 }
 
 void read(InterruptedClosing& closing, QDate since, const ClosingSettings& settings) {
-    const Dinheiro listed = readLines(closing, since, !settings.pafEcf);
+    const Opened opened = readLines(closing, !settings.pafEcf);
+    if (opened.totals.isEmpty())
+        return;
     const Dinheiro whole = closing.sale.valor;
     checkTexts(closing);
     const std::optional<Sale> note = closingjournal::find(closing.sale.nrPedido);
@@ -268,8 +326,10 @@ void read(InterruptedClosing& closing, QDate since, const ClosingSettings& setti
         closing.lastNumber = isLastPv(closing.sale.nrPedido);
     }
     readMoney(closing, since);
-    checkTotal(closing, note, whole, listed);
-    readStockLog(closing, since);
+    // A document may be dated ahead, and a closing that was cut twice has movements of several days.
+    const QDate moved = readStockLog(closing, listStart(qMin(opened.first(), since), since));
+    const QDate cut = closing.settled ? opened.settledOn : moved;
+    checkTotal(closing, note, whole, opened.listed(listStart(cut.isValid() ? cut : clock::today(), since)));
     // A closing of this program would have taken the goods out first.
     if (closing.settled && closing.logged == 0 && !closing.movements.isEmpty())
         blame(closing, u"o log de estoque não tem as baixas deste pedido"_s);

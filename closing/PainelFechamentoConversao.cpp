@@ -37,6 +37,8 @@ struct Shown {
 
     /// Cancelled or billed as it is since it was listed: a conversion would open it again.
     bool isClosed() const { return there && !open; }
+
+    bool isMoved() const { return taken && !there; }
 };
 
 // Waits for those who are changing the lines at this moment.
@@ -118,7 +120,7 @@ bool PainelFechamento::converteDav(qint32 nrDav) {
     bool wasMoved = false;
     if (nrPv > 0) {
         const Shown now = shown(nrDav, nrPv);
-        wasMoved = now.taken && !now.there;
+        wasMoved = now.isMoved();
         if (now.isClosed()) {
             m_pvNumbers.remove(nrDav);
             closingjournal::endConversion(nrDav);
@@ -136,8 +138,9 @@ bool PainelFechamento::converteDav(qint32 nrDav) {
     m_pvNumbers.insert(nrDav, nrPv);
     closingjournal::beginConversion({nrDav, nrPv});
     const qint64 moved = Executa(conversionstatements::moveLines(nrDav, nrPv));
-    // Its notes belong to the number that another station has given it.
-    const bool isHere = wasMoved || moved != 0;
+    // Otherwise its notes belong to the number that another station has given it, unless the first update was
+    // still waiting in the server and has moved the lines meanwhile.
+    const bool isHere = wasMoved || moved != 0 || shown(nrDav, nrPv).isMoved();
     if (isHere)
         Executa(conversionstatements::moveNotes(nrDav, nrPv));
     closingjournal::endConversion(nrDav);

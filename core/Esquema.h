@@ -21,6 +21,7 @@ inline constexpr QStringView unitario = u"unitario";
 inline constexpr QStringView totalPed = u"totalped";
 inline constexpr QStringView situacao = u"situacaoorc";
 inline constexpr QStringView dataAbertura = u"dataabertura";
+inline constexpr QStringView dataBaixa = u"databaixa";
 } // namespace orcamento
 
 namespace clientes {

@@ -22,12 +22,26 @@ const QString conexaoPerdida = u"a próxima operação tentará abri-la novament
 } // namespace mensagens
 
 PanelBench::PanelBench() : m_previousPath(qgetenv("PATH")) {
-    qputenv("PATH", QFile::encodeName(commandsFolder()));
+    QByteArray path = QFile::encodeName(commandsFolder());
+#ifdef _WIN32
+    // The programs that a test starts find their libraries there.
+    path += ';' + m_previousPath;
+#endif
+    qputenv("PATH", path);
 }
 
 PanelBench::~PanelBench() {
     close();
     qputenv("PATH", m_previousPath);
+}
+
+bool PanelBench::isLogOpened() const {
+#ifdef _WIN32
+    // What stands in for Notepad writes it down.
+    return QFile::exists(logPath() + u".aberto"_s);
+#else
+    return viewerText().startsWith(u"LOG DE FECHAMENTO:"_s);
+#endif
 }
 
 void PanelBench::reset() {

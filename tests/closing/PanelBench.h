@@ -58,6 +58,8 @@ class PanelBench : public Bench {
     /// Where the cell lies on the window that holds grid and editors.
     QRect cellPlace(int row, int column) const;
 
+    /// Whether the closing log was opened for the operator, in whatever shows texts here.
+    bool isLogOpened() const;
     QString logPath() const { return programFolder() + QStringLiteral("/LogFechamento.txt"); }
 
     /// The closing log byte for byte; null when there is none.

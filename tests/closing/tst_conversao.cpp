@@ -561,6 +561,27 @@ class TstConversao : public QObject {
         QVERIFY(closingjournal::conversions().isEmpty());
     }
 
+    // It was: the lines move between the look at them and the update of their own, which finds none.
+    void updateThatWasStillWaitingTakesItsNotesAlong() {
+        threeDavs();
+        QVERIFY(closingjournal::beginConversion({10, 55}));
+        FaultProxy proxy(m.server().socket());
+        m.server().useSocket(proxy.socket());
+        QVERIFY(m.open(PanelBench::wide));
+        proxy.onStatement([this](const QByteArray& sql) {
+            if (sql.startsWith("UPDATE orcamento SET TipoOperacao = 'P', nrPedido = '55'"))
+                m.server().execute(QString::fromUtf8(sql));
+        });
+        ModalHelper boxes;
+        m.press(u"Command2"_s);
+        QCOMPARE(boxes.problem(), QString());
+        QCOMPARE(destination(10), u"P55"_s);
+        QCOMPARE(nota(10), u"P55"_s);
+        QVERIFY(closingjournal::conversions().isEmpty());
+        m.close();
+        m.server().useSocket(m.server().socket());
+    }
+
     void twoStationsAtTheSameTime() {
         constexpr int perStation = 200;
         m.shop().cliente({.codigo = u"C1"_s,

@@ -71,7 +71,10 @@ const QString sqlComMovimento =
     "Convert(codigoprod Using utf8mb4) From FichaTecnica Where Instr(codigo, Char(39))>0 Or Instr(codigo, "
     "Char(92))>0 Union All Select If(Max(situacaoorc In ('A','C')), 'PARTE', 'FIM'), nrpedido From orcamento "
     "Where TipoOperacao='P' And dataabertura>='2024-03-08' Group By nrpedido Having Max(situacaoorc In "
-    "('B','X')) Union All Select 'CLIENTE', Concat(nrpedido, ' ', Convert(codigocli Using utf8mb4)) From "
+    "('B','X')) Union All Select 'PARTE', nrpedido From orcamento Where TipoOperacao='P' And situacaoorc In "
+    "('B','X') And dataabertura<'2024-03-08' And nrpedido In (Select nrpedido From orcamento Where "
+    "TipoOperacao='P' And situacaoorc In ('A','C') And dataabertura>='2024-03-08') Group By nrpedido "
+    "Union All Select 'CLIENTE', Concat(nrpedido, ' ', Convert(codigocli Using utf8mb4)) From "
     "orcamento Where TipoOperacao='P' And situacaoorc In ('A','C') And dataabertura>='2024-03-08' Group By "
     "nrpedido, codigocli"_s;
 

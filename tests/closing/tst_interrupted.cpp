@@ -10,10 +10,12 @@
 #include "closing/PanelBench.h"
 #include "closing/Recovery.h"
 #include "support/AdminConnection.h"
+#include "support/EventSpy.h"
 #include "support/FaultProxy.h"
 #include "support/ModalHelper.h"
 
 #include <QApplication>
+#include <QDir>
 #include <QFile>
 #include <QLabel>
 #include <QRadioButton>
@@ -62,6 +64,13 @@ class TstInterrupted : public QObject {
     void cancelledAfterACutIsListedHere();
     void methodThatCannotBeWrittenIsUnclear();
     void changedTotalIsUnclear();
+    void movementsOfAnEarlierDayCount();
+    void otherStationBillsWhatTheListHad();
+    void linesOlderThanTheListAreUnclear();
+    void settledByACashRegisterIsNotListed_data();
+    void settledByACashRegisterIsNotListed();
+    void spoiltNoteIsNone();
+    void lockIsNotHeldBehindABox();
     void receivableRulesOverANote();
     void impossibleDueDateIsUnclear();
     void partlySettledIsListed();
@@ -523,6 +532,120 @@ void TstInterrupted::presentTermsAreShownForConfirmation() {
     QCOMPARE(row.value(3), u"DINHEIRO"_s);
     QCOMPARE(row.value(4), u"15/03/2024"_s);
     QVERIFY(terms.startsWith(u"Os termos do fechamento interrompido não são conhecidos"_s));
+}
+
+// Cut a second time while it was concluded, some days later: the first movements have left the period.
+void TstInterrupted::movementsOfAnEarlierDayCount() {
+    twoProducts();
+    cutBefore("UPDATE orcamento SET SituacaoOrc='B'");
+    otherStationForgets();
+    b->server().execute(u"UPDATE orcamento SET dataabertura = '2024-03-05'; "
+                        "UPDATE logestoque SET data = '2024-03-06' WHERE codproduto = 'P1'"_s);
+    const auto stock = [this] {
+        return b->server().query(u"SELECT codfabr, quantidade FROM produtos ORDER BY codfabr"_s);
+    };
+    const QList<QStringList> before = stock();
+    const QStringList row = windowRow();
+    QCOMPARE(row.value(2), u"20,00"_s);
+    QCOMPARE(row.value(5), u"2 baixas de estoque"_s);
+    conclude(true);
+    QCOMPARE(stock(), before);
+    QCOMPARE(b->valor(u"SELECT COUNT(*) FROM logestoque"_s), u"2"_s);
+    QCOMPARE(b->valor(u"SELECT SUM(Valor) FROM areceber"_s), u"20.00"_s);
+}
+
+// An uncut closing bills the total of the list, which has no lines from before its period.
+void TstInterrupted::otherStationBillsWhatTheListHad() {
+    twoProducts();
+    cutBefore("UPDATE orcamento SET SituacaoOrc='B'");
+    otherStationForgets();
+    b->server().execute(u"UPDATE orcamento SET dataabertura = '2024-03-01' WHERE codigo = 'P2'"_s);
+    const QString listed = b->valor(u"SELECT totalped FROM orcamento WHERE codigo = 'P1'"_s);
+    QVERIFY(listed != u"20.00"_s);
+    QCOMPARE(windowRow().value(2), QString(listed).replace(u'.', u','));
+    conclude(true);
+    QCOMPARE(b->valor(u"SELECT Valor FROM areceber"_s), listed);
+    QCOMPARE(b->valor(u"SELECT Valor FROM caixa"_s), listed);
+}
+
+void TstInterrupted::linesOlderThanTheListAreUnclear() {
+    twoProducts();
+    cutBefore("UPDATE orcamento SET SituacaoOrc='B'");
+    otherStationForgets();
+    b->server().execute(u"UPDATE orcamento SET dataabertura = '2024-03-02'"_s);
+    QCOMPARE(windowRow().value(6), u"conferir: os itens são de antes do período listado"_s);
+}
+
+void TstInterrupted::settledByACashRegisterIsNotListed_data() {
+    QTest::addColumn<QString>("cashRegister");
+    QTest::addColumn<bool>("listed");
+    QTest::newRow("number 3") << u"3"_s << false;
+    QTest::newRow("none, as the panel writes it") << u"0"_s << true;
+}
+
+void TstInterrupted::settledByACashRegisterIsNotListed() {
+    QFETCH(const QString, cashRegister);
+    QFETCH(const bool, listed);
+    twoProducts();
+    b->server().execute(u"UPDATE empresa SET PAF_ECF = 'SIM'; "
+                        "UPDATE orcamento SET situacaoorc = 'B', databaixa = '2024-03-15'; "
+                        "REPLACE INTO orcamento_controle SET NrPedido = 1, tipoOperacao = 'P', NrCaixa = %1, "
+                        "Status = 'B', Fechamento = '2024-03-15 10:00:00'"_s.arg(cashRegister));
+    open();
+    QCOMPARE(hasStatus(), listed);
+    // A note of this station lists it, but leaves nothing to conclude.
+    closingjournal::ClosingNote note;
+    QVERIFY(note.begin({1, u"BOLETO"_s, Dinheiro(20), QDate(2024, 4, 14), u"X"_s}));
+    note.keep();
+    QCOMPARE(windowRow().value(6),
+             listed ? u"conta a receber, caixa"_s : u"conferir: o pedido foi encerrado pelo caixa 3"_s);
+}
+
+// The database tells what it can; a note that cannot be read does not stand in the way.
+void TstInterrupted::spoiltNoteIsNone() {
+    twoProducts();
+    cutBefore("INSERT INTO `areceber`");
+    int spoilt = 0;
+    const QDir folder(b->programFolder());
+    for (const QString& name : folder.entryList({u"*.andamento"_s}, QDir::Files)) {
+        QFile file(folder.filePath(name));
+        QVERIFY(file.open(QIODevice::ReadWrite));
+        QByteArray bytes = file.readAll();
+        QVERIFY(bytes.contains("VALOR=20\n"));
+        bytes.replace("VALOR=20\n", "VALOR=vi\n");
+        QVERIFY(file.seek(0) && file.write(bytes) == bytes.size());
+        ++spoilt;
+    }
+    QCOMPARE(spoilt, 1);
+    QVERIFY(!closingjournal::find(1));
+    const QStringList row = windowRow();
+    QCOMPARE(row.value(2), u"20,00"_s);
+    QCOMPARE(row.value(6), u"conta a receber, caixa"_s);
+    conclude(true);
+    QCOMPARE(b->valor(u"SELECT Valor FROM areceber"_s), u"20.00"_s);
+}
+
+// Other stations do not wait for the answer to it.
+void TstInterrupted::lockIsNotHeldBehindABox() {
+    twoProducts();
+    cutBefore("insert into caixa");
+    ModalHelper modal;
+    modal.onOpen([&](QWidget* window) {
+        b->server().execute(u"INSERT INTO caixa SET CodigoLanc = 'PED:000.001', DataCx = '2024-03-15'"_s);
+        Hands(window).key(Qt::Key_C, Qt::AltModifier);
+        Hands(window).key(Qt::Key_Escape);
+    });
+    modal.expectContaining(u"Deseja realmente concluir"_s, QMessageBox::Yes);
+    modal.expectContaining(u"mudou desde que foi mostrada"_s, QMessageBox::Ok);
+    QStringList isFree;
+    const EventSpy watch([&](QObject* object, QEvent* event) {
+        if (isBoxShown(object, event))
+            isFree.append(
+                b->valor(u"SELECT IS_FREE_LOCK(CONCAT('tarvessa_fechamento_', MD5(DATABASE())))"_s));
+    });
+    b->key(Qt::Key_F7);
+    QCOMPARE(modal.problem(), QString());
+    QCOMPARE(isFree, (QStringList{u"1"_s, u"1"_s}));
 }
 
 void TstInterrupted::noAnswerConcludesNothing() {

@@ -3,6 +3,7 @@
 #include "closing/PainelFechamentoColumns.h"
 #include "closing/PanelBench.h"
 #include "core/AcessoDados.h"
+#include "support/EventSpy.h"
 #include "support/ModalHelper.h"
 
 #include <QApplication>
@@ -29,25 +30,6 @@ std::function<void(const QString&)> onStatement;
 
 bool isPointerBusy() {
     return QApplication::overrideCursor() && QApplication::overrideCursor()->shape() == Qt::WaitCursor;
-}
-
-/// Sees every event of the program while it lives.
-class EventSpy : public QObject {
-  public:
-    explicit EventSpy(std::function<void(QObject*, QEvent*)> seen) : m_seen(std::move(seen)) {
-        qApp->installEventFilter(this);
-    }
-    bool eventFilter(QObject* object, QEvent* event) override {
-        m_seen(object, event);
-        return false;
-    }
-
-  private:
-    std::function<void(QObject*, QEvent*)> m_seen;
-};
-
-bool isBoxShown(QObject* object, QEvent* event) {
-    return event->type() == QEvent::Show && qobject_cast<QMessageBox*>(object);
 }
 
 } // namespace

@@ -45,6 +45,7 @@ class TstStatusBar : public QObject {
   private:
     QLabel* label() const { return b->control<QLabel>(u"Situacao"_s); }
     QString part(int index) const { return label()->text().section(u" · "_s, index, index); }
+    QString connectedText() const;
     void openWith(int preSales);
 
     std::unique_ptr<PanelBench> b;
@@ -68,6 +69,12 @@ void TstStatusBar::init() {
     b->server().useSocket(m_proxy->socket());
     m_proxy->mark();
     b->shop().basico();
+}
+
+QString TstStatusBar::connectedText() const {
+    const QString address = b->server().socket();
+    const QString server = address.startsWith(u'/') ? u"localhost"_s : address.section(u':', 0, 0);
+    return server + u'/' + b->server().database();
 }
 
 void TstStatusBar::openWith(int preSales) {
@@ -162,7 +169,7 @@ void TstStatusBar::serverAndDatabaseWithoutAStatement() {
     if (!b->valor(u"SELECT VERSION()"_s).contains(u"MariaDB"_s))
         QSKIP("the driver asks this server itself, because it does not tell the database unasked");
     openWith(1);
-    QCOMPARE(part(1), u"localhost/"_s + b->server().database());
+    QCOMPARE(part(1), connectedText());
     for (const QByteArray& statement : m_proxy->texts())
         QVERIFY2(!statement.toUpper().contains("DATABASE()") && !statement.toUpper().contains("HOSTNAME"),
                  statement.constData());
@@ -171,7 +178,7 @@ void TstStatusBar::serverAndDatabaseWithoutAStatement() {
 void TstStatusBar::lostConnectionUntilItIsBack() {
     openWith(1);
     b->click(1, painelfechamento::Cliente);
-    const QString connected = u"localhost/"_s + b->server().database();
+    const QString connected = connectedText();
     const auto viewFails = [&] {
         ModalHelper modal;
         modal.expectContaining(mensagens::conexaoPerdida, QMessageBox::Ok);
