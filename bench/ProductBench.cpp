@@ -9,7 +9,6 @@
 
 #include <QWidget>
 
-
 using namespace Qt::StringLiterals;
 
 namespace tarvessa::bench {

@@ -126,7 +126,7 @@ void TstSelecionaProd::longRemarkScrollsByKey() {
     choose([](QWidget* screen) {
         const auto* remark = control<QLabel>(screen, "Label4");
         const auto* area = control<QScrollArea>(screen, "rolagem");
-        QVERIFY(remark->height() >= 6 * QFontMetrics(remark->font()).lineSpacing());
+        QVERIFY(remark->height() >= 6 * QFontMetrics(remark->font()).height());
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
         QCOMPARE(QApplication::focusWidget(), area);
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_PageDown);
