@@ -31,7 +31,8 @@ bool BatchAnswer::isUnmovable(const QString& codigo) const {
 }
 
 // The two tables may have different collations, which a union refuses to mix; 39 and 92 are apostrophe and
-// backslash.
+// backslash. All states are named so that the index on them serves: without, every pre-sale there ever was is
+// read.
 BatchAnswer askBeforeBatch(QDate since) {
     odbc::ResultSet rows = NovoRS(
         u"Select 'ESTOQUE' As tipo, Convert(tela Using utf8mb4) As texto From logestoque Where data>='"_s +
@@ -39,7 +40,7 @@ BatchAnswer askBeforeBatch(QDate since) {
         u"%' Group By tela Union All Select 'FICHA', Convert(codigoprod Using utf8mb4) From FichaTecnica "
         "Where Instr(codigo, Char(39))>0 Or Instr(codigo, Char(92))>0 Union All Select "
         "If(Max(situacaoorc In ('A','C')), 'PARTE', 'FIM'), nrpedido From orcamento Where "
-        "TipoOperacao='P' And dataabertura>='"_s +
+        "TipoOperacao='P' And situacaoorc In ('A','B','C','X') And dataabertura>='"_s +
         TextoSQL(since) +
         u"' Group By nrpedido Having Max(situacaoorc In ('B','X')) Union All Select 'PARTE', nrpedido From "
         "orcamento Where TipoOperacao='P' And situacaoorc In ('B','X') And dataabertura<'"_s +

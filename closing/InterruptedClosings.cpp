@@ -116,10 +116,11 @@ struct Opened {
     QList<std::pair<QDate, Dinheiro>> totals;
     QDate settledOn;
 
-    QDate first() const {
-        QDate day;
+    /// The first of these days and the given one.
+    QDate first(QDate day) const {
         for (const auto& [opened, total] : totals)
-            day = day.isValid() ? qMin(day, opened) : opened;
+            if (opened.isValid())
+                day = qMin(day, opened);
         return day;
     }
 
@@ -315,8 +316,6 @@ void checkTotal(InterruptedClosing& closing, const std::optional<Sale>& note, Di
 
 void read(InterruptedClosing& closing, QDate since, const ClosingSettings& settings) {
     const Opened opened = readLines(closing, !settings.pafEcf);
-    if (opened.totals.isEmpty())
-        return;
     const Dinheiro whole = closing.sale.valor;
     checkTexts(closing);
     const std::optional<Sale> note = closingjournal::find(closing.sale.nrPedido);
@@ -327,7 +326,7 @@ void read(InterruptedClosing& closing, QDate since, const ClosingSettings& setti
     }
     readMoney(closing, since);
     // A document may be dated ahead, and a closing that was cut twice has movements of several days.
-    const QDate moved = readStockLog(closing, listStart(qMin(opened.first(), since), since));
+    const QDate moved = readStockLog(closing, listStart(opened.first(since), since));
     const QDate cut = closing.settled ? opened.settledOn : moved;
     checkTotal(closing, note, whole, opened.listed(listStart(cut.isValid() ? cut : clock::today(), since)));
     // A closing of this program would have taken the goods out first.
