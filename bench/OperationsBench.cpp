@@ -29,39 +29,39 @@ constexpr int documents = 500;
 struct Operation {
     QString what;
     char kind;
-    double (*run)(PainelFechamento& panel, std::vector<double>& boxTimes);
+    Taken (*run)(PainelFechamento& panel, std::vector<double>& boxTimes);
     QString firstStatement;
     bool listsAtTheEnd;
 };
 
-double convert(PainelFechamento& panel, std::vector<double>& /*boxTimes*/) {
-    const double seconds = secondsOf([&] { panel.findChild<QPushButton*>(u"Command2"_s)->click(); });
+Taken convert(PainelFechamento& panel, std::vector<double>& /*boxTimes*/) {
+    const Taken taken = takenBy([&] { panel.findChild<QPushButton*>(u"Command2"_s)->click(); });
     if (panel.findChild<Grid*>(u"Grid1"_s)->rows() != 1)
         throw std::runtime_error("the conversion did not end well");
-    return seconds;
+    return taken;
 }
 
 // From the question taken apart to the message with what was corrected; what both boxes take goes to
 // `boxTimes`.
-double checkPrices(PainelFechamento& panel, std::vector<double>& boxTimes) {
+Taken checkPrices(PainelFechamento& panel, std::vector<double>& boxTimes) {
     const BoxAnswerer answerer;
     panel.findChild<QPushButton*>(u"Command5"_s)->click();
     const std::vector<BoxAnswerer::Box>& boxes = answerer.boxes();
     if (boxes.size() != 2 || boxes[1].text.count(u"PV Nº "_s) != documents)
         throw std::runtime_error("the price check did not end well");
     boxTimes.push_back(BoxAnswerer::around(boxes[0], boxes[1]).elapsed);
-    return BoxAnswerer::between(boxes[0], boxes[1]).elapsed;
+    return BoxAnswerer::between(boxes[0], boxes[1]);
 }
 
-double throughPanel(const Operation& operation, std::vector<double>& boxTimes) {
-    double seconds = 0;
+Taken throughPanel(const Operation& operation, std::vector<double>& boxTimes) {
+    Taken taken;
     {
         PainelFechamento panel;
         startPanel(panel, documents);
-        seconds = operation.run(panel, boxTimes);
+        taken = operation.run(panel, boxTimes);
     }
     EncerraBanco();
-    return seconds;
+    return taken;
 }
 
 QByteArrayList statementsOf(test::PrivateServer& server, const Workload& workload,
@@ -89,17 +89,23 @@ QList<Row> operationRows(test::PrivateServer& server, const Workload& workload) 
         statements.push_back(statementsOf(server, workload, operation));
 
     std::vector<Contestant> contestants;
+    std::vector<Processor> processors(operations.size());
     std::vector<double> boxTimes;
     for (size_t i = 0; i < operations.size(); ++i) {
-        contestants.push_back([&workload, &boxTimes, &operation = operations[i]] {
+        contestants.push_back([&workload, &boxTimes, &operation = operations[i], &processor = processors[i]] {
             workload.trade(documents, operation.kind);
-            return throughPanel(operation, boxTimes);
+            const Taken taken = throughPanel(operation, boxTimes);
+            processor.ours.push_back(taken.own);
+            return taken.elapsed;
         });
-        contestants.push_back([&workload, &operation = operations[i], &sent = statements[i]] {
-            workload.trade(documents, operation.kind);
-            BareOdbc bare;
-            return secondsOf([&] { bare.run(sent); });
-        });
+        contestants.push_back(
+            [&workload, &operation = operations[i], &sent = statements[i], &processor = processors[i]] {
+                workload.trade(documents, operation.kind);
+                BareOdbc bare;
+                const Taken taken = takenBy([&] { bare.run(sent); });
+                processor.other.push_back(taken.own);
+                return taken.elapsed;
+            });
     }
     const std::vector<double> times = interleaved(rounds, contestants);
 
@@ -110,7 +116,7 @@ QList<Row> operationRows(test::PrivateServer& server, const Workload& workload) 
         rows.append({u"%1 (%2 statements), against a bare loop"_s.arg(operations[i].what,
                                                                       countText(statements[i].size())),
                      timeText(ours), timeText(loop), ratioText(ours / loop), u"at most 1.05 times"_s,
-                     ours / loop <= loopGoal});
+                     ours / loop <= loopGoal, processors[i].sentence()});
     }
     rows.append({u"- its boxes: the question taken apart, the one with 500 lines made and shown"_s,
                  timeText(median(boxTimes)),

@@ -1,8 +1,12 @@
 #include "bench/support/Measure.h"
 
+#include "bench/support/Table.h"
+
 #include <algorithm>
 #include <chrono>
 #include <ctime>
+
+using namespace Qt::StringLiterals;
 
 namespace tarvessa::bench {
 
@@ -76,6 +80,11 @@ Pair paired(int rounds, const Contestant& ours, const Contestant& other) {
         ratios.push_back(ofOurs.back() / ofOther.back());
     }
     return {median(ofOurs), median(ofOther), median(ratios)};
+}
+
+QString Processor::sentence() const {
+    return u"processor time is %1 of ours and %2 of the other's, and what differs beyond that is the server's"_s
+        .arg(timeText(median(ours)), timeText(median(other)));
 }
 
 } // namespace tarvessa::bench

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QString>
+
 #include <functional>
 #include <vector>
 
@@ -39,6 +41,15 @@ std::vector<double> interleaved(int rounds, const std::vector<Contestant>& conte
 
 /// The same, but gives each contestant's least figure: for processor time, to which others only add.
 std::vector<double> least(int rounds, const std::vector<Contestant>& contestants);
+
+/// The processor time of two contestants, collected while their elapsed time is measured.
+struct Processor {
+    std::vector<double> ours;
+    std::vector<double> other;
+
+    /// One sentence about how much of the difference between them is processor time.
+    QString sentence() const;
+};
 
 /// Two contestants side by side.
 struct Pair {
