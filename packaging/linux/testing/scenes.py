@@ -130,8 +130,8 @@ class InstalledProgram(Program):
         super().__init__(os.path.join(HERE, "in-tree"), pictures)
         self._scene = f"{os.environ['OPERATOR']}-{scene}".replace(" ", "-")
 
-    def picture(self, name, what):
-        super().picture(f"{self._scene}-{name}", what)
+    def picture(self, name, what, manual=None):
+        super().picture(f"{self._scene}-{name}", what, manual)
 
 
 def main(scene, pictures):
