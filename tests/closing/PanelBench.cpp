@@ -37,8 +37,7 @@ PanelBench::~PanelBench() {
 
 bool PanelBench::isLogOpened() const {
 #ifdef _WIN32
-    // What stands in for Notepad writes it down.
-    return QFile::exists(logPath() + u".aberto"_s);
+    return QFile::exists(openedMark());
 #else
     return viewerText().startsWith(u"LOG DE FECHAMENTO:"_s);
 #endif
@@ -46,6 +45,7 @@ bool PanelBench::isLogOpened() const {
 
 void PanelBench::reset() {
     Bench::reset();
+    QFile::remove(openedMark());
     QDir(commandsFolder()).removeRecursively();
     QDir().mkpath(commandsFolder());
 }

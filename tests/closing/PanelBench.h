@@ -72,6 +72,9 @@ class PanelBench : public Bench {
     QString commandsFolder() const { return m_commands.path(); }
 
   private:
+    /// What stands in for Notepad on Windows leaves it there.
+    QString openedMark() const { return logPath() + QStringLiteral(".aberto"); }
+
     QTemporaryDir m_commands;
     QByteArray m_previousPath;
 };
