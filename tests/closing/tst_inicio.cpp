@@ -37,7 +37,9 @@ const QString sqlInterrompidos =
     "dataabertura>='2024-03-01' And (situacaoorc<>'B' Or databaixa>='2024-03-08') Group By nrpedido, "
     "situacaoorc Union All Select 'RECEBER', Nr_Pedido From areceber Where Emissao>='2024-03-08' Group By "
     "Nr_Pedido Union All Select 'CAIXA', Convert(CodigoLanc Using utf8mb4) From caixa Where "
-    "DataCx>='2024-03-08' And CodigoLanc Like 'PED:%' Group By CodigoLanc"_s;
+    "DataCx>='2024-03-08' And CodigoLanc Like 'PED:%' Group By CodigoLanc Union All Select 'CONTROLE', "
+    "NrPedido From orcamento_controle Where tipoOperacao='P' And Status='B' And NrCaixa<>0 And "
+    "Fechamento>='2024-03-08'"_s;
 const QString sqlEmpresa = u"Select ContaCTB1, PAF_ECF From Empresa"_s;
 
 constexpr int firstDocument = 100;
